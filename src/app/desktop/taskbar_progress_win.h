@@ -1,0 +1,28 @@
+// The progress on the window's button in the taskbar.
+#pragma once
+
+#include "swr/system/windows_api_win.h"
+
+#include <shobjidl.h>
+
+#include <cstdint>
+
+#include "app/desktop/com_pointer_win.h"
+
+namespace app {
+
+class TaskbarProgress {
+ public:
+  // To be called when the shell announces the button; without it nothing is shown.
+  void Connect(HWND window);
+  void Show(uint64_t done, uint64_t total);
+  void Hide();
+  // To be called before COM is shut down.
+  void Release() { taskbar_.Reset(); }
+
+ private:
+  HWND window_ = nullptr;
+  ComPointer<ITaskbarList3> taskbar_;
+};
+
+}  // namespace app

@@ -1,0 +1,46 @@
+// The program's entry point.
+#include "swr/system/windows_api_win.h"
+
+#include <commctrl.h>
+#include <objbase.h>
+#include <shellapi.h>
+
+#include <string>
+#include <vector>
+
+#include "app/window/main_dialog_win.h"
+#include "swr/system/unique_handle.h"
+#include "swr/system/wide_text_win.h"
+
+namespace {
+
+struct ArgumentListTraits {
+  using Value = wchar_t**;
+  static constexpr wchar_t** Invalid = nullptr;
+  static void Close(wchar_t** value) noexcept { LocalFree(value); }
+};
+
+// Every argument is a path; there are no options.
+std::vector<std::u16string> CommandLinePaths() {
+  int count = 0;
+  const swr::UniqueHandle<ArgumentListTraits> arguments(
+      CommandLineToArgvW(GetCommandLineW(), &count));
+  std::vector<std::u16string> paths;
+  if (!arguments) return paths;
+  for (int i = 1; i < count; ++i) paths.push_back(swr::FromWide(arguments.Get()[i]));
+  return paths;
+}
+
+}  // namespace
+
+int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR, int showCommand) {
+  const std::vector<std::u16string> paths = CommandLinePaths();
+  // Without a result that would matter: what needs COM or a control finds that it is missing.
+  static_cast<void>(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED | COINIT_DISABLE_OLE1DDE));
+  const INITCOMMONCONTROLSEX classes = {sizeof classes, ICC_LISTVIEW_CLASSES | ICC_PROGRESS_CLASS |
+                                                            ICC_STANDARD_CLASSES | ICC_LINK_CLASS};
+  InitCommonControlsEx(&classes);
+  const int exitCode = app::RunMainDialog(instance, showCommand, paths);
+  CoUninitialize();
+  return exitCode;
+}

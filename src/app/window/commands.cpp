@@ -1,0 +1,111 @@
+// What menus, buttons and keys do.
+#include <algorithm>
+#include <iterator>
+
+#include "app/window/algo_boxes.h"
+#include "app/window/main_window.h"
+#include "resources/resource_ids.h"
+#include "swr/text/decimal_text.h"
+
+namespace app {
+namespace {
+
+// "&More...", and how many of the selected algorithms have no box of their own.
+std::u16string MoreText(swr::AlgoMask mask) {
+  swr::AlgoMask boxed = 0;
+  for (const AlgoBox& box : AlgoBoxes) boxed |= swr::MaskOf(box.algo);
+  const uint32_t hidden = swr::CountAlgos(mask & ~boxed);
+  return hidden == 0 ? u"&More..." : u"&More (+" + swr::DecimalText(hidden) + u")...";
+}
+
+// All that OnCommand carries out.
+constexpr uint32_t knownCommands[] = {
+    ID_ADD_FILES,      ID_ADD_FOLDER,   ID_EXIT,       ID_SELECT_ALL,
+    ID_REMOVE,         ID_CLEAR_LIST,   ID_UPPERCASE,  ID_SHOW_LEGACY,
+    ID_INCLUDE_HIDDEN, IDC_ALGO_MD5,    IDC_ALGO_SHA1, IDC_ALGO_SHA256,
+    IDC_ALGO_SHA512,   IDC_ALGO_BLAKE3, IDC_ALGO_MORE, IDC_CANCEL,
+};
+
+}  // namespace
+
+MainWindow::MainWindow(View& view, Desktop& desktop, HashQueue& queue)
+    : view_(view), desktop_(desktop), queue_(queue) {}
+
+void MainWindow::Start() {
+  ShowOptions();
+  SetAlgoMask(algorithms);
+  UpdateStatusLine();
+}
+
+bool MainWindow::IsCommandEnabled(uint32_t id) {
+  return std::ranges::find(knownCommands, id) != std::end(knownCommands);
+}
+
+bool MainWindow::OnCommand(uint32_t id) {
+  switch (id) {
+    case ID_ADD_FILES:
+      AddChosen(desktop_.PickFiles(u"Add Files"));
+      return true;
+    case ID_ADD_FOLDER:
+      AddChosen(desktop_.PickFolder(u"Add Folder"));
+      return true;
+    case ID_EXIT:
+      desktop_.CloseWindow();
+      return true;
+    case ID_SELECT_ALL:
+      view_.SelectAll();
+      return true;
+    case ID_REMOVE:
+      RemoveRows(view_.SelectedRows());
+      return true;
+    case ID_CLEAR_LIST:
+      ClearList();
+      return true;
+    case ID_UPPERCASE:
+      uppercase = !uppercase;
+      view_.RedrawRows();
+      ShowOptions();
+      return true;
+    case ID_SHOW_LEGACY:
+      showLegacy = !showLegacy;
+      if (!showLegacy && (algorithms & swr::LegacyAlgoMask) != 0) {
+        SetAlgoMask(algorithms & ~swr::LegacyAlgoMask);
+      }
+      ShowOptions();
+      return true;
+    case ID_INCLUDE_HIDDEN:
+      includeHidden = !includeHidden;
+      ShowOptions();
+      return true;
+    case IDC_ALGO_MORE:
+      if (const auto algo = view_.ChooseAlgo(algorithms, showLegacy)) ToggleAlgo(*algo);
+      return true;
+    case IDC_CANCEL:
+      CancelAll();
+      return true;
+    default:
+      break;
+  }
+  const auto box = std::ranges::find(AlgoBoxes, id, &AlgoBox::control);
+  if (box == std::end(AlgoBoxes)) return false;
+  ToggleAlgo(box->algo);
+  return true;
+}
+
+void MainWindow::AddChosen(const std::vector<std::u16string>& paths) {
+  if (!paths.empty()) AddPaths(paths);
+}
+
+void MainWindow::ShowOptions() { view_.ShowOptions({uppercase, showLegacy, includeHidden}); }
+
+void MainWindow::ToggleAlgo(swr::AlgoId id) { SetAlgoMask(algorithms ^ swr::MaskOf(id)); }
+
+void MainWindow::SetAlgoMask(swr::AlgoMask mask) {
+  algorithms = mask == 0 ? swr::FallbackAlgoMask : mask;
+  view_.ShowAlgoSelection(algorithms, MoreText(algorithms));
+  RebuildColumns();
+  QueueAllRows();
+  view_.SetRowCount(rows.size());
+}
+
+}  // namespace app

@@ -1,0 +1,82 @@
+// The rows of the list, and when a row needs more hashing.
+#include <algorithm>
+#include <functional>
+#include <utility>
+
+#include "app/window/main_window.h"
+
+namespace app {
+
+ListRow* MainWindow::FindRow(uint64_t id) {
+  const auto found = rowIndex_.find(id);
+  return found == rowIndex_.end() ? nullptr : rows[found->second].get();
+}
+
+void MainWindow::RepaintRow(uint64_t id) {
+  const auto found = rowIndex_.find(id);
+  if (found != rowIndex_.end()) view_.RedrawRow(found->second);
+}
+
+void MainWindow::RebuildRowIndex() {
+  rowIndex_.clear();
+  rowIndex_.reserve(rows.size());
+  for (size_t i = 0; i < rows.size(); ++i) rowIndex_.emplace(rows[i]->id, i);
+}
+
+void MainWindow::QueueRow(ListRow& row, swr::AlgoMask mask) {
+  if (row.status == RowStatus::Failed) return;
+  swr::AlgoMask newMask = 0;
+  for (const swr::AlgoId id : swr::IdsFromMask(mask & ~row.pendingMask)) {
+    if (!row.digests[swr::IndexOf(id)].present) newMask |= swr::MaskOf(id);
+  }
+  if (newMask == 0) return;
+  row.pendingMask |= newMask;
+  if (row.status != RowStatus::Hashing) row.status = RowStatus::Waiting;
+  queue_.Enqueue({.rowId = row.id, .path = row.path, .mask = newMask, .size = row.size});
+  StartProgressTimer();
+}
+
+void MainWindow::QueueAllRows() {
+  for (const auto& row : rows) {
+    swr::AlgoMask mask = algorithms;
+    if (row->hasExpected) {
+      for (const swr::AlgoId id : row->expectedAlgos) mask |= swr::MaskOf(id);
+    }
+    QueueRow(*row, mask & swr::AllAlgosMask);
+  }
+}
+
+void MainWindow::RemoveRows(std::vector<size_t> indexes) {
+  for (const size_t index : indexes) {
+    queue_.Remove(rows[index]->id);
+    rows[index].reset();
+  }
+  std::erase(rows, nullptr);
+  RebuildRowIndex();
+  view_.ClearSelection();
+  view_.SetRowCount(rows.size());
+  UpdateStatusLine();
+}
+
+void MainWindow::ClearList() {
+  queue_.CancelAll();
+  rows.clear();
+  rowIndex_.clear();
+  view_.SetRowCount(0);
+  UpdateStatusLine();
+}
+
+void MainWindow::CancelAll() {
+  queue_.CancelAll();
+  for (const auto& row : rows) {
+    if (row->pendingMask == 0) continue;
+    row->pendingMask = 0;
+    if (row->status == RowStatus::Waiting || row->status == RowStatus::Hashing) {
+      row->status = RowStatus::Cancelled;
+    }
+  }
+  view_.RedrawRows();
+  UpdateStatusLine();
+}
+
+}  // namespace app

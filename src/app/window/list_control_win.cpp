@@ -1,0 +1,156 @@
+#include "app/window/list_control_win.h"
+
+#include <uxtheme.h>
+
+#include <algorithm>
+#include <iterator>
+
+#include "app/window/dpi_win.h"
+#include "swr/system/wide_text_win.h"
+
+namespace app {
+namespace {
+
+constexpr wchar_t emptyHint[] =
+    L"Drop files or folders here, or use Add Files.\n"
+    L"To check a download, paste the hash from its web page below.";
+
+// Wine's list view never asks for the text of an empty list.
+bool AsksForEmptyMarkup() {
+  static const bool asks =
+      GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") == nullptr;
+  return asks;
+}
+
+}  // namespace
+
+void ListControl::Attach(HWND list, int dpi) {
+  list_ = list;
+  dpi_ = dpi;
+  constexpr DWORD styles = LVS_EX_FULLROWSELECT | LVS_EX_HEADERDRAGDROP | LVS_EX_DOUBLEBUFFER;
+  SendMessageW(list_, LVM_SETEXTENDEDLISTVIEWSTYLE, styles, styles);
+  SetWindowTheme(list_, L"Explorer", nullptr);
+}
+
+void ListControl::SetRowCount(size_t count) {
+  isEmpty_ = count == 0;
+  SendMessageW(list_, LVM_SETITEMCOUNT, count, LVSICF_NOINVALIDATEALL | LVSICF_NOSCROLL);
+  RedrawRows();
+}
+
+void ListControl::RedrawRow(size_t index) {
+  SendMessageW(list_, LVM_REDRAWITEMS, index, static_cast<LPARAM>(index));
+}
+
+// An empty list has no item to paint over what stood there.
+void ListControl::RedrawRows() { InvalidateRect(list_, nullptr, isEmpty_); }
+
+std::vector<size_t> ListControl::SelectedRows() const {
+  std::vector<size_t> rows;
+  LRESULT item = -1;
+  while ((item = SendMessageW(list_, LVM_GETNEXTITEM, static_cast<WPARAM>(item), LVNI_SELECTED)) >=
+         0) {
+    rows.push_back(static_cast<size_t>(item));
+  }
+  return rows;
+}
+
+void ListControl::SetState(int index, UINT state, UINT mask) {
+  LVITEMW item = {};
+  item.state = state;
+  item.stateMask = mask;
+  SendMessageW(list_, LVM_SETITEMSTATE, static_cast<WPARAM>(index),
+               reinterpret_cast<LPARAM>(&item));
+}
+
+void ListControl::ClearSelection() { SetState(-1, 0, LVIS_SELECTED); }
+
+void ListControl::SelectRow(size_t index) {
+  constexpr UINT both = LVIS_SELECTED | LVIS_FOCUSED;
+  SetState(static_cast<int>(index), both, both);
+  SendMessageW(list_, LVM_ENSUREVISIBLE, index, FALSE);
+}
+
+void ListControl::SelectAllRows() { SetState(-1, LVIS_SELECTED, LVIS_SELECTED); }
+
+int ListControl::ColumnCount() const {
+  const auto header = reinterpret_cast<HWND>(SendMessageW(list_, LVM_GETHEADER, 0, 0));
+  return static_cast<int>(SendMessageW(header, HDM_GETITEMCOUNT, 0, 0));
+}
+
+int ListControl::WidthOf(int column) const {
+  return static_cast<int>(SendMessageW(list_, LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(column), 0));
+}
+
+void ListControl::SetColumns(const std::vector<ColumnSpec>& columns) {
+  SendMessageW(list_, WM_SETREDRAW, FALSE, 0);
+  for (int i = ColumnCount(); i > 0; --i) {
+    SendMessageW(list_, LVM_DELETECOLUMN, static_cast<WPARAM>(i - 1), 0);
+  }
+  for (size_t i = 0; i < columns.size(); ++i) {
+    std::u16string heading = columns[i].heading;
+    LVCOLUMNW column = {};
+    column.mask = LVCF_FMT | LVCF_WIDTH | LVCF_TEXT;
+    column.fmt = columns[i].rightAligned ? LVCFMT_RIGHT : LVCFMT_LEFT;
+    column.cx = ScaleToDpi(static_cast<int>(columns[i].width), dpi_);
+    column.pszText = const_cast<wchar_t*>(swr::AsWide(heading));
+    SendMessageW(list_, LVM_INSERTCOLUMNW, i, reinterpret_cast<LPARAM>(&column));
+  }
+  SendMessageW(list_, WM_SETREDRAW, TRUE, 0);
+}
+
+std::vector<uint32_t> ListControl::ColumnWidths() const {
+  std::vector<uint32_t> widths;
+  for (int i = 0, count = ColumnCount(); i < count; ++i) {
+    widths.push_back(static_cast<uint32_t>(ScaleFromDpi(WidthOf(i), dpi_)));
+  }
+  return widths;
+}
+
+void ListControl::ChangeDpi(int dpi) {
+  for (int i = 0, count = ColumnCount(); i < count; ++i) {
+    SendMessageW(list_, LVM_SETCOLUMNWIDTH, static_cast<WPARAM>(i), MulDiv(WidthOf(i), dpi, dpi_));
+  }
+  dpi_ = dpi;
+}
+
+void ListControl::FillText(const LVITEMW& item, const std::u16string& text) {
+  if (item.cchTextMax <= 0) return;
+  const size_t length = std::min(text.size(), static_cast<size_t>(item.cchTextMax) - 1);
+  std::copy_n(text.begin(), length, item.pszText);
+  item.pszText[length] = L'\0';
+}
+
+LRESULT ListControl::Draw(const NMLVCUSTOMDRAW& draw) {
+  const DWORD stage = draw.nmcd.dwDrawStage;
+  if (AsksForEmptyMarkup() || !isEmpty_) return CDRF_DODEFAULT;
+  if (stage == CDDS_PREPAINT) return CDRF_NOTIFYPOSTPAINT;
+  if (stage != CDDS_POSTPAINT) return CDRF_DODEFAULT;
+  RECT rect;
+  GetClientRect(list_, &rect);
+  const auto header = reinterpret_cast<HWND>(SendMessageW(list_, LVM_GETHEADER, 0, 0));
+  RECT headerRect;
+  GetClientRect(header, &headerRect);
+  rect.top = headerRect.bottom;
+  const HDC dc = draw.nmcd.hdc;
+  const HGDIOBJ font =
+      SelectObject(dc, reinterpret_cast<HFONT>(SendMessageW(list_, WM_GETFONT, 0, 0)));
+  SetBkMode(dc, TRANSPARENT);
+  SetTextColor(dc, GetSysColor(COLOR_WINDOWTEXT));
+  RECT text = rect;
+  constexpr UINT flags = DT_CENTER | DT_NOPREFIX | DT_WORDBREAK;
+  DrawTextW(dc, emptyHint, -1, &text, flags | DT_CALCRECT);
+  const int height = text.bottom - text.top;
+  rect.top += std::max(0L, (rect.bottom - rect.top - height) / 2);
+  DrawTextW(dc, emptyHint, -1, &rect, flags);
+  SelectObject(dc, font);
+  return CDRF_DODEFAULT;
+}
+
+void ListControl::FillEmptyMarkup(NMLVEMPTYMARKUP& markup) {
+  static_assert(std::size(emptyHint) <= std::size(decltype(markup.szMarkup){}));
+  markup.dwFlags = EMF_CENTERED;
+  std::copy(std::begin(emptyHint), std::end(emptyHint), markup.szMarkup);
+}
+
+}  // namespace app

@@ -1,0 +1,49 @@
+// The list view control, which holds nothing of its own: it is told how many rows there are and
+// asks for the text of each cell.
+#pragma once
+
+#include "swr/system/windows_api_win.h"
+
+#include <commctrl.h>
+
+#include <string>
+#include <vector>
+
+#include "app/window/view.h"
+
+namespace app {
+
+class ListControl {
+ public:
+  void Attach(HWND list, int dpi);
+
+  void SetRowCount(size_t count);
+  void RedrawRow(size_t index);
+  void RedrawRows();
+  std::vector<size_t> SelectedRows() const;
+  void ClearSelection();
+  void SelectRow(size_t index);
+  void SelectAllRows();
+  void SetColumns(const std::vector<ColumnSpec>& columns);
+  // At 96 DPI.
+  std::vector<uint32_t> ColumnWidths() const;
+  // Scales the present widths from the old DPI to this one.
+  void ChangeDpi(int dpi);
+  // Copies a cell's text into the buffer of the request, cut to its length.
+  static void FillText(const LVITEMW& item, const std::u16string& text);
+  // Answers a custom-draw notification; draws the hint of an empty list where the control does not
+  // ask for its text.
+  LRESULT Draw(const NMLVCUSTOMDRAW& draw);
+  static void FillEmptyMarkup(NMLVEMPTYMARKUP& markup);
+
+ private:
+  void SetState(int index, UINT state, UINT mask);
+  int ColumnCount() const;
+  int WidthOf(int column) const;
+
+  HWND list_ = nullptr;
+  int dpi_ = 96;
+  bool isEmpty_ = true;
+};
+
+}  // namespace app

@@ -1,0 +1,340 @@
+#include "app/window/main_dialog_win.h"
+
+#include <shellapi.h>
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <utility>
+
+#include "app/desktop/desktop.h"
+#include "app/desktop/file_pickers_win.h"
+#include "app/window/dialog_layout_win.h"
+#include "app/window/dialog_view_win.h"
+#include "app/window/dpi_win.h"
+#include "app/window/gdi_handles_win.h"
+#include "app/window/main_window.h"
+#include "app/window/toolbar_win.h"
+#include "app/worker/result_queue.h"
+#include "app/worker/worker.h"
+#include "resources/resource_ids.h"
+#include "swr/system/wide_text_win.h"
+
+namespace app {
+namespace {
+
+constexpr UINT WM_APP_DPI_RELAYOUT = 32769;
+constexpr UINT WM_APP_HASH_RESULT = 32778;    // results wait in the queue
+constexpr UINT WM_APP_HASH_PROGRESS = 32779;  // bytes moved on
+
+constexpr UINT_PTR IDT_PROGRESS = 1;
+constexpr UINT ProgressInterval = 200;  // ms
+// While results come thick, they are taken at this pace. A timer's messages stand behind the user's
+// input, so the window stays at hand however fast files finish.
+constexpr UINT_PTR IDT_RESULTS = 2;
+constexpr UINT ResultsInterval = 15;  // ms
+
+// Everything behind one main dialog. Made and destroyed by the dialog's own messages.
+class MainDialog final : public Desktop {
+ public:
+  static INT_PTR CALLBACK MainDialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+
+  MainWindow& Flows() { return *main_; }
+
+  std::vector<std::u16string> PickFiles(const std::u16string& title) override {
+    return PickPaths(window_, title, PickKind::Files);
+  }
+  std::vector<std::u16string> PickFolder(const std::u16string& title) override {
+    return PickPaths(window_, title, PickKind::Folder);
+  }
+  void StartProgressTimer() override { SetTimer(window_, IDT_PROGRESS, ProgressInterval, nullptr); }
+  void StopProgressTimer() override { KillTimer(window_, IDT_PROGRESS); }
+  void BeginWait() override { oldCursor_ = SetCursor(LoadCursorW(nullptr, IDC_WAIT)); }
+  void EndWait() override { SetCursor(oldCursor_); }
+  void CloseWindow() override { DestroyWindow(window_); }
+
+ private:
+  using Handler = INT_PTR (MainDialog::*)(WPARAM, LPARAM);
+  struct MessageEntry {
+    UINT message;
+    Handler handler;
+  };
+  static const MessageEntry messageTable[];
+
+  INT_PTR Dispatch(UINT message, WPARAM wParam, LPARAM lParam);
+  void Initialize();
+  void DisableWhatIsNotThereYet();
+  void TakeResults();
+
+  INT_PTR OnDestroy(WPARAM, LPARAM);
+  INT_PTR OnSize(WPARAM, LPARAM);
+  INT_PTR OnClose(WPARAM, LPARAM);
+  INT_PTR OnGetMinMaxInfo(WPARAM, LPARAM lParam);
+  INT_PTR OnDrawItem(WPARAM wParam, LPARAM lParam);
+  INT_PTR OnNotify(WPARAM, LPARAM lParam);
+  INT_PTR OnCommand(WPARAM wParam, LPARAM);
+  INT_PTR OnTimer(WPARAM wParam, LPARAM);
+  INT_PTR OnDropFiles(WPARAM wParam, LPARAM);
+  INT_PTR OnDpiChanged(WPARAM wParam, LPARAM);
+  INT_PTR OnDpiRelayout(WPARAM, LPARAM);
+  INT_PTR OnResultsWait(WPARAM, LPARAM);
+  INT_PTR OnBytesMoved(WPARAM, LPARAM);
+
+  HWND window_ = nullptr;
+  int dpi_ = 96;
+  LONG minWidth_ = 0;
+  LONG minHeight_ = 0;
+  UINT taskbarMessage_ = 0;
+  HCURSOR oldCursor_ = nullptr;
+  Icon largeIcon_;
+  Icon smallIcon_;
+  DialogLayout layout_;
+  DialogView view_;
+  Toolbar toolbar_;
+  std::optional<ResultQueue> results_;
+  std::optional<Worker> worker_;
+  std::optional<MainWindow> main_;
+};
+
+const MainDialog::MessageEntry MainDialog::messageTable[] = {
+    {WM_DESTROY, &MainDialog::OnDestroy},
+    {WM_SIZE, &MainDialog::OnSize},
+    {WM_CLOSE, &MainDialog::OnClose},
+    {WM_GETMINMAXINFO, &MainDialog::OnGetMinMaxInfo},
+    {WM_DRAWITEM, &MainDialog::OnDrawItem},
+    {WM_NOTIFY, &MainDialog::OnNotify},
+    {WM_COMMAND, &MainDialog::OnCommand},
+    {WM_TIMER, &MainDialog::OnTimer},
+    {WM_DROPFILES, &MainDialog::OnDropFiles},
+    {WM_DPICHANGED, &MainDialog::OnDpiChanged},
+    {WM_APP_DPI_RELAYOUT, &MainDialog::OnDpiRelayout},
+    {WM_APP_HASH_RESULT, &MainDialog::OnResultsWait},
+    {WM_APP_HASH_PROGRESS, &MainDialog::OnBytesMoved},
+};
+
+INT_PTR CALLBACK MainDialog::MainDialogProc(HWND window, UINT message, WPARAM wParam,
+                                            LPARAM lParam) {
+  if (message == WM_INITDIALOG) {
+    auto* dialog = reinterpret_cast<MainDialog*>(lParam);
+    SetWindowLongPtrW(window, DWLP_USER, lParam);
+    dialog->window_ = window;
+    dialog->Initialize();
+    return TRUE;
+  }
+  auto* dialog = reinterpret_cast<MainDialog*>(GetWindowLongPtrW(window, DWLP_USER));
+  // Some messages come before the first one that brings the object.
+  return dialog == nullptr ? FALSE : dialog->Dispatch(message, wParam, lParam);
+}
+
+INT_PTR MainDialog::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
+  if (message == taskbarMessage_ && taskbarMessage_ != 0) {
+    view_.taskbar.Connect(window_);
+    return TRUE;
+  }
+  for (const MessageEntry& entry : messageTable) {
+    if (entry.message == message) return (this->*entry.handler)(wParam, lParam);
+  }
+  return FALSE;
+}
+
+void MainDialog::Initialize() {
+  dpi_ = GetDpi(window_);
+  results_.emplace(ResultQueue::Announcements{
+      .results = [this] { return PostMessageW(window_, WM_APP_HASH_RESULT, 0, 0) != FALSE; },
+      .progress = [this] { return PostMessageW(window_, WM_APP_HASH_PROGRESS, 0, 0) != FALSE; }});
+  worker_.emplace(*results_);
+  main_.emplace(view_, *this, *worker_);
+  taskbarMessage_ = RegisterWindowMessageW(L"TaskbarButtonCreated");
+
+  largeIcon_ = LoadScaledIcon(IDI_APP, GetSystemMetrics(SM_CXICON));
+  smallIcon_ = LoadScaledIcon(IDI_APP, GetSystemMetrics(SM_CXSMICON));
+  SendMessageW(window_, WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(largeIcon_.Get()));
+  SendMessageW(window_, WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(smallIcon_.Get()));
+
+  view_.Attach(window_, dpi_);
+  UINT tabStop = 64;
+  SendDlgItemMessageW(window_, IDC_DETAILS, EM_SETTABSTOPS, 1, reinterpret_cast<LPARAM>(&tabStop));
+  SendDlgItemMessageW(
+      window_, IDC_EXPECTED, EM_SETCUEBANNER, 1,
+      reinterpret_cast<LPARAM>(L"Paste the hash from the download page to compare"));
+  toolbar_.Create(window_, dpi_);
+  DisableWhatIsNotThereYet();
+
+  // The window is not to become smaller than it was designed.
+  RECT rect;
+  GetWindowRect(window_, &rect);
+  minWidth_ = rect.right - rect.left;
+  minHeight_ = rect.bottom - rect.top;
+  layout_.Capture(window_);
+  main_->Start();
+  OnSize(0, 0);
+}
+
+// A command that can't be given is shown as such, never as one that does nothing.
+void MainDialog::DisableWhatIsNotThereYet() {
+  const HMENU bar = GetMenu(window_);
+  for (int m = 0; m < GetMenuItemCount(bar); ++m) {
+    const HMENU menu = GetSubMenu(bar, m);
+    for (int i = 0; i < GetMenuItemCount(menu); ++i) {
+      const UINT id = GetMenuItemID(menu, i);
+      if (id != 0 && !MainWindow::IsCommandEnabled(id)) EnableMenuItem(bar, id, MF_GRAYED);
+    }
+  }
+  constexpr int controls[] = {IDC_EXPECTED_LABEL, IDC_EXPECTED,    IDC_PASTE, IDC_COPY,
+                              IDC_VIRUSTOTAL,     IDC_OPEN_FOLDER, IDC_LINKS};
+  for (const int control : controls) EnableWindow(GetDlgItem(window_, control), FALSE);
+}
+
+INT_PTR MainDialog::OnDestroy(WPARAM, LPARAM) {
+  toolbar_.DestroyButtonImages();
+  worker_.reset();
+  view_.taskbar.Release();
+  PostQuitMessage(0);
+  return TRUE;
+}
+
+INT_PTR MainDialog::OnSize(WPARAM, LPARAM) {
+  layout_.Apply(window_, false, dpi_);
+  return TRUE;
+}
+
+INT_PTR MainDialog::OnClose(WPARAM, LPARAM) {
+  DestroyWindow(window_);
+  return TRUE;
+}
+
+INT_PTR MainDialog::OnGetMinMaxInfo(WPARAM, LPARAM lParam) {
+  if (minWidth_ < 1) return FALSE;
+  reinterpret_cast<MINMAXINFO*>(lParam)->ptMinTrackSize = {minWidth_, minHeight_};
+  return TRUE;
+}
+
+INT_PTR MainDialog::OnDrawItem(WPARAM wParam, LPARAM lParam) {
+  if (wParam != IDC_RESULT) return FALSE;
+  const auto* item = reinterpret_cast<DRAWITEMSTRUCT*>(lParam);
+  FillRect(item->hDC, &item->rcItem, GetSysColorBrush(COLOR_BTNFACE));
+  return TRUE;
+}
+
+INT_PTR MainDialog::OnNotify(WPARAM, LPARAM lParam) {
+  auto* header = reinterpret_cast<NMHDR*>(lParam);
+  if (header->code == TBN_GETINFOTIPW) {
+    Toolbar::FillTip(*reinterpret_cast<NMTBGETINFOTIPW*>(lParam));
+    return TRUE;
+  }
+  if (header->idFrom != IDC_LIST) return FALSE;
+  switch (header->code) {
+    case LVN_GETDISPINFOW: {
+      const LVITEMW& item = reinterpret_cast<NMLVDISPINFOW*>(lParam)->item;
+      if ((item.mask & LVIF_TEXT) != 0 && item.iItem >= 0 && item.iSubItem >= 0) {
+        ListControl::FillText(item, main_->CellText(static_cast<size_t>(item.iItem),
+                                                    static_cast<size_t>(item.iSubItem)));
+      }
+      return TRUE;
+    }
+    case LVN_KEYDOWN:
+      if (reinterpret_cast<NMLVKEYDOWN*>(lParam)->wVKey == VK_DELETE) main_->OnCommand(ID_REMOVE);
+      return TRUE;
+    case LVN_GETEMPTYMARKUP:
+      ListControl::FillEmptyMarkup(*reinterpret_cast<NMLVEMPTYMARKUP*>(lParam));
+      SetWindowLongPtrW(window_, DWLP_MSGRESULT, TRUE);
+      return TRUE;
+    case NM_CUSTOMDRAW:
+      SetWindowLongPtrW(window_, DWLP_MSGRESULT,
+                        view_.list.Draw(*reinterpret_cast<NMLVCUSTOMDRAW*>(lParam)));
+      return TRUE;
+    default:
+      return FALSE;
+  }
+}
+
+INT_PTR MainDialog::OnCommand(WPARAM wParam, LPARAM) {
+  // Of an accelerator the high word is 1; of the controls that give commands only a click counts.
+  const uint32_t id = LOWORD(wParam);
+  const bool isControl = id < ID_ADD_FILES;
+  if (isControl && HIWORD(wParam) != BN_CLICKED) return TRUE;
+  main_->OnCommand(id);
+  return TRUE;
+}
+
+INT_PTR MainDialog::OnTimer(WPARAM wParam, LPARAM) {
+  if (wParam == IDT_RESULTS) TakeResults();
+  if (wParam == IDT_PROGRESS) main_->OnProgressTimer();
+  return TRUE;
+}
+
+INT_PTR MainDialog::OnResultsWait(WPARAM, LPARAM) {
+  TakeResults();
+  SetTimer(window_, IDT_RESULTS, ResultsInterval, nullptr);
+  return TRUE;
+}
+
+void MainDialog::TakeResults() {
+  std::vector<std::unique_ptr<ResultMessage>> results = results_->Take();
+  if (results.empty()) {
+    KillTimer(window_, IDT_RESULTS);
+  } else {
+    main_->OnHashResults(std::move(results));
+  }
+}
+
+INT_PTR MainDialog::OnBytesMoved(WPARAM, LPARAM) {
+  worker_->AcknowledgeProgress();
+  return TRUE;
+}
+
+INT_PTR MainDialog::OnDropFiles(WPARAM wParam, LPARAM) {
+  const auto drop = reinterpret_cast<HDROP>(wParam);
+  const UINT count = DragQueryFileW(drop, 0xFFFFFFFF, nullptr, 0);
+  std::vector<std::u16string> paths;
+  for (UINT i = 0; i < count; ++i) {
+    std::wstring path(DragQueryFileW(drop, i, nullptr, 0), L'\0');
+    DragQueryFileW(drop, i, path.data(), static_cast<UINT>(path.size()) + 1);
+    paths.push_back(swr::FromWide(path));
+  }
+  DragFinish(drop);
+  main_->AddPaths(paths);
+  return TRUE;
+}
+
+INT_PTR MainDialog::OnDpiChanged(WPARAM wParam, LPARAM) {
+  const int dpi = HIWORD(wParam);
+  view_.list.ChangeDpi(dpi);
+  minWidth_ = MulDiv(minWidth_, dpi, dpi_);
+  minHeight_ = MulDiv(minHeight_, dpi, dpi_);
+  dpi_ = dpi;
+  // Behind the platform's own move to the new size, which a result of false lets go ahead.
+  PostMessageW(window_, WM_APP_DPI_RELAYOUT, 0, 0);
+  return FALSE;
+}
+
+INT_PTR MainDialog::OnDpiRelayout(WPARAM, LPARAM) {
+  toolbar_.LoadImages(dpi_);
+  toolbar_.Position();
+  layout_.Capture(window_);
+  return OnSize(0, 0);
+}
+
+}  // namespace
+
+int RunMainDialog(HINSTANCE instance, int showCommand, const std::vector<std::u16string>& paths) {
+  MainDialog dialog;
+  const HWND window =
+      CreateDialogParamW(instance, MAKEINTRESOURCEW(IDD_MAIN), nullptr, MainDialog::MainDialogProc,
+                         reinterpret_cast<LPARAM>(&dialog));
+  if (window == nullptr) return 1;
+  ShowWindow(window, showCommand);
+  if (!paths.empty()) dialog.Flows().AddPaths(paths);
+  const HACCEL accelerators = LoadAcceleratorsW(instance, MAKEINTRESOURCEW(IDR_ACCELERATORS));
+
+  MSG message = {};
+  while (GetMessageW(&message, nullptr, 0, 0) > 0) {
+    if (TranslateAcceleratorW(window, accelerators, &message) != 0) continue;
+    if (IsDialogMessageW(window, &message)) continue;
+    TranslateMessage(&message);
+    DispatchMessageW(&message);
+  }
+  return static_cast<int>(message.wParam);
+}
+
+}  // namespace app

@@ -1,0 +1,83 @@
+// Where the worker's reports enter the window, and what the status line says of its progress.
+#include <cstdint>
+#include <utility>
+
+#include "app/window/main_window.h"
+#include "app/window/status_line.h"
+#include "swr/text/text.h"
+
+namespace app {
+
+void MainWindow::OnHashResults(std::vector<std::unique_ptr<ResultMessage>> results) {
+  for (const auto& result : results) OnHashResult(*result);
+  MarkHashingRow(queue_.GetSnapshot());
+  UpdateStatusLine();
+}
+
+void MainWindow::OnHashResult(const ResultMessage& result) {
+  ListRow* row = FindRow(result.rowId);
+  if (row == nullptr) return;  // removed meanwhile
+  const swr::HashOutcome& outcome = result.outcome;
+  row->pendingMask &= ~result.mask & swr::AllAlgosMask;
+  if (outcome.cancelled) {
+    if (row->pendingMask == 0) row->status = RowStatus::Cancelled;
+  } else if (outcome.error != 0) {
+    row->status = RowStatus::Failed;
+    row->error = outcome.error;
+    row->pendingMask = 0;
+  } else {
+    for (const swr::AlgoId id : swr::IdsFromMask(result.mask)) {
+      row->digests[swr::IndexOf(id)] = outcome.digests[swr::IndexOf(id)];
+    }
+    row->changed = row->changed || outcome.changed;
+    row->size = outcome.bytesRead;
+    row->status = row->pendingMask == 0 ? RowStatus::Done : RowStatus::Waiting;
+  }
+  RepaintRow(row->id);
+}
+
+// The worker sends nothing when it starts a file. The match is by path: a list can hold the same
+// file twice, and both rows then show that it is being read.
+void MainWindow::MarkHashingRow(const WorkerSnapshot& snapshot) {
+  if (!snapshot.active) return;
+  for (size_t i = 0; i < rows.size(); ++i) {
+    ListRow& row = *rows[i];
+    if (row.pendingMask == 0 || row.status == RowStatus::Failed ||
+        row.status == RowStatus::Hashing || !swr::EqualsNoCase(row.path, snapshot.currentPath)) {
+      continue;
+    }
+    row.status = RowStatus::Hashing;
+    view_.RedrawRow(i);
+  }
+}
+
+void MainWindow::UpdateStatusLine() { ShowFigures(queue_.GetSnapshot()); }
+
+void MainWindow::ShowFigures(const WorkerSnapshot& snapshot) {
+  if (snapshot.active) {
+    view_.SetStatusText(RunningLine(snapshot));
+    view_.ShowProgress(FiguresOf(snapshot));
+    return;
+  }
+  uint64_t totalSize = 0;
+  for (const auto& row : rows) totalSize += row->size;
+  view_.SetStatusText(IdleLine(rows.size(), totalSize));
+  view_.ShowProgress(std::nullopt);
+}
+
+void MainWindow::OnProgressTimer() {
+  const WorkerSnapshot snapshot = queue_.GetSnapshot();
+  MarkHashingRow(snapshot);
+  ShowFigures(snapshot);
+  if (!snapshot.active) StopProgressTimer();
+}
+
+void MainWindow::StartProgressTimer() {
+  if (!std::exchange(timerRuns_, true)) desktop_.StartProgressTimer();
+}
+
+void MainWindow::StopProgressTimer() {
+  if (std::exchange(timerRuns_, false)) desktop_.StopProgressTimer();
+}
+
+}  // namespace app

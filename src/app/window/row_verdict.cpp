@@ -1,0 +1,68 @@
+#include "app/window/row_verdict.h"
+
+#include "swr/hash/digest_text.h"
+#include "swr/system/error_codes.h"
+#include "swr/text/display_text.h"
+
+namespace app {
+namespace {
+
+std::u16string WithAlgo(std::u16string_view word, swr::AlgoId algo) {
+  std::u16string text(word);
+  text += u" (";
+  text += swr::GetAlgo(algo).name;
+  text += u')';
+  return text;
+}
+
+std::u16string DoneText(const ListRow& row, const ExpectedDigest* box) {
+  if (row.hasExpected) {
+    const CompareResult own = CompareRow(row, row.expectedBytes, row.expectedAlgos);
+    if (own.outcome == CompareOutcome::Match) return WithAlgo(u"OK", own.algo);
+    if (own.outcome == CompareOutcome::Mismatch) return u"FAILED";
+  }
+  if (box != nullptr) {
+    const CompareResult pasted = CompareRow(row, box->bytes, box->candidates);
+    if (pasted.outcome == CompareOutcome::Match) return WithAlgo(u"Match", pasted.algo);
+  }
+  return row.changed ? u"Done, but the file changed while it was read" : u"Done";
+}
+
+}  // namespace
+
+CompareResult CompareRow(const ListRow& row, std::span<const uint8_t> expectedBytes,
+                         std::span<const swr::AlgoId> candidates) {
+  if (row.status == RowStatus::Failed) {
+    return {swr::IsMissingError(row.error) ? CompareOutcome::Missing : CompareOutcome::Unreadable};
+  }
+  bool allKnown = true;
+  for (const swr::AlgoId id : candidates) {
+    const swr::DigestSlot& slot = row.digests[swr::IndexOf(id)];
+    if (!slot.present) {
+      allKnown = false;
+    } else if (swr::DigestEquals(slot, expectedBytes)) {
+      return {CompareOutcome::Match, id};
+    }
+  }
+  if (allKnown) return {CompareOutcome::Mismatch};
+  return {row.status == RowStatus::Cancelled ? CompareOutcome::NotChecked
+                                             : CompareOutcome::Pending};
+}
+
+std::u16string RowStatusText(const ListRow& row, const ExpectedDigest* box) {
+  switch (row.status) {
+    case RowStatus::Waiting:
+      return u"Waiting";
+    case RowStatus::Hashing:
+      return u"Hashing";
+    case RowStatus::Cancelled:
+      return u"Cancelled";
+    case RowStatus::Failed:
+      return swr::IsMissingError(row.error) ? u"Missing" : swr::FormatErrorText(row.error);
+    case RowStatus::Done:
+      break;
+  }
+  return DoneText(row, box);
+}
+
+}  // namespace app

@@ -1,0 +1,20 @@
+// The words and figures of the status line.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "app/window/view.h"
+#include "app/worker/hash_queue.h"
+
+namespace app {
+
+// "3 files, 1.2 MB"; empty for an empty list.
+std::u16string IdleLine(size_t rowCount, uint64_t totalSize);
+
+// "Hashing name (42%), 7 more, 310 MB/s, 1:05 left", as far as the figures are known.
+std::u16string RunningLine(const WorkerSnapshot& snapshot);
+
+ProgressFigures FiguresOf(const WorkerSnapshot& snapshot);
+
+}  // namespace app

@@ -1,0 +1,83 @@
+// The catalogue of the fifteen algorithms, sets of them, and the look-ups by name and by digest
+// length. Nothing is hashed here.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace swr {
+
+// Row in the catalogue, bit in an AlgoMask and index of every per-algorithm array. The numbers are
+// persisted through the mask and never change.
+enum class AlgoId : uint8_t {
+  Crc32 = 0,
+  Md5 = 1,
+  Sha1 = 2,
+  Sha256 = 3,
+  Sha384 = 4,
+  Sha512 = 5,
+  Sha3_256 = 6,
+  Sha3_384 = 7,
+  Sha3_512 = 8,
+  Blake3 = 9,
+  Xxh64 = 10,
+  Xxh3_64 = 11,
+  Xxh128 = 12,
+  Md2 = 13,
+  Md4 = 14,
+};
+inline constexpr size_t AlgoCount = 15;
+
+// Menu groups of the algorithms.
+enum class AlgoGroup : uint8_t { General = 0, Modern = 1, Fast = 2, Legacy = 3 };
+
+struct AlgoInfo {
+  AlgoId id;
+  std::u16string_view name;   // what the user sees
+  std::string_view tag;       // lower-case spelling of file names and tagged lines
+  std::string_view upperTag;  // upper-case spelling of BSD tagged lines
+  uint32_t digestSize;        // bytes
+  AlgoGroup group;
+  bool secure;  // offered as fit for security use
+};
+
+// A set of algorithms: bit n stands for the AlgoId n.
+using AlgoMask = uint32_t;
+inline constexpr AlgoMask AllAlgosMask = 0x7FFF;
+inline constexpr AlgoMask LegacyAlgoMask = 0x6000;
+inline constexpr AlgoMask DefaultAlgoMask = 14;  // MD5, SHA-1, SHA-256: nothing usable was saved
+inline constexpr AlgoMask FallbackAlgoMask = 8;  // SHA-256: what an empty selection turns into
+
+constexpr size_t IndexOf(AlgoId id) { return static_cast<size_t>(id); }
+constexpr AlgoMask MaskOf(AlgoId id) { return AlgoMask{1} << IndexOf(id); }
+
+// All rows, in the order of every list of algorithms in the program.
+std::span<const AlgoInfo> AllAlgos();
+const AlgoInfo& GetAlgo(AlgoId id);
+
+// The members of `mask`, ascending.
+std::vector<AlgoId> IdsFromMask(AlgoMask mask);
+uint32_t CountAlgos(AlgoMask mask);
+
+// The selection that a saved one leads to. 0 counts as nothing saved; unknown bits are dropped, and
+// the legacy ones too unless `showLegacy`; what is then empty becomes DefaultAlgoMask.
+AlgoMask AlgosFromSaved(AlgoMask saved, bool showLegacy);
+
+// `text` without hyphens, underscores and spaces, and with A to Z in lower case.
+std::string NormalizeAlgoName(std::string_view text);
+// The algorithm that a name or alias means, whatever its case and hyphens. "sha" means SHA-1;
+// "sha2" and "sha3" alone are unknown. The wide form knows no name with a unit above 127.
+std::optional<AlgoId> ParseAlgoName(std::string_view text);
+std::optional<AlgoId> ParseAlgoName(std::u16string_view text);
+
+// The algorithms whose digest has `bytes` bytes, in the order in which a value of that length is
+// compared with them. Empty when there is none.
+std::vector<AlgoId> AlgosForDigestSize(size_t bytes);
+bool IsDigestSizeKnown(size_t bytes);
+
+}  // namespace swr

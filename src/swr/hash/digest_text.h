@@ -1,0 +1,20 @@
+// Digests as hexadecimal text, and their equality.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+
+#include "swr/hash/digest.h"
+
+namespace swr {
+
+// Two digits a byte, in stored order, without prefix or separators; empty for an empty digest.
+std::string BytesToHex(std::span<const uint8_t> bytes, bool uppercase);
+std::string DigestToHex(const Digest& digest, bool uppercase);
+std::u16string DigestToWideHex(const Digest& digest, bool uppercase);
+
+// Equal in length and bytes. Not a constant-time compare.
+bool DigestEquals(const Digest& digest, std::span<const uint8_t> bytes);
+
+}  // namespace swr

@@ -1,0 +1,238 @@
+#include "swr/hash/hash_file.h"
+
+#include <condition_variable>
+#include <cstddef>
+#include <memory>
+#include <mutex>
+#include <stdexcept>
+#include <thread>
+#include <utility>
+#include <vector>
+
+#include "swr/hash/hasher.h"
+#include "swr/paths/path_forms.h"
+#include "swr/system/error_codes.h"
+#include "swr/system/file.h"
+
+namespace swr {
+namespace {
+
+constexpr size_t RingLength = 4;
+
+using HasherList = std::vector<std::unique_ptr<Hasher>>;
+
+// One chunk of the file. While `pending` is 0 the reader owns it, otherwise the hashing threads do.
+struct RingSlot {
+  std::unique_ptr<std::byte[]> data;
+  uint32_t length = 0;
+  bool last = false;    // this chunk ended the file
+  int32_t pending = 0;  // hashing threads that have yet to finish this chunk
+};
+
+// What the reader and the hashing threads share. Everything but the slots' contents and the hashers
+// is touched under `mutex` only.
+struct ConsumerContext {
+  explicit ConsumerContext(HasherList& list) : hashers(list) {}
+
+  std::mutex mutex;
+  std::condition_variable chunkReady;  // all hashers want each chunk: notify all
+  std::condition_variable slotFree;    // only the reader waits: notify one
+  uint64_t published = 0;              // chunks handed to the hashing threads so far
+  bool stop = false;                   // no further chunk will come
+  std::array<RingSlot, RingLength> slots;
+  HasherList& hashers;
+};
+
+struct ChunkRead {
+  bool reachedEnd = false;
+  uint32_t error = 0;
+};
+
+std::unique_ptr<std::byte[]> MakeBuffer(uint32_t size) {
+  return std::make_unique_for_overwrite<std::byte[]>(size);
+}
+
+// Fills the slot until it is full or the file ends: a short read alone does not end the chunk, and
+// a full chunk says nothing of the end yet.
+ChunkRead ReadChunk(File& file, RingSlot& slot, uint32_t size) {
+  slot.length = 0;
+  slot.last = false;
+  while (slot.length < size) {
+    const ReadResult read = file.Read(slot.data.get() + slot.length, size - slot.length);
+    const bool endsLikeFile =
+        !read.succeeded && (read.error == ErrorBrokenPipe || read.error == ErrorHandleEof);
+    if (endsLikeFile || (read.succeeded && read.bytes == 0)) {
+      slot.last = true;
+      return {.reachedEnd = true};
+    }
+    if (!read.succeeded) {
+      // A failure without a code can't be told to anybody; it passes for a full chunk.
+      slot.last = read.error != 0;
+      return {.error = read.error};
+    }
+    slot.length += read.bytes;
+  }
+  return {};
+}
+
+void ConsumerMain(ConsumerContext& context, size_t index) {
+  Hasher& hasher = *context.hashers[index];
+  for (uint64_t i = 0;; ++i) {
+    std::unique_lock lock(context.mutex);
+    context.chunkReady.wait(lock, [&] { return context.published > i || context.stop; });
+    // Stop ends a thread only when it has caught up.
+    if (context.published <= i) return;
+    RingSlot& slot = context.slots[i % RingLength];
+    lock.unlock();
+
+    if (slot.length != 0) hasher.Update(slot.data.get(), slot.length);
+    const bool last = slot.last;
+
+    lock.lock();
+    if (--slot.pending == 0) context.slotFree.notify_one();
+    lock.unlock();
+    if (last) return;
+  }
+}
+
+void Publish(ConsumerContext& context, RingSlot& slot) {
+  {
+    const std::lock_guard lock(context.mutex);
+    slot.pending = static_cast<int32_t>(context.hashers.size());
+    ++context.published;
+  }
+  context.chunkReady.notify_all();
+}
+
+void Stop(ConsumerContext& context) {
+  {
+    const std::lock_guard lock(context.mutex);
+    context.stop = true;
+  }
+  context.chunkReady.notify_all();
+}
+
+bool IsCancelled(const HashOptions& options) {
+  return options.cancel != nullptr && options.cancel->load(std::memory_order_relaxed);
+}
+
+void ReportProgress(const HashOptions& options, uint64_t bytesRead) {
+  if (options.progress) options.progress(bytesRead);
+}
+
+// Reads the rest of the file behind the first chunk, which stands in slot 0 and is published.
+void FillRing(File& file, ConsumerContext& context, const HashOptions& options,
+              HashOutcome& outcome) {
+  for (uint64_t s = 1;; ++s) {
+    RingSlot& slot = context.slots[s % RingLength];
+    {
+      std::unique_lock lock(context.mutex);
+      context.slotFree.wait(lock, [&] { return slot.pending == 0; });
+    }
+    if (IsCancelled(options)) {
+      outcome.cancelled = true;
+      break;
+    }
+    const ChunkRead read = ReadChunk(file, slot, options.chunkSize);
+    if (read.error != 0) {
+      outcome.error = read.error;
+      break;
+    }
+    outcome.bytesRead += slot.length;
+    const bool last = slot.last;
+    Publish(context, slot);
+    ReportProgress(options, outcome.bytesRead);
+    if (last) return;
+  }
+  Stop(context);
+}
+
+void HashInParallel(File& file, ConsumerContext& context, const HashOptions& options,
+                    HashOutcome& outcome) {
+  for (size_t i = 1; i < RingLength; ++i) context.slots[i].data = MakeBuffer(options.chunkSize);
+  std::vector<std::thread> threads;
+  threads.reserve(context.hashers.size());
+  for (size_t i = 0; i < context.hashers.size(); ++i) {
+    threads.emplace_back(ConsumerMain, std::ref(context), i);
+  }
+  Publish(context, context.slots[0]);
+  FillRing(file, context, options, outcome);
+  for (std::thread& thread : threads) thread.join();
+}
+
+void CollectDigests(HasherList& hashers, const std::vector<AlgoId>& ids, HashOutcome& outcome) {
+  for (size_t i = 0; i < hashers.size(); ++i) {
+    DigestSlot& slot = outcome.digests[IndexOf(ids[i])];
+    static_cast<Digest&>(slot) = hashers[i]->Final();
+    slot.present = true;
+  }
+}
+
+HashOutcome HashHandle(File& file, AlgoMask mask, const HashOptions& options) {
+  HashOutcome outcome;
+  const std::vector<AlgoId> ids = IdsFromMask(mask);
+  HasherList hashers;
+  try {
+    for (const AlgoId id : ids) hashers.push_back(MakeHasher(id));
+  } catch (const std::runtime_error&) {
+    outcome.error = ErrorNotSupported;
+    return outcome;
+  }
+
+  ConsumerContext context(hashers);
+  RingSlot& first = context.slots[0];
+  first.data = MakeBuffer(options.chunkSize);
+  const ChunkRead read = ReadChunk(file, first, options.chunkSize);
+  outcome.bytesRead = first.length;
+  if (read.error != 0) {
+    outcome.error = read.error;
+    return outcome;
+  }
+  ReportProgress(options, outcome.bytesRead);
+  if (IsCancelled(options)) {
+    outcome.cancelled = true;
+    return outcome;
+  }
+
+  if (read.reachedEnd) {
+    for (const auto& hasher : hashers) hasher->Update(first.data.get(), first.length);
+  } else if (hashers.empty()) {
+    return outcome;
+  } else {
+    HashInParallel(file, context, options, outcome);
+  }
+  if (outcome.error == 0 && !outcome.cancelled) CollectDigests(hashers, ids, outcome);
+  return outcome;
+}
+
+}  // namespace
+
+HashOutcome HashFile(const std::u16string& path, AlgoMask mask, const HashOptions& options) {
+  HashOutcome outcome;
+  const std::u16string longPath = ToLongPath(path);
+  File file;
+  outcome.error = File::Open(longPath, FileSharing::Everything, file);
+  if (outcome.error != 0) {
+    if (outcome.error == ErrorAccessDenied && IsDirectoryPath(path)) {
+      outcome.error = ErrorIsDirectory;
+    }
+    return outcome;
+  }
+  const std::optional<FileFacts> before = file.Facts();
+  if (before && before->isDirectory) {
+    outcome.error = ErrorIsDirectory;
+    return outcome;
+  }
+
+  outcome = HashHandle(file, mask, options);
+
+  if (outcome.error == 0 && !outcome.cancelled && before) {
+    if (const std::optional<FileFacts> after = file.Facts()) {
+      outcome.changed = before->size != after->size || outcome.bytesRead != after->size ||
+                        before->modified != after->modified;
+    }
+  }
+  return outcome;
+}
+
+}  // namespace swr

@@ -1,0 +1,30 @@
+// One incremental hash computation, and the factory that makes one for any algorithm.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <span>
+
+#include "swr/hash/algorithms.h"
+#include "swr/hash/digest.h"
+
+namespace swr {
+
+// Used by one thread at a time: made, fed, finished once, destroyed. Never reset or reused.
+class Hasher {
+ public:
+  virtual ~Hasher() = default;
+  // Takes any number of bytes, also none, in pieces of any size.
+  virtual void Update(const void* data, uint64_t size) = 0;
+  // The digest of all bytes so far. Called once, last.
+  virtual Digest Final() = 0;
+};
+
+// Throws std::runtime_error when the platform's provider can't serve the algorithm or `id` is not
+// in the catalogue ("unknown algorithm"), and std::bad_alloc.
+std::unique_ptr<Hasher> MakeHasher(AlgoId id);
+
+// The digest of `bytes`; throws as MakeHasher does.
+Digest HashBytes(AlgoId id, std::span<const uint8_t> bytes);
+
+}  // namespace swr

@@ -1,0 +1,63 @@
+#include "swr/paths/folder_walk.h"
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+#include "swr/paths/path_forms.h"
+#include "swr/system/directory.h"
+#include "swr/system/error_codes.h"
+#include "swr/system/text_services.h"
+
+namespace swr {
+namespace {
+
+// Files before folders, then natural order. Two names of one folder that are equal in that order
+// (they differ in case or in leading zeros) follow their code units, so that the order of rows does
+// not depend on the file system.
+bool ComesBefore(const DirectoryEntry& a, const DirectoryEntry& b) {
+  if (a.isDirectory != b.isDirectory) return b.isDirectory;
+  const int order = SystemCompareNatural(a.name, b.name);
+  return order != 0 ? order < 0 : a.name < b.name;
+}
+
+// The entries of one folder that the walk is about, in its order. False when the folder can't be
+// listed.
+bool ListDirectory(const std::u16string& folder, const WalkOptions& options,
+                   std::vector<DirectoryEntry>& entries) {
+  const uint32_t error = ReadDirectory(ToLongPath(folder), entries);
+  // An empty root of a drive has no entry at all, not even "." and "..".
+  if (error != 0) return error == ErrorFileNotFound;
+  std::erase_if(entries, [&](const DirectoryEntry& entry) {
+    return (entry.isHidden && !options.includeHidden) || (entry.isDirectory && entry.isLink);
+  });
+  std::sort(entries.begin(), entries.end(), ComesBefore);
+  return true;
+}
+
+bool WalkFolderLevel(const std::u16string& folder, const std::u16string& prefix,
+                     const std::u16string& pattern, const WalkOptions& options,
+                     const FoundFileCallback& callback) {
+  std::vector<DirectoryEntry> entries;
+  if (!ListDirectory(folder, options, entries)) return false;
+  for (const DirectoryEntry& entry : entries) {
+    if (options.cancel != nullptr && options.cancel->load(std::memory_order_relaxed)) break;
+    std::u16string path = JoinPath(folder, entry.name);
+    std::u16string relative = JoinPath(prefix, entry.name);
+    if (entry.isDirectory) {
+      if (options.recursive) WalkFolderLevel(path, relative, pattern, options, callback);
+    } else if (pattern.empty() || SystemMatchesPattern(entry.name, pattern)) {
+      callback({.path = std::move(path), .relativePath = std::move(relative), .size = entry.size});
+    }
+  }
+  return true;
+}
+
+}  // namespace
+
+bool WalkFolder(const std::u16string& root, const WalkOptions& options,
+                const FoundFileCallback& callback, const std::u16string& pattern) {
+  return WalkFolderLevel(root, {}, pattern, options, callback);
+}
+
+}  // namespace swr

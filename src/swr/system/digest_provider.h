@@ -1,0 +1,35 @@
+// The platform's provider of MD2, MD4, MD5, SHA-1 and SHA-2: bcrypt on Windows, OpenSSL and Nettle
+// elsewhere.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <memory>
+
+namespace swr {
+
+enum class ProviderAlgorithm : uint8_t { Md2, Md4, Md5, Sha1, Sha256, Sha384, Sha512 };
+inline constexpr size_t ProviderAlgorithmCount = 7;
+
+// One running hash of the provider. Used by one thread at a time; many may run at once. The
+// provider of an algorithm is opened once a process, and a failure to open it stands until the end
+// of the process.
+class ProviderHash {
+ public:
+  // Throws std::runtime_error "Windows cryptography provider unavailable" when the algorithm's
+  // provider can't be opened, and "BCryptCreateHash failed" when it gives no hash object.
+  explicit ProviderHash(ProviderAlgorithm algorithm);
+  ~ProviderHash();
+  ProviderHash(const ProviderHash&) = delete;
+  ProviderHash& operator=(const ProviderHash&) = delete;
+
+  void Update(const void* data, uint64_t size);
+  // Writes the digest to the start of `bytes` and returns its length. Called once, last.
+  uint8_t Finish(std::array<uint8_t, 64>& bytes);
+
+ private:
+  struct State;
+  std::unique_ptr<State> state_;
+};
+
+}  // namespace swr

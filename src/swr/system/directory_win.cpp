@@ -1,0 +1,48 @@
+#include "swr/system/directory.h"
+
+#include "swr/system/windows_api_win.h"
+
+#include <string_view>
+
+#include "swr/system/fault_injection.h"
+#include "swr/system/unique_handle.h"
+#include "swr/system/wide_text_win.h"
+
+namespace swr {
+namespace {
+
+struct FindHandleTraits {
+  using Value = HANDLE;
+  // INVALID_HANDLE_VALUE is a cast and can't be a constant expression.
+  static inline const HANDLE Invalid = INVALID_HANDLE_VALUE;
+  static void Close(HANDLE value) noexcept { FindClose(value); }
+};
+
+}  // namespace
+
+uint32_t ReadDirectory(const std::u16string& folder, std::vector<DirectoryEntry>& entries) {
+  if (const auto fault = InjectedFault(SystemCall::ListDirectory)) return *fault;
+  // Behind the long prefix the system takes a path literally, so a second separator behind a drive
+  // root would name nothing.
+  const bool endsInSeparator = !folder.empty() && folder.back() == u'\\';
+  const std::u16string pattern = folder + (endsInSeparator ? u"*" : u"\\*");
+  WIN32_FIND_DATAW data;
+  const UniqueHandle<FindHandleTraits> find(FindFirstFileExW(AsWide(pattern), FindExInfoBasic,
+                                                             &data, FindExSearchNameMatch, nullptr,
+                                                             FIND_FIRST_EX_LARGE_FETCH));
+  if (!find) return GetLastError();
+  do {
+    const std::wstring_view name = data.cFileName;
+    if (name == L"." || name == L"..") continue;
+    const DWORD attributes = data.dwFileAttributes;
+    entries.push_back(
+        {.name = FromWide(name),
+         .size = (uint64_t{data.nFileSizeHigh} << 32) | data.nFileSizeLow,
+         .isDirectory = (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0,
+         .isHidden = (attributes & (FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM)) != 0,
+         .isLink = (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0});
+  } while (FindNextFileW(find.Get(), &data));
+  return 0;
+}
+
+}  // namespace swr

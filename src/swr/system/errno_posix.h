@@ -1,0 +1,10 @@
+// The Windows error code that says what an errno says.
+#pragma once
+
+#include <cstdint>
+
+namespace swr {
+
+uint32_t ErrorFromErrno(int value);
+
+}  // namespace swr

@@ -1,0 +1,61 @@
+// Opening and reading one file, and what the file system says about it. Paths are in the form that
+// the system takes (see swr/paths/path_forms.h); errors are Windows error codes.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "swr/system/unique_handle.h"
+
+namespace swr {
+
+// A moment in 100 ns steps since 1601-01-01 UTC, the numbering of FILETIME. 0 means unknown.
+using FileTime = uint64_t;
+
+struct FileFacts {
+  uint64_t size = 0;  // bytes; 0 for a folder
+  FileTime modified = 0;
+  bool isDirectory = false;
+};
+
+struct ReadResult {
+  bool succeeded = false;
+  uint32_t bytes = 0;  // 0 with `succeeded` is the end of the file
+  uint32_t error = 0;  // meaningful when not `succeeded`; can be 0 even then
+};
+
+enum class FileSharing : uint8_t {
+  Everything,  // others may read, write, rename and delete the file meanwhile
+  ReadWrite,   // others may read and write it, not delete it
+};
+
+// One file opened for reading, closed with the object. Used by one thread at a time.
+class File {
+ public:
+  // Opens an existing file for one pass from its start. On success `file` holds it and the result
+  // is 0; on failure `file` is untouched. A folder fails with 5 (access denied) where the system
+  // does not open folders, and opens where it does.
+  [[nodiscard]] static uint32_t Open(const std::u16string& path, FileSharing sharing, File& file);
+
+  // Facts of the open file itself, whatever its path names by now.
+  std::optional<FileFacts> Facts() const;
+  // Reads up to `size` bytes at the current position. May read less before the end.
+  ReadResult Read(void* buffer, uint32_t size);
+
+ private:
+  // The platform's own handle or descriptor; both fit, and -1 is no file on either.
+  struct HandleTraits {
+    using Value = intptr_t;
+    static constexpr Value Invalid = -1;
+    static void Close(Value value) noexcept;
+  };
+  UniqueHandle<HandleTraits> handle_;
+};
+
+// Facts of what a path names, without opening it; links are followed. On failure the result is
+// empty and `error` is set; on success `error` is untouched.
+std::optional<FileFacts> QueryFacts(const std::u16string& path, uint32_t& error);
+
+}  // namespace swr

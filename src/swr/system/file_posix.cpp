@@ -1,0 +1,81 @@
+#include "swr/system/file.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+
+#include "swr/system/errno_posix.h"
+#include "swr/system/error_codes.h"
+#include "swr/system/fault_injection.h"
+#include "swr/system/path_bytes_posix.h"
+
+namespace swr {
+namespace {
+
+int AsDescriptor(intptr_t value) { return static_cast<int>(value); }
+
+FileFacts FactsFrom(const struct stat& status) {
+  // Seconds from 1601-01-01, where FILETIME begins, to 1970-01-01.
+  constexpr int64_t epochOffset = 11644473600;
+  const int64_t ticks =
+      (status.st_mtim.tv_sec + epochOffset) * 10'000'000 + status.st_mtim.tv_nsec / 100;
+  const bool isDirectory = S_ISDIR(status.st_mode);
+  return {.size = isDirectory ? 0 : static_cast<uint64_t>(status.st_size),
+          .modified = static_cast<FileTime>(ticks),
+          .isDirectory = isDirectory};
+}
+
+}  // namespace
+
+void File::HandleTraits::Close(intptr_t value) noexcept { close(AsDescriptor(value)); }
+
+uint32_t File::Open(const std::u16string& path, FileSharing /*sharing*/, File& file) {
+  if (const auto fault = InjectedFault(SystemCall::OpenFile)) return *fault;
+  // Without O_NONBLOCK the open of a named pipe would wait for its other end.
+  const int descriptor =
+      open(PathBytesFromText(path).c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK);
+  if (descriptor < 0) return ErrorFromErrno(errno);
+  File opened;
+  opened.handle_.Reset(descriptor);
+  struct stat status;
+  if (fstat(descriptor, &status) != 0) return ErrorFromErrno(errno);
+  // Pipes, sockets and devices have no content that ends.
+  if (!S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode)) return ErrorNotSupported;
+  posix_fadvise(descriptor, 0, 0, POSIX_FADV_SEQUENTIAL);
+  file = std::move(opened);
+  return 0;
+}
+
+std::optional<FileFacts> File::Facts() const {
+  if (InjectedFault(SystemCall::FileFacts)) return std::nullopt;
+  struct stat status;
+  if (fstat(AsDescriptor(handle_.Get()), &status) != 0) return std::nullopt;
+  return FactsFrom(status);
+}
+
+ReadResult File::Read(void* buffer, uint32_t size) {
+  if (const auto fault = InjectedFault(SystemCall::ReadFile)) return {.error = *fault};
+  ssize_t bytes = 0;
+  do {
+    bytes = read(AsDescriptor(handle_.Get()), buffer, size);
+  } while (bytes < 0 && errno == EINTR);
+  if (bytes < 0) return {.error = ErrorFromErrno(errno)};
+  return {.succeeded = true, .bytes = static_cast<uint32_t>(bytes)};
+}
+
+std::optional<FileFacts> QueryFacts(const std::u16string& path, uint32_t& error) {
+  if (const auto fault = InjectedFault(SystemCall::PathFacts)) {
+    error = *fault;
+    return std::nullopt;
+  }
+  struct stat status;
+  if (stat(PathBytesFromText(path).c_str(), &status) != 0) {
+    error = ErrorFromErrno(errno);
+    return std::nullopt;
+  }
+  return FactsFrom(status);
+}
+
+}  // namespace swr

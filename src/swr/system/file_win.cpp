@@ -1,0 +1,68 @@
+#include "swr/system/file.h"
+
+#include "swr/system/windows_api_win.h"
+
+#include "swr/system/fault_injection.h"
+#include "swr/system/wide_text_win.h"
+
+namespace swr {
+namespace {
+
+HANDLE AsHandle(intptr_t value) { return reinterpret_cast<HANDLE>(value); }
+
+uint64_t Join(DWORD high, DWORD low) { return (uint64_t{high} << 32) | low; }
+
+FileFacts FactsFrom(DWORD attributes, DWORD sizeHigh, DWORD sizeLow, const FILETIME& modified) {
+  return {.size = Join(sizeHigh, sizeLow),
+          .modified = Join(modified.dwHighDateTime, modified.dwLowDateTime),
+          .isDirectory = (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0};
+}
+
+}  // namespace
+
+void File::HandleTraits::Close(intptr_t value) noexcept { CloseHandle(AsHandle(value)); }
+
+uint32_t File::Open(const std::u16string& path, FileSharing sharing, File& file) {
+  if (const auto fault = InjectedFault(SystemCall::OpenFile)) return *fault;
+  DWORD share = FILE_SHARE_READ | FILE_SHARE_WRITE;
+  if (sharing == FileSharing::Everything) share |= FILE_SHARE_DELETE;
+  const HANDLE handle =
+      CreateFileW(AsWide(path), FILE_READ_DATA | FILE_READ_ATTRIBUTES | SYNCHRONIZE, share, nullptr,
+                  OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr);
+  if (handle == INVALID_HANDLE_VALUE) return GetLastError();
+  file.handle_.Reset(reinterpret_cast<intptr_t>(handle));
+  return 0;
+}
+
+std::optional<FileFacts> File::Facts() const {
+  if (InjectedFault(SystemCall::FileFacts)) return std::nullopt;
+  BY_HANDLE_FILE_INFORMATION info;
+  if (!GetFileInformationByHandle(AsHandle(handle_.Get()), &info)) return std::nullopt;
+  return FactsFrom(info.dwFileAttributes, info.nFileSizeHigh, info.nFileSizeLow,
+                   info.ftLastWriteTime);
+}
+
+ReadResult File::Read(void* buffer, uint32_t size) {
+  if (const auto fault = InjectedFault(SystemCall::ReadFile)) return {.error = *fault};
+  DWORD bytes = 0;
+  if (!ReadFile(AsHandle(handle_.Get()), buffer, size, &bytes, nullptr)) {
+    return {.error = GetLastError()};
+  }
+  return {.succeeded = true, .bytes = bytes};
+}
+
+std::optional<FileFacts> QueryFacts(const std::u16string& path, uint32_t& error) {
+  if (const auto fault = InjectedFault(SystemCall::PathFacts)) {
+    error = *fault;
+    return std::nullopt;
+  }
+  WIN32_FILE_ATTRIBUTE_DATA data;
+  if (!GetFileAttributesExW(AsWide(path), GetFileExInfoStandard, &data)) {
+    error = GetLastError();
+    return std::nullopt;
+  }
+  return FactsFrom(data.dwFileAttributes, data.nFileSizeHigh, data.nFileSizeLow,
+                   data.ftLastWriteTime);
+}
+
+}  // namespace swr

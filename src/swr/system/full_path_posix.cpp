@@ -1,0 +1,47 @@
+#include "swr/system/full_path.h"
+
+#include <filesystem>
+#include <string_view>
+#include <system_error>
+#include <vector>
+
+#include "swr/system/path_bytes_posix.h"
+
+namespace swr {
+
+std::optional<std::u16string> SystemFullPath(const std::u16string& path) {
+  if (path.empty()) return std::nullopt;
+  std::u16string absolute;
+  if (path.front() != u'/') {
+    std::error_code error;
+    const std::filesystem::path current = std::filesystem::current_path(error);
+    if (error) return std::nullopt;
+    absolute = PathTextFromBytes(current.native());
+  }
+  absolute += u'/';
+  absolute += path;
+
+  std::vector<std::u16string_view> steps;
+  std::u16string_view rest = absolute;
+  while (!rest.empty()) {
+    const size_t end = rest.find(u'/');
+    const std::u16string_view step = rest.substr(0, end);
+    rest.remove_prefix(end == rest.npos ? rest.size() : end + 1);
+    if (step.empty() || step == u".") continue;
+    if (step != u"..") {
+      steps.push_back(step);
+    } else if (!steps.empty()) {
+      steps.pop_back();
+    }
+  }
+  std::u16string full;
+  for (const std::u16string_view step : steps) {
+    full += u'/';
+    full += step;
+  }
+  if (full.empty()) full = u"/";
+  if (full.size() > LongestFullPath) return std::nullopt;
+  return full;
+}
+
+}  // namespace swr
