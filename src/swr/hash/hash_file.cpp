@@ -24,6 +24,7 @@ using HasherList = std::vector<std::unique_ptr<Hasher>>;
 // One chunk of the file. While `pending` is 0 the reader owns it, otherwise the hashing threads do.
 struct RingSlot {
   std::unique_ptr<std::byte[]> data;
+  uint32_t capacity = 0;
   uint32_t length = 0;
   bool last = false;    // this chunk ended the file
   int32_t pending = 0;  // hashing threads that have yet to finish this chunk
@@ -48,17 +49,18 @@ struct ChunkRead {
   uint32_t error = 0;
 };
 
-std::unique_ptr<std::byte[]> MakeBuffer(uint32_t size) {
-  return std::make_unique_for_overwrite<std::byte[]>(size);
+void GiveBuffer(RingSlot& slot, uint32_t capacity) {
+  slot.data = std::make_unique_for_overwrite<std::byte[]>(capacity);
+  slot.capacity = capacity;
 }
 
 // Fills the slot until it is full or the file ends: a short read alone does not end the chunk, and
 // a full chunk says nothing of the end yet.
-ChunkRead ReadChunk(File& file, RingSlot& slot, uint32_t size) {
+ChunkRead ReadChunk(File& file, RingSlot& slot) {
   slot.length = 0;
   slot.last = false;
-  while (slot.length < size) {
-    const ReadResult read = file.Read(slot.data.get() + slot.length, size - slot.length);
+  while (slot.length < slot.capacity) {
+    const ReadResult read = file.Read(slot.data.get() + slot.length, slot.capacity - slot.length);
     const bool endsLikeFile =
         !read.succeeded && (read.error == ErrorBrokenPipe || read.error == ErrorHandleEof);
     if (endsLikeFile || (read.succeeded && read.bytes == 0)) {
@@ -133,7 +135,7 @@ void FillRing(File& file, ConsumerContext& context, const HashOptions& options,
       outcome.cancelled = true;
       break;
     }
-    const ChunkRead read = ReadChunk(file, slot, options.chunkSize);
+    const ChunkRead read = ReadChunk(file, slot);
     if (read.error != 0) {
       outcome.error = read.error;
       break;
@@ -149,7 +151,7 @@ void FillRing(File& file, ConsumerContext& context, const HashOptions& options,
 
 void HashInParallel(File& file, ConsumerContext& context, const HashOptions& options,
                     HashOutcome& outcome) {
-  for (size_t i = 1; i < RingLength; ++i) context.slots[i].data = MakeBuffer(options.chunkSize);
+  for (size_t i = 1; i < RingLength; ++i) GiveBuffer(context.slots[i], options.chunkSize);
   std::vector<std::thread> threads;
   threads.reserve(context.hashers.size());
   for (size_t i = 0; i < context.hashers.size(); ++i) {
@@ -168,7 +170,15 @@ void CollectDigests(HasherList& hashers, const std::vector<AlgoId>& ids, HashOut
   }
 }
 
-HashOutcome HashHandle(File& file, AlgoMask mask, const HashOptions& options) {
+// The buffer of the first chunk. A short file is not worth a whole chunk of memory; the one byte
+// more is what lets its end show.
+uint32_t FirstChunkSize(const std::optional<FileFacts>& facts, uint32_t chunkSize) {
+  if (!facts || facts->size >= chunkSize) return chunkSize;
+  return static_cast<uint32_t>(facts->size) + 1;
+}
+
+HashOutcome HashHandle(File& file, AlgoMask mask, const HashOptions& options,
+                       uint32_t firstChunkSize) {
   HashOutcome outcome;
   const std::vector<AlgoId> ids = IdsFromMask(mask);
   HasherList hashers;
@@ -181,8 +191,8 @@ HashOutcome HashHandle(File& file, AlgoMask mask, const HashOptions& options) {
 
   ConsumerContext context(hashers);
   RingSlot& first = context.slots[0];
-  first.data = MakeBuffer(options.chunkSize);
-  const ChunkRead read = ReadChunk(file, first, options.chunkSize);
+  GiveBuffer(first, firstChunkSize);
+  const ChunkRead read = ReadChunk(file, first);
   outcome.bytesRead = first.length;
   if (read.error != 0) {
     outcome.error = read.error;
@@ -224,7 +234,7 @@ HashOutcome HashFile(const std::u16string& path, AlgoMask mask, const HashOption
     return outcome;
   }
 
-  outcome = HashHandle(file, mask, options);
+  outcome = HashHandle(file, mask, options, FirstChunkSize(before, options.chunkSize));
 
   if (outcome.error == 0 && !outcome.cancelled && before) {
     if (const std::optional<FileFacts> after = file.Facts()) {

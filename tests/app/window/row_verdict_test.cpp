@@ -1,0 +1,218 @@
+#include "app/window/row_verdict.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "swr/system/error_codes.h"
+#include "swr/text/display_text.h"
+#include "swr/text/encoding.h"
+
+namespace app {
+namespace {
+
+using swr::AlgoId;
+
+constexpr uint8_t GoodByte = 0xAA;
+
+// A row with digests of GoodByte for `present`.
+ListRow MakeRow(RowStatus status, std::initializer_list<AlgoId> present) {
+  ListRow row;
+  row.status = status;
+  for (const AlgoId id : present) {
+    swr::DigestSlot& slot = row.digests[swr::IndexOf(id)];
+    slot.present = true;
+    slot.length = static_cast<uint8_t>(swr::GetAlgo(id).digestSize);
+    std::fill_n(slot.bytes.begin(), slot.length, GoodByte);
+  }
+  return row;
+}
+
+std::vector<uint8_t> Bytes(size_t length, uint8_t value = GoodByte) {
+  return std::vector<uint8_t>(length, value);
+}
+
+struct CompareCase {
+  const char* description;
+  RowStatus status = RowStatus::Done;
+  uint32_t error = 0;
+  std::vector<AlgoId> present;
+  std::vector<uint8_t> expected;
+  std::vector<AlgoId> candidates;
+  CompareOutcome outcome;
+  AlgoId algo = AlgoId::Crc32;
+};
+
+TEST(CompareRowTest, Table) {
+  const std::vector<AlgoId> of32 = {AlgoId::Sha256, AlgoId::Sha3_256, AlgoId::Blake3};
+  const CompareCase cases[] = {
+      // A failed row.
+      {.description = "missing file",
+       .status = RowStatus::Failed,
+       .error = 2,
+       .expected = Bytes(32),
+       .candidates = of32,
+       .outcome = CompareOutcome::Missing},
+      {.description = "missing folder",
+       .status = RowStatus::Failed,
+       .error = 3,
+       .expected = Bytes(32),
+       .candidates = of32,
+       .outcome = CompareOutcome::Missing},
+      {.description = "denied",
+       .status = RowStatus::Failed,
+       .error = 5,
+       .expected = Bytes(32),
+       .candidates = of32,
+       .outcome = CompareOutcome::Unreadable},
+      {.description = "missing counts before an empty list of candidates",
+       .status = RowStatus::Failed,
+       .error = 2,
+       .outcome = CompareOutcome::Missing},
+      // Candidates.
+      {.description = "no candidates", .expected = Bytes(32), .outcome = CompareOutcome::Mismatch},
+      {.description = "first candidate equals",
+       .present = {AlgoId::Sha256},
+       .expected = Bytes(32),
+       .candidates = of32,
+       .outcome = CompareOutcome::Match,
+       .algo = AlgoId::Sha256},
+      {.description = "second equals although the third is unknown",
+       .present = {AlgoId::Sha3_256},
+       .expected = Bytes(32),
+       .candidates = of32,
+       .outcome = CompareOutcome::Match,
+       .algo = AlgoId::Sha3_256},
+      {.description = "first differs, others unknown",
+       .present = {AlgoId::Sha256},
+       .expected = Bytes(32, 0xBB),
+       .candidates = of32,
+       .outcome = CompareOutcome::Pending},
+      {.description = "the same for a cancelled row",
+       .status = RowStatus::Cancelled,
+       .present = {AlgoId::Sha256},
+       .expected = Bytes(32, 0xBB),
+       .candidates = of32,
+       .outcome = CompareOutcome::NotChecked},
+      {.description = "a cancelled row still matches by what it has",
+       .status = RowStatus::Cancelled,
+       .present = {AlgoId::Sha256},
+       .expected = Bytes(32),
+       .candidates = of32,
+       .outcome = CompareOutcome::Match,
+       .algo = AlgoId::Sha256},
+      {.description = "all known, none equals",
+       .present = {AlgoId::Sha256, AlgoId::Sha3_256, AlgoId::Blake3},
+       .expected = Bytes(32, 0xBB),
+       .candidates = of32,
+       .outcome = CompareOutcome::Mismatch},
+      {.description = "waiting row with nothing known",
+       .status = RowStatus::Waiting,
+       .expected = Bytes(32),
+       .candidates = of32,
+       .outcome = CompareOutcome::Pending},
+      // Lengths.
+      {.description = "equal bytes of another length",
+       .present = {AlgoId::Md5},
+       .expected = Bytes(20),
+       .candidates = {AlgoId::Md5},
+       .outcome = CompareOutcome::Mismatch},
+  };
+  for (const CompareCase& test : cases) {
+    SCOPED_TRACE(test.description);
+    ListRow row = MakeRow(test.status, {});
+    row.error = test.error;
+    for (const AlgoId id : test.present) {
+      row.digests[swr::IndexOf(id)] = MakeRow(test.status, {id}).digests[swr::IndexOf(id)];
+    }
+    const CompareResult result = CompareRow(row, test.expected, test.candidates);
+    EXPECT_EQ(result.outcome, test.outcome);
+    if (test.outcome == CompareOutcome::Match) {
+      EXPECT_EQ(result.algo, test.algo);
+    }
+  }
+}
+
+struct StatusCase {
+  const char* description;
+  RowStatus status = RowStatus::Done;
+  uint32_t error = 0;
+  bool changed = false;
+  std::optional<uint8_t> expected;  // the row's own SHA-256, as one byte repeated
+  std::optional<uint8_t> box;       // the Expected hash box, likewise
+  bool hasDigest = true;            // SHA-256 of GoodByte
+  std::u16string text;
+};
+
+TEST(RowStatusTextTest, Table) {
+  const StatusCase cases[] = {
+      {.description = "waiting", .status = RowStatus::Waiting, .text = u"Waiting"},
+      {.description = "hashing", .status = RowStatus::Hashing, .text = u"Hashing"},
+      {.description = "cancelled", .status = RowStatus::Cancelled, .text = u"Cancelled"},
+      {.description = "waiting says nothing of a match",
+       .status = RowStatus::Waiting,
+       .expected = GoodByte,
+       .text = u"Waiting"},
+      {.description = "missing file", .status = RowStatus::Failed, .error = 2, .text = u"Missing"},
+      {.description = "missing folder",
+       .status = RowStatus::Failed,
+       .error = 3,
+       .text = u"Missing"},
+      {.description = "missing although something is expected of it",
+       .status = RowStatus::Failed,
+       .error = 2,
+       .expected = GoodByte,
+       .text = u"Missing"},
+      {.description = "another error in the system's words",
+       .status = RowStatus::Failed,
+       .error = swr::ErrorAccessDenied,
+       .text = swr::FormatErrorText(swr::ErrorAccessDenied)},
+      {.description = "an error without words",
+       .status = RowStatus::Failed,
+       .error = 3735928559,
+       .text = u"Error 3735928559"},
+      {.description = "done", .text = u"Done"},
+      {.description = "changed",
+       .changed = true,
+       .text = u"Done, but the file changed while it was read"},
+      {.description = "own digest matches", .expected = GoodByte, .text = u"OK (SHA-256)"},
+      {.description = "own digest matches and hides the change",
+       .changed = true,
+       .expected = GoodByte,
+       .text = u"OK (SHA-256)"},
+      {.description = "own digest differs", .expected = 0xBB, .text = u"FAILED"},
+      {.description = "own digest comes before the box",
+       .expected = 0xBB,
+       .box = GoodByte,
+       .text = u"FAILED"},
+      {.description = "box matches", .box = GoodByte, .text = u"Match (SHA-256)"},
+      {.description = "box differs", .box = 0xBB, .text = u"Done"},
+      {.description = "box differs and the file changed",
+       .changed = true,
+       .box = 0xBB,
+       .text = u"Done, but the file changed while it was read"},
+      {.description = "own digest not known yet",
+       .expected = GoodByte,
+       .hasDigest = false,
+       .text = u"Done"},
+  };
+  for (const StatusCase& test : cases) {
+    SCOPED_TRACE(test.description);
+    ListRow row = MakeRow(test.status, {});
+    if (test.hasDigest) row = MakeRow(test.status, {AlgoId::Sha256});
+    row.error = test.error;
+    row.changed = test.changed;
+    if (test.expected) {
+      row.hasExpected = true;
+      row.expectedBytes = Bytes(32, *test.expected);
+      row.expectedAlgos = {AlgoId::Sha256};
+    }
+    std::optional<ExpectedDigest> box;
+    if (test.box) box = ExpectedDigest{Bytes(32, *test.box), {AlgoId::Sha256, AlgoId::Blake3}};
+    const std::u16string text = RowStatusText(row, box ? &*box : nullptr);
+    EXPECT_EQ(text, test.text) << swr::WideToUtf8(text);
+  }
+}
+
+}  // namespace
+}  // namespace app

@@ -1,0 +1,105 @@
+#include "app/worker/result_queue.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <thread>
+
+namespace app {
+namespace {
+
+std::unique_ptr<ResultMessage> MakeResult(uint64_t rowId) {
+  auto result = std::make_unique<ResultMessage>();
+  result->rowId = rowId;
+  return result;
+}
+
+struct CountedQueue {
+  bool canTell = true;
+  int told = 0;
+  int progressTold = 0;
+  ResultQueue queue{{.results =
+                         [this] {
+                           ++told;
+                           return canTell;
+                         },
+                     .progress =
+                         [this] {
+                           ++progressTold;
+                           return true;
+                         }}};
+
+  std::vector<uint64_t> Take() {
+    std::vector<uint64_t> ids;
+    for (const auto& result : queue.Take()) ids.push_back(result->rowId);
+    return ids;
+  }
+};
+
+using Ids = std::vector<uint64_t>;
+
+TEST(ResultQueueTest, AnnouncesOnceUntilTheWindowFoundNothing) {
+  CountedQueue counted;
+  counted.queue.PostResult(MakeResult(1));
+  counted.queue.PostResult(MakeResult(2));
+  EXPECT_EQ(counted.told, 1);
+  EXPECT_EQ(counted.Take(), (Ids{1, 2}));
+
+  counted.queue.PostResult(MakeResult(3));
+  EXPECT_EQ(counted.told, 1) << "the window comes back by itself";
+  EXPECT_EQ(counted.Take(), Ids{3});
+  EXPECT_EQ(counted.Take(), Ids{});
+
+  counted.queue.PostResult(MakeResult(4));
+  EXPECT_EQ(counted.told, 2);
+  EXPECT_EQ(counted.Take(), Ids{4});
+}
+
+TEST(ResultQueueTest, AFailedAnnouncementIsTriedAgainAndNothingIsLost) {
+  CountedQueue counted;
+  counted.canTell = false;
+  counted.queue.PostResult(MakeResult(1));
+  counted.canTell = true;
+  counted.queue.PostResult(MakeResult(2));
+  counted.queue.PostResult(MakeResult(3));
+  EXPECT_EQ(counted.told, 2);
+  EXPECT_EQ(counted.Take(), (Ids{1, 2, 3}));
+}
+
+TEST(ResultQueueTest, ProgressIsPassedOn) {
+  CountedQueue counted;
+  counted.queue.PostProgress();
+  EXPECT_EQ(counted.progressTold, 1);
+}
+
+TEST(ResultQueueTest, EveryResultArrivesOnceAndInOrder) {
+  constexpr uint64_t count = 20000;
+  std::atomic<bool> announced = false;
+  ResultQueue queue({.results =
+                         [&] {
+                           announced = true;
+                           return true;
+                         },
+                     .progress = [] { return true; }});
+  std::thread sender([&] {
+    for (uint64_t i = 0; i < count; ++i) queue.PostResult(MakeResult(i));
+  });
+  uint64_t next = 0;
+  while (next < count) {
+    if (!announced.exchange(false)) continue;
+    // As the window does it: come back until nothing is found.
+    while (true) {
+      const auto results = queue.Take();
+      if (results.empty()) break;
+      for (const auto& result : results) {
+        EXPECT_EQ(result->rowId, next);
+        ++next;
+      }
+    }
+  }
+  sender.join();
+  EXPECT_EQ(next, count);
+}
+
+}  // namespace
+}  // namespace app

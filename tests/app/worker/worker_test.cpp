@@ -1,0 +1,333 @@
+#include "app/worker/worker.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <condition_variable>
+#include <functional>
+#include <mutex>
+#include <random>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "swr/hash/digest_text.h"
+#include "swr/system/error_codes.h"
+#include "tests/support/temp_tree.h"
+
+namespace app {
+namespace {
+
+using swr::testing::TempTree;
+using namespace std::chrono_literals;
+
+constexpr swr::AlgoMask Md5 = swr::MaskOf(swr::AlgoId::Md5);
+
+// Collects what the worker reports. Can hold the worker inside its progress call, so that a test
+// decides what happens while a file is being read.
+class Sink final : public WorkerSink {
+ public:
+  void PostResult(std::unique_ptr<ResultMessage> result) override {
+    const std::lock_guard lock(mutex_);
+    results_.push_back(std::move(result));
+    changed_.notify_all();
+  }
+  void PostProgress() override {
+    std::unique_lock lock(mutex_);
+    ++progressCount_;
+    changed_.notify_all();
+    changed_.wait(lock, [this] { return !holds_; });
+  }
+
+  void Hold() {
+    const std::lock_guard lock(mutex_);
+    holds_ = true;
+  }
+  void Release() {
+    const std::lock_guard lock(mutex_);
+    holds_ = false;
+    changed_.notify_all();
+  }
+  void WaitForProgress(int count = 1) {
+    std::unique_lock lock(mutex_);
+    ASSERT_TRUE(changed_.wait_for(lock, 60s, [&] { return progressCount_ >= count; }));
+  }
+  // All results so far, once there are `count`.
+  std::vector<std::unique_ptr<ResultMessage>> Wait(size_t count) {
+    std::unique_lock lock(mutex_);
+    EXPECT_TRUE(changed_.wait_for(lock, 60s, [&] { return results_.size() >= count; }));
+    return std::move(results_);
+  }
+  int progressCount() {
+    const std::lock_guard lock(mutex_);
+    return progressCount_;
+  }
+
+ private:
+  std::mutex mutex_;
+  std::condition_variable changed_;
+  std::vector<std::unique_ptr<ResultMessage>> results_;
+  int progressCount_ = 0;
+  bool holds_ = false;
+};
+
+class WorkerTest : public ::testing::Test {
+ protected:
+  HashJob Job(uint64_t rowId, const std::u16string& name, uint64_t size = 10) {
+    return {.rowId = rowId, .path = tree.AddFile(name, "0123456789"), .mask = Md5, .size = size};
+  }
+  // Enqueues a job and holds the worker in the middle of it.
+  void StartHeld(HashJob job) {
+    const int before = sink.progressCount();
+    worker.AcknowledgeProgress();
+    sink.Hold();
+    worker.Enqueue(std::move(job));
+    sink.WaitForProgress(before + 1);
+  }
+  // A moment at which the worker has finished everything.
+  void WaitUntilIdle() {
+    while (worker.GetSnapshot().active) std::this_thread::sleep_for(1ms);
+  }
+
+  TempTree tree;
+  Sink sink;
+  std::atomic<uint64_t> now = 1000;
+  Worker worker{sink, [this] { return now.load(); }};
+};
+
+TEST_F(WorkerTest, ReportsTheDigestsOfEachJobInOrder) {
+  worker.Enqueue(Job(1, u"a"));
+  worker.Enqueue({.rowId = 2, .path = tree.Path(u"gone"), .mask = Md5});
+  worker.Enqueue(Job(3, u"c"));
+  const auto results = sink.Wait(3);
+  ASSERT_EQ(results.size(), 3u);
+  EXPECT_EQ(results[0]->rowId, 1u);
+  EXPECT_EQ(results[0]->mask, Md5);
+  // MD5 of the ten digits, as md5sum prints it.
+  EXPECT_EQ(swr::DigestToHex(results[0]->outcome.digests[swr::IndexOf(swr::AlgoId::Md5)], false),
+            "781e5e245d69b566979b86e28d23f2c7");
+  EXPECT_EQ(results[1]->rowId, 2u);
+  EXPECT_EQ(results[1]->outcome.error, swr::ErrorFileNotFound);
+  EXPECT_EQ(results[2]->rowId, 3u) << "a failed job does not stop the queue";
+  EXPECT_EQ(results[2]->outcome.error, 0u);
+}
+
+TEST_F(WorkerTest, IdleFigures) {
+  const WorkerSnapshot snapshot = worker.GetSnapshot();
+  EXPECT_FALSE(snapshot.active);
+  EXPECT_EQ(snapshot.currentPath, u"");
+  EXPECT_EQ(snapshot.currentBytes, 0u);
+  EXPECT_EQ(snapshot.doneBytes, 0u);
+  EXPECT_EQ(snapshot.totalBytes, 0u);
+  EXPECT_EQ(snapshot.remainingJobs, 0u);
+  EXPECT_EQ(snapshot.bytesPerSecond, 0.0);
+}
+
+TEST_F(WorkerTest, FiguresDuringAJob) {
+  const HashJob job = Job(1, u"a", 100);
+  StartHeld(job);
+  worker.Enqueue(Job(2, u"b", 30));
+  WorkerSnapshot snapshot = worker.GetSnapshot();
+  EXPECT_TRUE(snapshot.active);
+  EXPECT_EQ(snapshot.currentPath, job.path);
+  EXPECT_EQ(snapshot.currentBytes, 10u);
+  EXPECT_EQ(snapshot.currentSize, 100u);
+  EXPECT_EQ(snapshot.doneBytes, 10u);
+  EXPECT_EQ(snapshot.totalBytes, 130u);
+  EXPECT_EQ(snapshot.remainingJobs, 2u);
+  sink.Release();
+  sink.Wait(2);
+  WaitUntilIdle();
+  snapshot = worker.GetSnapshot();
+  EXPECT_FALSE(snapshot.active);
+  EXPECT_EQ(snapshot.currentPath, u"");
+  EXPECT_EQ(snapshot.currentBytes, 0u);
+  EXPECT_EQ(snapshot.doneBytes, 130u) << "the sizes of the jobs, not the bytes read";
+  EXPECT_EQ(snapshot.remainingJobs, 0u);
+}
+
+TEST_F(WorkerTest, TheSpeedIsTheAverageOfTheBatchAfterHalfASecond) {
+  StartHeld(Job(1, u"a"));
+  now = 1500;
+  EXPECT_EQ(worker.GetSnapshot().bytesPerSecond, 0.0);
+  now = 1501;
+  EXPECT_DOUBLE_EQ(worker.GetSnapshot().bytesPerSecond, 10 * 1000.0 / 501);
+  now = 3000;
+  EXPECT_DOUBLE_EQ(worker.GetSnapshot().bytesPerSecond, 5.0);
+  sink.Release();
+}
+
+TEST_F(WorkerTest, AJobAddedDuringTheLastOneBelongsToItsBatch) {
+  StartHeld(Job(1, u"a"));
+  now = 2000;
+  worker.Enqueue(Job(2, u"b"));
+  now = 2001;
+  const WorkerSnapshot snapshot = worker.GetSnapshot();
+  EXPECT_EQ(snapshot.totalBytes, 20u);
+  EXPECT_GT(snapshot.bytesPerSecond, 0.0) << "the batch began at 1000";
+  sink.Release();
+}
+
+TEST_F(WorkerTest, AJobAfterTheQueueRanEmptyStartsANewBatch) {
+  worker.Enqueue(Job(1, u"a"));
+  sink.Wait(1);
+  WaitUntilIdle();
+  now = 5000;
+  StartHeld(Job(2, u"b", 7));
+  const WorkerSnapshot snapshot = worker.GetSnapshot();
+  EXPECT_EQ(snapshot.totalBytes, 10u) << "7, or the 10 bytes read if that is more";
+  EXPECT_EQ(snapshot.doneBytes, 10u);
+  EXPECT_EQ(snapshot.bytesPerSecond, 0.0);
+  sink.Release();
+}
+
+TEST_F(WorkerTest, AFileThatGrewPushesTheTotalAlong) {
+  StartHeld(Job(1, u"a", 4));
+  const WorkerSnapshot snapshot = worker.GetSnapshot();
+  EXPECT_EQ(snapshot.currentSize, 4u);
+  EXPECT_EQ(snapshot.doneBytes, 10u);
+  EXPECT_EQ(snapshot.totalBytes, 10u);
+  sink.Release();
+}
+
+TEST_F(WorkerTest, RemoveTakesAllQueuedJobsOfTheRow) {
+  StartHeld(Job(1, u"a", 100));
+  worker.Enqueue(Job(2, u"b", 20));
+  worker.Enqueue(Job(3, u"c", 3));
+  worker.Enqueue(Job(2, u"b", 20));
+  EXPECT_EQ(worker.GetSnapshot().totalBytes, 143u);
+  worker.Remove(2);
+  EXPECT_EQ(worker.GetSnapshot().totalBytes, 103u);
+  EXPECT_EQ(worker.GetSnapshot().remainingJobs, 2u);
+  sink.Release();
+  const auto results = sink.Wait(2);
+  EXPECT_FALSE(results[0]->outcome.cancelled);
+  EXPECT_EQ(results[1]->rowId, 3u);
+}
+
+TEST_F(WorkerTest, RemoveOfTheRunningRowCancelsItAndItsResultStillComes) {
+  StartHeld(Job(1, u"a", 100));
+  worker.Remove(1);
+  sink.Release();
+  const auto results = sink.Wait(1);
+  ASSERT_EQ(results.size(), 1u);
+  EXPECT_EQ(results[0]->rowId, 1u);
+  EXPECT_TRUE(results[0]->outcome.cancelled);
+  EXPECT_FALSE(results[0]->outcome.digests[swr::IndexOf(swr::AlgoId::Md5)].present);
+  WaitUntilIdle();
+  EXPECT_EQ(worker.GetSnapshot().doneBytes, 100u);
+}
+
+TEST_F(WorkerTest, ACancelIsNotCarriedOverToTheNextJob) {
+  StartHeld(Job(1, u"a"));
+  worker.Remove(1);
+  worker.Enqueue(Job(2, u"b"));
+  sink.Release();
+  const auto results = sink.Wait(2);
+  EXPECT_TRUE(results[0]->outcome.cancelled);
+  EXPECT_FALSE(results[1]->outcome.cancelled);
+}
+
+TEST_F(WorkerTest, CancelAllEmptiesTheQueueAndCancelsTheRunningJob) {
+  StartHeld(Job(1, u"a", 100));
+  worker.Enqueue(Job(2, u"b", 20));
+  worker.CancelAll();
+  WorkerSnapshot snapshot = worker.GetSnapshot();
+  EXPECT_EQ(snapshot.remainingJobs, 1u);
+  EXPECT_EQ(snapshot.totalBytes, 120u) << "not reduced";
+  EXPECT_TRUE(snapshot.active);
+  sink.Release();
+  const auto results = sink.Wait(1);
+  EXPECT_TRUE(results[0]->outcome.cancelled);
+  WaitUntilIdle();
+  EXPECT_EQ(worker.GetSnapshot().remainingJobs, 0u);
+}
+
+TEST_F(WorkerTest, CancelAllOfAnIdleWorkerIsForgotten) {
+  worker.CancelAll();
+  worker.Enqueue(Job(1, u"a"));
+  const auto results = sink.Wait(1);
+  EXPECT_FALSE(results[0]->outcome.cancelled);
+}
+
+TEST_F(WorkerTest, AtMostOneProgressMessageIsOnItsWay) {
+  for (uint64_t i = 1; i <= 3; ++i) worker.Enqueue(Job(i, u"a"));
+  sink.Wait(3);
+  EXPECT_EQ(sink.progressCount(), 1);
+  worker.AcknowledgeProgress();
+  worker.Enqueue(Job(4, u"a"));
+  sink.Wait(1);
+  EXPECT_EQ(sink.progressCount(), 2);
+}
+
+TEST(WorkerEndTest, ClosingDuringAJobDropsTheQueueAndWaits) {
+  TempTree tree;
+  const std::u16string path = tree.AddFile(u"a", "0123456789");
+  Sink sink;
+  {
+    Worker worker(sink);
+    sink.Hold();
+    for (uint64_t i = 1; i <= 3; ++i) worker.Enqueue({.rowId = i, .path = path, .mask = Md5});
+    sink.WaitForProgress();
+    sink.Release();
+  }
+  EXPECT_LE(sink.Wait(0).size(), 3u);
+}
+
+TEST(WorkerEndTest, ClosingAnIdleWorkerEndsAtOnce) {
+  Sink sink;
+  Worker worker(sink);
+}
+
+// Random uses from the window's thread against a worker at full speed: nothing is lost, nothing
+// comes twice, and every end is a clean one.
+TEST(WorkerScheduleTest, RandomSchedules) {
+  TempTree tree;
+  const std::u16string small = tree.AddFile(u"small", "0123456789");
+  const std::u16string large = tree.AddFile(u"large", std::string(3 << 20, 'x'));
+  std::mt19937 random(20260115);
+  for (int round = 0; round < 60; ++round) {
+    SCOPED_TRACE(round);
+    Sink sink;
+    std::vector<uint64_t> seen;
+    uint64_t nextId = 1;
+    {
+      Worker worker(sink);
+      for (int step = 0; step < 30; ++step) {
+        switch (random() % 8) {
+          case 0:
+            worker.Remove(1 + random() % nextId);
+            break;
+          case 1:
+            if (random() % 4 == 0) worker.CancelAll();
+            break;
+          case 2: {
+            const WorkerSnapshot snapshot = worker.GetSnapshot();
+            EXPECT_GE(snapshot.totalBytes, snapshot.doneBytes);
+            EXPECT_EQ(snapshot.active, snapshot.remainingJobs > 0);
+            worker.AcknowledgeProgress();
+            break;
+          }
+          default:
+            worker.Enqueue({.rowId = nextId++,
+                            .path = random() % 4 == 0 ? large : small,
+                            .mask = swr::DefaultAlgoMask,
+                            .size = 10});
+        }
+      }
+    }
+    for (const auto& result : sink.Wait(0)) {
+      seen.push_back(result->rowId);
+      EXPECT_EQ(result->outcome.error, 0u);
+      EXPECT_EQ(result->outcome.digests[swr::IndexOf(swr::AlgoId::Md5)].present,
+                !result->outcome.cancelled);
+    }
+    EXPECT_TRUE(std::is_sorted(seen.begin(), seen.end()));
+    EXPECT_EQ(std::adjacent_find(seen.begin(), seen.end()), seen.end());
+  }
+}
+
+}  // namespace
+}  // namespace app

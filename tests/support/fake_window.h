@@ -1,0 +1,188 @@
+// Stand-ins for the screen, the desktop and the worker. They record what the window's decisions ask
+// of them, and do only what the test says.
+#pragma once
+
+#include <algorithm>
+#include <deque>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "app/desktop/desktop.h"
+#include "app/window/main_window.h"
+#include "app/window/view.h"
+#include "app/worker/hash_queue.h"
+
+namespace app::testing {
+
+class FakeView final : public View {
+ public:
+  void SetRowCount(size_t count) override {
+    rowCount = count;
+    std::erase_if(selected, [&](size_t row) { return row >= count; });
+  }
+  void RedrawRow(size_t index) override { redrawn.push_back(index); }
+  void RedrawRows() override { ++redrawnWhole; }
+  std::vector<size_t> SelectedRows() const override { return selected; }
+  void ClearSelection() override { selected.clear(); }
+  void SelectRow(size_t index) override {
+    selected.push_back(index);
+    focused = index;
+  }
+  void SelectAll() override {
+    selected.clear();
+    for (size_t i = 0; i < rowCount; ++i) selected.push_back(i);
+  }
+  void SetColumns(const std::vector<ColumnSpec>& specs) override {
+    columns = specs;
+    ++columnRebuilds;
+  }
+  std::vector<uint32_t> ColumnWidths() const override {
+    std::vector<uint32_t> widths;
+    for (const ColumnSpec& column : columns) widths.push_back(column.width);
+    return widths;
+  }
+  void ShowAlgoSelection(swr::AlgoMask mask, const std::u16string& text) override {
+    shownMask = mask;
+    moreText = text;
+  }
+  void ShowOptions(const OptionChecks& shown) override { options = shown; }
+  std::optional<swr::AlgoId> ChooseAlgo(swr::AlgoMask mask, bool withLegacy) override {
+    menuMask = mask;
+    menuHadLegacy = withLegacy;
+    return algoToChoose;
+  }
+  void SetStatusText(const std::u16string& text) override { statusText = text; }
+  void ShowProgress(const std::optional<ProgressFigures>& figures) override { progress = figures; }
+
+  size_t rowCount = 0;
+  std::vector<size_t> redrawn;
+  int redrawnWhole = 0;
+  std::vector<size_t> selected;
+  std::optional<size_t> focused;
+  std::vector<ColumnSpec> columns;
+  int columnRebuilds = 0;
+  swr::AlgoMask shownMask = 0;
+  std::u16string moreText;
+  OptionChecks options;
+  std::optional<swr::AlgoId> algoToChoose;
+  swr::AlgoMask menuMask = 0;
+  bool menuHadLegacy = false;
+  std::u16string statusText = u"(never set)";
+  std::optional<ProgressFigures> progress;
+};
+
+class FakeDesktop final : public Desktop {
+ public:
+  std::vector<std::u16string> PickFiles(const std::u16string& title) override {
+    pickerTitle = title;
+    return picked;
+  }
+  std::vector<std::u16string> PickFolder(const std::u16string& title) override {
+    pickerTitle = title;
+    return picked;
+  }
+  void StartProgressTimer() override { ++timerStarts, timerRuns = true; }
+  void StopProgressTimer() override { timerRuns = false; }
+  void BeginWait() override { ++waits, waiting = true; }
+  void EndWait() override { waiting = false; }
+  void CloseWindow() override { closed = true; }
+
+  std::vector<std::u16string> picked;
+  std::u16string pickerTitle;
+  bool timerRuns = false;
+  int timerStarts = 0;
+  bool waiting = false;
+  int waits = 0;
+  bool closed = false;
+};
+
+// Keeps the jobs; the test takes them out and says how they ended.
+class FakeQueue final : public HashQueue {
+ public:
+  void Enqueue(HashJob job) override { jobs.push_back(std::move(job)); }
+  void Remove(uint64_t rowId) override {
+    removed.push_back(rowId);
+    std::erase_if(jobs, [&](const HashJob& job) { return job.rowId == rowId; });
+  }
+  void CancelAll() override {
+    ++cancels;
+    jobs.clear();
+  }
+  WorkerSnapshot GetSnapshot() const override {
+    WorkerSnapshot now = snapshot;
+    now.active = now.active || !jobs.empty();
+    return now;
+  }
+
+  std::deque<HashJob> jobs;
+  std::vector<uint64_t> removed;
+  int cancels = 0;
+  WorkerSnapshot snapshot;  // what is told beside the queue's own state
+};
+
+// A window on fakes.
+struct FakeWindow {
+  FakeWindow() { main.Start(); }
+
+  // Adds a row of this path without touching the file system, not queued.
+  ListRow& AddRow(const std::u16string& path, uint64_t size = 100) {
+    auto row = std::make_unique<ListRow>();
+    row->id = nextId++;
+    row->path = path;
+    row->name = path;
+    row->size = size;
+    main.rows.push_back(std::move(row));
+    main.RebuildRowIndex();
+    view.SetRowCount(main.rows.size());
+    return *main.rows.back();
+  }
+
+  // Takes the front job out of the queue and reports it: with a digest of the right length for each
+  // algorithm, unless `outcome` says something else.
+  void Finish(swr::HashOutcome outcome = {}) {
+    const HashJob job = queue.jobs.front();
+    queue.jobs.pop_front();
+    Report(job, std::move(outcome));
+  }
+  void Report(const HashJob& job, swr::HashOutcome outcome) {
+    auto result = std::make_unique<ResultMessage>();
+    result->rowId = job.rowId;
+    result->mask = job.mask;
+    if (outcome.error == 0 && !outcome.cancelled) {
+      for (const swr::AlgoId id : swr::IdsFromMask(job.mask)) {
+        swr::DigestSlot& slot = outcome.digests[swr::IndexOf(id)];
+        slot.present = true;
+        slot.length = static_cast<uint8_t>(swr::GetAlgo(id).digestSize);
+        if (slot.bytes[0] == 0) slot.bytes.fill(static_cast<uint8_t>(swr::IndexOf(id) + 1));
+      }
+      if (outcome.bytesRead == 0) outcome.bytesRead = job.size;
+    }
+    result->outcome = std::move(outcome);
+    std::vector<std::unique_ptr<ResultMessage>> results;
+    results.push_back(std::move(result));
+    main.OnHashResults(std::move(results));
+  }
+
+  FakeView view;
+  FakeDesktop desktop;
+  FakeQueue queue;
+  MainWindow main{view, desktop, queue};
+  uint64_t nextId = 1001;  // beyond what the window itself gives
+};
+
+// What a digest column shows for the digests that FakeWindow::Finish makes.
+inline std::u16string FakeDigestText(swr::AlgoId id) {
+  constexpr std::u16string_view digits = u"0123456789abcdef";
+  const size_t value = swr::IndexOf(id) + 1;
+  std::u16string text;
+  for (uint32_t i = 0; i < swr::GetAlgo(id).digestSize; ++i) {
+    text += digits[value >> 4];
+    text += digits[value & 15];
+  }
+  return text;
+}
+
+}  // namespace app::testing
