@@ -54,7 +54,9 @@ constexpr uint64_t roundConstants[24] = {
     E##row##u = b4 ^ (~b0 & b1);                                          \
   }
 
-void KeccakF1600(KeccakLanes& lanes) {
+namespace {
+
+[[gnu::always_inline]] inline void Permute(KeccakLanes& lanes) {
   uint64_t Aba = lanes[0], Abe = lanes[1], Abi = lanes[2], Abo = lanes[3], Abu = lanes[4];
   uint64_t Aga = lanes[5], Age = lanes[6], Agi = lanes[7], Ago = lanes[8], Agu = lanes[9];
   uint64_t Aka = lanes[10], Ake = lanes[11], Aki = lanes[12], Ako = lanes[13], Aku = lanes[14];
@@ -75,15 +77,40 @@ void KeccakF1600(KeccakLanes& lanes) {
 #undef KECCAK_ROUND
 #undef KECCAK_ROW
 
-void KeccakAbsorb(KeccakLanes& lanes, const uint8_t* data, uint64_t blocks, uint32_t rate) {
+[[gnu::always_inline]] inline void Absorb(KeccakLanes& lanes, const uint8_t* data, uint64_t blocks,
+                                          uint32_t rate) {
   for (; blocks > 0; --blocks, data += rate) {
     for (uint32_t i = 0; i < rate / 8; ++i) {
       uint64_t word;
       std::memcpy(&word, data + size_t{i} * 8, sizeof word);
       lanes[i] ^= word;
     }
-    KeccakF1600(lanes);
+    Permute(lanes);
   }
+}
+
+void AbsorbPlain(KeccakLanes& lanes, const uint8_t* data, uint64_t blocks, uint32_t rate) {
+  Absorb(lanes, data, blocks, rate);
+}
+
+#if defined(__x86_64__) || defined(__i386__)
+// Chi is five times "not a, and b" in a row of lanes, which these processors do in one instruction.
+[[gnu::target("bmi,bmi2")]] void AbsorbWithBmi(KeccakLanes& lanes, const uint8_t* data,
+                                               uint64_t blocks, uint32_t rate) {
+  Absorb(lanes, data, blocks, rate);
+}
+const auto absorb =
+    __builtin_cpu_supports("bmi") && __builtin_cpu_supports("bmi2") ? AbsorbWithBmi : AbsorbPlain;
+#else
+constexpr auto absorb = AbsorbPlain;
+#endif
+
+}  // namespace
+
+void KeccakF1600(KeccakLanes& lanes) { Permute(lanes); }
+
+void KeccakAbsorb(KeccakLanes& lanes, const uint8_t* data, uint64_t blocks, uint32_t rate) {
+  absorb(lanes, data, blocks, rate);
 }
 
 }  // namespace swr

@@ -288,7 +288,7 @@ TEST(WorkerScheduleTest, RandomSchedules) {
   const std::u16string small = tree.AddFile(u"small", "0123456789");
   const std::u16string large = tree.AddFile(u"large", std::string(3 << 20, 'x'));
   std::mt19937 random(20260115);
-  for (int round = 0; round < 60; ++round) {
+  for (int round = 0; round < 200; ++round) {
     SCOPED_TRACE(round);
     Sink sink;
     std::vector<uint64_t> seen;

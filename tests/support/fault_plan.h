@@ -1,0 +1,52 @@
+// Makes chosen calls of the system fail, or lets something happen just before they go ahead, for as
+// long as the object lives. It also counts the calls.
+#pragma once
+
+#include <array>
+#include <atomic>
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "swr/system/fault_injection.h"
+
+namespace swr::testing {
+
+struct PlannedFault {
+  SystemCall call;
+  uint32_t nth = 1;              // counted from 1; 0 means every call
+  std::optional<uint32_t> code;  // the failure; nothing to let the call go ahead
+  std::function<void()> before;  // runs on the calling thread before the call fails or goes ahead
+};
+
+// One at a time. Calls may come from several threads.
+class InstalledFaults final : public FaultPlan {
+ public:
+  explicit InstalledFaults(std::vector<PlannedFault> faults = {}) : faults_(std::move(faults)) {
+    installedFaultPlan.store(this, std::memory_order_release);
+  }
+  ~InstalledFaults() override { installedFaultPlan.store(nullptr, std::memory_order_release); }
+  InstalledFaults(const InstalledFaults&) = delete;
+  InstalledFaults& operator=(const InstalledFaults&) = delete;
+
+  std::optional<uint32_t> Fault(SystemCall call) override {
+    const uint32_t nth = ++counts_[static_cast<size_t>(call)];
+    for (const PlannedFault& fault : faults_) {
+      if (fault.call != call || (fault.nth != 0 && fault.nth != nth)) continue;
+      if (fault.before) fault.before();
+      if (fault.code) return fault.code;
+    }
+    return std::nullopt;
+  }
+
+  // The calls so far, those that were made to fail included.
+  uint32_t Count(SystemCall call) const { return counts_[static_cast<size_t>(call)]; }
+
+ private:
+  const std::vector<PlannedFault> faults_;
+  std::array<std::atomic<uint32_t>, 7> counts_ = {};
+};
+
+}  // namespace swr::testing

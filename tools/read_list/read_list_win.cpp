@@ -1,0 +1,201 @@
+// read_list.exe: prints the list of the Sumwright window that is open, one line for each row:
+// status, each digest in the order of the columns, path; separated by tabs, in UTF-8.
+//
+//   --wait              first waits until the window is there and has no work left
+//   --screenshot-ready  also has the window painted before it prints
+//   --close             instead of printing, closes the window and waits for the program's end
+//
+// Exit code 0, or 1 with a message when there is no window or it does not answer.
+#include "swr/system/windows_api_win.h"
+
+#include <fcntl.h>
+#include <io.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <exception>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "swr/system/wide_text_win.h"
+#include "tests/support/remote_list_win.h"
+
+namespace {
+
+using swr::testing::RemoteList;
+
+constexpr int listControl = 1021;
+constexpr int cancelControl = 1052;
+constexpr DWORD pollInterval = 50;
+constexpr DWORD startTimeout = 60'000;
+constexpr DWORD endTimeout = 60'000;
+
+// Columns before the digests: Name, Folder, Size. Status comes after them.
+constexpr int nameColumn = 0;
+constexpr int folderColumn = 1;
+constexpr int firstDigestColumn = 3;
+
+constexpr int rowsAtOnce = 256;
+
+struct Options {
+  bool wait = false;
+  bool screenshotReady = false;
+  bool close = false;
+};
+
+BOOL CALLBACK KeepMainWindow(HWND window, LPARAM result) {
+  wchar_t name[16] = {};
+  wchar_t title[16] = {};
+  GetClassNameW(window, name, 16);
+  GetWindowTextW(window, title, 16);
+  if (std::wstring_view(name) != L"#32770" || std::wstring_view(title) != L"Sumwright" ||
+      !GetDlgItem(window, listControl)) {
+    return TRUE;
+  }
+  *reinterpret_cast<HWND*>(result) = window;
+  return FALSE;
+}
+
+HWND FindMainWindow() {
+  HWND window = nullptr;
+  EnumWindows(KeepMainWindow, reinterpret_cast<LPARAM>(&window));
+  return window;
+}
+
+HWND WaitForMainWindow() {
+  for (DWORD waited = 0; waited < startTimeout; waited += pollInterval) {
+    if (const HWND window = FindMainWindow()) return window;
+    Sleep(pollInterval);
+  }
+  return nullptr;
+}
+
+bool HasUnfinishedRow(const RemoteList& list) {
+  const int statusColumn = list.ColumnCount() - 1;
+  const int count = list.ItemCount();
+  for (int row = 0; row < count; row += rowsAtOnce) {
+    for (const auto& cells : list.Texts(row, std::min(rowsAtOnce, count - row), {statusColumn})) {
+      if (cells[0] == u"Waiting" || cells[0] == u"Hashing") return true;
+    }
+  }
+  return false;
+}
+
+// While folders are walked the window answers nothing, for as long as that takes.
+void WaitForAnswer(HWND window) {
+  DWORD_PTR answer = 0;
+  while (!SendMessageTimeoutW(window, WM_NULL, 0, 0, SMTO_NORMAL, startTimeout, &answer)) {
+    if (!IsWindow(window)) throw std::runtime_error("the window was closed");
+  }
+}
+
+// The paths of the command line are taken in just after the window has appeared, and until then it
+// looks idle too: only a window that stays so for a while has no work left.
+void WaitUntilIdle(HWND window, const RemoteList& list) {
+  const HWND cancel = GetDlgItem(window, cancelControl);
+  int idlePolls = 0;
+  int finishedRows = -1;
+  while (idlePolls < 5) {
+    Sleep(pollInterval);
+    WaitForAnswer(window);
+    const bool cancelShown = (GetWindowLongPtrW(cancel, GWL_STYLE) & WS_VISIBLE) != 0;
+    const int rows = list.ItemCount();
+    if (cancelShown || (rows != finishedRows && HasUnfinishedRow(list))) {
+      idlePolls = 0;
+      finishedRows = -1;
+    } else {
+      ++idlePolls;
+      finishedRows = rows;
+    }
+  }
+}
+
+void HavePainted(HWND window) {
+  RedrawWindow(window, nullptr, nullptr,
+               RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW);
+  Sleep(500);  // what is painted reaches the screen a little later
+}
+
+std::string ToUtf8(std::u16string text) {
+  for (char16_t& unit : text) {
+    if (unit < u' ') unit = u'\uFFFD';  // a name may hold what ends a line or a column
+  }
+  const int length = static_cast<int>(text.size());
+  const int size =
+      WideCharToMultiByte(CP_UTF8, 0, swr::AsWide(text), length, nullptr, 0, nullptr, nullptr);
+  std::string bytes(static_cast<size_t>(size), '\0');
+  WideCharToMultiByte(CP_UTF8, 0, swr::AsWide(text), length, bytes.data(), size, nullptr, nullptr);
+  return bytes;
+}
+
+void PrintRows(const RemoteList& list) {
+  const int statusColumn = list.ColumnCount() - 1;
+  std::vector<int> columns = {statusColumn};
+  for (int column = firstDigestColumn; column < statusColumn; ++column) columns.push_back(column);
+  columns.push_back(folderColumn);
+  columns.push_back(nameColumn);
+
+  const int count = list.ItemCount();
+  for (int row = 0; row < count; row += rowsAtOnce) {
+    for (const auto& cells : list.Texts(row, std::min(rowsAtOnce, count - row), columns)) {
+      std::string line;
+      for (size_t i = 0; i + 2 < cells.size(); ++i) line += ToUtf8(cells[i]) + '\t';
+      const std::u16string& folder = cells[cells.size() - 2];
+      const std::u16string& name = cells.back();
+      line += ToUtf8(folder.empty() ? name : folder + u'\\' + name) + '\n';
+      std::fwrite(line.data(), 1, line.size(), stdout);
+    }
+  }
+  std::fflush(stdout);
+}
+
+void Close(HWND window) {
+  DWORD id = 0;
+  GetWindowThreadProcessId(window, &id);
+  const HANDLE process = OpenProcess(SYNCHRONIZE, FALSE, id);
+  if (!process) throw std::runtime_error("the process of the window cannot be opened");
+  PostMessageW(window, WM_CLOSE, 0, 0);
+  const DWORD result = WaitForSingleObject(process, endTimeout);
+  CloseHandle(process);
+  if (result != WAIT_OBJECT_0) throw std::runtime_error("the program does not end");
+}
+
+void Run(const Options& options) {
+  const HWND window = options.wait ? WaitForMainWindow() : FindMainWindow();
+  if (!window) throw std::runtime_error("there is no Sumwright window");
+  {
+    const RemoteList list(GetDlgItem(window, listControl));
+    if (options.wait) WaitUntilIdle(window, list);
+    if (options.screenshotReady) HavePainted(window);
+    if (!options.close) PrintRows(list);
+  }
+  if (options.close) Close(window);
+}
+
+}  // namespace
+
+int wmain(int argumentCount, wchar_t** arguments) {
+  Options options;
+  for (int i = 1; i < argumentCount; ++i) {
+    const std::wstring_view argument = arguments[i];
+    if (argument == L"--wait") {
+      options.wait = true;
+    } else if (argument == L"--screenshot-ready") {
+      options.screenshotReady = true;
+    } else if (argument == L"--close") {
+      options.close = true;
+    } else {
+      std::fprintf(stderr, "read_list: no such option: %ls\n", arguments[i]);
+      return 2;
+    }
+  }
+  _setmode(_fileno(stdout), _O_BINARY);
+  try {
+    Run(options);
+    return 0;
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "read_list: %s\n", error.what());
+    return 1;
+  }
+}

@@ -1,0 +1,34 @@
+# shellcheck shell=bash
+# Sourced by the scripts that start Windows programs: the surroundings that every such program gets.
+# A prefix is Wine's folder with a registry and a drive C.
+
+export LANG=C.UTF-8 # any other locale may damage file names
+unset LC_ALL
+export WINEARCH=win64
+export WINEDEBUG=${WINEDEBUG:--all}
+export WINEDLLOVERRIDES='mscoree,mshtml=;winemenubuilder.exe='
+
+# Ends every program that was started with this prefix in its environment, and its server.
+stop_prefix() {
+  [[ ! -d $1 ]] || WINEPREFIX=$1 wineserver -k 2>/dev/null || true
+  end_processes_with "WINEPREFIX=$1" 10
+}
+
+# Ends the processes that have this entry in their environment. They are given some tenths of a
+# second to end by themselves, then asked, and in the end killed.
+end_processes_with() {
+  local entry=$1 patience=$2 round processes
+  for ((round = 0; round < patience + 50; ++round)); do
+    # The search itself must not have the entry.
+    mapfile -t processes < <(env -i "$(command -v grep)" -lszxF "$entry" /proc/[0-9]*/environ)
+    ((${#processes[@]})) || return 0
+    processes=("${processes[@]//[!0-9]/}")
+    if ((round == patience)); then
+      kill -TERM "${processes[@]}" 2>/dev/null || true
+    elif ((round >= patience + 30)); then
+      kill -KILL "${processes[@]}" 2>/dev/null || true
+    fi
+    sleep 0.1
+  done
+  echo "could not end the processes ${processes[*]}" >&2
+}
