@@ -36,9 +36,12 @@ Decoded DecodeSequence(std::string_view bytes) {
   return {codePoint, length};
 }
 
-// Two such sequences in a row would read as one character and be written back as four bytes.
-bool StartsWithLowSurrogate(std::string_view bytes) {
-  return !bytes.empty() && IsLowSurrogate(DecodeSequence(bytes).codePoint);
+// Whether these bytes become text that can't begin with a low surrogate, as a surrogate in its
+// three-byte form and every escaped byte may.
+bool StartsWithCharacter(std::string_view bytes) {
+  const Decoded decoded = DecodeSequence(bytes);
+  return decoded.length != 0 && !IsHighSurrogate(decoded.codePoint) &&
+         !IsLowSurrogate(decoded.codePoint);
 }
 
 void AppendBytes(std::string& bytes, char32_t codePoint) {
@@ -68,11 +71,10 @@ std::u16string PathTextFromBytes(std::string_view bytes) {
   while (!bytes.empty()) {
     const Decoded decoded = DecodeSequence(bytes);
     const char32_t c = decoded.codePoint;
-    // A low surrogate behind a high one would pair up with it, so both stay bytes.
-    const bool wouldPair =
-        (IsHighSurrogate(c) && StartsWithLowSurrogate(bytes.substr(decoded.length))) ||
-        (IsLowSurrogate(c) && !text.empty() && IsHighSurrogate(text.back()));
-    if (decoded.length == 0 || IsEscapedByte(c) || wouldPair) {
+    // A low surrogate behind a high one would pair up with it and be written back as four bytes.
+    const bool mayPair = IsHighSurrogate(c) && bytes.size() > decoded.length &&
+                         !StartsWithCharacter(bytes.substr(decoded.length));
+    if (decoded.length == 0 || IsEscapedByte(c) || mayPair) {
       text.push_back(static_cast<char16_t>(0xDC00 + static_cast<uint8_t>(bytes[0])));
       bytes.remove_prefix(1);
       continue;

@@ -1,0 +1,91 @@
+#include "swr/hash/crc32.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+#include <string_view>
+#include <vector>
+
+#include "tests/support/temp_tree.h"
+
+namespace swr::testing {
+namespace {
+
+const uint8_t* AsBytes(std::string_view text) {
+  return reinterpret_cast<const uint8_t*>(text.data());
+}
+
+uint32_t Crc32(std::string_view bytes) {
+  return ~Crc32Update(Crc32Start, AsBytes(bytes), bytes.size());
+}
+
+// The definition, bit by bit.
+uint32_t PlainUpdate(uint32_t state, std::string_view bytes) {
+  for (const char byte : bytes) {
+    state ^= static_cast<uint8_t>(byte);
+    for (int bit = 0; bit < 8; ++bit) state = (state >> 1) ^ (0xEDB88320 * (state & 1));
+  }
+  return state;
+}
+
+TEST(Crc32Test, GivesKnownValues) {
+  EXPECT_EQ(Crc32(""), 0u);
+  EXPECT_EQ(Crc32("a"), 0xE8B7BE43);
+  EXPECT_EQ(Crc32("123456789"), 0xCBF43926);
+  EXPECT_EQ(Crc32("The quick brown fox jumps over the lazy dog"), 0x414FA339u);
+}
+
+TEST(Crc32Test, KeepsTheStateForNoBytes) {
+  EXPECT_EQ(Crc32Update(0x12345678, nullptr, 0), 0x12345678u);
+}
+
+// Each of the eight places of a word has its own table, so each byte value goes through each place.
+TEST(Crc32Test, LooksUpEachByteInEachPlace) {
+  for (size_t place = 0; place < 8; ++place) {
+    for (int value = 0; value < 256; ++value) {
+      std::string word(8, '\0');
+      word[place] = static_cast<char>(value);
+      ASSERT_EQ(Crc32Update(0, AsBytes(word), 8), PlainUpdate(0, word))
+          << "byte " << value << " in place " << place;
+    }
+  }
+}
+
+TEST(Crc32Test, FollowsTheDefinitionAtEachLengthAndAddress) {
+  const std::string bytes = CountingBytes(64 + 16);
+  for (size_t offset = 0; offset < 16; ++offset) {
+    for (size_t length = 0; length <= 64; ++length) {
+      const std::string_view piece = std::string_view(bytes).substr(offset, length);
+      ASSERT_EQ(Crc32Update(Crc32Start, AsBytes(piece), length), PlainUpdate(Crc32Start, piece))
+          << length << " bytes at " << offset;
+    }
+  }
+}
+
+TEST(Crc32Test, CarriesTheStateFromPieceToPiece) {
+  const std::string bytes = CountingBytes(1000);
+  const uint32_t whole = PlainUpdate(Crc32Start, bytes);
+  for (const size_t piece : {1u, 3u, 5u, 7u, 8u, 9u, 13u, 15u, 17u, 31u, 999u}) {
+    uint32_t state = Crc32Start;
+    for (size_t position = 0; position < bytes.size(); position += piece) {
+      const std::string_view part = std::string_view(bytes).substr(position, piece);
+      state = Crc32Update(state, AsBytes(part), part.size());
+    }
+    EXPECT_EQ(state, whole) << "pieces of " << piece;
+  }
+}
+
+TEST(Crc32Test, FollowsTheDefinitionFromAnyState) {
+  std::mt19937 random(32);
+  for (int round = 0; round < 1000; ++round) {
+    const uint32_t state = static_cast<uint32_t>(random());
+    std::string bytes(random() % 40, '\0');
+    for (char& byte : bytes) byte = static_cast<char>(random());
+    ASSERT_EQ(Crc32Update(state, AsBytes(bytes), bytes.size()), PlainUpdate(state, bytes))
+        << "state " << state << ", " << bytes.size() << " bytes";
+  }
+}
+
+}  // namespace
+}  // namespace swr::testing

@@ -1,0 +1,82 @@
+// Files and names that only a POSIX system has.
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <string>
+#include <string_view>
+
+#include "swr/hash/hash_file.h"
+#include "swr/system/error_codes.h"
+#include "swr/system/path_bytes_posix.h"
+#include "tests/support/temp_tree.h"
+#include "tests/swr/hash/hash_outcome_checks.h"
+
+namespace swr::testing {
+namespace {
+
+struct NameCase {
+  std::string_view description;
+  std::u16string_view name;
+};
+
+// Windows keeps lone surrogates in names too, but Wine, where the Windows build is tested, refuses
+// to make such files.
+constexpr char16_t loneSurrogates[] = {u'a', 0xD83D, u'b', 0xDE00, 0};
+// A byte that is not UTF-8 appears as U+DC00 + byte.
+constexpr char16_t invalidBytes[] = {u'x', 0xDCFF, 0xDCE9, u'.', u'm', u'd', u'5', 0};
+
+const NameCase nameCases[] = {
+    // The Windows system takes these for other names: see hash_file_win_test.cpp.
+    {"blank at the end", u"blank "},
+    {"full stop at the end", u"stop."},
+    {"blanks and full stops at the end", u"both. . "},
+    {"only full stops", u"..."},
+    {"the name of a device", u"CON"},
+    {"the name of a device with an ending", u"nul.txt"},
+    // Windows has no such names.
+    {"lone surrogates", loneSurrogates},
+    {"bytes that are not UTF-8", invalidBytes},
+    {"backslash, colon, star and question mark", u"a\\b:c*d?e"},
+    {"line end and tab", u"a\nb\tc"},
+};
+
+TEST(HashFilePosixTest, TakesNamesAsTheyAre) {
+  TempTree tree;
+  for (const NameCase& row : nameCases) {
+    SCOPED_TRACE(row.description);
+    const std::u16string path = tree.AddFile(row.name, "content");
+    ExpectDigestsOf(HashFile(path, DefaultAlgoMask, {}), DefaultAlgoMask, "content");
+  }
+}
+
+TEST(HashFilePosixTest, RefusesWhatHasNoContentThatEnds) {
+  TempTree tree;
+  const std::u16string pipe = tree.Path(u"pipe");
+  ASSERT_EQ(mkfifo(PathBytesFromText(pipe).c_str(), 0600), 0);
+  for (const std::u16string& path : {pipe, std::u16string(u"/dev/zero")}) {
+    const HashOutcome outcome = HashFile(path, DefaultAlgoMask, {});
+    EXPECT_EQ(outcome.error, ErrorNotSupported);
+    EXPECT_EQ(outcome.bytesRead, 0u);
+    ExpectNoDigests(outcome);
+  }
+}
+
+TEST(HashFilePosixTest, FollowsLinks) {
+  TempTree tree;
+  tree.AddFile(u"target", "content");
+  tree.AddFolder(u"folder");
+  const auto link = [&](std::u16string_view name, const char* target) {
+    const std::u16string path = tree.Path(name);
+    EXPECT_EQ(symlink(target, PathBytesFromText(path).c_str()), 0);
+    return path;
+  };
+  ExpectDigestsOf(HashFile(link(u"to file", "target"), DefaultAlgoMask, {}), DefaultAlgoMask,
+                  "content");
+  EXPECT_EQ(HashFile(link(u"to folder", "folder"), DefaultAlgoMask, {}).error, ErrorIsDirectory);
+  EXPECT_EQ(HashFile(link(u"to nothing", "gone"), DefaultAlgoMask, {}).error, ErrorFileNotFound);
+  EXPECT_EQ(HashFile(link(u"to itself", "to itself"), DefaultAlgoMask, {}).error, ErrorLinkLoop);
+}
+
+}  // namespace
+}  // namespace swr::testing

@@ -1,0 +1,84 @@
+// Links, and names that only a POSIX system has.
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <string>
+#include <vector>
+
+#include "swr/paths/folder_walk.h"
+#include "swr/system/path_bytes_posix.h"
+#include "tests/support/temp_tree.h"
+
+namespace swr::testing {
+namespace {
+
+void AddLink(const TempTree& tree, std::u16string_view name, const char* target) {
+  ASSERT_EQ(symlink(target, PathBytesFromText(tree.Path(name)).c_str()), 0);
+}
+
+std::vector<std::u16string> RelativePathsIn(const TempTree& tree, const WalkOptions& options = {}) {
+  std::vector<std::u16string> found;
+  EXPECT_TRUE(WalkFolder(tree.Root(), options,
+                         [&](const FoundFile& file) { found.push_back(file.relativePath); }));
+  return found;
+}
+
+using Names = std::vector<std::u16string>;
+
+TEST(FolderWalkPosixTest, NeverEntersALinkToAFolder) {
+  TempTree tree;
+  tree.AddFile(u"sub/file");
+  AddLink(tree, u"beside", "sub");
+  AddLink(tree, u"sub/itself", ".");
+  AddLink(tree, u"sub/parent", "..");
+  AddLink(tree, u"sub/.hidden", "..");
+  EXPECT_EQ(RelativePathsIn(tree), Names{u"sub/file"});
+  EXPECT_EQ(RelativePathsIn(tree, {.includeHidden = true}), Names{u"sub/file"});
+}
+
+TEST(FolderWalkPosixTest, WalksARootThatIsALink) {
+  TempTree tree;
+  tree.AddFile(u"sub/file");
+  AddLink(tree, u"link", "sub");
+  Names found;
+  EXPECT_TRUE(WalkFolder(tree.Path(u"link"), {},
+                         [&](const FoundFile& file) { found.push_back(file.path); }));
+  EXPECT_EQ(found, Names{tree.Path(u"link/file")});
+}
+
+TEST(FolderWalkPosixTest, ReportsALinkToAFileAsAFile) {
+  TempTree tree;
+  tree.AddFile(u"target", "12345");
+  AddLink(tree, u"link", "target");
+  AddLink(tree, u"dangling", "gone");
+  std::vector<FoundFile> found;
+  EXPECT_TRUE(WalkFolder(tree.Root(), {}, [&](FoundFile file) { found.push_back(file); }));
+  ASSERT_EQ(found.size(), 3u);
+  EXPECT_EQ(found[0].relativePath, u"dangling");
+  EXPECT_EQ(found[0].size, 0u);
+  EXPECT_EQ(found[1].relativePath, u"link");
+  EXPECT_EQ(found[1].size, 5u);
+}
+
+// Windows holds names apart that differ only in case where a folder is told to; Wine never does.
+TEST(FolderWalkPosixTest, OrdersNamesThatDifferInCaseByCodeUnit) {
+  TempTree tree;
+  for (const std::u16string_view name : {u"a2", u"A2", u"a1", u"b", u"B"}) tree.AddFile(name);
+  EXPECT_EQ(RelativePathsIn(tree), (Names{u"a1", u"A2", u"a2", u"B", u"b"}));
+}
+
+TEST(FolderWalkPosixTest, PassesNamesOnUnchanged) {
+  constexpr char16_t loneSurrogates[] = {u'a', 0xD83D, u'b', 0xDE00, 0};
+  constexpr char16_t invalidBytes[] = {u'x', 0xDCFF, 0xDCE9, 0};
+  for (const std::u16string_view name :
+       {std::u16string_view(loneSurrogates), std::u16string_view(invalidBytes),
+        std::u16string_view(u"a\\b:c*d?e\n"), std::u16string_view(u"blank ")}) {
+    TempTree tree;
+    const std::u16string path = std::u16string(name) + u"/" + std::u16string(name);
+    tree.AddFile(path);
+    EXPECT_EQ(RelativePathsIn(tree), Names{path});
+  }
+}
+
+}  // namespace
+}  // namespace swr::testing

@@ -1,0 +1,193 @@
+#include "swr/system/file.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "swr/paths/path_forms.h"
+#include "swr/system/error_codes.h"
+#include "tests/support/fault_plan.h"
+#include "tests/support/temp_tree.h"
+
+namespace swr::testing {
+namespace {
+
+File OpenFile(const std::u16string& path) {
+  File file;
+  EXPECT_EQ(File::Open(ToLongPath(path), FileSharing::Everything, file), 0u);
+  return file;
+}
+
+std::string ReadAll(File& file, uint32_t pieceSize) {
+  std::string content;
+  std::string piece(pieceSize, '\0');
+  for (;;) {
+    const ReadResult read = file.Read(piece.data(), pieceSize);
+    EXPECT_TRUE(read.succeeded) << read.error;
+    if (!read.succeeded || read.bytes == 0) return content;
+    content.append(piece, 0, read.bytes);
+  }
+}
+
+// --- Opening ------------------------------------------------------------------------------------
+
+TEST(FileTest, OpensWhatIsThere) {
+  TempTree tree;
+  const std::u16string path = ToLongPath(tree.AddFile(u"file", "content"));
+  for (const FileSharing sharing : {FileSharing::Everything, FileSharing::ReadWrite}) {
+    File file;
+    EXPECT_EQ(File::Open(path, sharing, file), 0u);
+    EXPECT_EQ(ReadAll(file, 100), "content");
+  }
+}
+
+TEST(FileTest, ReportsWhatIsNotThere) {
+  TempTree tree;
+  File file;
+  EXPECT_EQ(File::Open(ToLongPath(tree.Path(u"absent")), FileSharing::Everything, file),
+            ErrorFileNotFound);
+}
+
+TEST(FileTest, LeavesTheFileAloneWhenOpeningFails) {
+  TempTree tree;
+  File file = OpenFile(tree.AddFile(u"file", "content"));
+  EXPECT_NE(File::Open(ToLongPath(tree.Path(u"absent")), FileSharing::Everything, file), 0u);
+  {
+    const InstalledFaults faults({{.call = SystemCall::OpenFile, .code = 32}});
+    EXPECT_EQ(File::Open(ToLongPath(tree.Path(u"file")), FileSharing::Everything, file), 32u);
+  }
+  EXPECT_EQ(ReadAll(file, 100), "content");
+}
+
+TEST(FileTest, ReplacesTheFileThatWasOpenBefore) {
+  TempTree tree;
+  File file = OpenFile(tree.AddFile(u"first", "1"));
+  EXPECT_EQ(File::Open(ToLongPath(tree.AddFile(u"second", "2")), FileSharing::Everything, file),
+            0u);
+  EXPECT_EQ(ReadAll(file, 100), "2");
+}
+
+TEST(FileTest, MovesWithItsPosition) {
+  TempTree tree;
+  File first = OpenFile(tree.AddFile(u"file", "content"));
+  char start[3];
+  ASSERT_EQ(first.Read(start, 3).bytes, 3u);
+  File second = std::move(first);
+  EXPECT_EQ(ReadAll(second, 100), "tent");
+}
+
+// --- Reading ------------------------------------------------------------------------------------
+
+TEST(FileTest, ReadsFromItsPositionOn) {
+  TempTree tree;
+  const std::string content = CountingBytes(1000);
+  const std::u16string path = tree.AddFile(u"file", content);
+  for (const uint32_t pieceSize : {1u, 7u, 999u, 1000u, 1001u}) {
+    SCOPED_TRACE(pieceSize);
+    File file = OpenFile(path);
+    EXPECT_EQ(ReadAll(file, pieceSize), content);
+  }
+}
+
+TEST(FileTest, ReadsNothingAtTheEndAgainAndAgain) {
+  TempTree tree;
+  File file = OpenFile(tree.AddFile(u"empty"));
+  char byte = 'x';
+  for (int round = 0; round < 3; ++round) {
+    const ReadResult read = file.Read(&byte, 1);
+    EXPECT_TRUE(read.succeeded);
+    EXPECT_EQ(read.bytes, 0u);
+  }
+  EXPECT_EQ(byte, 'x');
+}
+
+TEST(FileTest, ReadsOnWhenTheFileHasGrown) {
+  TempTree tree;
+  const std::u16string path = tree.AddFile(u"file", "abc");
+  File file = OpenFile(path);
+  EXPECT_EQ(ReadAll(file, 100), "abc");
+  AppendBytes(path, "def");
+  EXPECT_EQ(ReadAll(file, 100), "def");
+}
+
+TEST(FileTest, ReportsAReadThatFails) {
+  TempTree tree;
+  File file = OpenFile(tree.AddFile(u"file", "abc"));
+  char bytes[3];
+  {
+    const InstalledFaults faults({{.call = SystemCall::ReadFile, .code = 1117}});
+    const ReadResult read = file.Read(bytes, 3);
+    EXPECT_FALSE(read.succeeded);
+    EXPECT_EQ(read.error, 1117u);
+    EXPECT_EQ(read.bytes, 0u);
+  }
+  EXPECT_EQ(ReadAll(file, 100), "abc");
+}
+
+// --- Facts --------------------------------------------------------------------------------------
+
+TEST(FileTest, TellsSizeAndTime) {
+  TempTree tree;
+  const std::u16string path = tree.AddFile(u"file", "12345");
+  constexpr FileTime newYear2000 = 125911584000000000;
+  SetModifiedTime(path, newYear2000 + 1234567);
+  uint32_t error = 77;
+  for (const auto& facts : {OpenFile(path).Facts(), QueryFacts(ToLongPath(path), error)}) {
+    ASSERT_TRUE(facts);
+    EXPECT_EQ(facts->size, 5u);
+    EXPECT_EQ(facts->modified, newYear2000 + 1234567);
+    EXPECT_FALSE(facts->isDirectory);
+  }
+  EXPECT_EQ(error, 77u) << "on success it is untouched";
+}
+
+TEST(FileTest, TellsSizesOverFourGigabytes) {
+  TempTree tree;
+  const std::u16string path = tree.AddFile(u"large");
+  ResizeFile(path, 0x123456789);
+  uint32_t error = 0;
+  EXPECT_EQ(OpenFile(path).Facts()->size, 0x123456789u);
+  EXPECT_EQ(QueryFacts(ToLongPath(path), error)->size, 0x123456789u);
+}
+
+TEST(FileTest, TellsWhatHappensToTheOpenFile) {
+  TempTree tree;
+  const std::u16string path = tree.AddFile(u"file", "12345");
+  const File file = OpenFile(path);
+  AppendBytes(path, "678");
+  EXPECT_EQ(file.Facts()->size, 8u);
+}
+
+TEST(FileTest, TellsFoldersFromFiles) {
+  TempTree tree;
+  uint32_t error = 0;
+  const auto facts = QueryFacts(ToLongPath(tree.AddFolder(u"folder")), error);
+  ASSERT_TRUE(facts);
+  EXPECT_TRUE(facts->isDirectory);
+  EXPECT_EQ(facts->size, 0u);
+}
+
+TEST(FileTest, TellsWhyThereAreNoFacts) {
+  TempTree tree;
+  uint32_t error = 0;
+  EXPECT_FALSE(QueryFacts(ToLongPath(tree.Path(u"absent")), error));
+  EXPECT_EQ(error, ErrorFileNotFound);
+
+  const std::u16string path = tree.AddFile(u"file");
+  const File file = OpenFile(path);
+  const InstalledFaults faults(
+      {{.call = SystemCall::PathFacts, .code = 21}, {.call = SystemCall::FileFacts, .code = 21}});
+  EXPECT_FALSE(QueryFacts(ToLongPath(path), error));
+  EXPECT_EQ(error, 21u);
+  EXPECT_FALSE(file.Facts());
+}
+
+TEST(ErrorCodesTest, TellsMissingFromOtherErrors) {
+  for (const uint32_t error : {2u, 3u}) EXPECT_TRUE(IsMissingError(error)) << error;
+  for (const uint32_t error : {0u, 1u, 4u, 5u, 123u}) EXPECT_FALSE(IsMissingError(error)) << error;
+}
+
+}  // namespace
+}  // namespace swr::testing

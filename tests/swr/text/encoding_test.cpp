@@ -1,0 +1,127 @@
+#include "swr/text/encoding.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <string_view>
+
+namespace swr::testing {
+namespace {
+
+std::u16string Units(std::initializer_list<int> units) {
+  std::u16string text;
+  for (const int unit : units) text.push_back(static_cast<char16_t>(unit));
+  return text;
+}
+
+std::string Bytes(std::initializer_list<int> values) {
+  std::string bytes;
+  for (const int value : values) bytes.push_back(static_cast<char>(value));
+  return bytes;
+}
+
+// --- DecodeTextBytes ----------------------------------------------------------------------------
+
+struct DecodeCase {
+  std::string_view description;
+  std::string bytes;
+  std::u16string text;
+};
+
+const DecodeCase decodeCases[] = {
+    {"nothing", "", u""},
+    // UTF-8 with a mark.
+    {"the mark alone", Bytes({0xEF, 0xBB, 0xBF}), u""},
+    {"a mark and text", Bytes({0xEF, 0xBB, 0xBF, 0xC3, 0xA9}), u"\u00E9"},
+    {"two marks", Bytes({0xEF, 0xBB, 0xBF, 0xEF, 0xBB, 0xBF, 'A'}), u"\uFEFFA"},
+    // UTF-16, low byte first.
+    {"the low-first mark alone", Bytes({0xFF, 0xFE}), u""},
+    {"the low-first mark and an odd byte", Bytes({0xFF, 0xFE, 0x41}), u""},
+    {"low first", Bytes({0xFF, 0xFE, 0x41, 0x00}), u"A"},
+    {"low first with an odd byte", Bytes({0xFF, 0xFE, 0x41, 0x00, 0x42}), u"A"},
+    {"low first above 255", Bytes({0xFF, 0xFE, 0x87, 0x65}), u"\u6587"},
+    {"low first with a pair", Bytes({0xFF, 0xFE, 0x3D, 0xD8, 0x00, 0xDE}), u"\U0001F600"},
+    {"low first with lone surrogates", Bytes({0xFF, 0xFE, 0x00, 0xDE, 0x3D, 0xD8, 0x41, 0x00}),
+     Units({0xDE00, 0xD83D, 'A'})},
+    {"low first with two marks", Bytes({0xFF, 0xFE, 0xFF, 0xFE, 0x41, 0x00}), u"\uFEFFA"},
+    {"low first with the other mark", Bytes({0xFF, 0xFE, 0xFE, 0xFF}), Units({0xFFFE})},
+    // UTF-16, high byte first.
+    {"the high-first mark alone", Bytes({0xFE, 0xFF}), u""},
+    {"the high-first mark and an odd byte", Bytes({0xFE, 0xFF, 0x00}), u""},
+    {"high first", Bytes({0xFE, 0xFF, 0x00, 0x41}), u"A"},
+    {"high first above 255", Bytes({0xFE, 0xFF, 0x65, 0x87}), u"\u6587"},
+    {"high first with a null", Bytes({0xFE, 0xFF, 0x00, 0x00, 0x00, 0x41}), Units({0, 'A'})},
+    // No mark: UTF-8 if it is valid.
+    {"ASCII", "abc\r\n", u"abc\r\n"},
+    {"UTF-8", Bytes({0xC3, 0xA9}), u"\u00E9"},
+    {"UTF-8 of four bytes", Bytes({0xF0, 0x9F, 0x98, 0x80}), u"\U0001F600"},
+    {"a null inside", Bytes({'a', 0, 'b'}), Units({'a', 0, 'b'})},
+    {"UTF-16 without a mark is no UTF-16", Bytes({'A', 0, 'B', 0}), Units({'A', 0, 'B', 0})},
+    {"a mark that is cut off", Bytes({0xEF, 0xBB}), u"\u00EF\u00BB"},
+    // Otherwise the code page of the system; see text_services_test.cpp about which one.
+    {"one byte of a code page", Bytes({0xE9}), u"\u00E9"},
+    {"one byte makes all of it so", Bytes({0xC3, 0xA9, ' ', 0xE9}), u"\u00C3\u00A9 \u00E9"},
+    {"half of a UTF-16 mark", Bytes({0xFF}), u"\u00FF"},
+    {"a null in it", Bytes({0xE9, 0, 'b'}), Units({0xE9, 0, 'b'})},
+};
+
+TEST(DecodeTextBytesTest, FindsOutTheEncoding) {
+  for (const DecodeCase& row : decodeCases) {
+    SCOPED_TRACE(row.description);
+    EXPECT_EQ(DecodeTextBytes(row.bytes), row.text);
+  }
+}
+
+TEST(DecodeTextBytesTest, StaysWithUtf8AfterItsMark) {
+  const std::u16string text = DecodeTextBytes(Bytes({0xEF, 0xBB, 0xBF, 'a', 0xFF, 'z'}));
+  EXPECT_NE(text.find(u'\uFFFD'), text.npos);
+  EXPECT_EQ(text.find(u'\u00FF'), text.npos);
+  EXPECT_EQ(text.front(), u'a');
+  EXPECT_EQ(text.back(), u'z');
+}
+
+TEST(DecodeTextBytesTest, TakesLongText) {
+  std::string bytes;
+  std::u16string text;
+  for (int i = 0; i < 100000; ++i) {
+    bytes += "\xC3\xA9x";
+    text += u"\u00E9x";
+  }
+  EXPECT_TRUE(DecodeTextBytes(bytes) == text);
+  EXPECT_TRUE(DecodeTextBytes("\xEF\xBB\xBF" + bytes) == text);
+}
+
+// --- The two conversions ------------------------------------------------------------------------
+
+struct ConversionCase {
+  std::string_view description;
+  std::string bytes;
+  std::u16string text;
+};
+
+const ConversionCase conversionCases[] = {
+    {"nothing", "", u""},
+    {"ASCII", "abc", u"abc"},
+    {"accents", "\xC3\xA9t\xC3\xA9", u"\u00E9t\u00E9"},
+    {"Chinese", "\xE6\x96\x87", u"\u6587"},
+    {"emoji", "\xF0\x9F\x98\x80", u"\U0001F600"},
+    {"a mark is text like any other", "\xEF\xBB\xBFx", u"\uFEFFx"},
+    {"a null", Bytes({'a', 0, 'b'}), Units({'a', 0, 'b'})},
+};
+
+TEST(Utf8Test, GoesToTextAndBack) {
+  for (const ConversionCase& row : conversionCases) {
+    SCOPED_TRACE(row.description);
+    EXPECT_EQ(Utf8ToWide(row.bytes), row.text);
+    EXPECT_EQ(WideToUtf8(row.text), row.bytes);
+  }
+}
+
+TEST(Utf8Test, ReplacesWhatIsInvalid) {
+  EXPECT_NE(Utf8ToWide("a\xFFz").find(u'\uFFFD'), std::u16string::npos);
+  EXPECT_EQ(WideToUtf8(Units({'a', 0xD800, 'z'})), "a\xEF\xBF\xBDz");
+  EXPECT_EQ(WideToUtf8(Units({0xDFFF})), "\xEF\xBF\xBD");
+}
+
+}  // namespace
+}  // namespace swr::testing

@@ -1,0 +1,153 @@
+// The window stays at hand while files are hashed: it answers, moves, changes its size, scrolls and
+// stops when told to.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <cstdio>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "resources/resource_ids.h"
+#include "tests/support/temp_tree.h"
+#include "tests/ui/running_window_win.h"
+
+namespace app::testing {
+namespace {
+
+using std::chrono::duration_cast;
+using std::chrono::milliseconds;
+using std::chrono::seconds;
+using std::chrono::steady_clock;
+using swr::testing::TempTree;
+
+constexpr uint64_t GiB = uint64_t{1} << 30;
+// Where an answer begins to feel late.
+constexpr milliseconds Late{200};
+
+// Asks the window every 20 ms, as long as it lives, and keeps the longest time to an answer.
+class Probe {
+ public:
+  explicit Probe(const RunningWindow& window)
+      : thread_([this, &window] {
+          while (!ends_) {
+            const auto asked = steady_clock::now();
+            window.Ask();
+            longest_ = std::max(longest_.load(), steady_clock::now() - asked);
+            ++count_;
+            std::this_thread::sleep_for(milliseconds(20));
+          }
+        }) {}
+  ~Probe() { End(); }
+  Probe(const Probe&) = delete;
+  Probe& operator=(const Probe&) = delete;
+
+  milliseconds Longest() {
+    End();
+    return duration_cast<milliseconds>(longest_.load());
+  }
+  int Count() const { return count_; }
+
+ private:
+  void End() {
+    ends_ = true;
+    if (thread_.joinable()) thread_.join();
+  }
+
+  std::atomic<bool> ends_ = false;
+  std::atomic<steady_clock::duration> longest_ = steady_clock::duration::zero();
+  std::atomic<int> count_ = 0;
+  std::thread thread_;  // last: it uses all of the above
+};
+
+// How long a user's action takes.
+template <typename Action>
+milliseconds Timed(Action action) {
+  const auto start = steady_clock::now();
+  action();
+  return duration_cast<milliseconds>(steady_clock::now() - start);
+}
+
+struct Slowest {
+  milliseconds move{0};
+  milliseconds resize{0};
+  milliseconds scroll{0};
+};
+
+// Moves, resizes and scrolls for this long, or until the work is done.
+Slowest UseTheWindow(const RunningWindow& window, milliseconds duration) {
+  Slowest slowest;
+  const Size outer = window.OuterSize();
+  const auto end = steady_clock::now() + duration;
+  const int rows = window.RowCount();
+  for (int i = 0; steady_clock::now() < end && window.IsShown(IDC_CANCEL); ++i) {
+    slowest.move = std::max(slowest.move, Timed([&] { window.MoveTo(i % 100, i % 60); }));
+    slowest.resize = std::max(slowest.resize, Timed([&] {
+                                window.Resize({outer.width + i % 50, outer.height + i % 40});
+                              }));
+    slowest.scroll = std::max(slowest.scroll, Timed([&] { window.ScrollToRow(i * 997 % rows); }));
+    std::this_thread::sleep_for(milliseconds(20));
+  }
+  return slowest;
+}
+
+// A machine that is busy with other things delays an answer now and then; a window that does not
+// stay at hand is late in every one of these stretches.
+void ExpectWindowStaysAtHand(const RunningWindow& window, const char* during) {
+  constexpr int stretches = 3;
+  milliseconds best = milliseconds::max();
+  for (int i = 0; i < stretches && best >= Late; ++i) {
+    ASSERT_TRUE(window.IsShown(IDC_CANCEL)) << "the work was over too early";
+    Probe probe(window);
+    const Slowest slowest = UseTheWindow(window, seconds(3));
+    std::printf("%s: longest answer %d ms of %d; move %d ms, resize %d ms, scroll %d ms\n", during,
+                static_cast<int>(probe.Longest().count()), probe.Count(),
+                static_cast<int>(slowest.move.count()), static_cast<int>(slowest.resize.count()),
+                static_cast<int>(slowest.scroll.count()));
+    EXPECT_GT(probe.Count(), 20);
+    best =
+        std::min(best, std::max({probe.Longest(), slowest.move, slowest.resize, slowest.scroll}));
+  }
+  EXPECT_LT(best, Late) << during;
+}
+
+void ExpectCancelWorksAtOnce(const RunningWindow& window) {
+  ASSERT_TRUE(window.IsShown(IDC_CANCEL)) << "the work was over too early to be cancelled";
+  EXPECT_LT(Timed([&] { window.Click(IDC_CANCEL); }), Late);
+  EXPECT_TRUE(WaitFor([&] { return !window.IsShown(IDC_CANCEL); }, seconds(2)));
+}
+
+TEST(AliveTest, DuringOneLongFile) {
+  TempTree tree;
+  const std::u16string file = tree.AddFile(u"long.bin");
+  swr::testing::ResizeFile(file, 4 * GiB);
+  const RunningWindow window;
+  window.Drop({file});
+
+  ExpectWindowStaysAtHand(window, "during a file of 4 GiB");
+  ExpectCancelWorksAtOnce(window);
+}
+
+TEST(AliveTest, DuringTwentyThousandSmallFiles) {
+  constexpr int fileCount = 20'000;
+  constexpr int filesPerFolder = 500;
+  TempTree tree;
+  for (int i = 0; i < fileCount; ++i) {
+    const std::string name = std::to_string(i / filesPerFolder) + "/" + std::to_string(i);
+    tree.AddFile(std::u16string(name.begin(), name.end()), name);
+  }
+  const RunningWindow window;
+  window.Drop({tree.Root()});
+  ASSERT_EQ(window.RowCount(), fileCount);
+
+  ExpectWindowStaysAtHand(window, "during 20,000 small files");
+  ExpectCancelWorksAtOnce(window);
+  for (const std::u16string& status : window.Column(u"Status")) {
+    ASSERT_TRUE(status == u"Done" || status == u"Cancelled");
+  }
+}
+
+}  // namespace
+}  // namespace app::testing

@@ -1,0 +1,70 @@
+// The system's dialogs behind Add Files and Add Folder.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "resources/resource_ids.h"
+#include "tests/support/temp_tree.h"
+#include "tests/ui/known_digests.h"
+#include "tests/ui/running_window_win.h"
+
+namespace app::testing {
+namespace {
+
+using swr::testing::TempTree;
+using Texts = std::vector<std::u16string>;
+
+class PickersTest : public ::testing::Test {
+ protected:
+  void Open(int command, const std::u16string& title) {
+    window_.PostCommand(command);
+    ASSERT_TRUE(window_.WaitForFileDialog(title));
+  }
+
+  TempTree tree_;
+  std::u16string abc_ = tree_.AddFile(u"d/abc", DigestsOfAbc.input);
+  std::u16string digits_ = tree_.AddFile(u"d/digits", DigestsOfDigits.input);
+  RunningWindow window_;
+};
+
+TEST_F(PickersTest, ACancelledDialogAddsNothing) {
+  for (const auto& [command, title] :
+       {std::pair{ID_ADD_FILES, u"Add Files"}, std::pair{ID_ADD_FOLDER, u"Add Folder"}}) {
+    Open(command, title);
+    EXPECT_FALSE(window_.TakesInput()) << "a dialog belongs to the window";
+    window_.CancelFileDialog(title);
+    EXPECT_TRUE(window_.TakesInput());
+    EXPECT_EQ(window_.RowCount(), 0);
+  }
+}
+
+TEST_F(PickersTest, AddFilesTakesSeveral) {
+  Open(ID_ADD_FILES, u"Add Files");
+  window_.AcceptFileDialog(u"Add Files", u'"' + abc_ + u"\" \"" + digits_ + u'"');
+  ASSERT_TRUE(WaitFor([&] { return window_.RowCount() == 2; }));
+  window_.WaitUntilIdle();
+  EXPECT_EQ(window_.Column(u"Name"), (Texts{u"abc", u"digits"}));
+  EXPECT_EQ(window_.Column(u"Folder"), Texts(2, tree_.Path(u"d")));
+  EXPECT_EQ(window_.Cell(0, u"SHA-256"), DigestsOfAbc.sha256);
+  EXPECT_EQ(window_.Cell(1, u"SHA-256"), DigestsOfDigits.sha256);
+}
+
+TEST_F(PickersTest, AddFolderTakesAFolderWithAllItsFiles) {
+  Open(ID_ADD_FOLDER, u"Add Folder");
+  window_.AcceptFileDialog(u"Add Folder", tree_.Path(u"d"));
+  ASSERT_TRUE(WaitFor([&] { return window_.RowCount() == 2; }));
+  window_.WaitUntilIdle();
+  EXPECT_EQ(window_.Column(u"Name"), (Texts{u"abc", u"digits"}));
+  EXPECT_EQ(window_.Cell(1, u"MD5"), DigestsOfDigits.md5);
+}
+
+TEST_F(PickersTest, ControlOOpensAddFiles) {
+  constexpr int controlKey = 0x11;
+  window_.TypeChord({controlKey, 'O'});
+  ASSERT_TRUE(window_.WaitForFileDialog(u"Add Files"));
+  window_.CancelFileDialog(u"Add Files");
+}
+
+}  // namespace
+}  // namespace app::testing

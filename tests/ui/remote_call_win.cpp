@@ -1,0 +1,76 @@
+#include "tests/ui/remote_call_win.h"
+
+#include <algorithm>
+#include <array>
+#include <stdexcept>
+
+namespace app::testing {
+namespace {
+
+// What the thread in the other process is handed.
+struct CallBlock {
+  uint64_t function = 0;
+  std::array<uint64_t, 5> arguments = {};
+  uint64_t result = 0;
+};
+
+// The thread's body. It gets the address of a CallBlock in rcx.
+constexpr unsigned char callCode[] = {
+    0x53,                          // push rbx
+    0x48, 0x83, 0xEC, 0x30,        // sub  rsp, 48
+    0x48, 0x89, 0xCB,              // mov  rbx, rcx
+    0x48, 0x8B, 0x43, 0x28,        // mov  rax, [rbx + 40]
+    0x48, 0x89, 0x44, 0x24, 0x20,  // mov  [rsp + 32], rax
+    0x4C, 0x8B, 0x4B, 0x20,        // mov  r9, [rbx + 32]
+    0x4C, 0x8B, 0x43, 0x18,        // mov  r8, [rbx + 24]
+    0x48, 0x8B, 0x53, 0x10,        // mov  rdx, [rbx + 16]
+    0x48, 0x8B, 0x4B, 0x08,        // mov  rcx, [rbx + 8]
+    0xFF, 0x13,                    // call [rbx]
+    0x48, 0x89, 0x43, 0x30,        // mov  [rbx + 48], rax
+    0x31, 0xC0,                    // xor  eax, eax
+    0x48, 0x83, 0xC4, 0x30,        // add  rsp, 48
+    0x5B,                          // pop  rbx
+    0xC3,                          // ret
+};
+
+constexpr DWORD answerTimeout = 60'000;
+
+}  // namespace
+
+RemoteCaller::RemoteCaller(HWND window)
+    : scratch_(window, ScratchSize), block_(window, sizeof(CallBlock)) {
+  DWORD id = 0;
+  GetWindowThreadProcessId(window, &id);
+  process_ = OpenProcess(PROCESS_ALL_ACCESS, FALSE, id);
+  if (process_ == nullptr) throw std::runtime_error("the program cannot be opened");
+  code_ = VirtualAllocEx(process_, nullptr, sizeof callCode, MEM_COMMIT | MEM_RESERVE,
+                         PAGE_EXECUTE_READWRITE);
+  if (!WriteProcessMemory(process_, code_, callCode, sizeof callCode, nullptr)) {
+    CloseHandle(process_);
+    throw std::runtime_error("the program takes no code");
+  }
+}
+
+RemoteCaller::~RemoteCaller() {
+  VirtualFreeEx(process_, code_, 0, MEM_RELEASE);
+  CloseHandle(process_);
+}
+
+// The system's libraries have the same addresses in every process.
+uint64_t RemoteCaller::CallAddress(uint64_t function,
+                                   std::initializer_list<uint64_t> arguments) const {
+  CallBlock block{.function = function};
+  std::copy(arguments.begin(), arguments.end(), block.arguments.begin());
+  block_.Write(0, &block, sizeof block);
+  const HANDLE thread =
+      CreateRemoteThread(process_, nullptr, 0, reinterpret_cast<LPTHREAD_START_ROUTINE>(code_),
+                         block_.At(0), 0, nullptr);
+  if (thread == nullptr) throw std::runtime_error("the program starts no thread");
+  const DWORD ended = WaitForSingleObject(thread, answerTimeout);
+  CloseHandle(thread);
+  if (ended != WAIT_OBJECT_0) throw std::runtime_error("the call in the program does not return");
+  block_.Read(0, &block, sizeof block);
+  return block.result;
+}
+
+}  // namespace app::testing

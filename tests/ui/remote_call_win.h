@@ -1,0 +1,44 @@
+// Calls functions of the system inside another process. Menus and dialog units are known only to
+// the process that owns the window.
+#pragma once
+
+#include "swr/system/windows_api_win.h"
+
+#include <cstdint>
+#include <initializer_list>
+
+#include "tests/support/remote_list_win.h"
+
+namespace app::testing {
+
+class RemoteCaller {
+ public:
+  // Throws std::runtime_error if the process of the window cannot be opened; so do the calls when
+  // they cannot be carried out.
+  explicit RemoteCaller(HWND window);
+  ~RemoteCaller();
+  RemoteCaller(const RemoteCaller&) = delete;
+  RemoteCaller& operator=(const RemoteCaller&) = delete;
+
+  // Runs a function of a system library on a thread of its own in the other process, with at most
+  // five arguments, each a number, a handle or an address there.
+  template <typename Function>
+  uint64_t Call(Function* function, std::initializer_list<uint64_t> arguments) const {
+    return CallAddress(reinterpret_cast<uint64_t>(function), arguments);
+  }
+
+  // Memory in the other process for what a call reads or writes.
+  const swr::testing::RemoteMemory& Scratch() const { return scratch_; }
+  uint64_t ScratchAddress() const { return reinterpret_cast<uint64_t>(scratch_.At(0)); }
+  static constexpr size_t ScratchSize = 4096;
+
+ private:
+  uint64_t CallAddress(uint64_t function, std::initializer_list<uint64_t> arguments) const;
+
+  HANDLE process_ = nullptr;
+  void* code_ = nullptr;
+  swr::testing::RemoteMemory scratch_;
+  swr::testing::RemoteMemory block_;
+};
+
+}  // namespace app::testing

@@ -1,0 +1,521 @@
+#include "tests/ui/running_window_win.h"
+
+#include <commctrl.h>
+#include <shlobj.h>
+
+#include <algorithm>
+#include <array>
+#include <mutex>
+#include <numeric>
+#include <ostream>
+#include <stdexcept>
+#include <thread>
+
+#include "resources/resource_ids.h"
+#include "swr/system/wide_text_win.h"
+
+namespace app::testing {
+namespace {
+
+using std::chrono::milliseconds;
+using std::chrono::seconds;
+using swr::testing::AskWindow;
+using swr::testing::RemoteMemory;
+
+constexpr int maxText = 1024;
+constexpr UINT MN_GETHMENU_MESSAGE = 0x01E1;  // of a window of class "#32768": its menu
+
+std::wstring programPath;
+
+std::mutex startedMutex;
+std::vector<HANDLE> started;  // under startedMutex
+
+// One argument as the program's runtime will read it: backslashes count only before a quote.
+std::wstring Quoted(const std::u16string& argument) {
+  std::wstring text = L"\"";
+  size_t backslashes = 0;
+  for (const char16_t unit : argument) {
+    if (unit == u'"') text.append(backslashes + 1, L'\\');
+    backslashes = unit == u'\\' ? backslashes + 1 : 0;
+    text += static_cast<wchar_t>(unit);
+  }
+  return text.append(backslashes, L'\\') + L'"';
+}
+
+struct WindowSearch {
+  DWORD process = 0;
+  std::wstring title;
+  HWND found = nullptr;
+};
+
+BOOL CALLBACK KeepIfFound(HWND window, LPARAM parameter) {
+  auto& search = *reinterpret_cast<WindowSearch*>(parameter);
+  DWORD process = 0;
+  GetWindowThreadProcessId(window, &process);
+  wchar_t name[16] = {};
+  wchar_t title[maxText] = {};
+  GetClassNameW(window, name, 16);
+  GetWindowTextW(window, title, maxText);
+  if (process != search.process || std::wstring_view(name) != L"#32770" || search.title != title) {
+    return TRUE;
+  }
+  search.found = window;
+  return FALSE;
+}
+
+HWND FindDialogOf(DWORD process, std::wstring_view title) {
+  WindowSearch search{.process = process, .title = std::wstring(title)};
+  EnumWindows(KeepIfFound, reinterpret_cast<LPARAM>(&search));
+  return search.found;
+}
+
+std::u16string TextOf(HWND window) {
+  wchar_t text[maxText] = {};
+  DWORD_PTR length = 0;
+  if (!SendMessageTimeoutW(window, WM_GETTEXT, maxText, reinterpret_cast<LPARAM>(text), SMTO_NORMAL,
+                           60'000, &length)) {
+    throw std::runtime_error("a control does not tell its text");
+  }
+  return swr::FromWide({text, length});
+}
+
+// Where the system's file dialogs take names; null until the dialog shows.
+HWND FileNameBox(HWND dialog) {
+  struct Search {
+    HWND found = nullptr;
+  } search;
+  const auto keep = [](HWND child, LPARAM parameter) -> BOOL {
+    constexpr int fileNameBox = 1152;
+    if (GetDlgCtrlID(child) != fileNameBox || !IsWindowVisible(child)) return TRUE;
+    reinterpret_cast<Search*>(parameter)->found = child;
+    return FALSE;
+  };
+  if (dialog != nullptr) EnumChildWindows(dialog, keep, reinterpret_cast<LPARAM>(&search));
+  return search.found;
+}
+
+uint64_t Number(HWND window) { return reinterpret_cast<uint64_t>(window); }
+
+}  // namespace
+
+std::ostream& operator<<(std::ostream& out, const Rect& rect) {
+  return out << "(" << rect.left << ", " << rect.top << ")-(" << rect.right << ", " << rect.bottom
+             << ")";
+}
+
+std::ostream& operator<<(std::ostream& out, const Size& size) {
+  return out << size.width << " x " << size.height;
+}
+
+void SetProgramPath(const std::string& path) {
+  const std::wstring given(path.begin(), path.end());
+  wchar_t full[32768] = {};
+  GetFullPathNameW(given.c_str(), 32768, full, nullptr);
+  programPath = full;
+}
+
+void TerminatePrograms() {
+  const std::lock_guard lock(startedMutex);
+  for (const HANDLE process : started) TerminateProcess(process, 99);
+}
+
+bool WaitFor(const std::function<bool()>& condition, milliseconds patience) {
+  const auto end = std::chrono::steady_clock::now() + patience;
+  while (!condition()) {
+    if (std::chrono::steady_clock::now() > end) return false;
+    std::this_thread::sleep_for(milliseconds(10));
+  }
+  return true;
+}
+
+RunningWindow::RunningWindow(const StartOptions& options) {
+  std::wstring commandLine = L"\"" + programPath + L"\"";
+  for (const std::u16string& argument : options.arguments) commandLine += L' ' + Quoted(argument);
+  STARTUPINFOW startup = {};
+  startup.cb = sizeof startup;
+  startup.dwFlags = STARTF_USESHOWWINDOW;
+  startup.wShowWindow = options.minimized ? SW_SHOWMINIMIZED : SW_SHOWNORMAL;
+  PROCESS_INFORMATION made = {};
+  if (!CreateProcessW(programPath.c_str(), commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr,
+                      options.folder.empty() ? nullptr : swr::AsWide(options.folder), &startup,
+                      &made)) {
+    throw std::runtime_error("the program cannot be started; is its path right?");
+  }
+  CloseHandle(made.hThread);
+  process_ = made.hProcess;
+  processId_ = made.dwProcessId;
+  {
+    const std::lock_guard lock(startedMutex);
+    started.push_back(process_);
+  }
+  // The window can be seen before its last control is made.
+  const bool shows = WaitFor([&] {
+    window_ = FindDialogOf(processId_, L"Sumwright");
+    return window_ != nullptr && Control(IDC_LINKS) != nullptr;
+  });
+  if (!shows) throw std::runtime_error("the program shows no window");
+  WaitForPostedMessages();
+  list_ = std::make_unique<swr::testing::RemoteList>(Control(IDC_LIST));
+  caller_ = std::make_unique<RemoteCaller>(window_);
+}
+
+RunningWindow::~RunningWindow() {
+  list_.reset();
+  caller_.reset();
+  if (window_ != nullptr) PostMessageW(window_, WM_CLOSE, 0, 0);
+  if (WaitForSingleObject(process_, 10'000) != WAIT_OBJECT_0) TerminateProcess(process_, 99);
+  const std::lock_guard lock(startedMutex);
+  std::erase(started, process_);
+  CloseHandle(process_);
+}
+
+std::u16string RunningWindow::Title() const { return TextOf(window_); }
+
+int RunningWindow::Dpi() const {
+  const HDC screen = GetDC(nullptr);
+  const int dpi = GetDeviceCaps(screen, LOGPIXELSY);
+  ReleaseDC(nullptr, screen);
+  return dpi;
+}
+
+Size RunningWindow::OuterSize() const {
+  RECT rect = {};
+  GetWindowRect(window_, &rect);
+  return {rect.right - rect.left, rect.bottom - rect.top};
+}
+
+Size RunningWindow::ClientSize() const {
+  RECT rect = {};
+  GetClientRect(window_, &rect);
+  return {rect.right, rect.bottom};
+}
+
+void RunningWindow::Resize(Size outer) const {
+  SetWindowPos(window_, nullptr, 0, 0, outer.width, outer.height,
+               SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void RunningWindow::MoveTo(int x, int y) const {
+  SetWindowPos(window_, nullptr, x, y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void RunningWindow::ChangeDpi(int dpi, Size suggested) const {
+  const RECT rect = {0, 0, suggested.width, suggested.height};
+  caller_->Scratch().Write(0, &rect, sizeof rect);
+  AskWindow(window_, WM_DPICHANGED, MAKEWPARAM(dpi, dpi),
+            static_cast<LPARAM>(caller_->ScratchAddress()));
+  WaitForPostedMessages();  // the window posts itself one for the rest of the work
+}
+
+// Posted messages are handled in their order, by the program's own loop. That a control has done
+// what was posted to it last says that all before has been handled.
+void RunningWindow::WaitForPostedMessages() const {
+  const HWND box = Control(IDC_EXPECTED);
+  const LRESULT limit = AskWindow(box, EM_GETLIMITTEXT);
+  const LRESULT mark = limit - 1;
+  PostMessageW(box, EM_SETLIMITTEXT, static_cast<WPARAM>(mark), 0);
+  if (!WaitFor([&] { return AskWindow(box, EM_GETLIMITTEXT) == mark; })) {
+    throw std::runtime_error("the window does not handle its messages");
+  }
+  AskWindow(box, EM_SETLIMITTEXT, static_cast<WPARAM>(limit));
+}
+
+Rect RunningWindow::FromDialogUnits(int x, int y, int width, int height) const {
+  RECT rect = {x, y, width, height};
+  caller_->Scratch().Write(0, &rect, sizeof rect);
+  if (caller_->Call(MapDialogRect, {Number(window_), caller_->ScratchAddress()}) == 0) {
+    throw std::runtime_error("dialog units cannot be converted");
+  }
+  caller_->Scratch().Read(0, &rect, sizeof rect);
+  return {rect.left, rect.top, rect.left + rect.right, rect.top + rect.bottom};
+}
+
+std::vector<std::u16string> RunningWindow::MenuBar() const {
+  std::vector<std::u16string> texts;
+  for (const MenuItem& item : ItemsOf(caller_->Call(GetMenu, {Number(window_)}))) {
+    texts.push_back(item.text);
+  }
+  return texts;
+}
+
+std::vector<MenuItem> RunningWindow::Menu(int position) const {
+  const uint64_t bar = caller_->Call(GetMenu, {Number(window_)});
+  return ItemsOf(caller_->Call(GetSubMenu, {bar, static_cast<uint64_t>(position)}));
+}
+
+std::vector<MenuItem> RunningWindow::OpenMenu() const {
+  HWND popup = nullptr;
+  while ((popup = FindWindowExW(nullptr, popup, L"#32768", nullptr)) != nullptr) {
+    DWORD process = 0;
+    GetWindowThreadProcessId(popup, &process);
+    if (process != processId_ || !IsWindowVisible(popup)) continue;
+    return ItemsOf(static_cast<uint64_t>(AskWindow(popup, MN_GETHMENU_MESSAGE)));
+  }
+  return {};
+}
+
+std::vector<MenuItem> RunningWindow::ItemsOf(uint64_t menu) const {
+  std::vector<MenuItem> items;
+  const auto count = static_cast<int>(caller_->Call(GetMenuItemCount, {menu}));
+  for (int i = 0; i < count; ++i) {
+    const auto position = static_cast<uint64_t>(i);
+    const auto state =
+        static_cast<uint32_t>(caller_->Call(GetMenuState, {menu, position, MF_BYPOSITION}));
+    MenuItem item;
+    item.isEnabled = (state & (MF_GRAYED | MF_DISABLED)) == 0;
+    item.isChecked = (state & MF_CHECKED) != 0;
+    if ((state & MF_SEPARATOR) == 0 || (state & MF_POPUP) != 0) {
+      item.id = static_cast<uint32_t>(caller_->Call(GetMenuItemID, {menu, position}));
+      const uint64_t length = caller_->Call(
+          GetMenuStringW, {menu, position, caller_->ScratchAddress(), maxText, MF_BYPOSITION});
+      wchar_t text[maxText] = {};
+      caller_->Scratch().Read(0, text, sizeof text);
+      item.text = swr::FromWide({text, static_cast<uint32_t>(length)});
+    }
+    items.push_back(std::move(item));
+  }
+  return items;
+}
+
+std::u16string RunningWindow::Text(int id) const { return TextOf(Control(id)); }
+
+std::u16string RunningWindow::ClassOf(int id) const {
+  wchar_t name[64] = {};
+  const int length = GetClassNameW(Control(id), name, 64);
+  return swr::FromWide({name, static_cast<size_t>(length)});
+}
+
+Rect RunningWindow::Place(int id) const {
+  RECT rect = {};
+  GetWindowRect(Control(id), &rect);
+  MapWindowPoints(nullptr, window_, reinterpret_cast<POINT*>(&rect), 2);
+  return {rect.left, rect.top, rect.right, rect.bottom};
+}
+
+bool RunningWindow::IsShown(int id) const {
+  return (GetWindowLongW(Control(id), GWL_STYLE) & WS_VISIBLE) != 0;
+}
+
+bool RunningWindow::IsChecked(int id) const {
+  return AskWindow(Control(id), BM_GETCHECK) == BST_CHECKED;
+}
+
+int RunningWindow::ProgressPosition() const {
+  return static_cast<int>(AskWindow(Control(IDC_PROGRESS), PBM_GETPOS));
+}
+
+Size RunningWindow::IdealSize(int id) const {
+  SIZE size = {};
+  caller_->Scratch().Write(0, &size, sizeof size);
+  AskWindow(Control(id), BCM_GETIDEALSIZE, 0, static_cast<LPARAM>(caller_->ScratchAddress()));
+  caller_->Scratch().Read(0, &size, sizeof size);
+  return {size.cx, size.cy};
+}
+
+std::vector<int> RunningWindow::ControlsInOrder() const {
+  std::vector<int> ids;
+  for (HWND child = GetWindow(window_, GW_CHILD); child != nullptr;
+       child = GetWindow(child, GW_HWNDNEXT)) {
+    ids.push_back(GetDlgCtrlID(child));
+  }
+  return ids;
+}
+
+std::vector<int> RunningWindow::TabOrder() const {
+  std::vector<int> ids;
+  HWND control = GetNextDlgTabItem(window_, nullptr, FALSE);
+  const HWND first = control;
+  do {
+    ids.push_back(GetDlgCtrlID(control));
+    control = GetNextDlgTabItem(window_, control, FALSE);
+  } while (control != first && control != nullptr && ids.size() < 100);
+  return ids;
+}
+
+int RunningWindow::FocusedControl() const {
+  GUITHREADINFO info = {};
+  info.cbSize = sizeof info;
+  GetGUIThreadInfo(GetWindowThreadProcessId(window_, nullptr), &info);
+  return info.hwndFocus == nullptr ? 0 : GetDlgCtrlID(info.hwndFocus);
+}
+
+void RunningWindow::FocusOn(int control) const {
+  AskWindow(window_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(Control(control)), TRUE);
+}
+
+std::vector<std::u16string> RunningWindow::Row(int row) const {
+  std::vector<int> columns(static_cast<size_t>(list_->ColumnCount()));
+  std::iota(columns.begin(), columns.end(), 0);
+  return list_->Texts(row, 1, columns).front();
+}
+
+int RunningWindow::ColumnOf(const std::u16string& heading) const {
+  const std::vector<std::u16string> headings = list_->ColumnHeadings();
+  const auto column = std::ranges::find(headings, heading);
+  if (column == headings.end()) throw std::runtime_error("there is no such column");
+  return static_cast<int>(column - headings.begin());
+}
+
+std::u16string RunningWindow::Cell(int row, const std::u16string& heading) const {
+  return list_->ItemText(row, ColumnOf(heading));
+}
+
+std::vector<std::u16string> RunningWindow::Column(const std::u16string& heading) const {
+  std::vector<std::u16string> cells;
+  for (const auto& row : list_->Texts(0, RowCount(), {ColumnOf(heading)})) {
+    cells.push_back(row.front());
+  }
+  return cells;
+}
+
+std::vector<int> RunningWindow::ColumnWidths() const {
+  std::vector<int> widths;
+  for (int i = 0, count = list_->ColumnCount(); i < count; ++i) {
+    widths.push_back(
+        static_cast<int>(AskWindow(Control(IDC_LIST), LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(i))));
+  }
+  return widths;
+}
+
+bool RunningWindow::IsRightAligned(int column) const {
+  LVCOLUMNW request = {};
+  request.mask = LVCF_FMT;
+  caller_->Scratch().Write(0, &request, sizeof request);
+  AskWindow(Control(IDC_LIST), LVM_GETCOLUMNW, static_cast<WPARAM>(column),
+            static_cast<LPARAM>(caller_->ScratchAddress()));
+  caller_->Scratch().Read(0, &request, sizeof request);
+  return (request.fmt & LVCFMT_JUSTIFYMASK) == LVCFMT_RIGHT;
+}
+
+void RunningWindow::SelectOnly(const std::vector<int>& rows) const {
+  const auto setState = [&](int row, UINT state) {
+    LVITEMW request = {};
+    request.state = state;
+    request.stateMask = LVIS_SELECTED;
+    caller_->Scratch().Write(0, &request, sizeof request);
+    AskWindow(Control(IDC_LIST), LVM_SETITEMSTATE, static_cast<WPARAM>(row),
+              static_cast<LPARAM>(caller_->ScratchAddress()));
+  };
+  setState(-1, 0);
+  for (const int row : rows) setState(row, LVIS_SELECTED);
+}
+
+int RunningWindow::TopRow() const {
+  return static_cast<int>(AskWindow(Control(IDC_LIST), LVM_GETTOPINDEX));
+}
+
+void RunningWindow::ScrollToRow(int row) const {
+  AskWindow(Control(IDC_LIST), LVM_ENSUREVISIBLE, static_cast<WPARAM>(row), FALSE);
+}
+
+void RunningWindow::ClickHeading(int column) const {
+  const auto header = reinterpret_cast<HWND>(AskWindow(Control(IDC_LIST), LVM_GETHEADER));
+  AskWindow(header, HDM_GETITEMRECT, static_cast<WPARAM>(column),
+            static_cast<LPARAM>(caller_->ScratchAddress()));
+  RECT rect = {};
+  caller_->Scratch().Read(0, &rect, sizeof rect);
+  const LPARAM middle = MAKELPARAM((rect.left + rect.right) / 2, (rect.top + rect.bottom) / 2);
+  AskWindow(header, WM_LBUTTONDOWN, MK_LBUTTON, middle);
+  AskWindow(header, WM_LBUTTONUP, 0, middle);
+}
+
+void RunningWindow::Command(int id) const {
+  AskWindow(window_, WM_COMMAND, static_cast<WPARAM>(id));
+}
+
+void RunningWindow::Click(int control) const { AskWindow(Control(control), BM_CLICK); }
+
+void RunningWindow::PressKey(int control, int key) const {
+  const HWND target = control == 0 ? window_ : Control(control);
+  PostMessageW(target, WM_KEYDOWN, static_cast<WPARAM>(key), 1);
+  PostMessageW(target, WM_KEYUP, static_cast<WPARAM>(key), static_cast<LPARAM>(0xC0000001));
+}
+
+void RunningWindow::TypeChord(const std::vector<int>& keys) const {
+  SetForegroundWindow(window_);
+  if (!WaitFor([&] { return GetForegroundWindow() == window_; })) {
+    throw std::runtime_error("the window does not come to the front");
+  }
+  std::vector<INPUT> inputs;
+  const auto add = [&](int key, DWORD flags) {
+    INPUT input = {};
+    input.type = INPUT_KEYBOARD;
+    input.ki.wVk = static_cast<WORD>(key);
+    input.ki.dwFlags = flags;
+    inputs.push_back(input);
+  };
+  for (auto key = keys.begin(); key != keys.end(); ++key) add(*key, 0);
+  for (auto key = keys.rbegin(); key != keys.rend(); ++key) add(*key, KEYEVENTF_KEYUP);
+  SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
+}
+
+// What the shell posts when files are dropped, but sent, so that it has been carried out
+// afterwards.
+void RunningWindow::Drop(const std::vector<std::u16string>& paths) const {
+  std::u16string names;
+  for (const std::u16string& path : paths) names += path + u'\0';
+  names += u'\0';
+  DROPFILES header = {};
+  header.pFiles = sizeof header;
+  header.fWide = TRUE;
+  const RemoteMemory memory(window_, sizeof header + names.size() * sizeof(char16_t));
+  memory.Write(0, &header, sizeof header);
+  memory.Write(sizeof header, names.data(), names.size() * sizeof(char16_t));
+  AskWindow(window_, WM_DROPFILES, reinterpret_cast<WPARAM>(memory.At(0)));
+}
+
+void RunningWindow::WaitUntilIdle() const {
+  if (!WaitFor([&] { return !IsShown(IDC_CANCEL) && !HasUnfinishedRow(); }, seconds(120))) {
+    throw std::runtime_error("the program does not come to rest");
+  }
+}
+
+bool RunningWindow::HasUnfinishedRow() const {
+  const auto isUnfinished = [](const std::u16string& status) {
+    return status == u"Waiting" || status == u"Hashing";
+  };
+  return std::ranges::any_of(Column(u"Status"), isUnfinished);
+}
+
+bool RunningWindow::WaitForFileDialog(const std::u16string& title) const {
+  return WaitFor([&] { return FileNameBox(FindDialog(title)) != nullptr; });
+}
+
+void RunningWindow::CancelFileDialog(const std::u16string& title) const {
+  PressInDialog(title, IDCANCEL);
+}
+
+void RunningWindow::AcceptFileDialog(const std::u16string& title,
+                                     const std::u16string& names) const {
+  AskWindow(FileNameBox(FindDialog(title)), WM_SETTEXT, 0,
+            reinterpret_cast<LPARAM>(swr::AsWide(names)));
+  PressInDialog(title, IDOK);
+}
+
+void RunningWindow::PressInDialog(const std::u16string& title, int button) const {
+  const HWND dialog = FindDialog(title);
+  PostMessageW(GetDlgItem(dialog, button), BM_CLICK, 0, 0);
+  if (!WaitFor([&] { return !IsWindow(dialog) && TakesInput(); })) {
+    throw std::runtime_error("the file dialog does not close");
+  }
+}
+
+HWND RunningWindow::FindDialog(const std::u16string& title) const {
+  return FindDialogOf(processId_, std::wstring(title.begin(), title.end()));
+}
+
+int RunningWindow::Close() {
+  PostMessageW(window_, WM_CLOSE, 0, 0);
+  return WaitForEnd();
+}
+
+int RunningWindow::WaitForEnd(milliseconds patience) {
+  if (WaitForSingleObject(process_, static_cast<DWORD>(patience.count())) != WAIT_OBJECT_0) {
+    throw std::runtime_error("the program does not end");
+  }
+  DWORD code = 0;
+  GetExitCodeProcess(process_, &code);
+  return static_cast<int>(code);
+}
+
+}  // namespace app::testing

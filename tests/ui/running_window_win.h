@@ -1,0 +1,168 @@
+// Sumwright.exe, started by a test and driven from outside as a user or another program would: its
+// window is found by the process, read by window messages and given commands, keys and drops.
+#pragma once
+
+#include "swr/system/windows_api_win.h"
+
+#include <chrono>
+#include <functional>
+#include <iosfwd>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "tests/support/remote_list_win.h"
+#include "tests/ui/remote_call_win.h"
+
+namespace app::testing {
+
+struct Rect {
+  int left = 0;
+  int top = 0;
+  int right = 0;
+  int bottom = 0;
+
+  int Width() const { return right - left; }
+  int Height() const { return bottom - top; }
+  bool operator==(const Rect&) const = default;
+};
+std::ostream& operator<<(std::ostream& out, const Rect& rect);
+
+struct Size {
+  int width = 0;
+  int height = 0;
+
+  bool operator==(const Size&) const = default;
+};
+std::ostream& operator<<(std::ostream& out, const Size& size);
+
+struct MenuItem {
+  uint32_t id = 0;      // 0 for a separator
+  std::u16string text;  // as in the resource
+  bool isEnabled = false;
+  bool isChecked = false;
+};
+
+struct StartOptions {
+  std::vector<std::u16string> arguments;
+  std::u16string folder;  // the current folder; the test's own when empty
+  bool minimized = false;
+};
+
+// Where Sumwright.exe is. To be called once, before any window is made.
+void SetProgramPath(const std::string& path);
+// Ends all programs that tests have started and not ended yet.
+void TerminatePrograms();
+
+// Waits until the condition holds; false when it does not within this time.
+bool WaitFor(const std::function<bool()>& condition,
+             std::chrono::milliseconds patience = std::chrono::seconds(30));
+
+// Rows, columns and controls go by the numbers that the program gives them. What the window is
+// asked for is its present state; a verb that gives a command returns when it has been carried
+// out, unless it says otherwise. Throws std::runtime_error when the program does not answer.
+class RunningWindow {
+ public:
+  // Starts the program and waits until it has set up its window and taken in the start-up paths.
+  explicit RunningWindow(const StartOptions& options = {});
+  // Ends the program, by force if need be.
+  ~RunningWindow();
+  RunningWindow(const RunningWindow&) = delete;
+  RunningWindow& operator=(const RunningWindow&) = delete;
+
+  // The whole window. Sizes are in pixels.
+  HWND Handle() const { return window_; }
+  std::u16string Title() const;
+  bool IsMinimized() const { return IsIconic(window_) != FALSE; }
+  int Dpi() const;
+  Size OuterSize() const;
+  Size ClientSize() const;
+  void Resize(Size outer) const;
+  void MoveTo(int x, int y) const;
+  // Tells the window that it now is on a screen of this DPI and that this would be its size there.
+  // Returns when it has rearranged itself; the size stays.
+  void ChangeDpi(int dpi, Size suggested) const;
+  // A place in dialog units as pixels; width and height are converted, not the far corner.
+  Rect FromDialogUnits(int x, int y, int width, int height) const;
+  std::vector<std::u16string> MenuBar() const;
+  std::vector<MenuItem> Menu(int position) const;
+  // The menu that has popped up; empty while none has.
+  std::vector<MenuItem> OpenMenu() const;
+
+  // Controls.
+  HWND Control(int id) const { return GetDlgItem(window_, id); }
+  std::u16string Text(int id) const;
+  std::u16string ClassOf(int id) const;
+  // In the window's client area.
+  Rect Place(int id) const;
+  bool IsShown(int id) const;
+  bool IsEnabled(int id) const { return IsWindowEnabled(Control(id)) != FALSE; }
+  bool IsChecked(int id) const;
+  int ProgressPosition() const;
+  // The size that a push button or check box needs for its text and picture.
+  Size IdealSize(int id) const;
+  std::vector<int> ControlsInOrder() const;
+  // What the Tab key visits, from the first control to the last.
+  std::vector<int> TabOrder() const;
+  int FocusedControl() const;
+  void FocusOn(int control) const;
+
+  // The list.
+  const swr::testing::RemoteList& List() const { return *list_; }
+  int RowCount() const { return list_->ItemCount(); }
+  std::vector<std::u16string> Row(int row) const;
+  // The text under this heading. Throws when there is no such column.
+  std::u16string Cell(int row, const std::u16string& heading) const;
+  // All cells of the column.
+  std::vector<std::u16string> Column(const std::u16string& heading) const;
+  std::vector<int> ColumnWidths() const;
+  bool IsRightAligned(int column) const;
+  void SelectOnly(const std::vector<int>& rows) const;
+  int TopRow() const;
+  void ScrollToRow(int row) const;
+  void ClickHeading(int column) const;
+
+  // Commands.
+  void Command(int id) const;
+  // Returns at once; for what opens a menu or a dialog.
+  void PostCommand(int id) const { PostMessageW(window_, WM_COMMAND, static_cast<WPARAM>(id), 0); }
+  // Clicks a button or check box.
+  void Click(int control) const;
+  // Returns at once. The key goes to this control, or without one to the window.
+  void PressKey(int control, int key) const;
+  // Presses these keys together, as on a keyboard, with the window in front. Returns at once.
+  void TypeChord(const std::vector<int>& keys) const;
+  void Drop(const std::vector<std::u16string>& paths) const;
+
+  // Waits until no row is waiting or being hashed and the status line shows no progress.
+  void WaitUntilIdle() const;
+  // Returns when the window answers a message.
+  void Ask() const { swr::testing::AskWindow(window_, WM_NULL); }
+  // False while a dialog stands before the window.
+  bool TakesInput() const { return IsWindowEnabled(window_) != FALSE; }
+
+  // The system's file dialog with this title. The last two return when it has closed.
+  bool WaitForFileDialog(const std::u16string& title) const;
+  void CancelFileDialog(const std::u16string& title) const;
+  void AcceptFileDialog(const std::u16string& title, const std::u16string& names) const;
+
+  // The end: the exit code.
+  int Close();
+  int WaitForEnd(std::chrono::milliseconds patience = std::chrono::seconds(30));
+
+ private:
+  void WaitForPostedMessages() const;
+  std::vector<MenuItem> ItemsOf(uint64_t menu) const;
+  int ColumnOf(const std::u16string& heading) const;
+  bool HasUnfinishedRow() const;
+  HWND FindDialog(const std::u16string& title) const;
+  void PressInDialog(const std::u16string& title, int button) const;
+
+  HANDLE process_ = nullptr;
+  DWORD processId_ = 0;
+  HWND window_ = nullptr;
+  std::unique_ptr<swr::testing::RemoteList> list_;
+  std::unique_ptr<RemoteCaller> caller_;
+};
+
+}  // namespace app::testing

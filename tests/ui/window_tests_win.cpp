@@ -1,0 +1,88 @@
+// The program of the tests of the real window:
+//   window_tests.exe SUMWRIGHT.EXE [GOOGLETEST OPTION...]
+#include "swr/system/windows_api_win.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <condition_variable>
+#include <cstdio>
+#include <cstdlib>
+#include <mutex>
+#include <string>
+#include <thread>
+
+#include "tests/ui/running_window_win.h"
+
+namespace {
+
+// Ends everything when a test takes too long: a window that hangs must not hang its tests.
+class Watchdog final : public testing::EmptyTestEventListener {
+ public:
+  Watchdog() : thread_([this] { Watch(); }) {}
+  ~Watchdog() override {
+    {
+      const std::lock_guard lock(mutex_);
+      ends_ = true;
+    }
+    changed_.notify_all();
+    thread_.join();
+  }
+
+  void OnTestStart(const testing::TestInfo& test) override {
+    SetTest(std::string(test.test_suite_name()) + "." + test.name());
+  }
+  void OnTestEnd(const testing::TestInfo&) override { SetTest({}); }
+
+ private:
+  static constexpr std::chrono::seconds longestTest{240};
+
+  void SetTest(std::string name) {
+    {
+      const std::lock_guard lock(mutex_);
+      test_ = std::move(name);
+      ++number_;
+    }
+    changed_.notify_all();
+  }
+
+  void Watch() {
+    std::unique_lock lock(mutex_);
+    while (!ends_) {
+      const int watched = number_;
+      const bool moved =
+          changed_.wait_for(lock, longestTest, [&] { return ends_ || number_ != watched; });
+      if (moved || test_.empty()) continue;
+      std::fprintf(stderr, "%s does not end\n", test_.c_str());
+      app::testing::TerminatePrograms();
+      std::_Exit(3);
+    }
+  }
+
+  std::mutex mutex_;
+  std::condition_variable changed_;
+  bool ends_ = false;
+  std::string test_;
+  int number_ = 0;
+  std::thread thread_;  // last: it uses all of the above
+};
+
+}  // namespace
+
+int main(int argumentCount, char** arguments) {
+  testing::InitGoogleTest(&argumentCount, arguments);
+  if (argumentCount != 2) {
+    std::fprintf(stderr, "window_tests: give the path of Sumwright.exe\n");
+    return 2;
+  }
+  // Sizes are in the pixels of the screen for the program; so they must be for its tests.
+  SetProcessDpiAwarenessContext(DPI_AWARENESS_CONTEXT_PER_MONITOR_AWARE_V2);
+  app::testing::SetProgramPath(arguments[1]);
+  testing::UnitTest::GetInstance()->listeners().Append(new Watchdog);  // which takes it over
+  const int result = RUN_ALL_TESTS();
+  if (testing::UnitTest::GetInstance()->test_to_run_count() == 0) {
+    std::fprintf(stderr, "window_tests: there are no such tests\n");
+    return 2;
+  }
+  return result;
+}
