@@ -465,7 +465,7 @@ void RunningWindow::Drop(const std::vector<std::u16string>& paths) const {
 }
 
 void RunningWindow::WaitUntilIdle() const {
-  if (!WaitFor([&] { return !IsShown(IDC_CANCEL) && !HasUnfinishedRow(); }, seconds(120))) {
+  if (!WaitFor([&] { return !IsShown(IDC_CANCEL) && !HasUnfinishedRow(); }, seconds(60))) {
     throw std::runtime_error("the program does not come to rest");
   }
 }

@@ -10,6 +10,7 @@
 #endif
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <new>
 #include <stdexcept>
@@ -98,9 +99,30 @@ class Sha3Hasher final : public Hasher {
   uint32_t position_ = 0;  // bytes absorbed into the current block
 };
 
+// BLAKE3 and xxHash choose among their processor variants at the first use, without a lock. A first
+// use here, once a process, keeps two hashing threads from choosing at the same time.
+void ChooseBlake3Variant() {
+  static const bool chosen = [] {
+    blake3_hasher state;
+    std::array<uint8_t, BLAKE3_OUT_LEN> bytes;
+    blake3_hasher_init(&state);
+    blake3_hasher_finalize(&state, bytes.data(), bytes.size());
+    return true;
+  }();
+  static_cast<void>(chosen);
+}
+
+void ChooseXxh3Variant(XXH3_state_t& state) {
+  static const bool chosen = XXH3_64bits_update(&state, "", 0) == XXH_OK;
+  static_cast<void>(chosen);
+}
+
 class Blake3Hasher final : public Hasher {
  public:
-  Blake3Hasher() { blake3_hasher_init(&state_); }
+  Blake3Hasher() {
+    ChooseBlake3Variant();
+    blake3_hasher_init(&state_);
+  }
   void Update(const void* data, uint64_t size) override {
     blake3_hasher_update(&state_, data, size);
   }
@@ -137,6 +159,7 @@ class Xxh3Hasher final : public Hasher {
   explicit Xxh3Hasher(bool wide) : wide_(wide), state_(XXH3_createState()) {
     if (!state_) throw std::bad_alloc();
     XXH3_64bits_reset(state_.get());
+    ChooseXxh3Variant(*state_);
   }
   // Reset and update are the same for both widths; only the digest differs.
   void Update(const void* data, uint64_t size) override {
