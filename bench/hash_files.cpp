@@ -12,6 +12,7 @@
 
 #include "swr/hash/digest_text.h"
 #include "swr/hash/hash_file.h"
+#include "swr/system/thread_schedule.h"
 #include "swr/text/encoding.h"
 
 namespace {
@@ -66,6 +67,7 @@ int main(int count, char** arguments) {
     return 2;
   }
   const swr::AlgoMask mask = ParseMask(arguments[first]);
+  swr::PreferThroughput();
   const long before = ReadStatus("VmRSS");
   bool succeeded = true;
   for (int i = first + 1; i < count; ++i) succeeded = HashOne(arguments[i], mask) && succeeded;

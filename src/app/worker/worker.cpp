@@ -4,6 +4,8 @@
 #include <chrono>
 #include <utility>
 
+#include "swr/system/thread_schedule.h"
+
 namespace app {
 
 Worker::Worker(WorkerSink& sink, TickFunction ticks)
@@ -75,6 +77,7 @@ WorkerSnapshot Worker::GetSnapshot() const {
 }
 
 void Worker::Run() {
+  swr::PreferThroughput();
   std::unique_lock lock(mutex_);
   while (true) {
     wake_.wait(lock, [this] { return stop_ || !queue_.empty(); });

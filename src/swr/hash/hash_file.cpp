@@ -1,5 +1,6 @@
 #include "swr/hash/hash_file.h"
 
+#include <algorithm>
 #include <condition_variable>
 #include <cstddef>
 #include <memory>
@@ -13,6 +14,7 @@
 #include "swr/paths/path_forms.h"
 #include "swr/system/error_codes.h"
 #include "swr/system/file.h"
+#include "swr/system/thread_schedule.h"
 
 namespace swr {
 namespace {
@@ -77,7 +79,30 @@ ChunkRead ReadChunk(File& file, RingSlot& slot) {
   return {};
 }
 
+void Prefetch(const std::byte* data, uint32_t size) {
+  constexpr uint32_t cacheLine = 64;
+  // For reading, and no nearer than the second-level cache.
+  for (uint32_t i = 0; i < size; i += cacheLine) __builtin_prefetch(data + i, 0, 2);
+}
+
+// Another core has written the chunk, and fetching it from there line by line would cost a fast
+// algorithm a third of its speed. So each stretch is asked for while the one before is digested.
+// The stretches are long enough for the widest variants of BLAKE3.
+void Update(Hasher& hasher, const RingSlot& slot) {
+  constexpr uint32_t stretch = 16384;
+  const std::byte* data = slot.data.get();
+  uint32_t left = slot.length;
+  while (left > 0) {
+    const uint32_t size = std::min(left, stretch);
+    left -= size;
+    Prefetch(data + size, std::min(left, stretch));
+    hasher.Update(data, size);
+    data += size;
+  }
+}
+
 void ConsumerMain(ConsumerContext& context, size_t index) {
+  PreferThroughput();
   Hasher& hasher = *context.hashers[index];
   for (uint64_t i = 0;; ++i) {
     std::unique_lock lock(context.mutex);
@@ -87,7 +112,7 @@ void ConsumerMain(ConsumerContext& context, size_t index) {
     RingSlot& slot = context.slots[i % RingLength];
     lock.unlock();
 
-    if (slot.length != 0) hasher.Update(slot.data.get(), slot.length);
+    Update(hasher, slot);
     const bool last = slot.last;
 
     lock.lock();
