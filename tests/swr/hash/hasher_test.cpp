@@ -96,7 +96,7 @@ const PublishedDigest publishedDigests[] = {
      "d00278ae47eb27b34faecf67b4fe263f82d5412916c1ffd97c8cb7fb814b8444",
      "BLAKE3 test_vectors.json"},
     {AlgoId::Crc32, "123456789", "cbf43926", "catalogue of CRC algorithms, check value"},
-    {AlgoId::Xxh64, "", "ef46db3751d8e999", "xxHash specification"},
+    {AlgoId::Xxh64, "", "ef46db3751d8e999", "xxHash documentation"},
     {AlgoId::Xxh3_64, "", "2d06800538d394c2", "xxHash, sanity test"},
     {AlgoId::Xxh128, "", "99aa06d3014798d86001c324468d497f", "xxHash, sanity test"},
 };
