@@ -23,15 +23,18 @@ struct IconTraits {
 };
 using Icon = swr::UniqueHandle<IconTraits>;
 
-struct FontTraits {
-  using Value = HFONT;
-  static constexpr HFONT Invalid = nullptr;
-  static void Close(HFONT value) noexcept { DeleteObject(value); }
+struct BitmapTraits {
+  using Value = HBITMAP;
+  static constexpr HBITMAP Invalid = nullptr;
+  static void Close(HBITMAP value) noexcept { DeleteObject(value); }
 };
-using Font = swr::UniqueHandle<FontTraits>;
+using Bitmap = swr::UniqueHandle<BitmapTraits>;
 
 // An icon of the program's resources at exactly `size` pixels, scaled down from the next larger
 // drawing. Empty when it can't be loaded.
 Icon LoadScaledIcon(int id, int size);
+
+// The same picture in pale grey, for a button that can't be pressed. Empty when it can't be made.
+Icon MakeDisabledIcon(const Icon& icon);
 
 }  // namespace app

@@ -1,5 +1,7 @@
 #include "app/window/toolbar_win.h"
 
+#include <vsstyle.h>
+
 #include <algorithm>
 #include <cwchar>
 #include <iterator>
@@ -48,9 +50,20 @@ ImageList MakeImageList(int size) {
   return ImageList(ImageList_Create(size, size, ILC_COLOR32, 0, std::size(toolbarButtons)));
 }
 
-void AddIcon(const ImageList& list, int id, int size) {
-  const Icon icon = LoadScaledIcon(id, size);
+void AddIcon(const ImageList& list, const Icon& icon) {
   if (icon) ImageList_AddIcon(list.Get(), icon.Get());
+}
+
+// One picture for each state of a push button (numbered as in the visual styles), all alike but for
+// the disabled one.
+ImageList MakeButtonImages(int id, int size) {
+  ImageList list = MakeImageList(size);
+  const Icon icon = LoadScaledIcon(id, size);
+  const Icon disabled = MakeDisabledIcon(icon);
+  for (int state = PBS_NORMAL; state <= PBS_DEFAULTED_ANIMATING; ++state) {
+    AddIcon(list, state == PBS_DISABLED ? disabled : icon);
+  }
+  return list;
 }
 
 }  // namespace
@@ -97,11 +110,18 @@ void Toolbar::Create(HWND dialog, int dpi) {
 void Toolbar::LoadImages(int dpi) {
   const int size = ScaleToDpi(16, dpi);
   ImageList images = MakeImageList(size);
+  ImageList disabledImages = MakeImageList(size);
   for (const ToolbarButton& button : toolbarButtons) {
-    if (button.command != 0) AddIcon(images, button.icon, size);
+    if (button.command == 0) continue;
+    const Icon icon = LoadScaledIcon(button.icon, size);
+    AddIcon(images, icon);
+    AddIcon(disabledImages, MakeDisabledIcon(icon));
   }
   SendMessageW(toolbar_, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(images.Get()));
+  SendMessageW(toolbar_, TB_SETDISABLEDIMAGELIST, 0,
+               reinterpret_cast<LPARAM>(disabledImages.Get()));
   images_ = std::move(images);
+  disabledImages_ = std::move(disabledImages);
   SendMessageW(toolbar_, WM_SETFONT, static_cast<WPARAM>(SendMessageW(dialog_, WM_GETFONT, 0, 0)),
                FALSE);
   SendMessageW(toolbar_, TB_AUTOSIZE, 0, 0);
@@ -111,8 +131,7 @@ void Toolbar::LoadImages(int dpi) {
 void Toolbar::LoadButtonImages(int dpi, int size) {
   std::vector<ImageList> made;
   for (const ButtonImage& button : buttonImages) {
-    ImageList list = MakeImageList(size);
-    AddIcon(list, button.icon, size);
+    ImageList list = MakeButtonImages(button.icon, size);
     BUTTON_IMAGELIST images = {
         list.Get(), {ScaleToDpi(3, dpi), 0, ScaleToDpi(4, dpi), 0}, BUTTON_IMAGELIST_ALIGN_LEFT};
     SendDlgItemMessageW(dialog_, button.control, BCM_SETIMAGELIST, 0,

@@ -31,6 +31,7 @@ class Toolbar {
   HWND dialog_ = nullptr;
   HWND toolbar_ = nullptr;
   ImageList images_;
+  ImageList disabledImages_;
   std::vector<ImageList> buttonImages_;
 };
 
