@@ -96,17 +96,17 @@ Slowest UseTheWindow(const RunningWindow& window, milliseconds duration) {
 // A machine that is busy with other things delays an answer now and then; a window that does not
 // stay at hand is late in every one of these stretches.
 void ExpectWindowStaysAtHand(const RunningWindow& window, const char* during) {
-  constexpr int stretches = 3;
+  constexpr int stretches = 4;
   milliseconds best = milliseconds::max();
   for (int i = 0; i < stretches && best >= Late; ++i) {
     ASSERT_TRUE(window.IsShown(IDC_CANCEL)) << "the work was over too early";
     Probe probe(window);
-    const Slowest slowest = UseTheWindow(window, seconds(3));
+    const Slowest slowest = UseTheWindow(window, seconds(1));
     std::printf("%s: longest answer %d ms of %d; move %d ms, resize %d ms, scroll %d ms\n", during,
                 static_cast<int>(probe.Longest().count()), probe.Count(),
                 static_cast<int>(slowest.move.count()), static_cast<int>(slowest.resize.count()),
                 static_cast<int>(slowest.scroll.count()));
-    EXPECT_GT(probe.Count(), 20);
+    EXPECT_GT(probe.Count(), 5);
     best =
         std::min(best, std::max({probe.Longest(), slowest.move, slowest.resize, slowest.scroll}));
   }

@@ -1,8 +1,17 @@
 #include "swr/text/text.h"
 
+#include <algorithm>
+
 #include "swr/system/text_services.h"
 
 namespace swr {
+namespace {
+
+constexpr char16_t ToLowerUnit(char16_t unit) {
+  return unit >= u'A' && unit <= u'Z' ? static_cast<char16_t>(unit - u'A' + u'a') : unit;
+}
+
+}  // namespace
 
 std::u16string_view TrimText(std::u16string_view text) {
   constexpr std::u16string_view blanks = u"\t\n\r \u00A0\u200B\uFEFF";
@@ -12,7 +21,14 @@ std::u16string_view TrimText(std::u16string_view text) {
 }
 
 bool EqualsNoCase(std::u16string_view a, std::u16string_view b) {
-  return a.size() == b.size() && SystemEqualsNoCase(a, b);
+  if (a.size() != b.size()) return false;
+  const auto [inA, inB] = std::mismatch(a.begin(), a.end(), b.begin());
+  if (inA == a.end()) return true;
+  // Most texts differ in a letter or digit of ASCII, which nothing but its other case equals. Only
+  // the rest is worth a call of the system.
+  if (*inA < 128 && *inB < 128 && ToLowerUnit(*inA) != ToLowerUnit(*inB)) return false;
+  const auto same = static_cast<size_t>(inA - a.begin());
+  return SystemEqualsNoCase(a.substr(same), b.substr(same));
 }
 
 bool EndsWithNoCase(std::u16string_view text, std::u16string_view suffix) {
@@ -22,9 +38,7 @@ bool EndsWithNoCase(std::u16string_view text, std::u16string_view suffix) {
 
 std::u16string ToLowerText(std::u16string_view text) {
   std::u16string lower(text);
-  for (char16_t& unit : lower) {
-    if (unit >= u'A' && unit <= u'Z') unit = static_cast<char16_t>(unit - u'A' + u'a');
-  }
+  for (char16_t& unit : lower) unit = ToLowerUnit(unit);
   return lower;
 }
 

@@ -82,6 +82,11 @@ const EqualityCase equalityCases[] = {
     {u"a", u"ab", false},
     {u"a", u"b", false},
     {u"e", u"\u00E9", false},
+    {u"k", u"\u212A", false},  // the sign for kelvin is a capital of its own
+    {u"C:\\a\u00E9.txt", u"c:\\A\u00C9.TXT", true},
+    {u"C:\\a\u00E9.txt", u"c:\\A\u00C9.TXS", false},
+    {u"a[", u"a{", false},  // as far apart as two cases of a letter
+    {u"a@", u"a`", false},
 };
 
 TEST(EqualsNoCaseTest, IgnoresCaseOnly) {
