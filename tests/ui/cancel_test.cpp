@@ -85,7 +85,9 @@ TEST_F(CancelTest, AnotherAlgorithmStartsCancelledRowsAgain) {
   ASSERT_TRUE(WaitForProgress());
   window_.Click(IDC_CANCEL);
   ASSERT_TRUE(WaitForStatuses({u"Cancelled", u"Cancelled", u"Cancelled"}, seconds(2)));
-  // For this test the rest need not take long.
+  // For this test the rest need not take long. A reader that has yet to notice that it is cancelled
+  // would see the file change.
+  window_.WaitUntilIdle();
   swr::testing::ResizeFile(files_[0], 0);
   window_.Click(IDC_ALGO_BLAKE3);
   EXPECT_TRUE(WaitForStatuses({u"Done", u"Done", u"Done"}, seconds(20)));
