@@ -98,6 +98,12 @@ std::vector<AlgoId> IdsFromMask(AlgoMask mask) {
 
 uint32_t CountAlgos(AlgoMask mask) { return static_cast<uint32_t>(std::popcount(mask)); }
 
+AlgoMask CandidateMask(std::span<const AlgoId> candidates) {
+  AlgoMask mask = 0;
+  for (const AlgoId id : candidates) mask |= MaskOf(id);
+  return mask;
+}
+
 AlgoMask AlgosFromSaved(AlgoMask saved, bool showLegacy) {
   AlgoMask mask = saved == 0 ? DefaultAlgoMask : saved & AllAlgosMask;
   if (!showLegacy) mask &= ~LegacyAlgoMask;

@@ -63,6 +63,8 @@ const AlgoInfo& GetAlgo(AlgoId id);
 // The members of `mask`, ascending.
 std::vector<AlgoId> IdsFromMask(AlgoMask mask);
 uint32_t CountAlgos(AlgoMask mask);
+// The set of these algorithms; 0 for none.
+AlgoMask CandidateMask(std::span<const AlgoId> candidates);
 
 // The selection that a saved one leads to. 0 counts as nothing saved; unknown bits are dropped, and
 // the legacy ones too unless `showLegacy`; what is then empty becomes DefaultAlgoMask.

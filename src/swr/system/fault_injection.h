@@ -11,6 +11,8 @@ namespace swr {
 enum class SystemCall : uint8_t {
   OpenFile,
   ReadFile,
+  CreateNewFile,
+  WriteFile,
   FileFacts,
   PathFacts,
   ListDirectory,

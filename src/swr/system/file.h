@@ -31,6 +31,13 @@ enum class FileSharing : uint8_t {
   ReadWrite,   // others may read and write it, not delete it
 };
 
+// The platform's own handle or descriptor; both fit, and -1 is no file on either.
+struct FileHandleTraits {
+  using Value = intptr_t;
+  static constexpr Value Invalid = -1;
+  static void Close(Value value) noexcept;
+};
+
 // One file opened for reading, closed with the object. Used by one thread at a time.
 class File {
  public:
@@ -45,17 +52,16 @@ class File {
   ReadResult Read(void* buffer, uint32_t size);
 
  private:
-  // The platform's own handle or descriptor; both fit, and -1 is no file on either.
-  struct HandleTraits {
-    using Value = intptr_t;
-    static constexpr Value Invalid = -1;
-    static void Close(Value value) noexcept;
-  };
-  UniqueHandle<HandleTraits> handle_;
+  UniqueHandle<FileHandleTraits> handle_;
 };
 
 // Facts of what a path names, without opening it; links are followed. On failure the result is
 // empty and `error` is set; on success `error` is untouched.
 std::optional<FileFacts> QueryFacts(const std::u16string& path, uint32_t& error);
+
+// Makes the file, or empties the one that is there, and writes the bytes to it, which nobody else
+// can open meanwhile. On failure the result is the error code, and the file stays as far as it was
+// written.
+[[nodiscard]] uint32_t WriteWholeFile(const std::u16string& path, std::string_view bytes);
 
 }  // namespace swr

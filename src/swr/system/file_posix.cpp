@@ -9,6 +9,7 @@
 #include "swr/system/errno_posix.h"
 #include "swr/system/error_codes.h"
 #include "swr/system/fault_injection.h"
+#include "swr/system/file_time_posix.h"
 #include "swr/system/path_bytes_posix.h"
 
 namespace swr {
@@ -17,10 +18,8 @@ namespace {
 int AsDescriptor(intptr_t value) { return static_cast<int>(value); }
 
 FileFacts FactsFrom(const struct stat& status) {
-  // Seconds from 1601-01-01, where FILETIME begins, to 1970-01-01.
-  constexpr int64_t epochOffset = 11644473600;
   const int64_t ticks =
-      (status.st_mtim.tv_sec + epochOffset) * 10'000'000 + status.st_mtim.tv_nsec / 100;
+      (status.st_mtim.tv_sec + FileTimeEpoch) * TicksPerSecond + status.st_mtim.tv_nsec / 100;
   const bool isDirectory = S_ISDIR(status.st_mode);
   return {.size = isDirectory ? 0 : static_cast<uint64_t>(status.st_size),
           .modified = static_cast<FileTime>(ticks),
@@ -29,7 +28,7 @@ FileFacts FactsFrom(const struct stat& status) {
 
 }  // namespace
 
-void File::HandleTraits::Close(intptr_t value) noexcept { close(AsDescriptor(value)); }
+void FileHandleTraits::Close(intptr_t value) noexcept { close(AsDescriptor(value)); }
 
 uint32_t File::Open(const std::u16string& path, FileSharing /*sharing*/, File& file) {
   if (const auto fault = InjectedFault(SystemCall::OpenFile)) return *fault;
@@ -76,6 +75,24 @@ std::optional<FileFacts> QueryFacts(const std::u16string& path, uint32_t& error)
     return std::nullopt;
   }
   return FactsFrom(status);
+}
+
+uint32_t WriteWholeFile(const std::u16string& path, std::string_view bytes) {
+  if (const auto fault = InjectedFault(SystemCall::CreateNewFile)) return *fault;
+  constexpr mode_t everybody = 0666;  // less what the user's mask takes away
+  const UniqueHandle<FileHandleTraits> file(
+      open(PathBytesFromText(path).c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, everybody));
+  if (!file) return ErrorFromErrno(errno);
+  if (const auto fault = InjectedFault(SystemCall::WriteFile)) return *fault;
+  while (!bytes.empty()) {
+    const ssize_t written = write(AsDescriptor(file.Get()), bytes.data(), bytes.size());
+    if (written >= 0) {
+      bytes.remove_prefix(static_cast<size_t>(written));
+    } else if (errno != EINTR) {
+      return ErrorFromErrno(errno);
+    }
+  }
+  return 0;
 }
 
 }  // namespace swr

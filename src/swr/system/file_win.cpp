@@ -2,6 +2,7 @@
 
 #include "swr/system/windows_api_win.h"
 
+#include "swr/system/error_codes.h"
 #include "swr/system/fault_injection.h"
 #include "swr/system/wide_text_win.h"
 
@@ -14,7 +15,7 @@ uint64_t Join(DWORD high, DWORD low) { return (uint64_t{high} << 32) | low; }
 
 }  // namespace
 
-void File::HandleTraits::Close(intptr_t value) noexcept { CloseHandle(AsHandle(value)); }
+void FileHandleTraits::Close(intptr_t value) noexcept { CloseHandle(AsHandle(value)); }
 
 uint32_t File::Open(const std::u16string& path, FileSharing sharing, File& file) {
   if (const auto fault = InjectedFault(SystemCall::OpenFile)) return *fault;
@@ -67,6 +68,20 @@ std::optional<FileFacts> QueryFacts(const std::u16string& path, uint32_t& error)
       .size = Join(data.nFileSizeHigh, data.nFileSizeLow),
       .modified = Join(data.ftLastWriteTime.dwHighDateTime, data.ftLastWriteTime.dwLowDateTime),
       .isDirectory = (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0};
+}
+
+uint32_t WriteWholeFile(const std::u16string& path, std::string_view bytes) {
+  if (const auto fault = InjectedFault(SystemCall::CreateNewFile)) return *fault;
+  const UniqueHandle<FileHandleTraits> file(reinterpret_cast<intptr_t>(CreateFileW(
+      AsWide(path), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr)));
+  if (!file) return GetLastError();
+  if (const auto fault = InjectedFault(SystemCall::WriteFile)) return *fault;
+  DWORD written = 0;
+  const auto size = static_cast<DWORD>(bytes.size());
+  if (!WriteFile(AsHandle(file.Get()), bytes.data(), size, &written, nullptr))
+    return GetLastError();
+  // The call leaves no code for a short write; it comes of a volume that has no more room.
+  return written == bytes.size() ? 0 : ErrorDiskFull;
 }
 
 }  // namespace swr

@@ -7,7 +7,9 @@
 
 namespace swr {
 
-// Equality by code unit after each unit went through the system's own upper-case table; no locale.
+// The unit's capital by the system's own table; the unit itself when it has none.
+char16_t SystemUpperUnit(char16_t unit);
+// Equality by code unit after each unit went through that table; no locale.
 bool SystemEqualsNoCase(std::u16string_view a, std::u16string_view b);
 
 // The order in which a person expects names: runs of digits by value, letters without case.

@@ -77,12 +77,14 @@ std::u16string Decode(const char* encoding, std::string_view bytes) {
 
 }  // namespace
 
+char16_t SystemUpperUnit(char16_t unit) { return static_cast<char16_t>(u_toupper(unit)); }
+
 bool SystemEqualsNoCase(std::u16string_view a, std::u16string_view b) {
   // Unit by unit, as the Windows call does it: a letter whose capital takes more units equals only
   // itself.
   if (a.size() != b.size()) return false;
   for (size_t i = 0; i < a.size(); ++i) {
-    if (a[i] != b[i] && u_toupper(a[i]) != u_toupper(b[i])) return false;
+    if (a[i] != b[i] && SystemUpperUnit(a[i]) != SystemUpperUnit(b[i])) return false;
   }
   return true;
 }

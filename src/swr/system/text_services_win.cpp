@@ -31,6 +31,15 @@ std::u16string Decode(UINT codePage, std::string_view bytes) {
 
 }  // namespace
 
+// The table of CompareStringOrdinal has no function of its own in the Windows API, but this one in
+// the library below it.
+char16_t SystemUpperUnit(char16_t unit) {
+  using UpcaseFunction = WCHAR(WINAPI*)(WCHAR);
+  static const auto upcase = reinterpret_cast<UpcaseFunction>(reinterpret_cast<void*>(
+      GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "RtlUpcaseUnicodeChar")));
+  return static_cast<char16_t>(upcase(static_cast<WCHAR>(unit)));
+}
+
 bool SystemEqualsNoCase(std::u16string_view a, std::u16string_view b) {
   return CompareStringOrdinal(AsWide(a), AsInt(a.size()), AsWide(b), AsInt(b.size()), TRUE) ==
          CSTR_EQUAL;

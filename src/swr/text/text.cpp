@@ -31,6 +31,18 @@ bool EqualsNoCase(std::u16string_view a, std::u16string_view b) {
   return SystemEqualsNoCase(a.substr(same), b.substr(same));
 }
 
+std::u16string CaseKey(std::u16string_view text) {
+  std::u16string key(text);
+  for (char16_t& unit : key) {
+    if (unit >= 128) {
+      unit = SystemUpperUnit(unit);
+    } else if (unit >= u'a' && unit <= u'z') {
+      unit = static_cast<char16_t>(unit - u'a' + u'A');
+    }
+  }
+  return key;
+}
+
 bool EndsWithNoCase(std::u16string_view text, std::u16string_view suffix) {
   return text.size() >= suffix.size() &&
          SystemEqualsNoCase(text.substr(text.size() - suffix.size()), suffix);

@@ -14,6 +14,8 @@ std::u16string_view TrimText(std::u16string_view text);
 
 // Equal by code unit, ignoring case as the system does, without regard to the locale.
 bool EqualsNoCase(std::u16string_view a, std::u16string_view b);
+// A key for look-ups: two texts have the same key exactly when they are EqualsNoCase.
+std::u16string CaseKey(std::u16string_view text);
 bool EndsWithNoCase(std::u16string_view text, std::u16string_view suffix);
 
 // A to Z in lower case; every other letter keeps its case, so that paths which differ only in the

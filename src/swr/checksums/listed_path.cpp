@@ -1,0 +1,53 @@
+#include "swr/checksums/listed_path.h"
+
+#include <algorithm>
+
+#include "swr/text/text.h"
+
+namespace swr {
+namespace {
+
+// The name beside the checksum file; the path's own separator stays as it is spelled.
+std::u16string Beside(std::u16string_view checksumFile, std::u16string_view name) {
+  const size_t separator = checksumFile.find_last_of(u"\\/");
+  if (separator == checksumFile.npos) return std::u16string(name);
+  std::u16string path(checksumFile.substr(0, separator + 1));
+  path += name;
+  return path;
+}
+
+bool HasDrive(std::u16string_view path) { return path.size() >= 2 && path[1] == u':'; }
+
+}  // namespace
+
+std::u16string ResolveListedPath(std::u16string_view checksumFile, std::u16string_view listedName,
+                                 PathStyle style) {
+  if (style == PathStyle::Posix) {
+    return listedName.starts_with(u'/') ? std::u16string(listedName)
+                                        : Beside(checksumFile, listedName);
+  }
+  std::u16string name(listedName);
+  std::ranges::replace(name, u'/', u'\\');
+  if (HasDrive(name) || name.starts_with(u"\\\\")) return name;
+  if (!name.starts_with(u'\\')) return Beside(checksumFile, name);
+  if (!HasDrive(checksumFile)) return name;
+  return std::u16string(checksumFile.substr(0, 2)) + name;
+}
+
+std::u16string MakeRelativePath(std::u16string_view baseFolder, std::u16string_view path,
+                                PathStyle style) {
+  std::u16string base(baseFolder);
+  const char16_t separator = style == PathStyle::Windows ? u'\\' : u'/';
+  if (!base.ends_with(separator)) base += separator;
+  if (path.size() > base.size() && EqualsNoCase(path.substr(0, base.size()), base)) {
+    path.remove_prefix(base.size());
+  }
+  return std::u16string(path);
+}
+
+std::u16string ToForwardSlashes(std::u16string text, PathStyle style) {
+  if (style == PathStyle::Windows) std::ranges::replace(text, u'\\', u'/');
+  return text;
+}
+
+}  // namespace swr
