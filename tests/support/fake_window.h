@@ -4,16 +4,42 @@
 
 #include <algorithm>
 #include <deque>
+#include <functional>
+#include <map>
 #include <memory>
 #include <optional>
+#include <ostream>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "app/desktop/desktop.h"
 #include "app/window/main_window.h"
+#include "app/window/result_line.h"
 #include "app/window/view.h"
 #include "app/worker/hash_queue.h"
+#include "swr/hash/hash_file.h"
+#include "swr/paths/path_forms.h"
+#include "swr/text/encoding.h"
+
+namespace app {
+
+// How GoogleTest prints what a comparison found.
+inline void PrintTo(const ResultLine& line, std::ostream* out) {
+  *out << '"' << swr::WideToUtf8(line.text) << "\", kind " << static_cast<int>(line.kind);
+}
+inline void PrintTo(const Message& message, std::ostream* out) {
+  *out << "icon " << static_cast<int>(message.icon) << ", \""
+       << swr::WideToUtf8(message.instruction) << "\", \"" << swr::WideToUtf8(message.content)
+       << '"';
+}
+inline void PrintTo(const FileFilter& filter, std::ostream* out) {
+  *out << '"' << swr::WideToUtf8(filter.label) << "\", \"" << swr::WideToUtf8(filter.pattern)
+       << '"';
+}
+
+}  // namespace app
 
 namespace app::testing {
 
@@ -26,10 +52,26 @@ class FakeView final : public View {
   void RedrawRow(size_t index) override { redrawn.push_back(index); }
   void RedrawRows() override { ++redrawnWhole; }
   std::vector<size_t> SelectedRows() const override { return selected; }
+  size_t SelectedRowCount() const override { return selected.size(); }
   void ClearSelection() override { selected.clear(); }
   void SelectRow(size_t index) override {
     selected.push_back(index);
     focused = index;
+  }
+  void ScrollToRow(size_t index) override { scrolledTo = index; }
+  bool PasteIntoFocusedEdit() override {
+    if (editHasFocus) ++pastesIntoEdit;
+    return editHasFocus;
+  }
+  bool CopyFromFocusedEdit() override {
+    if (editHasFocus) ++copiesFromEdit;
+    return editHasFocus;
+  }
+  std::optional<ListMenuChoice> ChooseListCommand(const ListMenu& menu,
+                                                  std::optional<ScreenPoint> at) override {
+    listMenu = menu;
+    listMenuPlace = at;
+    return listMenuChoice;
   }
   void SelectAll() override {
     selected.clear();
@@ -54,14 +96,53 @@ class FakeView final : public View {
     menuHadLegacy = withLegacy;
     return algoToChoose;
   }
+  std::u16string ExpectedText() const override { return expectedText; }
+  void SetExpectedText(const std::u16string& text) override {
+    expectedText = text;
+    if (onExpectedEdited) onExpectedEdited();
+  }
+  void SetResultLine(const std::u16string& text, ResultKind kind) override {
+    resultLine = text;
+    resultKind = kind;
+  }
+  void ShowBanner(const std::u16string& markup) override { banner = markup; }
+  void HideBanner() override { banner.reset(); }
+  void SetDetails(const std::u16string& text, const DetailButtons& buttons) override {
+    details = text;
+    detailButtons = buttons;
+    ++detailRefreshes;
+  }
   void SetStatusText(const std::u16string& text) override { statusText = text; }
   void ShowProgress(const std::optional<ProgressFigures>& figures) override { progress = figures; }
+  std::optional<WindowPlacement> Placement() const override { return placement; }
+  bool MoveTo(const WindowPlacement& place) override {
+    triedPlacement = place;
+    return acceptsPlacement;
+  }
 
   size_t rowCount = 0;
   std::vector<size_t> redrawn;
   int redrawnWhole = 0;
   std::vector<size_t> selected;
   std::optional<size_t> focused;
+  std::optional<size_t> scrolledTo;
+  bool editHasFocus = false;
+  int pastesIntoEdit = 0;
+  int copiesFromEdit = 0;
+  std::optional<ListMenu> listMenu;
+  std::optional<ScreenPoint> listMenuPlace;
+  std::optional<ListMenuChoice> listMenuChoice;
+  std::u16string expectedText;
+  std::function<void()> onExpectedEdited;
+  std::u16string resultLine = u"(never set)";
+  ResultKind resultKind = ResultKind::None;
+  std::optional<std::u16string> banner;
+  std::u16string details = u"(never set)";
+  DetailButtons detailButtons;
+  int detailRefreshes = 0;
+  std::optional<WindowPlacement> placement;
+  std::optional<WindowPlacement> triedPlacement;
+  bool acceptsPlacement = true;
   std::vector<ColumnSpec> columns;
   int columnRebuilds = 0;
   swr::AlgoMask shownMask = 0;
@@ -76,14 +157,55 @@ class FakeView final : public View {
 
 class FakeDesktop final : public Desktop {
  public:
-  std::vector<std::u16string> PickFiles(const std::u16string& title) override {
+  std::vector<std::u16string> PickFiles(const std::u16string& title,
+                                        const std::vector<FileFilter>& filters) override {
     pickerTitle = title;
+    pickerFilters = filters;
     return picked;
   }
   std::vector<std::u16string> PickFolder(const std::u16string& title) override {
     pickerTitle = title;
     return picked;
   }
+  std::optional<SaveTarget> PickSaveTarget(const SaveRequest& request) override {
+    saveRequests.push_back(request);
+    return saveTarget;
+  }
+  void ShowMessage(const Message& message) override {
+    messages.push_back(message);
+    if (whileMessageShows) whileMessageShows();
+  }
+  uint32_t ClipboardSequence() override { return clipboardSequence; }
+  std::optional<std::u16string> ReadClipboardText() override {
+    ++clipboardReads;
+    return clipboard;
+  }
+  void WriteClipboardText(const std::u16string& text) override { Copy(text); }
+  std::optional<uint32_t> ReadDwordSetting(const std::u16string& name) override {
+    const auto found = dwordSettings.find(name);
+    if (found == dwordSettings.end()) return std::nullopt;
+    return found->second;
+  }
+  bool ReadBinarySetting(const std::u16string& name, std::span<uint8_t> data) override {
+    const auto found = binarySettings.find(name);
+    if (found == binarySettings.end() || found->second.size() != data.size()) return false;
+    std::ranges::copy(found->second, data.begin());
+    return true;
+  }
+  void WriteDwordSetting(const std::u16string& name, uint32_t value) override {
+    dwordSettings[name] = value;
+    settingsWritten.push_back(name);
+  }
+  void WriteBinarySetting(const std::u16string& name, std::span<const uint8_t> data) override {
+    binarySettings[name] = {data.begin(), data.end()};
+    settingsWritten.push_back(name);
+  }
+  // As when the user copies a text in some program.
+  void Copy(const std::optional<std::u16string>& text) {
+    clipboard = text;
+    ++clipboardSequence;
+  }
+
   void StartProgressTimer() override { ++timerStarts, timerRuns = true; }
   void StopProgressTimer() override { timerRuns = false; }
   void BeginWait() override { ++waits, waiting = true; }
@@ -92,6 +214,17 @@ class FakeDesktop final : public Desktop {
 
   std::vector<std::u16string> picked;
   std::u16string pickerTitle;
+  std::vector<FileFilter> pickerFilters;
+  std::vector<SaveRequest> saveRequests;
+  std::optional<SaveTarget> saveTarget;
+  std::vector<Message> messages;
+  std::function<void()> whileMessageShows;
+  uint32_t clipboardSequence = 0;
+  std::optional<std::u16string> clipboard;
+  int clipboardReads = 0;
+  std::map<std::u16string, uint32_t> dwordSettings;
+  std::map<std::u16string, std::vector<uint8_t>> binarySettings;
+  std::vector<std::u16string> settingsWritten;  // in the order of writing
   bool timerRuns = false;
   int timerStarts = 0;
   bool waiting = false;
@@ -125,7 +258,10 @@ class FakeQueue final : public HashQueue {
 
 // A window on fakes.
 struct FakeWindow {
-  FakeWindow() { main.Start(); }
+  FakeWindow() {
+    view.onExpectedEdited = [this] { main.OnExpectedEdited(); };
+    main.Start();
+  }
 
   // Adds a row of this path without touching the file system, not queued.
   ListRow& AddRow(const std::u16string& path, uint64_t size = 100) {
@@ -154,6 +290,7 @@ struct FakeWindow {
     if (outcome.error == 0 && !outcome.cancelled) {
       for (const swr::AlgoId id : swr::IdsFromMask(job.mask)) {
         swr::DigestSlot& slot = outcome.digests[swr::IndexOf(id)];
+        if (slot.present) continue;
         slot.present = true;
         slot.length = static_cast<uint8_t>(swr::GetAlgo(id).digestSize);
         if (slot.bytes[0] == 0) slot.bytes.fill(static_cast<uint8_t>(swr::IndexOf(id) + 1));
@@ -164,6 +301,20 @@ struct FakeWindow {
     std::vector<std::unique_ptr<ResultMessage>> results;
     results.push_back(std::move(result));
     main.OnHashResults(std::move(results));
+  }
+
+  // Hashes the files of all jobs in the queue, and of those that this leads to.
+  void HashQueuedFiles() {
+    while (!queue.jobs.empty()) {
+      const HashJob job = queue.jobs.front();
+      queue.jobs.pop_front();
+      Report(job, swr::HashFile(swr::ToLongPath(job.path), job.mask, {}));
+    }
+  }
+
+  ResultLine Result() const { return {view.resultLine, view.resultKind}; }
+  std::u16string StatusCell(size_t row) const {
+    return main.CellText(row, main.columns.size() - 1);
   }
 
   FakeView view;

@@ -1,10 +1,45 @@
 // What the window's decisions ask of the desktop around it.
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
 namespace app {
+
+struct FileFilter {
+  std::u16string label;
+  std::u16string pattern;  // several are separated by ";"
+
+  bool operator==(const FileFilter&) const = default;
+};
+
+struct SaveRequest {
+  std::u16string title;
+  std::vector<FileFilter> filters;
+  size_t filter = 0;                // the one preselected
+  std::u16string defaultExtension;  // without a full stop
+  std::u16string fileName;
+  std::u16string folder;  // where it opens; the dialog's own choice when there is no such folder
+};
+
+struct SaveTarget {
+  std::u16string path;
+  size_t filter = 0;
+};
+
+enum class MessageIcon : uint8_t { Information, Warning, Error };
+
+struct Message {
+  MessageIcon icon = MessageIcon::Information;
+  std::u16string instruction;  // the sentence that stands out
+  std::u16string content;      // what else is to be said, or nothing
+
+  bool operator==(const Message&) const = default;
+};
 
 // Implemented by the platform and by the tests. Called on the window's thread.
 class Desktop {
@@ -12,8 +47,26 @@ class Desktop {
   virtual ~Desktop() = default;
 
   // Full paths of the files or the folder chosen; empty when the user cancelled.
-  virtual std::vector<std::u16string> PickFiles(const std::u16string& title) = 0;
+  virtual std::vector<std::u16string> PickFiles(const std::u16string& title,
+                                                const std::vector<FileFilter>& filters) = 0;
   virtual std::vector<std::u16string> PickFolder(const std::u16string& title) = 0;
+  // Where to save; the user has agreed to overwrite what is there. Nothing when the user cancelled.
+  virtual std::optional<SaveTarget> PickSaveTarget(const SaveRequest& request) = 0;
+  // Returns when the user has closed the message.
+  virtual void ShowMessage(const Message& message) = 0;
+
+  // Changes whenever something is put on the clipboard.
+  virtual uint32_t ClipboardSequence() = 0;
+  // Nothing when the clipboard holds no text or can't be opened.
+  virtual std::optional<std::u16string> ReadClipboardText() = 0;
+  virtual void WriteClipboardText(const std::u16string& text) = 0;
+
+  // The user's settings, by name. Reading gives nothing, or false, when the value is missing or of
+  // another type or size; a failed write is silent.
+  virtual std::optional<uint32_t> ReadDwordSetting(const std::u16string& name) = 0;
+  virtual bool ReadBinarySetting(const std::u16string& name, std::span<uint8_t> data) = 0;
+  virtual void WriteDwordSetting(const std::u16string& name, uint32_t value) = 0;
+  virtual void WriteBinarySetting(const std::u16string& name, std::span<const uint8_t> data) = 0;
 
   // The progress timer calls MainWindow::OnProgressTimer every 200 ms until it is stopped.
   virtual void StartProgressTimer() = 0;

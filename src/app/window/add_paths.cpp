@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "app/window/main_window.h"
+#include "swr/checksums/checksum_file.h"
 #include "swr/paths/folder_walk.h"
 #include "swr/paths/path_forms.h"
 #include "swr/system/file.h"
@@ -43,6 +44,7 @@ std::unique_ptr<ListRow> MainWindow::MakeRow(const std::u16string& path) {
 }
 
 void MainWindow::AddPaths(const std::vector<std::u16string>& paths) {
+  std::u16string checksumCandidate;
   {
     const WaitCursor wait(desktop_);
     const size_t firstNew = rows.size();
@@ -60,7 +62,9 @@ void MainWindow::AddPaths(const std::vector<std::u16string>& paths) {
         });
       } else {
         std::unique_ptr<ListRow> row = MakeRow(path);
-        if (seen.insert(swr::ToLowerText(row->path)).second) rows.push_back(std::move(row));
+        if (!seen.insert(swr::ToLowerText(row->path)).second) continue;
+        if (paths.size() == 1 && swr::IsChecksumFileName(row->path)) checksumCandidate = row->path;
+        rows.push_back(std::move(row));
       }
     }
 
@@ -71,8 +75,14 @@ void MainWindow::AddPaths(const std::vector<std::u16string>& paths) {
       view_.ClearSelection();
       view_.SelectRow(firstNew);
     }
+    if (!checksumCandidate.empty()) {
+      ShowBanner(BannerKind::ChecksumFileOffer,
+                 u"This looks like a checksum file. <a id=\"a\">Verify the files it lists</a>    "
+                 u"<a id=\"x\">Dismiss</a>",
+                 checksumCandidate);
+    }
   }
-  UpdateStatusLine();
+  RefreshVerdicts();
 }
 
 }  // namespace app

@@ -20,11 +20,22 @@ std::u16string MoreText(swr::AlgoMask mask) {
 
 // All that OnCommand carries out.
 constexpr uint32_t knownCommands[] = {
-    ID_ADD_FILES,      ID_ADD_FOLDER,   ID_EXIT,       ID_SELECT_ALL,
-    ID_REMOVE,         ID_CLEAR_LIST,   ID_UPPERCASE,  ID_SHOW_LEGACY,
-    ID_INCLUDE_HIDDEN, IDC_ALGO_MD5,    IDC_ALGO_SHA1, IDC_ALGO_SHA256,
-    IDC_ALGO_SHA512,   IDC_ALGO_BLAKE3, IDC_ALGO_MORE, IDC_CANCEL,
+    ID_COPY_HASHES, IDC_COPY,          ID_CTX_COPY_LINE, ID_CTX_COPY_ALL,   ID_CTX_COPY_PATH,
+    ID_ADD_FILES,   ID_ADD_FOLDER,     ID_VERIFY_FILE,   ID_SAVE_CHECKSUMS, ID_EXIT,
+    ID_SELECT_ALL,  ID_PASTE_EXPECTED, ID_REMOVE,        ID_CLEAR_LIST,     ID_UPPERCASE,
+    ID_SHOW_LEGACY, ID_INCLUDE_HIDDEN, ID_CRLF,          ID_CTX_REMOVE,     ID_CTX_COMPARE,
+    IDC_ALGO_MD5,   IDC_ALGO_SHA1,     IDC_ALGO_SHA256,  IDC_ALGO_SHA512,   IDC_ALGO_BLAKE3,
+    IDC_ALGO_MORE,  IDC_PASTE,         IDC_CANCEL,
 };
+
+const std::vector<FileFilter>& ChecksumFileFilters() {
+  static const std::vector<FileFilter> filters = {
+      {u"Checksum files",
+       u"*.sha256;*.sha1;*.md5;*.sha512;*.sha384;*.sfv;*.b3;*.blake3;*.xxh64;*.xxh3;*.xxh128;"
+       u"*.sha3-256;*.sha3-384;*.sha3-512;*.digests;*SUMS;*SUMS.txt;*sums.txt;*.txt;*.asc"},
+      {u"All files", u"*.*"}};
+  return filters;
+}
 
 }  // namespace
 
@@ -34,7 +45,7 @@ MainWindow::MainWindow(View& view, Desktop& desktop, HashQueue& queue)
 void MainWindow::Start() {
   ShowOptions();
   SetAlgoMask(algorithms);
-  UpdateStatusLine();
+  RefreshVerdicts();
 }
 
 bool MainWindow::IsCommandEnabled(uint32_t id) {
@@ -44,19 +55,35 @@ bool MainWindow::IsCommandEnabled(uint32_t id) {
 bool MainWindow::OnCommand(uint32_t id) {
   switch (id) {
     case ID_ADD_FILES:
-      AddChosen(desktop_.PickFiles(u"Add Files"));
+      AddChosen(desktop_.PickFiles(u"Add Files", {}));
       return true;
     case ID_ADD_FOLDER:
       AddChosen(desktop_.PickFolder(u"Add Folder"));
       return true;
+    case ID_VERIFY_FILE:
+      for (const std::u16string& path :
+           desktop_.PickFiles(u"Verify Checksum File", ChecksumFileFilters())) {
+        VerifyChecksumFile(path);
+      }
+      return true;
+    case ID_SAVE_CHECKSUMS:
+      SaveChecksums();
+      return true;
     case ID_EXIT:
       desktop_.CloseWindow();
+      return true;
+    case ID_PASTE_EXPECTED:
+      if (!view_.PasteIntoFocusedEdit()) PasteExpected();
+      return true;
+    case IDC_PASTE:
+      PasteExpected();
       return true;
     case ID_SELECT_ALL:
       view_.SelectAll();
       return true;
     case ID_REMOVE:
-      RemoveRows(view_.SelectedRows());
+    case ID_CTX_REMOVE:
+      RemoveRows(SelectedIndexes());
       return true;
     case ID_CLEAR_LIST:
       ClearList();
@@ -64,6 +91,7 @@ bool MainWindow::OnCommand(uint32_t id) {
     case ID_UPPERCASE:
       uppercase = !uppercase;
       view_.RedrawRows();
+      RefreshDetails();
       ShowOptions();
       return true;
     case ID_SHOW_LEGACY:
@@ -76,6 +104,28 @@ bool MainWindow::OnCommand(uint32_t id) {
     case ID_INCLUDE_HIDDEN:
       includeHidden = !includeHidden;
       ShowOptions();
+      return true;
+    case ID_CRLF:
+      crLf = !crLf;
+      ShowOptions();
+      return true;
+    case ID_COPY_HASHES:
+      if (!view_.CopyFromFocusedEdit()) CopyHashes();
+      return true;
+    case IDC_COPY:
+      CopyHashes();
+      return true;
+    case ID_CTX_COPY_LINE:
+      CopyLines();
+      return true;
+    case ID_CTX_COPY_ALL:
+      CopyAllHashes();
+      return true;
+    case ID_CTX_COPY_PATH:
+      CopyPaths();
+      return true;
+    case ID_CTX_COMPARE:
+      CompareTwoFiles();
       return true;
     case IDC_ALGO_MORE:
       if (const auto algo = view_.ChooseAlgo(algorithms, showLegacy)) ToggleAlgo(*algo);
@@ -96,7 +146,7 @@ void MainWindow::AddChosen(const std::vector<std::u16string>& paths) {
   if (!paths.empty()) AddPaths(paths);
 }
 
-void MainWindow::ShowOptions() { view_.ShowOptions({uppercase, showLegacy, includeHidden}); }
+void MainWindow::ShowOptions() { view_.ShowOptions({uppercase, showLegacy, includeHidden, crLf}); }
 
 void MainWindow::ToggleAlgo(swr::AlgoId id) { SetAlgoMask(algorithms ^ swr::MaskOf(id)); }
 
@@ -106,6 +156,7 @@ void MainWindow::SetAlgoMask(swr::AlgoMask mask) {
   RebuildColumns();
   QueueAllRows();
   view_.SetRowCount(rows.size());
+  RefreshDetails();
 }
 
 }  // namespace app

@@ -6,12 +6,15 @@
 #include "app/window/algo_boxes.h"
 #include "app/window/algo_menu.h"
 #include "app/window/focused_edit_win.h"
+#include "app/window/main_window.h"
 #include "resources/resource_ids.h"
 #include "swr/system/unique_handle.h"
 #include "swr/system/wide_text_win.h"
 
 namespace app {
 namespace {
+
+constexpr uint32_t CopyDigestFirstCommand = 41100;  // and the AlgoId
 
 struct MenuTraits {
   using Value = HMENU;
@@ -23,8 +26,31 @@ struct MenuTraits {
 
 void DialogView::Attach(HWND dialog, int dpi) {
   dialog_ = dialog;
+  dpi_ = dpi;
+  RECT rect;
+  GetWindowRect(dialog, &rect);
+  smallestSize_ = {rect.right - rect.left, rect.bottom - rect.top};
   list.Attach(GetDlgItem(dialog, IDC_LIST), dpi);
+  result.Attach(GetDlgItem(dialog, IDC_RESULT), dpi);
   SendDlgItemMessageW(dialog, IDC_PROGRESS, PBM_SETRANGE32, 0, 10000);
+}
+
+void DialogView::ChangeDpi(int dpi) {
+  list.ChangeDpi(dpi);
+  smallestSize_ = {MulDiv(smallestSize_.cx, dpi, dpi_), MulDiv(smallestSize_.cy, dpi, dpi_)};
+  dpi_ = dpi;
+}
+
+bool DialogView::PasteIntoFocusedEdit() {
+  const HWND edit = FocusedEdit();
+  if (edit != nullptr) SendMessageW(edit, WM_PASTE, 0, 0);
+  return edit != nullptr;
+}
+
+bool DialogView::CopyFromFocusedEdit() {
+  const HWND edit = FocusedEdit();
+  if (edit != nullptr) SendMessageW(edit, WM_COPY, 0, 0);
+  return edit != nullptr;
 }
 
 void DialogView::SelectAll() {
@@ -51,6 +77,7 @@ void DialogView::ShowOptions(const OptionChecks& checks) {
   check(ID_UPPERCASE, checks.uppercase);
   check(ID_SHOW_LEGACY, checks.showLegacy);
   check(ID_INCLUDE_HIDDEN, checks.includeHidden);
+  check(ID_CRLF, checks.crLf);
 }
 
 std::optional<swr::AlgoId> DialogView::ChooseAlgo(swr::AlgoMask mask, bool withLegacy) {
@@ -70,6 +97,71 @@ std::optional<swr::AlgoId> DialogView::ChooseAlgo(swr::AlgoMask mask, bool withL
   return static_cast<swr::AlgoId>(chosen - AlgoMenuFirstCommand);
 }
 
+std::u16string DialogView::ExpectedText() const {
+  const HWND box = GetDlgItem(dialog_, IDC_EXPECTED);
+  std::wstring text(static_cast<size_t>(GetWindowTextLengthW(box)), L'\0');
+  const int length = GetWindowTextW(box, text.data(), static_cast<int>(text.size()) + 1);
+  return swr::FromWide({text.data(), static_cast<size_t>(length)});
+}
+
+void DialogView::SetExpectedText(const std::u16string& text) {
+  SetDlgItemTextW(dialog_, IDC_EXPECTED, swr::AsWide(text));
+}
+
+void DialogView::ShowBanner(const std::u16string& markup) {
+  SetDlgItemTextW(dialog_, IDC_BANNER, swr::AsWide(markup));
+  bannerShows_ = true;
+  Show(IDC_BANNER, true);
+  ApplyLayout();
+}
+
+void DialogView::HideBanner() {
+  bannerShows_ = false;
+  Show(IDC_BANNER, false);
+  SetDlgItemTextW(dialog_, IDC_BANNER, L"");
+  ApplyLayout();
+}
+
+void DialogView::SetDetails(const std::u16string& text, const DetailButtons& buttons) {
+  // The same text again would scroll the pane back to its top.
+  if (text != detailsText_) {
+    detailsText_ = text;
+    SetDlgItemTextW(dialog_, IDC_DETAILS, swr::AsWide(text));
+  }
+  EnableWindow(GetDlgItem(dialog_, IDC_COPY), buttons.copyHashes);
+}
+
+std::optional<ListMenuChoice> DialogView::ChooseListCommand(const ListMenu& menu,
+                                                            std::optional<ScreenPoint> at) {
+  const swr::UniqueHandle<MenuTraits> loaded(
+      LoadMenuW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDR_LIST_MENU)));
+  const HMENU popup = GetSubMenu(loaded.Get(), 0);
+  UINT position = 0;
+  for (const swr::AlgoId id : menu.digests) {
+    std::u16string text = u"Copy ";
+    text += swr::GetAlgo(id).name;
+    InsertMenuW(popup, position++, MF_BYPOSITION, CopyDigestFirstCommand + swr::IndexOf(id),
+                swr::AsWide(text));
+  }
+  if (position > 0) InsertMenuW(popup, position, MF_BYPOSITION | MF_SEPARATOR, 0, nullptr);
+  for (int i = 0; i < GetMenuItemCount(popup); ++i) {
+    const UINT id = GetMenuItemID(popup, i);
+    const bool isCommand = id >= ID_CTX_COPY_LINE && id < CopyDigestFirstCommand;
+    const bool canNot = (id == ID_CTX_COMPARE && !menu.canCompare) ||
+                        (id == ID_CTX_VIRUSTOTAL && !menu.canLookUp) ||
+                        !MainWindow::IsCommandEnabled(id);
+    if (isCommand && canNot) EnableMenuItem(popup, id, MF_BYCOMMAND | MF_GRAYED);
+  }
+  const POINT place = at ? POINT{at->x, at->y} : list.MenuPlace();
+  const auto chosen = static_cast<uint32_t>(TrackPopupMenu(popup, TPM_RETURNCMD | TPM_RIGHTBUTTON,
+                                                           place.x, place.y, 0, dialog_, nullptr));
+  if (chosen == 0) return std::nullopt;
+  if (chosen >= CopyDigestFirstCommand) {
+    return ListMenuChoice{.digest = static_cast<swr::AlgoId>(chosen - CopyDigestFirstCommand)};
+  }
+  return ListMenuChoice{.command = chosen};
+}
+
 void DialogView::SetStatusText(const std::u16string& text) {
   if (text == statusText_) return;  // a static control repaints for the same text too
   statusText_ = text;
@@ -85,6 +177,28 @@ void DialogView::ShowProgress(const std::optional<ProgressFigures>& figures) {
   }
   Show(IDC_PROGRESS, figures.has_value());
   Show(IDC_CANCEL, figures.has_value());
+}
+
+std::optional<WindowPlacement> DialogView::Placement() const {
+  WINDOWPLACEMENT placement = {};
+  placement.length = sizeof placement;
+  if (!GetWindowPlacement(dialog_, &placement)) return std::nullopt;
+  const RECT& rect = placement.rcNormalPosition;
+  return WindowPlacement{rect.left, rect.top, rect.right, rect.bottom,
+                         placement.showCmd == SW_SHOWMAXIMIZED};
+}
+
+bool DialogView::MoveTo(const WindowPlacement& placement) {
+  const RECT rect = {placement.left, placement.top, placement.right, placement.bottom};
+  if (rect.right - rect.left < smallestSize_.cx || rect.bottom - rect.top < smallestSize_.cy ||
+      MonitorFromRect(&rect, MONITOR_DEFAULTTONULL) == nullptr) {
+    return false;
+  }
+  WINDOWPLACEMENT moved = {};
+  moved.length = sizeof moved;
+  moved.rcNormalPosition = rect;
+  SetWindowPlacement(dialog_, &moved);
+  return true;
 }
 
 void DialogView::Show(int control, bool shows) {

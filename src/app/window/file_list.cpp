@@ -23,25 +23,24 @@ void MainWindow::RebuildRowIndex() {
   for (size_t i = 0; i < rows.size(); ++i) rowIndex_.emplace(rows[i]->id, i);
 }
 
-void MainWindow::QueueRow(ListRow& row, swr::AlgoMask mask) {
-  if (row.status == RowStatus::Failed) return;
+bool MainWindow::QueueRow(ListRow& row, swr::AlgoMask mask) {
+  if (row.status == RowStatus::Failed) return false;
   swr::AlgoMask newMask = 0;
   for (const swr::AlgoId id : swr::IdsFromMask(mask & ~row.pendingMask)) {
     if (!row.digests[swr::IndexOf(id)].present) newMask |= swr::MaskOf(id);
   }
-  if (newMask == 0) return;
+  if (newMask == 0) return false;
   row.pendingMask |= newMask;
   if (row.status != RowStatus::Hashing) row.status = RowStatus::Waiting;
   queue_.Enqueue({.rowId = row.id, .path = row.path, .mask = newMask, .size = row.size});
   StartProgressTimer();
+  return true;
 }
 
 void MainWindow::QueueAllRows() {
   for (const auto& row : rows) {
     swr::AlgoMask mask = algorithms;
-    if (row->hasExpected) {
-      for (const swr::AlgoId id : row->expectedAlgos) mask |= swr::MaskOf(id);
-    }
+    if (row->hasExpected) mask |= swr::CandidateMask(row->expectedAlgos);
     QueueRow(*row, mask & swr::AllAlgosMask);
   }
 }
@@ -55,15 +54,17 @@ void MainWindow::RemoveRows(std::vector<size_t> indexes) {
   RebuildRowIndex();
   view_.ClearSelection();
   view_.SetRowCount(rows.size());
-  UpdateStatusLine();
+  RefreshVerdicts();
 }
 
 void MainWindow::ClearList() {
   queue_.CancelAll();
   rows.clear();
   rowIndex_.clear();
+  compareArmed = false;
   view_.SetRowCount(0);
-  UpdateStatusLine();
+  HideBanner();
+  RefreshVerdicts();
 }
 
 void MainWindow::CancelAll() {
@@ -76,6 +77,25 @@ void MainWindow::CancelAll() {
     }
   }
   view_.RedrawRows();
+  CompareExpected();
+  UpdateStatusLine();
+}
+
+std::vector<size_t> MainWindow::SelectedIndexes() const {
+  std::vector<size_t> selected = view_.SelectedRows();
+  std::erase_if(selected, [&](size_t index) { return index >= rows.size(); });
+  return selected;
+}
+
+ListRow* MainWindow::SingleSelectedRow() {
+  if (view_.SelectedRowCount() != 1) return nullptr;
+  const std::vector<size_t> selected = SelectedIndexes();
+  return selected.empty() ? nullptr : rows[selected.front()].get();
+}
+
+void MainWindow::RefreshVerdicts() {
+  CompareExpected();
+  RefreshDetails();
   UpdateStatusLine();
 }
 

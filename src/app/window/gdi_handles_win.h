@@ -30,6 +30,13 @@ struct BitmapTraits {
 };
 using Bitmap = swr::UniqueHandle<BitmapTraits>;
 
+struct FontTraits {
+  using Value = HFONT;
+  static constexpr HFONT Invalid = nullptr;
+  static void Close(HFONT value) noexcept { DeleteObject(value); }
+};
+using Font = swr::UniqueHandle<FontTraits>;
+
 // An icon of the program's resources at exactly `size` pixels, scaled down from the next larger
 // drawing. Empty when it can't be loaded.
 Icon LoadScaledIcon(int id, int size);

@@ -15,6 +15,9 @@ constexpr wchar_t emptyHint[] =
     L"Drop files or folders here, or use Add Files.\n"
     L"To check a download, paste the hash from its web page below.";
 
+constexpr COLORREF GoodTint = RGB(222, 244, 222);
+constexpr COLORREF BadTint = RGB(250, 222, 222);
+
 // Wine's list view never asks for the text of an empty list.
 bool AsksForEmptyMarkup() {
   static const bool asks =
@@ -55,6 +58,10 @@ std::vector<size_t> ListControl::SelectedRows() const {
   return rows;
 }
 
+size_t ListControl::SelectedRowCount() const {
+  return static_cast<size_t>(SendMessageW(list_, LVM_GETSELECTEDCOUNT, 0, 0));
+}
+
 void ListControl::SetState(int index, UINT state, UINT mask) {
   LVITEMW item = {};
   item.state = state;
@@ -68,7 +75,25 @@ void ListControl::ClearSelection() { SetState(-1, 0, LVIS_SELECTED); }
 void ListControl::SelectRow(size_t index) {
   constexpr UINT both = LVIS_SELECTED | LVIS_FOCUSED;
   SetState(static_cast<int>(index), both, both);
+  ScrollToRow(index);
+}
+
+void ListControl::ScrollToRow(size_t index) {
   SendMessageW(list_, LVM_ENSUREVISIBLE, index, FALSE);
+}
+
+POINT ListControl::MenuPlace() const {
+  const auto next = [&](LPARAM flag) {
+    return SendMessageW(list_, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), flag);
+  };
+  LRESULT item = next(LVNI_FOCUSED);
+  if (item < 0) item = next(LVNI_SELECTED);
+  RECT rect = {};
+  rect.left = LVIR_LABEL;
+  SendMessageW(list_, LVM_GETITEMRECT, static_cast<WPARAM>(item), reinterpret_cast<LPARAM>(&rect));
+  POINT place = {rect.left, rect.bottom};
+  ClientToScreen(list_, &place);
+  return place;
 }
 
 void ListControl::SelectAllRows() { SetState(-1, LVIS_SELECTED, LVIS_SELECTED); }
@@ -121,18 +146,38 @@ void ListControl::FillText(const LVITEMW& item, const std::u16string& text) {
   item.pszText[length] = L'\0';
 }
 
-LRESULT ListControl::Draw(const NMLVCUSTOMDRAW& draw) {
-  const DWORD stage = draw.nmcd.dwDrawStage;
-  if (AsksForEmptyMarkup() || !isEmpty_) return CDRF_DODEFAULT;
-  if (stage == CDDS_PREPAINT) return CDRF_NOTIFYPOSTPAINT;
-  if (stage != CDDS_POSTPAINT) return CDRF_DODEFAULT;
+LRESULT ListControl::Draw(NMLVCUSTOMDRAW& draw,
+                          const std::function<RowTint(size_t)>& tintOf) const {
+  switch (draw.nmcd.dwDrawStage) {
+    case CDDS_PREPAINT:
+      return isEmpty_ && !AsksForEmptyMarkup() ? CDRF_NOTIFYPOSTPAINT : CDRF_NOTIFYITEMDRAW;
+    case CDDS_ITEMPREPAINT:
+      switch (tintOf(draw.nmcd.dwItemSpec)) {
+        case RowTint::Good:
+          draw.clrTextBk = GoodTint;
+          break;
+        case RowTint::Bad:
+          draw.clrTextBk = BadTint;
+          break;
+        case RowTint::None:
+          break;
+      }
+      return CDRF_DODEFAULT;
+    case CDDS_POSTPAINT:
+      if (isEmpty_) DrawEmptyHint(draw.nmcd.hdc);
+      return CDRF_DODEFAULT;
+    default:
+      return CDRF_DODEFAULT;
+  }
+}
+
+void ListControl::DrawEmptyHint(HDC dc) const {
   RECT rect;
   GetClientRect(list_, &rect);
   const auto header = reinterpret_cast<HWND>(SendMessageW(list_, LVM_GETHEADER, 0, 0));
   RECT headerRect;
   GetClientRect(header, &headerRect);
   rect.top = headerRect.bottom;
-  const HDC dc = draw.nmcd.hdc;
   const HGDIOBJ font =
       SelectObject(dc, reinterpret_cast<HFONT>(SendMessageW(list_, WM_GETFONT, 0, 0)));
   SetBkMode(dc, TRANSPARENT);
@@ -144,7 +189,6 @@ LRESULT ListControl::Draw(const NMLVCUSTOMDRAW& draw) {
   rect.top += std::max(0L, (rect.bottom - rect.top - height) / 2);
   DrawTextW(dc, emptyHint, -1, &rect, flags);
   SelectObject(dc, font);
-  return CDRF_DODEFAULT;
 }
 
 void ListControl::FillEmptyMarkup(NMLVEMPTYMARKUP& markup) {

@@ -6,9 +6,11 @@
 
 #include <commctrl.h>
 
+#include <functional>
 #include <string>
 #include <vector>
 
+#include "app/window/row_verdict.h"
 #include "app/window/view.h"
 
 namespace app {
@@ -21,8 +23,10 @@ class ListControl {
   void RedrawRow(size_t index);
   void RedrawRows();
   std::vector<size_t> SelectedRows() const;
+  size_t SelectedRowCount() const;
   void ClearSelection();
   void SelectRow(size_t index);
+  void ScrollToRow(size_t index);
   void SelectAllRows();
   void SetColumns(const std::vector<ColumnSpec>& columns);
   // At 96 DPI.
@@ -31,15 +35,19 @@ class ListControl {
   void ChangeDpi(int dpi);
   // Copies a cell's text into the buffer of the request, cut to its length.
   static void FillText(const LVITEMW& item, const std::u16string& text);
-  // Answers a custom-draw notification; draws the hint of an empty list where the control does not
-  // ask for its text.
-  LRESULT Draw(const NMLVCUSTOMDRAW& draw);
+  // Where a menu of the focused row belongs, or of the first selected one: below its name, on the
+  // screen.
+  POINT MenuPlace() const;
+  // Answers a custom-draw notification: gives rows their background, and draws the hint of an empty
+  // list where the control does not ask for its text.
+  LRESULT Draw(NMLVCUSTOMDRAW& draw, const std::function<RowTint(size_t)>& tintOf) const;
   static void FillEmptyMarkup(NMLVEMPTYMARKUP& markup);
 
  private:
   void SetState(int index, UINT state, UINT mask);
   int ColumnCount() const;
   int WidthOf(int column) const;
+  void DrawEmptyHint(HDC dc) const;
 
   HWND list_ = nullptr;
   int dpi_ = 96;

@@ -32,6 +32,15 @@ struct ListRow {
   bool hasExpected = false;
   std::vector<uint8_t> expectedBytes;
   std::vector<swr::AlgoId> expectedAlgos;
+  std::u16string checksumFile;  // full path
+  uint32_t checksumLine = 0;    // from 1
 };
+
+// The algorithms of `mask` whose digest the row has, ascending.
+inline std::vector<swr::AlgoId> PresentAlgos(const ListRow& row, swr::AlgoMask mask) {
+  std::vector<swr::AlgoId> present = swr::IdsFromMask(mask);
+  std::erase_if(present, [&](swr::AlgoId id) { return !row.digests[swr::IndexOf(id)].present; });
+  return present;
+}
 
 }  // namespace app

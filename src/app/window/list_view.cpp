@@ -26,6 +26,11 @@ std::u16string MainWindow::CellText(size_t row, size_t column) const {
   return RowStatusText(shown, boxExpected ? &*boxExpected : nullptr);
 }
 
+RowTint MainWindow::TintOf(size_t row) const {
+  return row < rows.size() ? RowTintOf(*rows[row], boxExpected ? &*boxExpected : nullptr)
+                           : RowTint::None;
+}
+
 void MainWindow::RebuildColumns() {
   if (!columns.empty()) SaveColumnWidths();
   columns = ColumnsFor(algorithms);

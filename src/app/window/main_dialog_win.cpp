@@ -1,15 +1,18 @@
 #include "app/window/main_dialog_win.h"
 
 #include <shellapi.h>
+#include <windowsx.h>
 
 #include <cstdint>
 #include <memory>
 #include <optional>
 #include <utility>
 
+#include "app/desktop/clipboard_win.h"
 #include "app/desktop/desktop.h"
 #include "app/desktop/file_pickers_win.h"
-#include "app/window/dialog_layout_win.h"
+#include "app/desktop/registry_settings_win.h"
+#include "app/desktop/task_dialog_win.h"
 #include "app/window/dialog_view_win.h"
 #include "app/window/dpi_win.h"
 #include "app/window/gdi_handles_win.h"
@@ -34,6 +37,13 @@ constexpr UINT ProgressInterval = 200;  // ms
 constexpr UINT_PTR IDT_RESULTS = 2;
 constexpr UINT ResultsInterval = 15;  // ms
 
+bool IsHighContrast() {
+  HIGHCONTRASTW contrast = {};
+  contrast.cbSize = sizeof contrast;
+  return SystemParametersInfoW(SPI_GETHIGHCONTRAST, sizeof contrast, &contrast, 0) != FALSE &&
+         (contrast.dwFlags & HCF_HIGHCONTRASTON) != 0;
+}
+
 // Everything behind one main dialog. Made and destroyed by the dialog's own messages.
 class MainDialog final : public Desktop {
  public:
@@ -41,11 +51,35 @@ class MainDialog final : public Desktop {
 
   MainWindow& Flows() { return *main_; }
 
-  std::vector<std::u16string> PickFiles(const std::u16string& title) override {
-    return PickPaths(window_, title, PickKind::Files);
+  std::vector<std::u16string> PickFiles(const std::u16string& title,
+                                        const std::vector<FileFilter>& filters) override {
+    return PickPaths(window_, title, PickKind::Files, filters);
   }
   std::vector<std::u16string> PickFolder(const std::u16string& title) override {
-    return PickPaths(window_, title, PickKind::Folder);
+    return PickPaths(window_, title, PickKind::Folder, {});
+  }
+  std::optional<SaveTarget> PickSaveTarget(const SaveRequest& request) override {
+    return PickTarget(window_, request);
+  }
+  void ShowMessage(const Message& message) override { ShowTaskDialog(window_, message); }
+  uint32_t ClipboardSequence() override { return GetClipboardSequenceNumber(); }
+  std::optional<std::u16string> ReadClipboardText() override {
+    return app::ReadClipboardText(window_);
+  }
+  void WriteClipboardText(const std::u16string& text) override {
+    app::WriteClipboardText(window_, text);
+  }
+  std::optional<uint32_t> ReadDwordSetting(const std::u16string& name) override {
+    return ReadRegistryDword(name);
+  }
+  bool ReadBinarySetting(const std::u16string& name, std::span<uint8_t> data) override {
+    return ReadRegistryBinary(name, data);
+  }
+  void WriteDwordSetting(const std::u16string& name, uint32_t value) override {
+    WriteRegistryDword(name, value);
+  }
+  void WriteBinarySetting(const std::u16string& name, std::span<const uint8_t> data) override {
+    WriteRegistryBinary(name, data);
   }
   void StartProgressTimer() override { SetTimer(window_, IDT_PROGRESS, ProgressInterval, nullptr); }
   void StopProgressTimer() override { KillTimer(window_, IDT_PROGRESS); }
@@ -72,23 +106,26 @@ class MainDialog final : public Desktop {
   INT_PTR OnGetMinMaxInfo(WPARAM, LPARAM lParam);
   INT_PTR OnDrawItem(WPARAM wParam, LPARAM lParam);
   INT_PTR OnNotify(WPARAM, LPARAM lParam);
+  INT_PTR OnListNotify(NMHDR& header);
+  INT_PTR OnBannerNotify(const NMHDR& header);
   INT_PTR OnCommand(WPARAM wParam, LPARAM);
   INT_PTR OnTimer(WPARAM wParam, LPARAM);
   INT_PTR OnDropFiles(WPARAM wParam, LPARAM);
   INT_PTR OnDpiChanged(WPARAM wParam, LPARAM);
   INT_PTR OnDpiRelayout(WPARAM, LPARAM);
+  INT_PTR OnSettingChange(WPARAM, LPARAM);
+  INT_PTR OnActivate(WPARAM wParam, LPARAM);
+  INT_PTR OnContextMenu(WPARAM wParam, LPARAM lParam);
   INT_PTR OnResultsWait(WPARAM, LPARAM);
   INT_PTR OnBytesMoved(WPARAM, LPARAM);
 
   HWND window_ = nullptr;
   int dpi_ = 96;
-  LONG minWidth_ = 0;
-  LONG minHeight_ = 0;
+  bool highContrast_ = false;
   UINT taskbarMessage_ = 0;
   HCURSOR oldCursor_ = nullptr;
   Icon largeIcon_;
   Icon smallIcon_;
-  DialogLayout layout_;
   DialogView view_;
   Toolbar toolbar_;
   std::optional<ResultQueue> results_;
@@ -108,6 +145,9 @@ const MainDialog::MessageEntry MainDialog::messageTable[] = {
     {WM_DROPFILES, &MainDialog::OnDropFiles},
     {WM_DPICHANGED, &MainDialog::OnDpiChanged},
     {WM_APP_DPI_RELAYOUT, &MainDialog::OnDpiRelayout},
+    {WM_SETTINGCHANGE, &MainDialog::OnSettingChange},
+    {WM_ACTIVATE, &MainDialog::OnActivate},
+    {WM_CONTEXTMENU, &MainDialog::OnContextMenu},
     {WM_APP_HASH_RESULT, &MainDialog::OnResultsWait},
     {WM_APP_HASH_PROGRESS, &MainDialog::OnBytesMoved},
 };
@@ -145,6 +185,8 @@ void MainDialog::Initialize() {
   worker_.emplace(*results_);
   main_.emplace(view_, *this, *worker_);
   taskbarMessage_ = RegisterWindowMessageW(L"TaskbarButtonCreated");
+  main_->ReadSettings();
+  highContrast_ = IsHighContrast();
 
   largeIcon_ = LoadScaledIcon(IDI_APP, GetSystemMetrics(SM_CXICON));
   smallIcon_ = LoadScaledIcon(IDI_APP, GetSystemMetrics(SM_CXSMICON));
@@ -160,14 +202,10 @@ void MainDialog::Initialize() {
   toolbar_.Create(window_, dpi_);
   DisableWhatIsNotThereYet();
 
-  // The window is not to become smaller than it was designed.
-  RECT rect;
-  GetWindowRect(window_, &rect);
-  minWidth_ = rect.right - rect.left;
-  minHeight_ = rect.bottom - rect.top;
-  layout_.Capture(window_);
+  view_.CaptureLayout();
+  main_->RestorePlacement();
   main_->Start();
-  OnSize(0, 0);
+  view_.ApplyLayout();
 }
 
 // A command that can't be given is shown as such, never as one that does nothing.
@@ -180,12 +218,12 @@ void MainDialog::DisableWhatIsNotThereYet() {
       if (id != 0 && !MainWindow::IsCommandEnabled(id)) EnableMenuItem(bar, id, MF_GRAYED);
     }
   }
-  constexpr int controls[] = {IDC_EXPECTED_LABEL, IDC_EXPECTED,    IDC_PASTE, IDC_COPY,
-                              IDC_VIRUSTOTAL,     IDC_OPEN_FOLDER, IDC_LINKS};
+  constexpr int controls[] = {IDC_VIRUSTOTAL, IDC_OPEN_FOLDER, IDC_LINKS};
   for (const int control : controls) EnableWindow(GetDlgItem(window_, control), FALSE);
 }
 
 INT_PTR MainDialog::OnDestroy(WPARAM, LPARAM) {
+  main_->WriteSettings();
   toolbar_.DestroyButtonImages();
   worker_.reset();
   view_.taskbar.Release();
@@ -194,7 +232,7 @@ INT_PTR MainDialog::OnDestroy(WPARAM, LPARAM) {
 }
 
 INT_PTR MainDialog::OnSize(WPARAM, LPARAM) {
-  layout_.Apply(window_, false, dpi_);
+  view_.ApplyLayout();
   return TRUE;
 }
 
@@ -204,15 +242,16 @@ INT_PTR MainDialog::OnClose(WPARAM, LPARAM) {
 }
 
 INT_PTR MainDialog::OnGetMinMaxInfo(WPARAM, LPARAM lParam) {
-  if (minWidth_ < 1) return FALSE;
-  reinterpret_cast<MINMAXINFO*>(lParam)->ptMinTrackSize = {minWidth_, minHeight_};
+  // The window is not to become smaller than it was designed.
+  const SIZE smallest = view_.SmallestSize();
+  if (smallest.cx < 1) return FALSE;
+  reinterpret_cast<MINMAXINFO*>(lParam)->ptMinTrackSize = {smallest.cx, smallest.cy};
   return TRUE;
 }
 
 INT_PTR MainDialog::OnDrawItem(WPARAM wParam, LPARAM lParam) {
   if (wParam != IDC_RESULT) return FALSE;
-  const auto* item = reinterpret_cast<DRAWITEMSTRUCT*>(lParam);
-  FillRect(item->hDC, &item->rcItem, GetSysColorBrush(COLOR_BTNFACE));
+  view_.result.Draw(*reinterpret_cast<DRAWITEMSTRUCT*>(lParam), highContrast_);
   return TRUE;
 }
 
@@ -222,10 +261,20 @@ INT_PTR MainDialog::OnNotify(WPARAM, LPARAM lParam) {
     Toolbar::FillTip(*reinterpret_cast<NMTBGETINFOTIPW*>(lParam));
     return TRUE;
   }
-  if (header->idFrom != IDC_LIST) return FALSE;
-  switch (header->code) {
+  if (header->idFrom == IDC_BANNER) return OnBannerNotify(*header);
+  return header->idFrom == IDC_LIST ? OnListNotify(*header) : FALSE;
+}
+
+INT_PTR MainDialog::OnBannerNotify(const NMHDR& header) {
+  if (header.code != NM_CLICK && header.code != NM_RETURN) return FALSE;
+  main_->OnBannerLink(swr::FromWide(reinterpret_cast<const NMLINK&>(header).item.szID));
+  return TRUE;
+}
+
+INT_PTR MainDialog::OnListNotify(NMHDR& header) {
+  switch (header.code) {
     case LVN_GETDISPINFOW: {
-      const LVITEMW& item = reinterpret_cast<NMLVDISPINFOW*>(lParam)->item;
+      const LVITEMW& item = reinterpret_cast<NMLVDISPINFOW&>(header).item;
       if ((item.mask & LVIF_TEXT) != 0 && item.iItem >= 0 && item.iSubItem >= 0) {
         ListControl::FillText(item, main_->CellText(static_cast<size_t>(item.iItem),
                                                     static_cast<size_t>(item.iSubItem)));
@@ -233,15 +282,25 @@ INT_PTR MainDialog::OnNotify(WPARAM, LPARAM lParam) {
       return TRUE;
     }
     case LVN_KEYDOWN:
-      if (reinterpret_cast<NMLVKEYDOWN*>(lParam)->wVKey == VK_DELETE) main_->OnCommand(ID_REMOVE);
+      if (reinterpret_cast<NMLVKEYDOWN&>(header).wVKey == VK_DELETE) main_->OnCommand(ID_REMOVE);
+      return TRUE;
+    case LVN_ITEMCHANGED:
+      if ((reinterpret_cast<NMLISTVIEW&>(header).uChanged & LVIF_STATE) != 0) {
+        main_->RefreshDetails();
+      }
+      return TRUE;
+    case LVN_ODSTATECHANGED:
+      main_->RefreshDetails();
       return TRUE;
     case LVN_GETEMPTYMARKUP:
-      ListControl::FillEmptyMarkup(*reinterpret_cast<NMLVEMPTYMARKUP*>(lParam));
+      ListControl::FillEmptyMarkup(reinterpret_cast<NMLVEMPTYMARKUP&>(header));
       SetWindowLongPtrW(window_, DWLP_MSGRESULT, TRUE);
       return TRUE;
     case NM_CUSTOMDRAW:
       SetWindowLongPtrW(window_, DWLP_MSGRESULT,
-                        view_.list.Draw(*reinterpret_cast<NMLVCUSTOMDRAW*>(lParam)));
+                        view_.list.Draw(reinterpret_cast<NMLVCUSTOMDRAW&>(header), [&](size_t row) {
+                          return highContrast_ ? RowTint::None : main_->TintOf(row);
+                        }));
       return TRUE;
     default:
       return FALSE;
@@ -251,6 +310,10 @@ INT_PTR MainDialog::OnNotify(WPARAM, LPARAM lParam) {
 INT_PTR MainDialog::OnCommand(WPARAM wParam, LPARAM) {
   // Of an accelerator the high word is 1; of the controls that give commands only a click counts.
   const uint32_t id = LOWORD(wParam);
+  if (id == IDC_EXPECTED) {
+    if (HIWORD(wParam) == EN_CHANGE) main_->OnExpectedEdited();
+    return TRUE;
+  }
   const bool isControl = id < ID_ADD_FILES;
   if (isControl && HIWORD(wParam) != BN_CLICKED) return TRUE;
   main_->OnCommand(id);
@@ -299,9 +362,7 @@ INT_PTR MainDialog::OnDropFiles(WPARAM wParam, LPARAM) {
 
 INT_PTR MainDialog::OnDpiChanged(WPARAM wParam, LPARAM) {
   const int dpi = HIWORD(wParam);
-  view_.list.ChangeDpi(dpi);
-  minWidth_ = MulDiv(minWidth_, dpi, dpi_);
-  minHeight_ = MulDiv(minHeight_, dpi, dpi_);
+  view_.ChangeDpi(dpi);
   dpi_ = dpi;
   // Behind the platform's own move to the new size, which a result of false lets go ahead.
   PostMessageW(window_, WM_APP_DPI_RELAYOUT, 0, 0);
@@ -309,10 +370,33 @@ INT_PTR MainDialog::OnDpiChanged(WPARAM wParam, LPARAM) {
 }
 
 INT_PTR MainDialog::OnDpiRelayout(WPARAM, LPARAM) {
+  view_.result.ChangeDpi(dpi_);
   toolbar_.LoadImages(dpi_);
   toolbar_.Position();
-  layout_.Capture(window_);
+  view_.CaptureLayout();
   return OnSize(0, 0);
+}
+
+INT_PTR MainDialog::OnSettingChange(WPARAM, LPARAM) {
+  highContrast_ = IsHighContrast();
+  InvalidateRect(GetDlgItem(window_, IDC_RESULT), nullptr, TRUE);
+  view_.RedrawRows();
+  return FALSE;
+}
+
+// The dialog's own handling of the activation goes on: it keeps the focus.
+INT_PTR MainDialog::OnActivate(WPARAM wParam, LPARAM) {
+  if (LOWORD(wParam) != WA_INACTIVE) main_->CheckClipboard();
+  return FALSE;
+}
+
+INT_PTR MainDialog::OnContextMenu(WPARAM wParam, LPARAM lParam) {
+  if (reinterpret_cast<HWND>(wParam) != GetDlgItem(window_, IDC_LIST)) return FALSE;
+  std::optional<ScreenPoint> place;
+  // From the keyboard it comes without a place.
+  if (lParam != -1) place = {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
+  main_->ShowListContextMenu(place);
+  return TRUE;
 }
 
 }  // namespace
@@ -323,7 +407,7 @@ int RunMainDialog(HINSTANCE instance, int showCommand, const std::vector<std::u1
       CreateDialogParamW(instance, MAKEINTRESOURCEW(IDD_MAIN), nullptr, MainDialog::MainDialogProc,
                          reinterpret_cast<LPARAM>(&dialog));
   if (window == nullptr) return 1;
-  ShowWindow(window, showCommand);
+  ShowWindow(window, dialog.Flows().startMaximized ? SW_SHOWMAXIMIZED : showCommand);
   if (!paths.empty()) dialog.Flows().AddPaths(paths);
   const HACCEL accelerators = LoadAcceleratorsW(instance, MAKEINTRESOURCEW(IDR_ACCELERATORS));
 

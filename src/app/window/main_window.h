@@ -19,9 +19,13 @@
 #include "app/window/view.h"
 #include "app/worker/hash_queue.h"
 #include "app/worker/worker.h"
+#include "swr/checksums/checksum_line.h"
+#include "swr/checksums/pasted_hash.h"
 #include "swr/hash/algorithms.h"
 
 namespace app {
+
+enum class BannerKind : uint8_t { None, Clipboard, ChecksumFileOffer, SkippedLines };
 
 // Lives on the window's thread.
 class MainWindow {
@@ -31,7 +35,7 @@ class MainWindow {
   MainWindow(const MainWindow&) = delete;
   MainWindow& operator=(const MainWindow&) = delete;
 
-  // Brings a new, empty screen in line with the state. Called once.
+  // Brings a new, empty screen in line with the state. Called once, behind ReadSettings.
   void Start();
 
   // file_list.cpp: the rows, and when a row needs more hashing.
@@ -39,8 +43,9 @@ class MainWindow {
   void RepaintRow(uint64_t id);
   // To be called after every change of the order or number of `rows`.
   void RebuildRowIndex();
-  // Asks the worker for those digests of `mask` that the row lacks and nobody asked for yet.
-  void QueueRow(ListRow& row, swr::AlgoMask mask);
+  // Asks the worker for those digests of `mask` that the row lacks and nobody asked for yet. False
+  // when there are none.
+  bool QueueRow(ListRow& row, swr::AlgoMask mask);
   // The same for every row with the selected algorithms and, where a checksum file expects
   // something of it, the algorithms that this may belong to.
   void QueueAllRows();
@@ -60,9 +65,56 @@ class MainWindow {
   void OnProgressTimer();
   void UpdateStatusLine();
 
+  // expected_hash.cpp: the Expected hash box against the rows.
+  // Reads the box anew, has what is missing hashed, and says the verdict in the result line. With
+  // an empty box that is the summary of a verification.
+  void CompareExpected();
+  void OnExpectedEdited();
+  // Puts the clipboard's text into the box.
+  void PasteExpected();
+
+  // verification.cpp: a checksum file becomes rows that know what their digests should be.
+  void VerifyChecksumFile(const std::u16string& path);
+
+  // banners.cpp: the line above the list that offers something.
+  void ShowBanner(BannerKind kind, const std::u16string& markup, const std::u16string& payload);
+  void HideBanner();
+  void OnBannerLink(std::u16string_view link);
+
+  // clipboard_watch.cpp: a hash that the user copied elsewhere.
+  // Called when the window becomes active.
+  void CheckClipboard();
+
+  // saving.cpp
+  void SaveChecksums();
+
+  // copying.cpp: texts for the clipboard.
+  void CopyHashes();
+  void CopyLines();
+  void CopyAllHashes();
+  void CopyPaths();
+
+  // list_menu.cpp
+  // Shows the menu of the selected rows there, or without a place beside the focused one.
+  void ShowListContextMenu(std::optional<ScreenPoint> at);
+
+  // compare_files.cpp: whether the two selected files are the same.
+  void CompareTwoFiles();
+
+  // details.cpp: the pane under the list.
+  void RefreshDetails();
+
+  // settings.cpp: what is kept from one run to the next.
+  void ReadSettings();
+  // The window goes where it was; its size must be final but for this.
+  void RestorePlacement();
+  void WriteSettings();
+
   // list_view.cpp: what the list shows.
   // The text of a cell; empty outside the list.
   std::u16string CellText(size_t row, size_t column) const;
+  // None outside the list.
+  RowTint TintOf(size_t row) const;
   void RebuildColumns();
   void SaveColumnWidths();
 
@@ -78,11 +130,19 @@ class MainWindow {
   // In display order; an index is the row's number in the list view.
   std::vector<std::unique_ptr<ListRow>> rows;
   // The value in the Expected hash box, once recognised.
-  std::optional<ExpectedDigest> boxExpected;
+  std::optional<swr::ParsedHash> boxExpected;
   swr::AlgoMask algorithms = swr::DefaultAlgoMask;
   bool uppercase = false;
   bool showLegacy = false;
   bool includeHidden = false;
+  bool crLf = false;            // line ends of saved files
+  bool startMaximized = false;  // how the window was closed
+  BannerKind bannerKind = BannerKind::None;
+  std::u16string bannerPayload;
+  // A comparison of two files waits for digests of these rows.
+  bool compareArmed = false;
+  uint64_t compareFirstId = 0;
+  uint64_t compareSecondId = 0;
   std::vector<ColumnDef> columns;  // by column index of the list view
   FixedColumnWidths fixedWidths;
 
@@ -92,6 +152,16 @@ class MainWindow {
   void OnHashResult(const ResultMessage& result);
   void MarkHashingRow(const WorkerSnapshot& snapshot);
   void ShowFigures(const WorkerSnapshot& snapshot);
+  // Ascending. What the list view still takes for selected beyond the rows' end is left out.
+  std::vector<size_t> SelectedIndexes() const;
+  ListRow* SingleSelectedRow();
+  std::u16string HashesText(const std::vector<size_t>& selected) const;
+  // What every change of the rows ends with: result line, details, status line.
+  void RefreshVerdicts();
+  bool QueueCandidates(const swr::ParsedHash& expected, bool withCancelled);
+  void AddListedFiles(std::vector<swr::ChecksumLine>& lines, const std::u16string& checksumFile);
+  void ForgetPlainRow(const std::u16string& path);
+  void FinishFileCompare();
   void AddChosen(const std::vector<std::u16string>& paths);
   void ShowOptions();
   void ToggleAlgo(swr::AlgoId id);
@@ -101,6 +171,8 @@ class MainWindow {
   HashQueue& queue_;
   std::unordered_map<uint64_t, size_t> rowIndex_;  // from id to index in `rows`
   uint64_t nextRowId_ = 1;
+  uint32_t clipboardSequence_ = 0;     // of the content that was looked at last
+  std::u16string dismissedClipboard_;  // a text whose offer the user did not want
   bool timerRuns_ = false;
 };
 

@@ -9,9 +9,19 @@
 namespace app {
 
 void MainWindow::OnHashResults(std::vector<std::unique_ptr<ResultMessage>> results) {
-  for (const auto& result : results) OnHashResult(*result);
+  const ListRow* shown = SingleSelectedRow();
+  const uint64_t shownId = shown == nullptr ? 0 : shown->id;
+  bool changesDetails = false;
+  for (const auto& result : results) {
+    OnHashResult(*result);
+    changesDetails = changesDetails || result->rowId == shownId;
+  }
   MarkHashingRow(queue_.GetSnapshot());
+  CompareExpected();
+  if (changesDetails) RefreshDetails();
   UpdateStatusLine();
+  // Last, for its message stands until the user closes it.
+  FinishFileCompare();
 }
 
 void MainWindow::OnHashResult(const ResultMessage& result) {
@@ -69,7 +79,9 @@ void MainWindow::OnProgressTimer() {
   const WorkerSnapshot snapshot = queue_.GetSnapshot();
   MarkHashingRow(snapshot);
   ShowFigures(snapshot);
-  if (!snapshot.active) StopProgressTimer();
+  if (snapshot.active) return;
+  StopProgressTimer();
+  CompareExpected();
 }
 
 void MainWindow::StartProgressTimer() {

@@ -15,14 +15,14 @@ std::u16string WithAlgo(std::u16string_view word, swr::AlgoId algo) {
   return text;
 }
 
-std::u16string DoneText(const ListRow& row, const ExpectedDigest* box) {
+std::u16string DoneText(const ListRow& row, const swr::ParsedHash* box) {
   if (row.hasExpected) {
-    const CompareResult own = CompareRow(row, row.expectedBytes, row.expectedAlgos);
+    const CompareResult own = CompareWithOwn(row);
     if (own.outcome == CompareOutcome::Match) return WithAlgo(u"OK", own.algo);
     if (own.outcome == CompareOutcome::Mismatch) return u"FAILED";
   }
   if (box != nullptr) {
-    const CompareResult pasted = CompareRow(row, box->bytes, box->candidates);
+    const CompareResult pasted = CompareRow(row, box->digest, box->candidates);
     if (pasted.outcome == CompareOutcome::Match) return WithAlgo(u"Match", pasted.algo);
   }
   return row.changed ? u"Done, but the file changed while it was read" : u"Done";
@@ -49,7 +49,11 @@ CompareResult CompareRow(const ListRow& row, std::span<const uint8_t> expectedBy
                                              : CompareOutcome::Pending};
 }
 
-std::u16string RowStatusText(const ListRow& row, const ExpectedDigest* box) {
+CompareResult CompareWithOwn(const ListRow& row) {
+  return CompareRow(row, row.expectedBytes, row.expectedAlgos);
+}
+
+std::u16string RowStatusText(const ListRow& row, const swr::ParsedHash* box) {
   switch (row.status) {
     case RowStatus::Waiting:
       return u"Waiting";
@@ -63,6 +67,26 @@ std::u16string RowStatusText(const ListRow& row, const ExpectedDigest* box) {
       break;
   }
   return DoneText(row, box);
+}
+
+RowTint RowTintOf(const ListRow& row, const swr::ParsedHash* box) {
+  if (row.hasExpected) {
+    switch (CompareWithOwn(row).outcome) {
+      case CompareOutcome::Match:
+        return RowTint::Good;
+      case CompareOutcome::Mismatch:
+      case CompareOutcome::Missing:
+      case CompareOutcome::Unreadable:
+        return RowTint::Bad;
+      case CompareOutcome::NotChecked:
+        return RowTint::None;
+      case CompareOutcome::Pending:
+        break;
+    }
+  }
+  const bool matchesBox = box != nullptr && CompareRow(row, box->digest, box->candidates).outcome ==
+                                                CompareOutcome::Match;
+  return matchesBox ? RowTint::Good : RowTint::None;
 }
 
 }  // namespace app

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "app/window/list_row.h"
+#include "swr/checksums/pasted_hash.h"
 
 namespace app {
 
@@ -25,18 +26,21 @@ struct CompareResult {
   swr::AlgoId algo = {};  // the algorithm that matched; meaningful for Match only
 };
 
-// A digest to compare with, and the algorithms that it may belong to, in the order of comparison.
-struct ExpectedDigest {
-  std::vector<uint8_t> bytes;
-  std::vector<swr::AlgoId> candidates;
-};
-
 // The first candidate whose digest is known and equal decides, even if others are still unknown.
 CompareResult CompareRow(const ListRow& row, std::span<const uint8_t> expectedBytes,
                          std::span<const swr::AlgoId> candidates);
 
-// The text of the Status column. `box` is the value in the Expected hash box, or null; the row's
-// own expected digest takes precedence over it.
-std::u16string RowStatusText(const ListRow& row, const ExpectedDigest* box);
+// The row against what a checksum file says of it.
+CompareResult CompareWithOwn(const ListRow& row);
+
+// The two that follow take the value in the Expected hash box, or null. The row's own expected
+// digest takes precedence over it.
+
+// The text of the Status column.
+std::u16string RowStatusText(const ListRow& row, const swr::ParsedHash* box);
+
+// The background of a row. A mismatch with the box tints no row.
+enum class RowTint : uint8_t { None, Good, Bad };
+RowTint RowTintOf(const ListRow& row, const swr::ParsedHash* box);
 
 }  // namespace app

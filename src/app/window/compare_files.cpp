@@ -1,0 +1,75 @@
+// Whether two files have the same content: told by their sizes alone where these differ, otherwise
+// by SHA-256, whatever algorithms are selected.
+#include "app/window/main_window.h"
+#include "swr/hash/digest_text.h"
+#include "swr/text/display_text.h"
+
+namespace app {
+namespace {
+
+constexpr swr::AlgoId CompareAlgo = swr::AlgoId::Sha256;
+
+const swr::DigestSlot& SlotOf(const ListRow& row) { return row.digests[swr::IndexOf(CompareAlgo)]; }
+
+bool IsSettled(const ListRow& row) {
+  return row.status == RowStatus::Failed || SlotOf(row).present;
+}
+
+Message SizesDiffer(const ListRow& first, const ListRow& second) {
+  const auto line = [](const ListRow& row) {
+    return row.name + u" (" + swr::FormatSize(row.size) + u")\n";
+  };
+  return {MessageIcon::Warning, u"The two files are different.",
+          line(first) + line(second) + u"\nTheir sizes differ."};
+}
+
+// What is known of two rows that have their digests or can't have them.
+Message Answer(const ListRow& first, const ListRow& second) {
+  if (first.status == RowStatus::Failed || second.status == RowStatus::Failed) {
+    return {MessageIcon::Error, u"One of the files can't be read.", {}};
+  }
+  const std::u16string compared = first.name + u"\n" + second.name + u"\n\nCompared by " +
+                                  std::u16string(swr::GetAlgo(CompareAlgo).name);
+  if (swr::DigestEquals(SlotOf(first), SlotOf(second).View())) {
+    return {MessageIcon::Information, u"The two files are identical.",
+            compared + u"; the sizes are equal too."};
+  }
+  return {MessageIcon::Warning, u"The two files are different.", compared + u"."};
+}
+
+}  // namespace
+
+void MainWindow::CompareTwoFiles() {
+  const std::vector<size_t> selected = SelectedIndexes();
+  if (selected.size() != 2) return;
+  ListRow& first = *rows[selected[0]];
+  ListRow& second = *rows[selected[1]];
+  // The size of a row that could not be read may not be the file's.
+  const bool sizesCount = first.status != RowStatus::Failed && second.status != RowStatus::Failed;
+  if (sizesCount && first.size != second.size) {
+    desktop_.ShowMessage(SizesDiffer(first, second));
+    return;
+  }
+  compareFirstId = first.id;
+  compareSecondId = second.id;
+  compareArmed = true;
+  QueueRow(first, swr::MaskOf(CompareAlgo));
+  QueueRow(second, swr::MaskOf(CompareAlgo));
+  FinishFileCompare();
+}
+
+void MainWindow::FinishFileCompare() {
+  if (!compareArmed) return;
+  const ListRow* first = FindRow(compareFirstId);
+  const ListRow* second = FindRow(compareSecondId);
+  if (first == nullptr || second == nullptr) {
+    compareArmed = false;
+    return;
+  }
+  if (!IsSettled(*first) || !IsSettled(*second)) return;
+  // Before the message, during which further results come in.
+  compareArmed = false;
+  desktop_.ShowMessage(Answer(*first, *second));
+}
+
+}  // namespace app

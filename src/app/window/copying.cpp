@@ -1,0 +1,82 @@
+// What the Copy commands put on the clipboard.
+#include <string_view>
+
+#include "app/window/main_window.h"
+#include "swr/hash/digest_text.h"
+
+namespace app {
+namespace {
+
+std::u16string HexOf(const ListRow& row, swr::AlgoId id, bool uppercase) {
+  return swr::DigestToWideHex(row.digests[swr::IndexOf(id)], uppercase);
+}
+
+// "SHA256 (name) = hex" for each digest of `mask` that the row has.
+std::u16string TaggedLines(const ListRow& row, swr::AlgoMask mask, bool uppercase) {
+  std::u16string text;
+  for (const swr::AlgoId id : PresentAlgos(row, mask)) {
+    const std::string_view tag = swr::GetAlgo(id).upperTag;
+    text.append(tag.begin(), tag.end());
+    text += u" (" + row.name + u") = " + HexOf(row, id, uppercase) + u"\r\n";
+  }
+  return text;
+}
+
+}  // namespace
+
+void MainWindow::CopyHashes() {
+  const std::vector<size_t> selected = SelectedIndexes();
+  if (!selected.empty()) desktop_.WriteClipboardText(HashesText(selected));
+}
+
+std::u16string MainWindow::HashesText(const std::vector<size_t>& selected) const {
+  std::u16string text;
+  if (selected.size() > 1) {
+    for (const size_t index : selected) text += TaggedLines(*rows[index], algorithms, uppercase);
+    return text;
+  }
+  const ListRow& row = *rows[selected.front()];
+  const std::vector<swr::AlgoId> present = PresentAlgos(row, algorithms);
+  if (present.size() == 1) return HexOf(row, present.front(), uppercase);
+  for (const swr::AlgoId id : present) {
+    text += swr::GetAlgo(id).name;
+    text += u": " + HexOf(row, id, uppercase) + u"\r\n";
+  }
+  return text;
+}
+
+// One algorithm for all lines, so that they make a checksum file together.
+void MainWindow::CopyLines() {
+  const std::vector<size_t> selected = SelectedIndexes();
+  swr::AlgoMask common = selected.empty() ? 0 : algorithms;
+  for (const size_t index : selected) {
+    common = swr::CandidateMask(PresentAlgos(*rows[index], common));
+  }
+  if (common == 0) return;
+  const swr::AlgoId algo = swr::IdsFromMask(common).front();
+  std::u16string text;
+  for (const size_t index : selected) {
+    text += HexOf(*rows[index], algo, uppercase) + u"  " + rows[index]->name + u"\r\n";
+  }
+  desktop_.WriteClipboardText(text);
+}
+
+void MainWindow::CopyAllHashes() {
+  std::u16string text;
+  for (const size_t index : SelectedIndexes()) {
+    text += TaggedLines(*rows[index], swr::AllAlgosMask, uppercase);
+  }
+  desktop_.WriteClipboardText(text);
+}
+
+void MainWindow::CopyPaths() {
+  const std::vector<size_t> selected = SelectedIndexes();
+  std::u16string text;
+  for (const size_t index : selected) {
+    text += rows[index]->path;
+    if (selected.size() > 1) text += u"\r\n";
+  }
+  desktop_.WriteClipboardText(text);
+}
+
+}  // namespace app

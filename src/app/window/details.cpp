@@ -1,0 +1,95 @@
+// The pane under the list: all that is known of the selected file, or a sum of several.
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "app/window/main_window.h"
+#include "swr/hash/digest_text.h"
+#include "swr/paths/path_forms.h"
+#include "swr/system/local_time.h"
+#include "swr/text/decimal_text.h"
+#include "swr/text/display_text.h"
+
+namespace app {
+namespace {
+
+// "1,572,864".
+std::u16string GroupedText(uint64_t value) {
+  std::u16string text = swr::DecimalText(value);
+  for (size_t place = text.size(); place > 3;) text.insert(place -= 3, 1, u',');
+  return text;
+}
+
+// FormatSize is exact below this.
+constexpr uint64_t FirstRoundedSize = 1024;
+
+std::u16string SizeText(uint64_t bytes) {
+  const std::u16string text = swr::FormatSize(bytes);
+  return bytes < FirstRoundedSize ? text : text + u" (" + GroupedText(bytes) + u" bytes)";
+}
+
+// "2026-01-15 09:30".
+std::u16string TimeText(const swr::CalendarTime& time) {
+  const auto padded = [](uint32_t value, size_t width) {
+    const std::u16string digits = swr::DecimalText(value);
+    return std::u16string(digits.size() < width ? width - digits.size() : 0, u'0') + digits;
+  };
+  return padded(time.year, 4) + u'-' + padded(time.month, 2) + u'-' + padded(time.day, 2) + u' ' +
+         padded(time.hour, 2) + u':' + padded(time.minute, 2);
+}
+
+std::u16string ExpectedValueText(const ListRow& row, bool uppercase) {
+  const std::string hex = swr::BytesToHex(row.expectedBytes, uppercase);
+  std::u16string text(hex.begin(), hex.end());
+  text += u" (";
+  text += swr::SplitPath(row.checksumFile).name;
+  return text + u", line " + swr::DecimalText(row.checksumLine) + u")";
+}
+
+std::u16string RowDetails(const ListRow& row, bool uppercase) {
+  std::u16string text = row.name;
+  const auto add = [&](std::u16string_view label, std::u16string_view value) {
+    text += u"\r\n";
+    text += label;
+    text += u":\t";
+    text += value;
+  };
+  add(u"Folder", row.folder);
+  if (row.status == RowStatus::Failed) {
+    add(u"Error", swr::FormatErrorText(row.error) + u".");
+  } else {
+    add(u"Size", SizeText(row.size));
+    if (const auto time = swr::ToLocalTime(row.modified)) add(u"Modified", TimeText(*time));
+    for (const swr::AlgoId id : PresentAlgos(row, swr::AllAlgosMask)) {
+      add(swr::GetAlgo(id).name, swr::DigestToWideHex(row.digests[swr::IndexOf(id)], uppercase));
+    }
+  }
+  if (row.hasExpected) add(u"Expected", ExpectedValueText(row, uppercase));
+  return text;
+}
+
+}  // namespace
+
+void MainWindow::RefreshDetails() {
+  const std::vector<size_t> selected = SelectedIndexes();
+  std::u16string text;
+  DetailButtons buttons;
+  if (selected.size() == 1) {
+    const ListRow& row = *rows[selected.front()];
+    text = RowDetails(row, uppercase);
+    buttons.lookUpOnline = row.status != RowStatus::Failed;
+    buttons.openFolder = true;
+  } else if (!selected.empty()) {
+    uint64_t totalSize = 0;
+    for (const size_t index : selected) totalSize += rows[index]->size;
+    text = swr::DecimalText(selected.size()) + u" files selected, " + swr::FormatSize(totalSize) +
+           u" in total.";
+  } else if (!rows.empty()) {
+    text = swr::DecimalText(rows.size()) + u" files. Select one to see its details.";
+  }
+  buttons.copyHashes = !selected.empty();
+  view_.SetDetails(text, buttons);
+}
+
+}  // namespace app

@@ -1,0 +1,62 @@
+// The Expected hash box: what the pasted value is, whether the list must be hashed further to find
+// out, and what the result line says of it.
+#include <utility>
+
+#include "app/window/main_window.h"
+#include "app/window/result_line.h"
+#include "swr/text/text.h"
+
+namespace app {
+
+void MainWindow::CompareExpected() {
+  const std::u16string text = view_.ExpectedText();
+  const std::u16string_view trimmed = swr::TrimText(text);
+  const std::optional<swr::ParsedHash> before =
+      std::exchange(boxExpected, swr::ParseExpectedHash(trimmed));
+  const bool isNew = boxExpected != before;
+
+  ResultLine line;
+  bool queued = false;
+  if (trimmed.empty()) {
+    line = VerificationLine(rows, queue_.GetSnapshot().active);
+  } else if (!boxExpected) {
+    line = NotAHashLine();
+  } else if (rows.empty()) {
+    line = FileWantedLine(*boxExpected);
+  } else {
+    BoxVerdict verdict = JudgeRows(rows, *boxExpected);
+    if (verdict.matches == 0) queued = QueueCandidates(*boxExpected, isNew);
+    verdict.isPending = verdict.isPending || queued;
+    line = BoxLine(verdict, rows, *boxExpected);
+  }
+  view_.SetResultLine(line.text, line.kind);
+  // The box shows in the rows' texts and colours.
+  if (isNew || queued) view_.RedrawRows();
+}
+
+// The one place where a pasted value changes what is hashed. What the user has cancelled is taken
+// up again for a new value only, or Cancel would be without effect.
+bool MainWindow::QueueCandidates(const swr::ParsedHash& expected, bool withCancelled) {
+  const swr::AlgoMask mask = swr::CandidateMask(expected.candidates);
+  bool queued = false;
+  for (const auto& row : rows) {
+    if (row->status == RowStatus::Cancelled && !withCancelled) continue;
+    queued = QueueRow(*row, mask) || queued;
+  }
+  return queued;
+}
+
+void MainWindow::OnExpectedEdited() {
+  CompareExpected();
+  if (bannerKind == BannerKind::Clipboard) HideBanner();
+  UpdateStatusLine();
+}
+
+void MainWindow::PasteExpected() {
+  const std::optional<std::u16string> text = desktop_.ReadClipboardText();
+  if (!text) return;
+  view_.SetExpectedText(std::u16string(swr::TrimText(*text)));
+  HideBanner();
+}
+
+}  // namespace app

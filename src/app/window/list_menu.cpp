@@ -1,0 +1,29 @@
+// The list's context menu.
+#include "app/window/main_window.h"
+#include "resources/resource_ids.h"
+#include "swr/hash/digest_text.h"
+
+namespace app {
+
+void MainWindow::ShowListContextMenu(std::optional<ScreenPoint> at) {
+  const std::vector<size_t> selected = SelectedIndexes();
+  if (selected.empty()) return;
+  ListMenu menu;
+  menu.canCompare = selected.size() == 2;
+  if (selected.size() == 1) {
+    const ListRow& row = *rows[selected.front()];
+    menu.canLookUp = row.status != RowStatus::Failed;
+    menu.digests = PresentAlgos(row, swr::AllAlgosMask);
+  }
+  const std::optional<ListMenuChoice> choice = view_.ChooseListCommand(menu, at);
+  if (!choice) return;
+  // Results that came in while the menu stood there leave the rows and the selection alone.
+  if (choice->digest) {
+    const swr::DigestSlot& slot = rows[selected.front()]->digests[swr::IndexOf(*choice->digest)];
+    desktop_.WriteClipboardText(swr::DigestToWideHex(slot, uppercase));
+  } else {
+    OnCommand(choice->command);
+  }
+}
+
+}  // namespace app

@@ -1,0 +1,98 @@
+// Verification: a checksum file becomes rows that know what their digests should be. The verdicts
+// then follow from the rows like any others.
+#include <algorithm>
+#include <unordered_map>
+#include <utility>
+
+#include "app/window/main_window.h"
+#include "swr/checksums/checksum_file.h"
+#include "swr/checksums/listed_path.h"
+#include "swr/text/decimal_text.h"
+#include "swr/text/display_text.h"
+#include "swr/text/text.h"
+#include "swr/text/text_file.h"
+
+namespace app {
+namespace {
+
+std::u16string SkippedLinesText(const std::vector<uint32_t>& skipped) {
+  return swr::DecimalText(skipped.size()) + (skipped.size() == 1 ? u" line" : u" lines") +
+         u" of the checksum file aren't checksums and were skipped (first: line " +
+         swr::DecimalText(skipped.front()) + u").    <a id=\"x\">Dismiss</a>";
+}
+
+// The rows that a listed file replaces: those of the same path, by letter case alike, that nothing
+// is expected of yet.
+class PlainRows {
+ public:
+  explicit PlainRows(std::vector<std::unique_ptr<ListRow>>& rows) {
+    for (auto& row : rows) {
+      if (!row->hasExpected) byPath_.emplace(swr::CaseKey(row->path), &row);
+    }
+  }
+
+  // Takes them out of the list, each place of which stays behind empty.
+  std::vector<std::unique_ptr<ListRow>> Take(const std::u16string& path) {
+    std::vector<std::unique_ptr<ListRow>> taken;
+    if (byPath_.empty()) return taken;
+    const auto [first, last] = byPath_.equal_range(swr::CaseKey(path));
+    for (auto found = first; found != last; ++found) taken.push_back(std::move(*found->second));
+    byPath_.erase(first, last);
+    return taken;
+  }
+
+ private:
+  std::unordered_multimap<std::u16string, std::unique_ptr<ListRow>*> byPath_;
+};
+
+}  // namespace
+
+void MainWindow::VerifyChecksumFile(const std::u16string& path) {
+  uint32_t error = 0;
+  const std::optional<std::u16string> text = swr::ReadTextFile(path, &error);
+  if (!text) {
+    desktop_.ShowMessage({MessageIcon::Error, u"The checksum file can't be read.",
+                          path + u"\n\n" + swr::FormatErrorText(error) + u"."});
+    return;
+  }
+  swr::ChecksumSet set = swr::ParseChecksumText(*text, path);
+  if (set.lines.empty()) {
+    desktop_.ShowMessage({MessageIcon::Warning, u"No checksums were found in this file.",
+                          path + u"\n\nChecksum files have lines like \"<hash>  <file name>\" or "
+                                 u"\"SHA256 (<file name>) = <hash>\"."});
+    return;
+  }
+
+  const size_t firstNew = rows.size();
+  AddListedFiles(set.lines, path);
+  RebuildRowIndex();
+  QueueAllRows();
+  view_.ClearSelection();
+  view_.SetRowCount(rows.size());
+  view_.ScrollToRow(std::min(firstNew, rows.size() - 1));
+  if (!set.skippedLines.empty()) {
+    ShowBanner(BannerKind::SkippedLines, SkippedLinesText(set.skippedLines), {});
+  }
+  RefreshVerdicts();
+}
+
+void MainWindow::AddListedFiles(std::vector<swr::ChecksumLine>& lines,
+                                const std::u16string& checksumFile) {
+  PlainRows plainRows(rows);
+  std::vector<std::unique_ptr<ListRow>> added;
+  added.reserve(lines.size());
+  for (swr::ChecksumLine& line : lines) {
+    std::unique_ptr<ListRow> row = MakeRow(swr::ResolveListedPath(checksumFile, line.name));
+    row->hasExpected = true;
+    row->expectedBytes = std::move(line.digest);
+    row->expectedAlgos = std::move(line.candidates);
+    row->checksumFile = checksumFile;
+    row->checksumLine = line.lineNumber;
+    for (const auto& replaced : plainRows.Take(row->path)) queue_.Remove(replaced->id);
+    added.push_back(std::move(row));
+  }
+  std::erase(rows, nullptr);
+  std::ranges::move(added, std::back_inserter(rows));
+}
+
+}  // namespace app
