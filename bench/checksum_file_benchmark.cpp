@@ -1,0 +1,72 @@
+// What the window's thread spends on loading a checksum file, the hashing apart: into an empty
+// list, and into one that holds all the listed files already, so that each of its rows is replaced.
+// The files are not there, which costs the same look at the file system.
+#include <benchmark/benchmark.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "tests/support/fake_window.h"
+#include "tests/support/temp_tree.h"
+
+namespace {
+
+using app::testing::FakeWindow;
+using swr::testing::TempTree;
+
+constexpr char16_t Digest[] = u"e3b0c44298fc1c149afbf4c8996fb92427ae41e4649b934ca495991b7852b855";
+
+std::string ListOf(int64_t lines) {
+  std::string text;
+  for (int64_t i = 0; i < lines; ++i) {
+    text += std::string(std::begin(Digest), std::end(Digest) - 1) + "  Folder/Photograph " +
+            std::to_string(i) + ".jpg\n";
+  }
+  return text;
+}
+
+void LoadInto(benchmark::State& state, bool listed) {
+  TempTree tree;
+  const std::u16string path = tree.AddFile(u"SHA256SUMS", ListOf(state.range(0)));
+  std::vector<std::u16string> listedPaths;
+  for (int64_t i = 0; listed && i < state.range(0); ++i) {
+    const std::string number = std::to_string(i);
+    listedPaths.push_back(tree.Path(u"folder/photograph ") +
+                          std::u16string(number.begin(), number.end()) + u".JPG");
+  }
+  for (auto _ : state) {
+    state.PauseTiming();
+    auto window = std::make_unique<FakeWindow>();
+    for (const std::u16string& row : listedPaths) {
+      auto added = std::make_unique<app::ListRow>();
+      added->id = window->nextId++;
+      added->path = row;
+      window->main.rows.push_back(std::move(added));
+    }
+    state.ResumeTiming();
+    window->main.VerifyChecksumFile(path);
+    state.PauseTiming();
+    if (window->main.rows.size() != static_cast<size_t>(state.range(0))) {
+      state.SkipWithError("the list has not the rows it should have");
+    }
+    window.reset();
+    state.ResumeTiming();
+  }
+}
+
+void LoadIntoEmptyList(benchmark::State& state) { LoadInto(state, false); }
+void LoadReplacingAllRows(benchmark::State& state) { LoadInto(state, true); }
+
+BENCHMARK(LoadIntoEmptyList)
+    ->Arg(10'000)
+    ->Arg(100'000)
+    ->Iterations(1)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(LoadReplacingAllRows)
+    ->Arg(10'000)
+    ->Arg(100'000)
+    ->Iterations(1)
+    ->Unit(benchmark::kMillisecond);
+
+}  // namespace
