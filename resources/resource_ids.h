@@ -5,6 +5,7 @@
 
 // Dialogs, menus and accelerators.
 #define IDD_MAIN 100
+#define IDD_HASH_TEXT 101
 #define IDR_MAIN_MENU 102
 #define IDR_ACCELERATORS 103
 #define IDR_LIST_MENU 104
@@ -50,6 +51,17 @@
 #define IDC_PROGRESS 1051
 #define IDC_CANCEL 1052
 #define IDC_LINKS 1053
+
+// Controls of the Hash Text dialog.
+#define IDC_HT_INPUT 1101
+#define IDC_HT_ENCODING 1102
+#define IDC_HT_LINEBREAKS 1103
+#define IDC_HT_ADD_EOL 1104
+#define IDC_HT_RESULT 1105
+#define IDC_HT_COPY 1106
+#define IDC_HT_ENCODING_LABEL 1107
+#define IDC_HT_LINEBREAKS_LABEL 1108
+#define IDC_HT_INPUT_LABEL 1109
 
 // Commands of the main menu, the toolbar and the accelerators.
 #define ID_ADD_FILES 40001

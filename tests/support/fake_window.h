@@ -47,10 +47,11 @@ class FakeView final : public View {
  public:
   void SetRowCount(size_t count) override {
     rowCount = count;
+    ++listPaints;
     std::erase_if(selected, [&](size_t row) { return row >= count; });
   }
   void RedrawRow(size_t index) override { redrawn.push_back(index); }
-  void RedrawRows() override { ++redrawnWhole; }
+  void RedrawRows() override { ++redrawnWhole, ++listPaints; }
   std::vector<size_t> SelectedRows() const override { return selected; }
   size_t SelectedRowCount() const override { return selected.size(); }
   void ClearSelection() override { selected.clear(); }
@@ -80,6 +81,10 @@ class FakeView final : public View {
   void SetColumns(const std::vector<ColumnSpec>& specs) override {
     columns = specs;
     ++columnRebuilds;
+  }
+  void ShowSortMark(std::optional<size_t> column, bool descending) override {
+    sortMark = column;
+    sortMarkDescending = descending;
   }
   std::vector<uint32_t> ColumnWidths() const override {
     std::vector<uint32_t> widths;
@@ -123,6 +128,7 @@ class FakeView final : public View {
   size_t rowCount = 0;
   std::vector<size_t> redrawn;
   int redrawnWhole = 0;
+  int listPaints = 0;  // of the whole list, for whatever reason
   std::vector<size_t> selected;
   std::optional<size_t> focused;
   std::optional<size_t> scrolledTo;
@@ -145,6 +151,8 @@ class FakeView final : public View {
   bool acceptsPlacement = true;
   std::vector<ColumnSpec> columns;
   int columnRebuilds = 0;
+  std::optional<size_t> sortMark;
+  bool sortMarkDescending = false;
   swr::AlgoMask shownMask = 0;
   std::u16string moreText;
   OptionChecks options;
@@ -181,6 +189,16 @@ class FakeDesktop final : public Desktop {
     return clipboard;
   }
   void WriteClipboardText(const std::u16string& text) override { Copy(text); }
+  void OpenAddress(const std::u16string& address) override { openedAddresses.push_back(address); }
+  void ShowInFolder(const std::u16string& path, const std::u16string& folder) override {
+    shownInFolder.emplace_back(path, folder);
+  }
+  void ShowHashText(swr::AlgoMask mask, bool uppercase) override {
+    hashTexts.emplace_back(mask, uppercase);
+  }
+  void StartSignatureCheck(uint64_t rowId, const std::u16string& path) override {
+    signatureChecks.emplace_back(rowId, path);
+  }
   std::optional<uint32_t> ReadDwordSetting(const std::u16string& name) override {
     const auto found = dwordSettings.find(name);
     if (found == dwordSettings.end()) return std::nullopt;
@@ -219,6 +237,10 @@ class FakeDesktop final : public Desktop {
   std::optional<SaveTarget> saveTarget;
   std::vector<Message> messages;
   std::function<void()> whileMessageShows;
+  std::vector<std::u16string> openedAddresses;
+  std::vector<std::pair<std::u16string, std::u16string>> shownInFolder;
+  std::vector<std::pair<swr::AlgoMask, bool>> hashTexts;
+  std::vector<std::pair<uint64_t, std::u16string>> signatureChecks;
   uint32_t clipboardSequence = 0;
   std::optional<std::u16string> clipboard;
   int clipboardReads = 0;
@@ -284,23 +306,22 @@ struct FakeWindow {
     Report(job, std::move(outcome));
   }
   void Report(const HashJob& job, swr::HashOutcome outcome) {
-    auto result = std::make_unique<ResultMessage>();
-    result->rowId = job.rowId;
-    result->mask = job.mask;
-    if (outcome.error == 0 && !outcome.cancelled) {
-      for (const swr::AlgoId id : swr::IdsFromMask(job.mask)) {
-        swr::DigestSlot& slot = outcome.digests[swr::IndexOf(id)];
-        if (slot.present) continue;
-        slot.present = true;
-        slot.length = static_cast<uint8_t>(swr::GetAlgo(id).digestSize);
-        if (slot.bytes[0] == 0) slot.bytes.fill(static_cast<uint8_t>(swr::IndexOf(id) + 1));
-      }
-      if (outcome.bytesRead == 0) outcome.bytesRead = job.size;
+    std::vector<std::pair<HashJob, swr::HashOutcome>> results;
+    results.emplace_back(job, std::move(outcome));
+    ReportAll(std::move(results));
+  }
+  // Several results at once.
+  void ReportAll(std::vector<std::pair<HashJob, swr::HashOutcome>> results) {
+    std::vector<std::unique_ptr<ResultMessage>> messages;
+    for (auto& [job, outcome] : results) {
+      auto message = std::make_unique<ResultMessage>();
+      message->rowId = job.rowId;
+      message->mask = job.mask;
+      if (outcome.error == 0 && !outcome.cancelled) FillIn(job, outcome);
+      message->outcome = std::move(outcome);
+      messages.push_back(std::move(message));
     }
-    result->outcome = std::move(outcome);
-    std::vector<std::unique_ptr<ResultMessage>> results;
-    results.push_back(std::move(result));
-    main.OnHashResults(std::move(results));
+    main.OnHashResults(std::move(messages));
   }
 
   // Hashes the files of all jobs in the queue, and of those that this leads to.
@@ -322,6 +343,19 @@ struct FakeWindow {
   FakeQueue queue;
   MainWindow main{view, desktop, queue};
   uint64_t nextId = 1001;  // beyond what the window itself gives
+
+ private:
+  // What the test does not say of a result.
+  static void FillIn(const HashJob& job, swr::HashOutcome& outcome) {
+    for (const swr::AlgoId id : swr::IdsFromMask(job.mask)) {
+      swr::DigestSlot& slot = outcome.digests[swr::IndexOf(id)];
+      if (slot.present) continue;
+      slot.present = true;
+      slot.length = static_cast<uint8_t>(swr::GetAlgo(id).digestSize);
+      if (slot.bytes[0] == 0) slot.bytes.fill(static_cast<uint8_t>(swr::IndexOf(id) + 1));
+    }
+    if (outcome.bytesRead == 0) outcome.bytesRead = job.size;
+  }
 };
 
 // What a digest column shows for the digests that FakeWindow::Finish makes.

@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "swr/hash/algorithms.h"
+
 namespace app {
 
 struct FileFilter {
@@ -60,6 +62,15 @@ class Desktop {
   // Nothing when the clipboard holds no text or can't be opened.
   virtual std::optional<std::u16string> ReadClipboardText() = 0;
   virtual void WriteClipboardText(const std::u16string& text) = 0;
+
+  // Opens a web address with the user's browser.
+  virtual void OpenAddress(const std::u16string& address) = 0;
+  // Opens the file's folder with the file selected; when that fails, `folder` itself.
+  virtual void ShowInFolder(const std::u16string& path, const std::u16string& folder) = 0;
+  // Returns when the dialog is closed.
+  virtual void ShowHashText(swr::AlgoMask mask, bool uppercase) = 0;
+  // Leads to MainWindow::OnSignatureResult, some time later.
+  virtual void StartSignatureCheck(uint64_t rowId, const std::u16string& path) = 0;
 
   // The user's settings, by name. Reading gives nothing, or false, when the value is missing or of
   // another type or size; a failed write is silent.

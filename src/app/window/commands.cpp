@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "app/desktop/addresses.h"
 #include "app/window/algo_boxes.h"
 #include "app/window/main_window.h"
 #include "resources/resource_ids.h"
@@ -20,12 +21,13 @@ std::u16string MoreText(swr::AlgoMask mask) {
 
 // All that OnCommand carries out.
 constexpr uint32_t knownCommands[] = {
-    ID_COPY_HASHES, IDC_COPY,          ID_CTX_COPY_LINE, ID_CTX_COPY_ALL,   ID_CTX_COPY_PATH,
-    ID_ADD_FILES,   ID_ADD_FOLDER,     ID_VERIFY_FILE,   ID_SAVE_CHECKSUMS, ID_EXIT,
-    ID_SELECT_ALL,  ID_PASTE_EXPECTED, ID_REMOVE,        ID_CLEAR_LIST,     ID_UPPERCASE,
-    ID_SHOW_LEGACY, ID_INCLUDE_HIDDEN, ID_CRLF,          ID_CTX_REMOVE,     ID_CTX_COMPARE,
-    IDC_ALGO_MD5,   IDC_ALGO_SHA1,     IDC_ALGO_SHA256,  IDC_ALGO_SHA512,   IDC_ALGO_BLAKE3,
-    IDC_ALGO_MORE,  IDC_PASTE,         IDC_CANCEL,
+    ID_ADD_FILES,      ID_ADD_FOLDER,     ID_VERIFY_FILE,     ID_SAVE_CHECKSUMS, ID_EXIT,
+    ID_COPY_HASHES,    ID_PASTE_EXPECTED, ID_SELECT_ALL,      ID_REMOVE,         ID_CLEAR_LIST,
+    ID_HASH_TEXT,      ID_UPPERCASE,      ID_SHOW_LEGACY,     ID_INCLUDE_HIDDEN, ID_CRLF,
+    ID_HELP_ONLINE,    ID_WEBSITE,        ID_CTX_COPY_LINE,   ID_CTX_COPY_ALL,   ID_CTX_COPY_PATH,
+    ID_CTX_VIRUSTOTAL, ID_CTX_COMPARE,    ID_CTX_OPEN_FOLDER, ID_CTX_REMOVE,     IDC_ALGO_MD5,
+    IDC_ALGO_SHA1,     IDC_ALGO_SHA256,   IDC_ALGO_SHA512,    IDC_ALGO_BLAKE3,   IDC_ALGO_MORE,
+    IDC_PASTE,         IDC_COPY,          IDC_VIRUSTOTAL,     IDC_OPEN_FOLDER,   IDC_CANCEL,
 };
 
 const std::vector<FileFilter>& ChecksumFileFilters() {
@@ -45,7 +47,6 @@ MainWindow::MainWindow(View& view, Desktop& desktop, HashQueue& queue)
 void MainWindow::Start() {
   ShowOptions();
   SetAlgoMask(algorithms);
-  RefreshVerdicts();
 }
 
 bool MainWindow::IsCommandEnabled(uint32_t id) {
@@ -124,6 +125,23 @@ bool MainWindow::OnCommand(uint32_t id) {
     case ID_CTX_COPY_PATH:
       CopyPaths();
       return true;
+    case ID_HASH_TEXT:
+      desktop_.ShowHashText(algorithms, uppercase);
+      return true;
+    case ID_HELP_ONLINE:
+      desktop_.OpenAddress(std::u16string(ProductPage));
+      return true;
+    case ID_WEBSITE:
+      desktop_.OpenAddress(std::u16string(MakerPage));
+      return true;
+    case IDC_VIRUSTOTAL:
+    case ID_CTX_VIRUSTOTAL:
+      LookUpOnVirusTotal();
+      return true;
+    case IDC_OPEN_FOLDER:
+    case ID_CTX_OPEN_FOLDER:
+      if (const ListRow* row = SingleSelectedRow()) desktop_.ShowInFolder(row->path, row->folder);
+      return true;
     case ID_CTX_COMPARE:
       CompareTwoFiles();
       return true;
@@ -156,7 +174,7 @@ void MainWindow::SetAlgoMask(swr::AlgoMask mask) {
   RebuildColumns();
   QueueAllRows();
   view_.SetRowCount(rows.size());
-  RefreshDetails();
+  RefreshVerdicts();
 }
 
 }  // namespace app

@@ -53,8 +53,11 @@ void MainWindow::CompareTwoFiles() {
   compareFirstId = first.id;
   compareSecondId = second.id;
   compareArmed = true;
-  QueueRow(first, swr::MaskOf(CompareAlgo));
-  QueueRow(second, swr::MaskOf(CompareAlgo));
+  for (ListRow* row : {&first, &second}) {
+    if (QueueRow(*row, swr::MaskOf(CompareAlgo))) RepaintRow(row->id);
+  }
+  // A row that was cancelled before is at work again.
+  CompareExpected();
   FinishFileCompare();
 }
 

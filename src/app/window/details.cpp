@@ -47,7 +47,44 @@ std::u16string ExpectedValueText(const ListRow& row, bool uppercase) {
   return text + u", line " + swr::DecimalText(row.checksumLine) + u")";
 }
 
-std::u16string RowDetails(const ListRow& row, bool uppercase) {
+// What is said of a signature that was checked.
+std::u16string SignatureResultText(const swr::SignatureResult& signature) {
+  const std::u16string catalogNote = signature.viaCatalog ? u" (through a Windows catalog)" : u"";
+  switch (signature.state) {
+    case swr::SignatureState::NotApplicable:
+      return u"Not applicable (this file type has no digital signature)";
+    case swr::SignatureState::NotSigned:
+      return u"Not signed";
+    case swr::SignatureState::Valid:
+      return u"Signed by " + signature.signer + catalogNote + u", valid";
+    case swr::SignatureState::Invalid:
+      return u"Signed" + (signature.signer.empty() ? u"" : u" by " + signature.signer) +
+             u", but the signature is not valid (the file was changed after signing)";
+    case swr::SignatureState::Untrusted:
+      return u"Signed by " + signature.signer + catalogNote +
+             u", but Windows doesn't trust the certificate";
+    case swr::SignatureState::Unknown:
+      break;
+  }
+  return u"Can't be checked";
+}
+
+std::u16string SignatureText(const ListRow& row) {
+  return row.signatureRequested || !row.signature ? u"Checking..."
+                                                  : SignatureResultText(*row.signature);
+}
+
+// Where the file was downloaded from, as far as it was recorded.
+std::u16string OriginText(const swr::ZoneRecord& zone) {
+  if (!zone.hostUrl.empty()) return zone.hostUrl;
+  if (!zone.referrerUrl.empty()) return zone.referrerUrl;
+  return zone.zoneId == swr::InternetZone ? u"the Internet (no address recorded)"
+                                          : u"another computer (no address recorded)";
+}
+
+}  // namespace
+
+std::u16string MainWindow::RowDetails(ListRow& row) {
   std::u16string text = row.name;
   const auto add = [&](std::u16string_view label, std::u16string_view value) {
     text += u"\r\n";
@@ -64,20 +101,30 @@ std::u16string RowDetails(const ListRow& row, bool uppercase) {
     for (const swr::AlgoId id : PresentAlgos(row, swr::AllAlgosMask)) {
       add(swr::GetAlgo(id).name, swr::DigestToWideHex(row.digests[swr::IndexOf(id)], uppercase));
     }
+    if (!row.signature && !row.signatureRequested) {
+      row.signatureRequested = true;
+      desktop_.StartSignatureCheck(row.id, row.path);
+    }
+    add(u"Signature", SignatureText(row));
+    if (!row.zone) row.zone = swr::ReadZoneRecord(row.path);
+    if (row.zone->found) {
+      add(u"Downloaded from", OriginText(*row.zone));
+      if (!row.zone->hostUrl.empty() && !row.zone->referrerUrl.empty()) {
+        add(u"From the page", row.zone->referrerUrl);
+      }
+    }
   }
   if (row.hasExpected) add(u"Expected", ExpectedValueText(row, uppercase));
   return text;
 }
-
-}  // namespace
 
 void MainWindow::RefreshDetails() {
   const std::vector<size_t> selected = SelectedIndexes();
   std::u16string text;
   DetailButtons buttons;
   if (selected.size() == 1) {
-    const ListRow& row = *rows[selected.front()];
-    text = RowDetails(row, uppercase);
+    ListRow& row = *rows[selected.front()];
+    text = RowDetails(row);
     buttons.lookUpOnline = row.status != RowStatus::Failed;
     buttons.openFolder = true;
   } else if (!selected.empty()) {

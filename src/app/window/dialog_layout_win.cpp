@@ -1,6 +1,6 @@
 #include "app/window/dialog_layout_win.h"
 
-#include "app/window/dpi_win.h"
+#include "app/desktop/dpi_win.h"
 
 namespace app {
 

@@ -3,6 +3,7 @@
 #include <array>
 #include <iterator>
 
+#include "app/desktop/control_text_win.h"
 #include "app/window/algo_boxes.h"
 #include "app/window/algo_menu.h"
 #include "app/window/focused_edit_win.h"
@@ -98,10 +99,7 @@ std::optional<swr::AlgoId> DialogView::ChooseAlgo(swr::AlgoMask mask, bool withL
 }
 
 std::u16string DialogView::ExpectedText() const {
-  const HWND box = GetDlgItem(dialog_, IDC_EXPECTED);
-  std::wstring text(static_cast<size_t>(GetWindowTextLengthW(box)), L'\0');
-  const int length = GetWindowTextW(box, text.data(), static_cast<int>(text.size()) + 1);
-  return swr::FromWide({text.data(), static_cast<size_t>(length)});
+  return ControlText(GetDlgItem(dialog_, IDC_EXPECTED));
 }
 
 void DialogView::SetExpectedText(const std::u16string& text) {
@@ -129,6 +127,8 @@ void DialogView::SetDetails(const std::u16string& text, const DetailButtons& but
     SetDlgItemTextW(dialog_, IDC_DETAILS, swr::AsWide(text));
   }
   EnableWindow(GetDlgItem(dialog_, IDC_COPY), buttons.copyHashes);
+  EnableWindow(GetDlgItem(dialog_, IDC_VIRUSTOTAL), buttons.lookUpOnline);
+  EnableWindow(GetDlgItem(dialog_, IDC_OPEN_FOLDER), buttons.openFolder);
 }
 
 std::optional<ListMenuChoice> DialogView::ChooseListCommand(const ListMenu& menu,

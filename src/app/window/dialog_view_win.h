@@ -40,6 +40,9 @@ class DialogView final : public View {
   bool PasteIntoFocusedEdit() override;
   bool CopyFromFocusedEdit() override;
   void SetColumns(const std::vector<ColumnSpec>& columns) override { list.SetColumns(columns); }
+  void ShowSortMark(std::optional<size_t> column, bool descending) override {
+    list.ShowSortMark(column, descending);
+  }
   std::vector<uint32_t> ColumnWidths() const override { return list.ColumnWidths(); }
   void ShowAlgoSelection(swr::AlgoMask mask, const std::u16string& moreText) override;
   void ShowOptions(const OptionChecks& checks) override;

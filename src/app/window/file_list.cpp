@@ -62,6 +62,7 @@ void MainWindow::ClearList() {
   rows.clear();
   rowIndex_.clear();
   compareArmed = false;
+  lookupPending = false;
   view_.SetRowCount(0);
   HideBanner();
   RefreshVerdicts();

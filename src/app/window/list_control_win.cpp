@@ -4,8 +4,9 @@
 
 #include <algorithm>
 #include <iterator>
+#include <numeric>
 
-#include "app/window/dpi_win.h"
+#include "app/desktop/dpi_win.h"
 #include "swr/system/wide_text_win.h"
 
 namespace app {
@@ -49,7 +50,13 @@ void ListControl::RedrawRow(size_t index) {
 void ListControl::RedrawRows() { InvalidateRect(list_, nullptr, isEmpty_); }
 
 std::vector<size_t> ListControl::SelectedRows() const {
-  std::vector<size_t> rows;
+  std::vector<size_t> rows(SelectedRowCount());
+  if (rows.size() == static_cast<size_t>(SendMessageW(list_, LVM_GETITEMCOUNT, 0, 0))) {
+    // All of a long list are not asked for one by one.
+    std::iota(rows.begin(), rows.end(), size_t{0});
+    return rows;
+  }
+  rows.clear();
   LRESULT item = -1;
   while ((item = SendMessageW(list_, LVM_GETNEXTITEM, static_cast<WPARAM>(item), LVNI_SELECTED)) >=
          0) {
@@ -98,9 +105,24 @@ POINT ListControl::MenuPlace() const {
 
 void ListControl::SelectAllRows() { SetState(-1, LVIS_SELECTED, LVIS_SELECTED); }
 
+HWND ListControl::Header() const {
+  return reinterpret_cast<HWND>(SendMessageW(list_, LVM_GETHEADER, 0, 0));
+}
+
 int ListControl::ColumnCount() const {
-  const auto header = reinterpret_cast<HWND>(SendMessageW(list_, LVM_GETHEADER, 0, 0));
-  return static_cast<int>(SendMessageW(header, HDM_GETITEMCOUNT, 0, 0));
+  return static_cast<int>(SendMessageW(Header(), HDM_GETITEMCOUNT, 0, 0));
+}
+
+void ListControl::ShowSortMark(std::optional<size_t> column, bool descending) {
+  const HWND header = Header();
+  for (size_t i = 0, count = static_cast<size_t>(ColumnCount()); i < count; ++i) {
+    HDITEMW item = {};
+    item.mask = HDI_FORMAT;
+    SendMessageW(header, HDM_GETITEMW, i, reinterpret_cast<LPARAM>(&item));
+    item.fmt &= ~(HDF_SORTUP | HDF_SORTDOWN);
+    if (i == column) item.fmt |= descending ? HDF_SORTDOWN : HDF_SORTUP;
+    SendMessageW(header, HDM_SETITEMW, i, reinterpret_cast<LPARAM>(&item));
+  }
 }
 
 int ListControl::WidthOf(int column) const {
@@ -174,9 +196,8 @@ LRESULT ListControl::Draw(NMLVCUSTOMDRAW& draw,
 void ListControl::DrawEmptyHint(HDC dc) const {
   RECT rect;
   GetClientRect(list_, &rect);
-  const auto header = reinterpret_cast<HWND>(SendMessageW(list_, LVM_GETHEADER, 0, 0));
   RECT headerRect;
-  GetClientRect(header, &headerRect);
+  GetClientRect(Header(), &headerRect);
   rect.top = headerRect.bottom;
   const HGDIOBJ font =
       SelectObject(dc, reinterpret_cast<HFONT>(SendMessageW(list_, WM_GETFONT, 0, 0)));

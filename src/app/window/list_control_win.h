@@ -7,6 +7,7 @@
 #include <commctrl.h>
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -29,6 +30,7 @@ class ListControl {
   void ScrollToRow(size_t index);
   void SelectAllRows();
   void SetColumns(const std::vector<ColumnSpec>& columns);
+  void ShowSortMark(std::optional<size_t> column, bool descending);
   // At 96 DPI.
   std::vector<uint32_t> ColumnWidths() const;
   // Scales the present widths from the old DPI to this one.
@@ -45,6 +47,7 @@ class ListControl {
 
  private:
   void SetState(int index, UINT state, UINT mask);
+  HWND Header() const;
   int ColumnCount() const;
   int WidthOf(int column) const;
   void DrawEmptyHint(HDC dc) const;

@@ -3,11 +3,14 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "swr/hash/algorithms.h"
 #include "swr/hash/digest.h"
+#include "swr/provenance/signature.h"
+#include "swr/provenance/zone_record.h"
 #include "swr/system/file.h"
 
 namespace app {
@@ -34,6 +37,10 @@ struct ListRow {
   std::vector<swr::AlgoId> expectedAlgos;
   std::u16string checksumFile;  // full path
   uint32_t checksumLine = 0;    // from 1
+  // Both are looked for when the details of the row are shown first.
+  std::optional<swr::SignatureResult> signature;
+  bool signatureRequested = false;  // the check is under way
+  std::optional<swr::ZoneRecord> zone;
 };
 
 // The algorithms of `mask` whose digest the row has, ascending.

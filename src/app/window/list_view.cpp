@@ -35,6 +35,7 @@ void MainWindow::RebuildColumns() {
   if (!columns.empty()) SaveColumnWidths();
   columns = ColumnsFor(algorithms);
   view_.SetColumns(DescribeColumns(columns, fixedWidths));
+  sortColumn.reset();
 }
 
 void MainWindow::SaveColumnWidths() {

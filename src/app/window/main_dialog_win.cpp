@@ -10,11 +10,14 @@
 
 #include "app/desktop/clipboard_win.h"
 #include "app/desktop/desktop.h"
+#include "app/desktop/dpi_win.h"
 #include "app/desktop/file_pickers_win.h"
 #include "app/desktop/registry_settings_win.h"
+#include "app/desktop/shell_win.h"
+#include "app/desktop/signature_thread_win.h"
 #include "app/desktop/task_dialog_win.h"
+#include "app/dialogs/hash_text_dialog_win.h"
 #include "app/window/dialog_view_win.h"
-#include "app/window/dpi_win.h"
 #include "app/window/gdi_handles_win.h"
 #include "app/window/main_window.h"
 #include "app/window/toolbar_win.h"
@@ -27,8 +30,9 @@ namespace app {
 namespace {
 
 constexpr UINT WM_APP_DPI_RELAYOUT = 32769;
-constexpr UINT WM_APP_HASH_RESULT = 32778;    // results wait in the queue
-constexpr UINT WM_APP_HASH_PROGRESS = 32779;  // bytes moved on
+constexpr UINT WM_APP_SIGNATURE_RESULT = 32780;  // a SignatureMessage, to be taken over
+constexpr UINT WM_APP_HASH_RESULT = 32778;       // results wait in the queue
+constexpr UINT WM_APP_HASH_PROGRESS = 32779;     // bytes moved on
 
 constexpr UINT_PTR IDT_PROGRESS = 1;
 constexpr UINT ProgressInterval = 200;  // ms
@@ -68,6 +72,16 @@ class MainDialog final : public Desktop {
   }
   void WriteClipboardText(const std::u16string& text) override {
     app::WriteClipboardText(window_, text);
+  }
+  void OpenAddress(const std::u16string& address) override { OpenWithShell(address); }
+  void ShowInFolder(const std::u16string& path, const std::u16string& folder) override {
+    ShowInFileManager(path, folder);
+  }
+  void ShowHashText(swr::AlgoMask mask, bool uppercase) override {
+    ShowHashTextDialog(window_, mask, uppercase);
+  }
+  void StartSignatureCheck(uint64_t rowId, const std::u16string& path) override {
+    StartSignatureThread(window_, WM_APP_SIGNATURE_RESULT, rowId, path);
   }
   std::optional<uint32_t> ReadDwordSetting(const std::u16string& name) override {
     return ReadRegistryDword(name);
@@ -118,6 +132,7 @@ class MainDialog final : public Desktop {
   INT_PTR OnContextMenu(WPARAM wParam, LPARAM lParam);
   INT_PTR OnResultsWait(WPARAM, LPARAM);
   INT_PTR OnBytesMoved(WPARAM, LPARAM);
+  INT_PTR OnSignatureResult(WPARAM, LPARAM lParam);
 
   HWND window_ = nullptr;
   int dpi_ = 96;
@@ -149,6 +164,7 @@ const MainDialog::MessageEntry MainDialog::messageTable[] = {
     {WM_ACTIVATE, &MainDialog::OnActivate},
     {WM_CONTEXTMENU, &MainDialog::OnContextMenu},
     {WM_APP_HASH_RESULT, &MainDialog::OnResultsWait},
+    {WM_APP_SIGNATURE_RESULT, &MainDialog::OnSignatureResult},
     {WM_APP_HASH_PROGRESS, &MainDialog::OnBytesMoved},
 };
 
@@ -218,8 +234,7 @@ void MainDialog::DisableWhatIsNotThereYet() {
       if (id != 0 && !MainWindow::IsCommandEnabled(id)) EnableMenuItem(bar, id, MF_GRAYED);
     }
   }
-  constexpr int controls[] = {IDC_VIRUSTOTAL, IDC_OPEN_FOLDER, IDC_LINKS};
-  for (const int control : controls) EnableWindow(GetDlgItem(window_, control), FALSE);
+  EnableWindow(GetDlgItem(window_, IDC_LINKS), FALSE);
 }
 
 INT_PTR MainDialog::OnDestroy(WPARAM, LPARAM) {
@@ -281,6 +296,9 @@ INT_PTR MainDialog::OnListNotify(NMHDR& header) {
       }
       return TRUE;
     }
+    case LVN_COLUMNCLICK:
+      main_->SortByColumn(static_cast<size_t>(reinterpret_cast<NMLISTVIEW&>(header).iSubItem));
+      return TRUE;
     case LVN_KEYDOWN:
       if (reinterpret_cast<NMLVKEYDOWN&>(header).wVKey == VK_DELETE) main_->OnCommand(ID_REMOVE);
       return TRUE;
@@ -343,6 +361,12 @@ void MainDialog::TakeResults() {
 
 INT_PTR MainDialog::OnBytesMoved(WPARAM, LPARAM) {
   worker_->AcknowledgeProgress();
+  return TRUE;
+}
+
+INT_PTR MainDialog::OnSignatureResult(WPARAM, LPARAM lParam) {
+  const std::unique_ptr<SignatureMessage> message(reinterpret_cast<SignatureMessage*>(lParam));
+  main_->OnSignatureResult(message->rowId, message->result);
   return TRUE;
 }
 

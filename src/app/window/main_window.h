@@ -63,6 +63,7 @@ class MainWindow {
   // result_intake.cpp: what the worker reports.
   void OnHashResults(std::vector<std::unique_ptr<ResultMessage>> results);
   void OnProgressTimer();
+  void OnSignatureResult(uint64_t rowId, const swr::SignatureResult& result);
   void UpdateStatusLine();
 
   // expected_hash.cpp: the Expected hash box against the rows.
@@ -104,6 +105,9 @@ class MainWindow {
   // details.cpp: the pane under the list.
   void RefreshDetails();
 
+  // look_up.cpp: what is known elsewhere of the one selected file.
+  void LookUpOnVirusTotal();
+
   // settings.cpp: what is kept from one run to the next.
   void ReadSettings();
   // The window goes where it was; its size must be final but for this.
@@ -116,6 +120,9 @@ class MainWindow {
   // None outside the list.
   RowTint TintOf(size_t row) const;
   void RebuildColumns();
+  // sorting.cpp
+  // The first click on a column sorts ascending, each further one the other way round.
+  void SortByColumn(size_t column);
   void SaveColumnWidths();
 
   // commands.cpp: what menus, buttons and keys do.
@@ -143,6 +150,11 @@ class MainWindow {
   bool compareArmed = false;
   uint64_t compareFirstId = 0;
   uint64_t compareSecondId = 0;
+  // The page of this row is to open once it has its SHA-256.
+  bool lookupPending = false;
+  uint64_t lookupRowId = 0;
+  std::optional<size_t> sortColumn;
+  bool sortDescending = false;
   std::vector<ColumnDef> columns;  // by column index of the list view
   FixedColumnWidths fixedWidths;
 
@@ -162,6 +174,9 @@ class MainWindow {
   void AddListedFiles(std::vector<swr::ChecksumLine>& lines, const std::u16string& checksumFile);
   void ForgetPlainRow(const std::u16string& path);
   void FinishFileCompare();
+  void FinishLookUp();
+  void OpenVirusTotalPage(const ListRow& row);
+  std::u16string RowDetails(ListRow& row);
   void AddChosen(const std::vector<std::u16string>& paths);
   void ShowOptions();
   void ToggleAlgo(swr::AlgoId id);

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "app/window/dpi_win.h"
+#include "app/desktop/dpi_win.h"
 #include "resources/resource_ids.h"
 #include "swr/system/wide_text_win.h"
 

@@ -20,6 +20,7 @@ void MainWindow::OnHashResults(std::vector<std::unique_ptr<ResultMessage>> resul
   CompareExpected();
   if (changesDetails) RefreshDetails();
   UpdateStatusLine();
+  FinishLookUp();
   // Last, for its message stands until the user closes it.
   FinishFileCompare();
 }
@@ -59,6 +60,14 @@ void MainWindow::MarkHashingRow(const WorkerSnapshot& snapshot) {
     row.status = RowStatus::Hashing;
     view_.RedrawRow(i);
   }
+}
+
+void MainWindow::OnSignatureResult(uint64_t rowId, const swr::SignatureResult& result) {
+  ListRow* row = FindRow(rowId);
+  if (row == nullptr) return;  // removed meanwhile
+  row->signature = result;
+  row->signatureRequested = false;
+  if (row == SingleSelectedRow()) RefreshDetails();
 }
 
 void MainWindow::UpdateStatusLine() { ShowFigures(queue_.GetSnapshot()); }

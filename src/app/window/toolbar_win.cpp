@@ -7,7 +7,7 @@
 #include <iterator>
 #include <utility>
 
-#include "app/window/dpi_win.h"
+#include "app/desktop/dpi_win.h"
 #include "app/window/main_window.h"
 #include "resources/resource_ids.h"
 

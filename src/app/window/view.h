@@ -101,6 +101,8 @@ class View {
 
   // Replaces all columns.
   virtual void SetColumns(const std::vector<ColumnSpec>& columns) = 0;
+  // The mark of sorting in this column's heading, and in no other; without a column in none.
+  virtual void ShowSortMark(std::optional<size_t> column, bool descending) = 0;
   // The present widths by column index, in pixels at 96 DPI.
   virtual std::vector<uint32_t> ColumnWidths() const = 0;
 

@@ -1,4 +1,4 @@
-#include "app/window/dpi_win.h"
+#include "app/desktop/dpi_win.h"
 
 namespace app {
 

@@ -1,0 +1,35 @@
+#include "app/desktop/shell_win.h"
+
+#include "swr/system/windows_api_win.h"
+
+#include <shellapi.h>
+#include <shlobj.h>
+
+#include "swr/system/unique_handle.h"
+#include "swr/system/wide_text_win.h"
+
+namespace app {
+namespace {
+
+struct ItemListTraits {
+  using Value = PIDLIST_ABSOLUTE;
+  static constexpr PIDLIST_ABSOLUTE Invalid = nullptr;
+  static void Close(PIDLIST_ABSOLUTE value) noexcept { ILFree(value); }
+};
+
+}  // namespace
+
+void OpenWithShell(const std::u16string& target) {
+  ShellExecuteW(nullptr, L"open", swr::AsWide(target), nullptr, nullptr, SW_SHOWNORMAL);
+}
+
+void ShowInFileManager(const std::u16string& path, const std::u16string& folder) {
+  const swr::UniqueHandle<ItemListTraits> item(ILCreateFromPathW(swr::AsWide(path)));
+  if (!item) {
+    OpenWithShell(folder);
+    return;
+  }
+  SHOpenFolderAndSelectItems(item.Get(), 0, nullptr, 0);
+}
+
+}  // namespace app

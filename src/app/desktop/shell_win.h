@@ -1,0 +1,14 @@
+// What is handed over to the shell: addresses to the browser, folders to the file manager.
+#pragma once
+
+#include <string>
+
+namespace app {
+
+// Opens an address with the user's browser, or a folder with the file manager.
+void OpenWithShell(const std::u16string& target);
+
+// Opens the folder of the file with the file selected; when that fails, `folder` itself.
+void ShowInFileManager(const std::u16string& path, const std::u16string& folder);
+
+}  // namespace app

@@ -1,0 +1,27 @@
+// What the Hash Text dialog shows: the digests of a text, which depend on how it becomes bytes.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "swr/hash/algorithms.h"
+
+namespace app {
+
+struct TextForm {
+  bool utf16 = false;       // UTF-16 LE without a mark, else UTF-8 without one
+  bool lfBreaks = true;     // CR LF becomes LF; otherwise the text is taken as it stands
+  bool finalBreak = false;  // one more line break at the end
+};
+
+std::vector<uint8_t> TextToHashBytes(std::u16string_view text, const TextForm& form);
+
+// A line for each algorithm of the mask, a blank one, and the number of bytes hashed.
+std::u16string HashTextResult(std::u16string_view text, const TextForm& form, swr::AlgoMask mask,
+                              bool uppercase);
+// Of such a text the digests alone, as they are copied.
+std::u16string_view DigestLines(std::u16string_view result);
+
+}  // namespace app
