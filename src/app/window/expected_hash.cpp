@@ -47,6 +47,8 @@ bool MainWindow::QueueCandidates(const swr::ParsedHash& expected, bool withCance
 }
 
 void MainWindow::OnExpectedEdited() {
+  // The same value given again is a new one. What the old one showed in the list has to go.
+  if (std::exchange(boxExpected, std::nullopt)) view_.RedrawRows();
   CompareExpected();
   if (bannerKind == BannerKind::Clipboard) HideBanner();
   UpdateStatusLine();

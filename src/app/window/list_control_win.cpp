@@ -77,7 +77,9 @@ void ListControl::SetState(int index, UINT state, UINT mask) {
                reinterpret_cast<LPARAM>(&item));
 }
 
-void ListControl::ClearSelection() { SetState(-1, 0, LVIS_SELECTED); }
+void ListControl::ClearSelection() {
+  if (SelectedRowCount() > 0) SelectOrClearAll(0);
+}
 
 void ListControl::SelectRow(size_t index) {
   constexpr UINT both = LVIS_SELECTED | LVIS_FOCUSED;
@@ -103,7 +105,14 @@ POINT ListControl::MenuPlace() const {
   return place;
 }
 
-void ListControl::SelectAllRows() { SetState(-1, LVIS_SELECTED, LVIS_SELECTED); }
+void ListControl::SelectAllRows() { SelectOrClearAll(LVIS_SELECTED); }
+
+// With one repainting for all rows instead of one for each.
+void ListControl::SelectOrClearAll(UINT state) {
+  SendMessageW(list_, WM_SETREDRAW, FALSE, 0);
+  SetState(-1, state, LVIS_SELECTED);
+  SendMessageW(list_, WM_SETREDRAW, TRUE, 0);
+}
 
 HWND ListControl::Header() const {
   return reinterpret_cast<HWND>(SendMessageW(list_, LVM_GETHEADER, 0, 0));

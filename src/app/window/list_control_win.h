@@ -47,6 +47,7 @@ class ListControl {
 
  private:
   void SetState(int index, UINT state, UINT mask);
+  void SelectOrClearAll(UINT state);
   HWND Header() const;
   int ColumnCount() const;
   int WidthOf(int column) const;

@@ -27,13 +27,12 @@ void MainWindow::LookUpOnVirusTotal() {
 }
 
 void MainWindow::FinishLookUp() {
-  if (!lookupPending) return;
   const ListRow* row = FindRow(lookupRowId);
-  if (row != nullptr && (row->status == RowStatus::Waiting || row->status == RowStatus::Hashing)) {
+  if (row == nullptr || row->status == RowStatus::Waiting || row->status == RowStatus::Hashing) {
     return;
   }
   lookupPending = false;
-  if (row != nullptr) OpenVirusTotalPage(*row);
+  OpenVirusTotalPage(*row);
 }
 
 // Only the digest leaves the machine.

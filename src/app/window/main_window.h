@@ -174,6 +174,7 @@ class MainWindow {
   void AddListedFiles(std::vector<swr::ChecksumLine>& lines, const std::u16string& checksumFile);
   void ForgetPlainRow(const std::u16string& path);
   void FinishFileCompare();
+  // To be called after a result for the row that is to be looked up.
   void FinishLookUp();
   void OpenVirusTotalPage(const ListRow& row);
   std::u16string RowDetails(ListRow& row);

@@ -12,15 +12,17 @@ void MainWindow::OnHashResults(std::vector<std::unique_ptr<ResultMessage>> resul
   const ListRow* shown = SingleSelectedRow();
   const uint64_t shownId = shown == nullptr ? 0 : shown->id;
   bool changesDetails = false;
+  bool concernsLookUp = false;
   for (const auto& result : results) {
     OnHashResult(*result);
     changesDetails = changesDetails || result->rowId == shownId;
+    concernsLookUp = concernsLookUp || (lookupPending && result->rowId == lookupRowId);
   }
   MarkHashingRow(queue_.GetSnapshot());
   CompareExpected();
   if (changesDetails) RefreshDetails();
   UpdateStatusLine();
-  FinishLookUp();
+  if (concernsLookUp) FinishLookUp();
   // Last, for its message stands until the user closes it.
   FinishFileCompare();
 }
