@@ -165,12 +165,23 @@ TEST_F(ListTest, ClearListRemovesEveryRow) {
   EXPECT_EQ(window_.RowCount(), 3);
 }
 
-TEST_F(ListTest, AClickOnAHeadingKeepsTheOrder) {
-  for (int column = 0; column < 3; ++column) {
-    window_.ClickHeading(column);
-    window_.ClickHeading(column);
-  }
+TEST_F(ListTest, AClickOnAHeadingSorts) {
+  constexpr int name = 0;
+  constexpr int size = 2;
+  const Texts bySize = {u"empty.bin", u"abc.bin", u"digits.bin"};
+  window_.SelectOnly({1});
+  window_.ClickHeading(size);
+  EXPECT_EQ(window_.Column(u"Name"), bySize);
+  EXPECT_EQ(window_.SortMarks(), (std::vector<int>{0, 0, 1, 0, 0, 0, 0}));
+  EXPECT_EQ(window_.List().SelectedIndexes(), std::vector<int>{});
+  window_.ClickHeading(size);
+  EXPECT_EQ(window_.Column(u"Name"), Texts(bySize.rbegin(), bySize.rend()));
+  EXPECT_EQ(window_.SortMarks(), (std::vector<int>{0, 0, -1, 0, 0, 0, 0}));
+  window_.ClickHeading(name);
   EXPECT_EQ(window_.Column(u"Name"), (Texts{u"abc.bin", u"digits.bin", u"empty.bin"}));
+  EXPECT_EQ(window_.SortMarks(), (std::vector<int>{1, 0, 0, 0, 0, 0, 0}));
+  window_.Click(IDC_ALGO_SHA512);
+  EXPECT_EQ(window_.SortMarks(), std::vector<int>(8, 0)) << "new columns are not sorted";
 }
 
 // Opens the menu behind More, goes down to this algorithm and takes it.

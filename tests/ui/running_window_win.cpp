@@ -129,6 +129,9 @@ bool WaitFor(const std::function<bool()>& condition, milliseconds patience) {
 }
 
 RunningWindow::RunningWindow(const StartOptions& options) {
+  if (!options.keepSettings) {
+    RegDeleteTreeW(HKEY_CURRENT_USER, L"Software\\Zendrik\\Sumwright");
+  }
   std::wstring commandLine = L"\"" + programPath + L"\"";
   for (const std::u16string& argument : options.arguments) commandLine += L' ' + Quoted(argument);
   STARTUPINFOW startup = {};
@@ -249,7 +252,10 @@ std::vector<MenuItem> RunningWindow::OpenMenu() const {
     DWORD process = 0;
     GetWindowThreadProcessId(popup, &process);
     if (process != processId_ || !IsWindowVisible(popup)) continue;
-    return ItemsOf(static_cast<uint64_t>(AskWindow(popup, MN_GETHMENU_MESSAGE)));
+    DWORD_PTR menu = 0;
+    // It may close at this very moment.
+    if (!SendMessageTimeoutW(popup, MN_GETHMENU_MESSAGE, 0, 0, SMTO_NORMAL, 5000, &menu)) continue;
+    return ItemsOf(menu);
   }
   return {};
 }
@@ -385,6 +391,23 @@ bool RunningWindow::IsRightAligned(int column) const {
             static_cast<LPARAM>(caller_->ScratchAddress()));
   caller_->Scratch().Read(0, &request, sizeof request);
   return (request.fmt & LVCFMT_JUSTIFYMASK) == LVCFMT_RIGHT;
+}
+
+std::vector<int> RunningWindow::SortMarks() const {
+  const auto header = reinterpret_cast<HWND>(AskWindow(Control(IDC_LIST), LVM_GETHEADER));
+  std::vector<int> marks;
+  for (LRESULT i = 0, count = AskWindow(header, HDM_GETITEMCOUNT); i < count; ++i) {
+    HDITEMW request = {};
+    request.mask = HDI_FORMAT;
+    caller_->Scratch().Write(0, &request, sizeof request);
+    AskWindow(header, HDM_GETITEMW, static_cast<WPARAM>(i),
+              static_cast<LPARAM>(caller_->ScratchAddress()));
+    caller_->Scratch().Read(0, &request, sizeof request);
+    marks.push_back((request.fmt & HDF_SORTUP) != 0     ? 1
+                    : (request.fmt & HDF_SORTDOWN) != 0 ? -1
+                                                        : 0);
+  }
+  return marks;
 }
 
 void RunningWindow::SelectOnly(const std::vector<int>& rows) const {

@@ -47,6 +47,7 @@ struct StartOptions {
   std::vector<std::u16string> arguments;
   std::u16string folder;  // the current folder; the test's own when empty
   bool minimized = false;
+  bool keepSettings = false;  // else the program starts like the first time
 };
 
 // Where Sumwright.exe is. To be called once, before any window is made.
@@ -117,6 +118,8 @@ class RunningWindow {
   std::vector<std::u16string> Column(const std::u16string& heading) const;
   std::vector<int> ColumnWidths() const;
   bool IsRightAligned(int column) const;
+  // For each column 1 when its heading is marked as sorted upwards, -1 downwards, else 0.
+  std::vector<int> SortMarks() const;
   void SelectOnly(const std::vector<int>& rows) const;
   int TopRow() const;
   void ScrollToRow(int row) const;
