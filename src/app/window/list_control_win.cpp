@@ -84,10 +84,13 @@ void ListControl::ClearSelection() {
 void ListControl::SelectRow(size_t index) {
   constexpr UINT both = LVIS_SELECTED | LVIS_FOCUSED;
   SetState(static_cast<int>(index), both, both);
-  ScrollToRow(index);
+  SendMessageW(list_, LVM_ENSUREVISIBLE, index, FALSE);
 }
 
 void ListControl::ScrollToRow(size_t index) {
+  // Coming from below, the row ends up on top.
+  const LRESULT count = SendMessageW(list_, LVM_GETITEMCOUNT, 0, 0);
+  SendMessageW(list_, LVM_ENSUREVISIBLE, static_cast<WPARAM>(count - 1), FALSE);
   SendMessageW(list_, LVM_ENSUREVISIBLE, index, FALSE);
 }
 

@@ -91,6 +91,7 @@ class View {
   virtual void ClearSelection() = 0;
   // Selects and focuses the row beside what is selected already, and scrolls to it.
   virtual void SelectRow(size_t index) = 0;
+  // The row comes to stand on top, as far as there are rows behind it.
   virtual void ScrollToRow(size_t index) = 0;
   // Selects all text of the edit box that has the focus, or else all rows.
   virtual void SelectAll() = 0;
