@@ -301,7 +301,7 @@ struct FakeWindow {
   // Takes the front job out of the queue and reports it: with a digest of the right length for each
   // algorithm, unless `outcome` says something else.
   void Finish(swr::HashOutcome outcome = {}) {
-    const HashJob job = queue.jobs.front();
+    const HashJob job = queue.jobs.at(0);  // throws when nothing was queued
     queue.jobs.pop_front();
     Report(job, std::move(outcome));
   }

@@ -107,8 +107,12 @@ TEST(OptionsTest, ToggleAndShow) {
   window.main.OnCommand(ID_SHOW_LEGACY);
   EXPECT_TRUE(window.main.showLegacy);
   EXPECT_TRUE(window.view.options.showLegacy);
+  window.main.OnCommand(ID_CRLF);
+  EXPECT_TRUE(window.main.crLf);
+  EXPECT_TRUE(window.view.options.crLf);
   window.main.OnCommand(ID_UPPERCASE);
   EXPECT_FALSE(window.view.options.uppercase);
+  EXPECT_TRUE(window.view.options.crLf);
 }
 
 TEST(OptionsTest, HidingTheLegacyAlgorithmsDeselectsThem) {

@@ -112,8 +112,9 @@ TEST(CellTextTest, TheBoxShowsInTheStatus) {
   window.AddRow(u"a");
   window.main.SetAlgoMask(MaskOf(AlgoId::Md5));
   window.Finish();
-  window.main.boxExpected = ExpectedDigest{
-      std::vector<uint8_t>(16, static_cast<uint8_t>(swr::IndexOf(AlgoId::Md5) + 1)), {AlgoId::Md5}};
+  window.main.boxExpected = swr::ParsedHash{
+      .digest = std::vector<uint8_t>(16, static_cast<uint8_t>(swr::IndexOf(AlgoId::Md5) + 1)),
+      .candidates = {AlgoId::Md5}};
   EXPECT_EQ(window.main.CellText(0, window.main.columns.size() - 1), u"Match (MD5)");
 }
 

@@ -207,11 +207,157 @@ TEST(RowStatusTextTest, Table) {
       row.expectedBytes = Bytes(32, *test.expected);
       row.expectedAlgos = {AlgoId::Sha256};
     }
-    std::optional<ExpectedDigest> box;
-    if (test.box) box = ExpectedDigest{Bytes(32, *test.box), {AlgoId::Sha256, AlgoId::Blake3}};
+    std::optional<swr::ParsedHash> box;
+    if (test.box) {
+      box = swr::ParsedHash{.digest = Bytes(32, *test.box),
+                            .candidates = {AlgoId::Sha256, AlgoId::Blake3}};
+    }
     const std::u16string text = RowStatusText(row, box ? &*box : nullptr);
     EXPECT_EQ(text, test.text) << swr::WideToUtf8(text);
   }
+}
+
+struct TintCase {
+  const char* description;
+  RowStatus status = RowStatus::Done;
+  uint32_t error = 0;
+  std::optional<uint8_t> expected;  // the row's own SHA-256, as one byte repeated
+  std::optional<uint8_t> box;       // the Expected hash box: SHA-256 or BLAKE3, likewise
+  bool hasDigest = true;            // SHA-256 of GoodByte
+  RowTint tint;
+};
+
+TEST(RowTintTest, Table) {
+  const TintCase cases[] = {
+      // Nothing is expected.
+      {.description = "a plain row", .tint = RowTint::None},
+      {.description = "a missing plain row",
+       .status = RowStatus::Failed,
+       .error = 2,
+       .tint = RowTint::None},
+      // Its own digest.
+      {.description = "right", .expected = GoodByte, .tint = RowTint::Good},
+      {.description = "wrong", .expected = 0xBB, .tint = RowTint::Bad},
+      {.description = "right while more is hashed",
+       .status = RowStatus::Hashing,
+       .expected = GoodByte,
+       .tint = RowTint::Good},
+      {.description = "wrong while more waits",
+       .status = RowStatus::Waiting,
+       .expected = 0xBB,
+       .tint = RowTint::Bad},
+      {.description = "right although cancelled",
+       .status = RowStatus::Cancelled,
+       .expected = GoodByte,
+       .tint = RowTint::Good},
+      {.description = "wrong although cancelled",
+       .status = RowStatus::Cancelled,
+       .expected = 0xBB,
+       .tint = RowTint::Bad},
+      {.description = "not known yet",
+       .status = RowStatus::Waiting,
+       .expected = GoodByte,
+       .hasDigest = false,
+       .tint = RowTint::None},
+      {.description = "cancelled before it was known",
+       .status = RowStatus::Cancelled,
+       .expected = GoodByte,
+       .hasDigest = false,
+       .tint = RowTint::None},
+      {.description = "missing",
+       .status = RowStatus::Failed,
+       .error = 2,
+       .expected = GoodByte,
+       .tint = RowTint::Bad},
+      {.description = "missing with its folder",
+       .status = RowStatus::Failed,
+       .error = 3,
+       .expected = GoodByte,
+       .tint = RowTint::Bad},
+      {.description = "unreadable",
+       .status = RowStatus::Failed,
+       .error = swr::ErrorAccessDenied,
+       .expected = GoodByte,
+       .tint = RowTint::Bad},
+      // The box.
+      {.description = "a match with the box", .box = GoodByte, .tint = RowTint::Good},
+      {.description = "a mismatch with the box colours nothing",
+       .box = 0xBB,
+       .tint = RowTint::None},
+      {.description = "a match with the box while more waits",
+       .status = RowStatus::Waiting,
+       .box = GoodByte,
+       .tint = RowTint::Good},
+      {.description = "a match with the box although cancelled",
+       .status = RowStatus::Cancelled,
+       .box = GoodByte,
+       .tint = RowTint::Good},
+      {.description = "a failed row matches nothing",
+       .status = RowStatus::Failed,
+       .error = 2,
+       .box = GoodByte,
+       .tint = RowTint::None},
+      {.description = "nothing known for the box",
+       .box = GoodByte,
+       .hasDigest = false,
+       .tint = RowTint::None},
+      // Both.
+      {.description = "wrong, whatever the box says",
+       .expected = 0xBB,
+       .box = GoodByte,
+       .tint = RowTint::Bad},
+      {.description = "right, whatever the box says",
+       .expected = GoodByte,
+       .box = 0xBB,
+       .tint = RowTint::Good},
+      {.description = "missing, whatever the box says",
+       .status = RowStatus::Failed,
+       .error = 2,
+       .expected = GoodByte,
+       .box = GoodByte,
+       .tint = RowTint::Bad},
+  };
+  for (const TintCase& test : cases) {
+    SCOPED_TRACE(test.description);
+    ListRow row = MakeRow(test.status, {});
+    if (test.hasDigest) row = MakeRow(test.status, {AlgoId::Sha256});
+    row.error = test.error;
+    if (test.expected) {
+      row.hasExpected = true;
+      row.expectedBytes = Bytes(32, *test.expected);
+      row.expectedAlgos = {AlgoId::Sha256};
+    }
+    std::optional<swr::ParsedHash> box;
+    if (test.box) {
+      box = swr::ParsedHash{.digest = Bytes(32, *test.box),
+                            .candidates = {AlgoId::Sha256, AlgoId::Blake3}};
+    }
+    EXPECT_EQ(RowTintOf(row, box ? &*box : nullptr), test.tint);
+  }
+}
+
+// Only where a row's own digest is still to come does the box decide.
+TEST(RowTintTest, TheBoxSpeaksWhileTheOwnDigestIsUnknown) {
+  ListRow row = MakeRow(RowStatus::Waiting, {AlgoId::Sha256});
+  row.hasExpected = true;
+  row.expectedBytes = Bytes(16);
+  row.expectedAlgos = {AlgoId::Md5};
+  const swr::ParsedHash box = {.digest = Bytes(32), .candidates = {AlgoId::Sha256}};
+  EXPECT_EQ(RowTintOf(row, nullptr), RowTint::None);
+  EXPECT_EQ(RowTintOf(row, &box), RowTint::Good);
+  row.status = RowStatus::Cancelled;
+  EXPECT_EQ(RowTintOf(row, &box), RowTint::None) << "it was not checked";
+}
+
+// A short digest that its line calls by name, and a row without candidates.
+TEST(RowTintTest, AnImpossibleDigestIsWrong) {
+  ListRow row = MakeRow(RowStatus::Done, {AlgoId::Xxh3_64});
+  row.hasExpected = true;
+  row.expectedBytes = Bytes(2);
+  row.expectedAlgos = {AlgoId::Xxh3_64};
+  EXPECT_EQ(RowTintOf(row, nullptr), RowTint::Bad);
+  row.expectedAlgos.clear();
+  EXPECT_EQ(RowTintOf(row, nullptr), RowTint::Bad);
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -152,6 +153,41 @@ TEST(DecimalTextTest, WritesPlainDigits) {
   EXPECT_EQ(DecimalText(0), u"0");
   EXPECT_EQ(DecimalText(1234567), u"1234567");
   EXPECT_EQ(DecimalText(UINT64_MAX), u"18446744073709551615");
+}
+
+// --- CaseKey ------------------------------------------------------------------------------------
+
+bool KeysAgree(char16_t a, char16_t b) {
+  const std::u16string_view textA(&a, 1);
+  const std::u16string_view textB(&b, 1);
+  return EqualsNoCase(textA, textB) == (CaseKey(textA) == CaseKey(textB));
+}
+
+TEST(CaseKeyTest, IsTheSameExactlyWhenTheTextsAreEqualWithoutCase) {
+  int disagreements = 0;
+  for (uint32_t unit = 0; unit <= 0xFFFF; ++unit) {
+    const auto a = static_cast<char16_t>(unit);
+    const std::u16string key = CaseKey(std::u16string_view(&a, 1));
+    ASSERT_EQ(key.size(), 1u);
+    EXPECT_TRUE(EqualsNoCase(std::u16string_view(&a, 1), key)) << unit;
+    // Its capital, where letters of another case usually stand, and all of ASCII.
+    if (!KeysAgree(a, key[0])) ++disagreements;
+    for (const int distance : {1, 2, 8, 16, 26, 32, 37, 40, 48, 63, 64, 80}) {
+      if (!KeysAgree(a, static_cast<char16_t>(unit + static_cast<uint32_t>(distance)))) {
+        ++disagreements;
+      }
+    }
+    for (char16_t ascii = 0; ascii < 128; ++ascii) {
+      if (!KeysAgree(a, ascii)) ++disagreements;
+    }
+  }
+  EXPECT_EQ(disagreements, 0);
+}
+
+TEST(CaseKeyTest, OfWholePaths) {
+  EXPECT_EQ(CaseKey(u"C:\\\u00C4 \u0416\\a.TXT"), CaseKey(u"c:\\\u00E4 \u0436\\A.txt"));
+  EXPECT_NE(CaseKey(u"C:\\a"), CaseKey(u"C:/a"));
+  EXPECT_EQ(CaseKey(u""), u"");
 }
 
 }  // namespace
