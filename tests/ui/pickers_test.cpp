@@ -7,6 +7,7 @@
 #include "resources/resource_ids.h"
 #include "tests/support/temp_tree.h"
 #include "tests/ui/known_digests.h"
+#include "tests/ui/program_dialog_win.h"
 #include "tests/ui/running_window_win.h"
 
 namespace app::testing {
@@ -17,9 +18,9 @@ using Texts = std::vector<std::u16string>;
 
 class PickersTest : public ::testing::Test {
  protected:
-  void Open(int command, const std::u16string& title) {
+  ProgramDialog Open(int command, const std::u16string& title) {
     window_.PostCommand(command);
-    ASSERT_TRUE(window_.WaitForFileDialog(title));
+    return {window_, title};
   }
 
   TempTree tree_;
@@ -31,17 +32,19 @@ class PickersTest : public ::testing::Test {
 TEST_F(PickersTest, ACancelledDialogAddsNothing) {
   for (const auto& [command, title] :
        {std::pair{ID_ADD_FILES, u"Add Files"}, std::pair{ID_ADD_FOLDER, u"Add Folder"}}) {
-    Open(command, title);
-    EXPECT_FALSE(window_.TakesInput()) << "a dialog belongs to the window";
-    window_.CancelFileDialog(title);
+    const ProgramDialog dialog = Open(command, title);
+    EXPECT_TRUE(WaitFor([&] { return !window_.TakesInput(); })) << "a dialog belongs to the window";
+    dialog.SetFileName(u"");
+    dialog.Press(IDCANCEL);
     EXPECT_TRUE(window_.TakesInput());
     EXPECT_EQ(window_.RowCount(), 0);
   }
 }
 
 TEST_F(PickersTest, AddFilesTakesSeveral) {
-  Open(ID_ADD_FILES, u"Add Files");
-  window_.AcceptFileDialog(u"Add Files", u'"' + abc_ + u"\" \"" + digits_ + u'"');
+  const ProgramDialog dialog = Open(ID_ADD_FILES, u"Add Files");
+  dialog.SetFileName(u'"' + abc_ + u"\" \"" + digits_ + u'"');
+  dialog.Press(IDOK);
   ASSERT_TRUE(WaitFor([&] { return window_.RowCount() == 2; }));
   window_.WaitUntilIdle();
   EXPECT_EQ(window_.Column(u"Name"), (Texts{u"abc", u"digits"}));
@@ -51,8 +54,9 @@ TEST_F(PickersTest, AddFilesTakesSeveral) {
 }
 
 TEST_F(PickersTest, AddFolderTakesAFolderWithAllItsFiles) {
-  Open(ID_ADD_FOLDER, u"Add Folder");
-  window_.AcceptFileDialog(u"Add Folder", tree_.Path(u"d"));
+  const ProgramDialog dialog = Open(ID_ADD_FOLDER, u"Add Folder");
+  dialog.SetFileName(tree_.Path(u"d"));
+  dialog.Press(IDOK);
   ASSERT_TRUE(WaitFor([&] { return window_.RowCount() == 2; }));
   window_.WaitUntilIdle();
   EXPECT_EQ(window_.Column(u"Name"), (Texts{u"abc", u"digits"}));
@@ -62,8 +66,9 @@ TEST_F(PickersTest, AddFolderTakesAFolderWithAllItsFiles) {
 TEST_F(PickersTest, ControlOOpensAddFiles) {
   constexpr int controlKey = 0x11;
   window_.TypeChord({controlKey, 'O'});
-  ASSERT_TRUE(window_.WaitForFileDialog(u"Add Files"));
-  window_.CancelFileDialog(u"Add Files");
+  const ProgramDialog dialog(window_, u"Add Files");
+  dialog.SetFileName(u"");
+  dialog.Press(IDCANCEL);
 }
 
 }  // namespace

@@ -13,6 +13,8 @@
 
 #include "resources/resource_ids.h"
 #include "swr/system/wide_text_win.h"
+#include "tests/ui/desktop_state_win.h"
+#include "tests/ui/program_dialog_win.h"
 
 namespace app::testing {
 namespace {
@@ -22,7 +24,7 @@ using std::chrono::seconds;
 using swr::testing::AskWindow;
 using swr::testing::RemoteMemory;
 
-constexpr int maxText = 1024;
+constexpr int maxText = 8192;
 constexpr UINT MN_GETHMENU_MESSAGE = 0x01E1;  // of a window of class "#32768": its menu
 
 std::wstring programPath;
@@ -42,33 +44,6 @@ std::wstring Quoted(const std::u16string& argument) {
   return text.append(backslashes, L'\\') + L'"';
 }
 
-struct WindowSearch {
-  DWORD process = 0;
-  std::wstring title;
-  HWND found = nullptr;
-};
-
-BOOL CALLBACK KeepIfFound(HWND window, LPARAM parameter) {
-  auto& search = *reinterpret_cast<WindowSearch*>(parameter);
-  DWORD process = 0;
-  GetWindowThreadProcessId(window, &process);
-  wchar_t name[16] = {};
-  wchar_t title[maxText] = {};
-  GetClassNameW(window, name, 16);
-  GetWindowTextW(window, title, maxText);
-  if (process != search.process || std::wstring_view(name) != L"#32770" || search.title != title) {
-    return TRUE;
-  }
-  search.found = window;
-  return FALSE;
-}
-
-HWND FindDialogOf(DWORD process, std::wstring_view title) {
-  WindowSearch search{.process = process, .title = std::wstring(title)};
-  EnumWindows(KeepIfFound, reinterpret_cast<LPARAM>(&search));
-  return search.found;
-}
-
 std::u16string TextOf(HWND window) {
   wchar_t text[maxText] = {};
   DWORD_PTR length = 0;
@@ -77,21 +52,6 @@ std::u16string TextOf(HWND window) {
     throw std::runtime_error("a control does not tell its text");
   }
   return swr::FromWide({text, length});
-}
-
-// Where the system's file dialogs take names; null until the dialog shows.
-HWND FileNameBox(HWND dialog) {
-  struct Search {
-    HWND found = nullptr;
-  } search;
-  const auto keep = [](HWND child, LPARAM parameter) -> BOOL {
-    constexpr int fileNameBox = 1152;
-    if (GetDlgCtrlID(child) != fileNameBox || !IsWindowVisible(child)) return TRUE;
-    reinterpret_cast<Search*>(parameter)->found = child;
-    return FALSE;
-  };
-  if (dialog != nullptr) EnumChildWindows(dialog, keep, reinterpret_cast<LPARAM>(&search));
-  return search.found;
 }
 
 uint64_t Number(HWND window) { return reinterpret_cast<uint64_t>(window); }
@@ -129,9 +89,7 @@ bool WaitFor(const std::function<bool()>& condition, milliseconds patience) {
 }
 
 RunningWindow::RunningWindow(const StartOptions& options) {
-  if (!options.keepSettings) {
-    RegDeleteTreeW(HKEY_CURRENT_USER, L"Software\\Zendrik\\Sumwright");
-  }
+  if (!options.keepSettings) ForgetSettings();
   std::wstring commandLine = L"\"" + programPath + L"\"";
   for (const std::u16string& argument : options.arguments) commandLine += L' ' + Quoted(argument);
   STARTUPINFOW startup = {};
@@ -153,7 +111,7 @@ RunningWindow::RunningWindow(const StartOptions& options) {
   }
   // The window can be seen before its last control is made.
   const bool shows = WaitFor([&] {
-    window_ = FindDialogOf(processId_, L"Sumwright");
+    window_ = FindDialogOf(processId_, u"Sumwright");
     return window_ != nullptr && Control(IDC_LINKS) != nullptr;
   });
   if (!shows) throw std::runtime_error("the program shows no window");
@@ -500,31 +458,67 @@ bool RunningWindow::HasUnfinishedRow() const {
   return std::ranges::any_of(Column(u"Status"), isUnfinished);
 }
 
-bool RunningWindow::WaitForFileDialog(const std::u16string& title) const {
-  return WaitFor([&] { return FileNameBox(FindDialog(title)) != nullptr; });
+void RunningWindow::SetExpected(const std::u16string& text) const {
+  AskWindow(Control(IDC_EXPECTED), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(swr::AsWide(text)));
 }
 
-void RunningWindow::CancelFileDialog(const std::u16string& title) const {
-  PressInDialog(title, IDCANCEL);
+void RunningWindow::FollowBannerLink(const std::u16string& id) const {
+  const HWND banner = Control(IDC_BANNER);
+  const RemoteMemory memory(window_, sizeof(LHITTESTINFO));
+  const Rect place = Place(IDC_BANNER);
+  for (int x = 0; x < place.Width(); x += 3) {
+    LHITTESTINFO hit = {};
+    hit.pt = {x, place.Height() / 2};
+    hit.item.mask = LIF_ITEMID;
+    memory.Write(0, &hit, sizeof hit);
+    if (!AskWindow(banner, LM_HITTEST, 0, reinterpret_cast<LPARAM>(memory.At(0)))) continue;
+    memory.Read(0, &hit, sizeof hit);
+    if (swr::FromWide(hit.item.szID) != id) continue;
+    const LPARAM point = MAKELPARAM(x, place.Height() / 2);
+    PostMessageW(banner, WM_LBUTTONDOWN, MK_LBUTTON, point);
+    PostMessageW(banner, WM_LBUTTONUP, 0, point);
+    return;
+  }
+  throw std::runtime_error("the banner has no such link");
 }
 
-void RunningWindow::AcceptFileDialog(const std::u16string& title,
-                                     const std::u16string& names) const {
-  AskWindow(FileNameBox(FindDialog(title)), WM_SETTEXT, 0,
-            reinterpret_cast<LPARAM>(swr::AsWide(names)));
-  PressInDialog(title, IDOK);
+void RunningWindow::ActivateAgain() const {
+  const HWND other = CreateWindowExW(0, L"STATIC", L"another program", WS_POPUP | WS_VISIBLE, 0, 0,
+                                     50, 50, nullptr, nullptr, nullptr, nullptr);
+  // By what the program itself has heard of it.
+  const DWORD thread = GetWindowThreadProcessId(window_, nullptr);
+  const auto becomes = [&](HWND front, bool active) {
+    return WaitFor([&] {
+      SetForegroundWindow(front);
+      MSG message;
+      while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&message);
+      GUITHREADINFO info = {};
+      info.cbSize = sizeof info;
+      return GetGUIThreadInfo(thread, &info) && (info.hwndActive == window_) == active;
+    });
+  };
+  const bool cameBack = becomes(other, false) && becomes(window_, true);
+  DestroyWindow(other);
+  if (!cameBack) throw std::runtime_error("the window does not come to the front");
+  Ask();
 }
 
-void RunningWindow::PressInDialog(const std::u16string& title, int button) const {
-  const HWND dialog = FindDialog(title);
-  PostMessageW(GetDlgItem(dialog, button), BM_CLICK, 0, 0);
-  if (!WaitFor([&] { return !IsWindow(dialog) && TakesInput(); })) {
-    throw std::runtime_error("the file dialog does not close");
+void RunningWindow::OpenListMenu() const {
+  PostMessageW(window_, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(Control(IDC_LIST)), -1);
+  if (!WaitFor([&] { return !OpenMenu().empty(); })) {
+    throw std::runtime_error("the list has no menu");
   }
 }
 
-HWND RunningWindow::FindDialog(const std::u16string& title) const {
-  return FindDialogOf(processId_, std::wstring(title.begin(), title.end()));
+void RunningWindow::ChooseFromMenu(uint32_t id) const {
+  constexpr int downKey = 0x28;
+  constexpr int returnKey = 0x0D;
+  for (const MenuItem& item : OpenMenu()) {
+    if (item.id == 0) continue;  // the keys pass over separators
+    PressKey(0, downKey);
+    if (item.id == id) break;
+  }
+  PressKey(0, returnKey);
 }
 
 int RunningWindow::Close() {

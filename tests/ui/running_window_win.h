@@ -73,6 +73,7 @@ class RunningWindow {
 
   // The whole window. Sizes are in pixels.
   HWND Handle() const { return window_; }
+  DWORD ProcessId() const { return processId_; }
   std::u16string Title() const;
   bool IsMinimized() const { return IsIconic(window_) != FALSE; }
   int Dpi() const;
@@ -136,6 +137,16 @@ class RunningWindow {
   // Presses these keys together, as on a keyboard, with the window in front. Returns at once.
   void TypeChord(const std::vector<int>& keys) const;
   void Drop(const std::vector<std::u16string>& paths) const;
+  // Types into the Expected hash box, in one go.
+  void SetExpected(const std::u16string& text) const;
+  // Follows the link of the banner that has this id.
+  void FollowBannerLink(const std::u16string& id) const;
+  // Makes another window the active one, then this one again.
+  void ActivateAgain() const;
+  // Opens the list's menu for the selected rows, as the keyboard does.
+  void OpenListMenu() const;
+  // Takes an entry of the menu that has popped up.
+  void ChooseFromMenu(uint32_t id) const;
 
   // Waits until no row is waiting or being hashed and the status line shows no progress.
   void WaitUntilIdle() const;
@@ -143,11 +154,6 @@ class RunningWindow {
   void Ask() const { swr::testing::AskWindow(window_, WM_NULL); }
   // False while a dialog stands before the window.
   bool TakesInput() const { return IsWindowEnabled(window_) != FALSE; }
-
-  // The system's file dialog with this title. The last two return when it has closed.
-  bool WaitForFileDialog(const std::u16string& title) const;
-  void CancelFileDialog(const std::u16string& title) const;
-  void AcceptFileDialog(const std::u16string& title, const std::u16string& names) const;
 
   // The end: the exit code.
   int Close();
@@ -158,8 +164,6 @@ class RunningWindow {
   std::vector<MenuItem> ItemsOf(uint64_t menu) const;
   int ColumnOf(const std::u16string& heading) const;
   bool HasUnfinishedRow() const;
-  HWND FindDialog(const std::u16string& title) const;
-  void PressInDialog(const std::u16string& title, int button) const;
 
   HANDLE process_ = nullptr;
   DWORD processId_ = 0;

@@ -36,7 +36,7 @@ void MainWindow::SortByColumn(size_t column) {
   view_.ClearSelection();
   view_.RedrawRows();
   view_.ShowSortMark(sortColumn, sortDescending);
-  RefreshDetails();
+  RefreshVerdicts();
 }
 
 }  // namespace app

@@ -1,0 +1,87 @@
+#include "tests/ui/desktop_state_win.h"
+
+#include "swr/system/windows_api_win.h"
+
+#include <stdexcept>
+
+#include "app/desktop/clipboard_win.h"
+#include "swr/system/wide_text_win.h"
+#include "tests/ui/running_window_win.h"
+
+namespace app::testing {
+namespace {
+
+constexpr wchar_t settingsKey[] = L"Software\\Zendrik\\Sumwright";
+
+struct StoredValue {
+  DWORD type = 0;
+  std::vector<uint8_t> bytes;
+};
+
+std::optional<StoredValue> Read(const std::u16string& name) {
+  StoredValue value;
+  DWORD size = 0;
+  if (RegGetValueW(HKEY_CURRENT_USER, settingsKey, swr::AsWide(name), RRF_RT_ANY, &value.type,
+                   nullptr, &size) != ERROR_SUCCESS) {
+    return std::nullopt;
+  }
+  value.bytes.resize(size);
+  RegGetValueW(HKEY_CURRENT_USER, settingsKey, swr::AsWide(name), RRF_RT_ANY, nullptr,
+               value.bytes.data(), &size);
+  return value;
+}
+
+void Write(const std::u16string& name, DWORD type, const void* data, size_t size) {
+  if (RegSetKeyValueW(HKEY_CURRENT_USER, settingsKey, swr::AsWide(name), type, data,
+                      static_cast<DWORD>(size)) != ERROR_SUCCESS) {
+    throw std::runtime_error("the registry does not take a value");
+  }
+}
+
+}  // namespace
+
+void CopyText(const std::u16string& text) {
+  // Another program may have the clipboard open at this moment.
+  const bool copied = WaitFor([&] {
+    WriteClipboardText(nullptr, text);
+    return CopiedText() == text;
+  });
+  if (!copied) throw std::runtime_error("the clipboard takes no text");
+}
+
+std::optional<std::u16string> CopiedText() { return ReadClipboardText(nullptr); }
+
+void EmptyClipboardNow() {
+  WaitFor([] { return OpenClipboard(nullptr) != FALSE; });
+  EmptyClipboard();
+  CloseClipboard();
+}
+
+std::optional<std::vector<uint8_t>> ReadSetting(const std::u16string& name) {
+  const auto value = Read(name);
+  if (!value) return std::nullopt;
+  return value->bytes;
+}
+
+std::optional<uint32_t> ReadNumberSetting(const std::u16string& name) {
+  const auto value = Read(name);
+  if (!value || value->type != REG_DWORD || value->bytes.size() != 4) return std::nullopt;
+  const std::vector<uint8_t>& bytes = value->bytes;
+  return bytes[0] | uint32_t{bytes[1]} << 8 | uint32_t{bytes[2]} << 16 | uint32_t{bytes[3]} << 24;
+}
+
+void WriteSetting(const std::u16string& name, uint32_t value) {
+  Write(name, REG_DWORD, &value, sizeof value);
+}
+
+void WriteSetting(const std::u16string& name, const std::vector<uint8_t>& bytes) {
+  Write(name, REG_BINARY, bytes.data(), bytes.size());
+}
+
+void WriteSetting(const std::u16string& name, const std::u16string& text) {
+  Write(name, REG_SZ, text.c_str(), (text.size() + 1) * sizeof(char16_t));
+}
+
+void ForgetSettings() { RegDeleteTreeW(HKEY_CURRENT_USER, settingsKey); }
+
+}  // namespace app::testing

@@ -1,0 +1,26 @@
+// What the program shares with all other programs of the user: the clipboard, and its settings.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace app::testing {
+
+// As when the user copies a text in another program.
+void CopyText(const std::u16string& text);
+// What stands there; nothing when it is no text.
+std::optional<std::u16string> CopiedText();
+void EmptyClipboardNow();
+
+// The values under the program's key, of any type; numbers as four bytes, the lowest first.
+std::optional<std::vector<uint8_t>> ReadSetting(const std::u16string& name);
+std::optional<uint32_t> ReadNumberSetting(const std::u16string& name);
+void WriteSetting(const std::u16string& name, uint32_t value);
+void WriteSetting(const std::u16string& name, const std::vector<uint8_t>& bytes);
+void WriteSetting(const std::u16string& name, const std::u16string& text);
+// The whole key: as before the program's first run.
+void ForgetSettings();
+
+}  // namespace app::testing

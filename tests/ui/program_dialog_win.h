@@ -1,0 +1,52 @@
+// A dialog that stands before the program's window, as a user sees and uses it: the system's file
+// dialogs and messages, and the program's own.
+#pragma once
+
+#include "swr/system/windows_api_win.h"
+
+#include <string>
+#include <vector>
+
+namespace app::testing {
+
+class RunningWindow;
+
+// The dialog of this process with this title that is not `other`; null when there is none. A file
+// dialog counts once it can take a name.
+HWND FindDialogOf(DWORD process, const std::u16string& title, HWND other = nullptr);
+
+// Throws std::runtime_error when the dialog does not come, does not answer or does not close.
+class ProgramDialog {
+ public:
+  // Waits until the dialog shows.
+  ProgramDialog(const RunningWindow& window, const std::u16string& title);
+
+  HWND Handle() const { return dialog_; }
+  HWND Control(int id) const { return GetDlgItem(dialog_, id); }
+  std::u16string Text(int control) const;
+
+  // Of a message: the sentence that stands out, and what else it says.
+  std::u16string Instruction() const;
+  std::u16string Content() const;
+
+  // Of a file dialog.
+  std::u16string FileName() const;
+  void SetFileName(const std::u16string& name) const;
+  // The labels of its list of file types, and the number of the chosen one.
+  std::vector<std::u16string> FileTypes() const;
+  int FileType() const;
+  void ChooseFileType(int number) const;
+
+  // Returns when the dialog has closed and the window takes input again.
+  void Press(int button) const;
+  // Returns at once.
+  void PostPress(int button) const;
+
+ private:
+  std::vector<std::u16string> MessageTexts() const;
+
+  const RunningWindow& window_;
+  HWND dialog_ = nullptr;
+};
+
+}  // namespace app::testing
