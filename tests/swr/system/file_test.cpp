@@ -189,5 +189,33 @@ TEST(ErrorCodesTest, TellsMissingFromOtherErrors) {
   for (const uint32_t error : {0u, 1u, 4u, 5u, 123u}) EXPECT_FALSE(IsMissingError(error)) << error;
 }
 
+// --- WriteWholeFile -----------------------------------------------------------------------------
+
+std::string BytesOf(const std::u16string& path) {
+  File file;
+  EXPECT_EQ(File::Open(path, FileSharing::Everything, file), 0u);
+  std::string bytes(100, '\0');
+  bytes.resize(file.Read(bytes.data(), static_cast<uint32_t>(bytes.size())).bytes);
+  return bytes;
+}
+
+TEST(WriteWholeFileTest, MakesAndReplacesFiles) {
+  TempTree tree;
+  const std::u16string path = tree.Path(u"new");
+  EXPECT_EQ(WriteWholeFile(path, "a longer text"), 0u);
+  EXPECT_EQ(BytesOf(path), "a longer text");
+  EXPECT_EQ(WriteWholeFile(path, std::string_view("a\0b", 3)), 0u);
+  EXPECT_EQ(BytesOf(path), std::string("a\0b", 3));
+  EXPECT_EQ(WriteWholeFile(path, ""), 0u);
+  EXPECT_EQ(BytesOf(path), "");
+}
+
+TEST(WriteWholeFileTest, SaysWhyItCanNot) {
+  TempTree tree;
+  EXPECT_TRUE(IsMissingError(WriteWholeFile(tree.Path(u"no folder/new"), "a")));
+  EXPECT_NE(WriteWholeFile(tree.AddFolder(u"folder"), "a"), 0u);
+  EXPECT_NE(WriteWholeFile(u"", "a"), 0u);
+}
+
 }  // namespace
 }  // namespace swr::testing

@@ -1,0 +1,35 @@
+// What the platform's trust services say of files without a signature.
+#include "swr/system/windows_api_win.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "swr/provenance/signature.h"
+#include "swr/system/wide_text_win.h"
+#include "tests/support/temp_tree.h"
+
+namespace swr::testing {
+namespace {
+
+TEST(CheckSignatureTest, TextHasNoSignature) {
+  TempTree tree;
+  const SignatureResult result = CheckSignature(tree.AddFile(u"a.txt", "text"));
+  EXPECT_EQ(result.state, SignatureState::NotApplicable);
+  EXPECT_EQ(result.signer, u"");
+  EXPECT_EQ(CheckSignature(tree.AddFile(u"empty.exe")).state, SignatureState::NotApplicable);
+}
+
+TEST(CheckSignatureTest, AProgramCanHaveOne) {
+  wchar_t path[MAX_PATH] = {};
+  GetModuleFileNameW(nullptr, path, MAX_PATH);
+  EXPECT_EQ(CheckSignature(FromWide(path)).state, SignatureState::NotSigned);
+}
+
+TEST(CheckSignatureTest, WhyAFileCanNotBeCheckedIsKept) {
+  TempTree tree;
+  EXPECT_EQ(CheckSignature(tree.Path(u"gone.exe")).errorCode, uint32_t{ERROR_FILE_NOT_FOUND});
+}
+
+}  // namespace
+}  // namespace swr::testing
