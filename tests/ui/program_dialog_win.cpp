@@ -89,6 +89,14 @@ ProgramDialog::ProgramDialog(const RunningWindow& window, const std::u16string& 
 
 std::u16string ProgramDialog::Text(int control) const { return TextOf(Control(control)); }
 
+Rect ProgramDialog::Place(int control) const {
+  RECT rect;
+  GetWindowRect(Control(control), &rect);
+  MapWindowPoints(nullptr, dialog_, reinterpret_cast<POINT*>(&rect), 2);
+  return {static_cast<int>(rect.left), static_cast<int>(rect.top), static_cast<int>(rect.right),
+          static_cast<int>(rect.bottom)};
+}
+
 // The texts of a message from its top down; its pictures have none.
 std::vector<std::u16string> ProgramDialog::MessageTexts() const {
   std::vector<std::u16string> texts;

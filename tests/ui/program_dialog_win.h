@@ -7,9 +7,9 @@
 #include <string>
 #include <vector>
 
-namespace app::testing {
+#include "tests/ui/running_window_win.h"
 
-class RunningWindow;
+namespace app::testing {
 
 // The dialog of this process with this title that is not `other`; null when there is none. A file
 // dialog counts once it can take a name.
@@ -24,6 +24,8 @@ class ProgramDialog {
   HWND Handle() const { return dialog_; }
   HWND Control(int id) const { return GetDlgItem(dialog_, id); }
   std::u16string Text(int control) const;
+  // In the dialog's client area.
+  Rect Place(int control) const;
 
   // Of a message: the sentence that stands out, and what else it says.
   std::u16string Instruction() const;

@@ -29,7 +29,7 @@ TEST(ZoneStreamTest, InAnyEncoding) {
   const std::u16string path = tree.AddFile(u"setup.exe");
   WriteBytes(path + u":Zone.Identifier", std::string("\xFF\xFEZ\0o\0n\0e\0I\0d\0=\0"
                                                      "3\0",
-                                                     16));
+                                                     18));
   EXPECT_EQ(ReadZoneRecord(path).zoneId, 3);
 }
 
