@@ -11,6 +11,7 @@
 namespace app::testing {
 namespace {
 
+constexpr wchar_t browserKey[] = L"Software\\Sumwright browser of the tests";
 constexpr wchar_t settingsKey[] = L"Software\\Zendrik\\Sumwright";
 
 struct StoredValue {
@@ -80,6 +81,27 @@ void WriteSetting(const std::u16string& name, const std::vector<uint8_t>& bytes)
 
 void WriteSetting(const std::u16string& name, const std::u16string& text) {
   Write(name, REG_SZ, text.c_str(), (text.size() + 1) * sizeof(char16_t));
+}
+
+void BecomeTheBrowser() {
+  wchar_t program[MAX_PATH] = {};
+  GetModuleFileNameW(nullptr, program, MAX_PATH);
+  const std::wstring command = L"\"" + std::wstring(program) + L"\" --open-address \"%1\"";
+  RegSetKeyValueW(HKEY_CLASSES_ROOT, L"https\\shell\\open\\command", nullptr, REG_SZ,
+                  command.c_str(), static_cast<DWORD>((command.size() + 1) * sizeof(wchar_t)));
+  KeepOpenedAddress(L"");
+}
+
+std::u16string OpenedAddress() {
+  wchar_t address[1024] = {};
+  DWORD size = sizeof address;
+  RegGetValueW(HKEY_CURRENT_USER, browserKey, L"Address", RRF_RT_REG_SZ, nullptr, address, &size);
+  return swr::FromWide(address);
+}
+
+void KeepOpenedAddress(const std::wstring& address) {
+  RegSetKeyValueW(HKEY_CURRENT_USER, browserKey, L"Address", REG_SZ, address.c_str(),
+                  static_cast<DWORD>((address.size() + 1) * sizeof(wchar_t)));
 }
 
 void ForgetSettings() { RegDeleteTreeW(HKEY_CURRENT_USER, settingsKey); }

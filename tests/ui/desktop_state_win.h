@@ -23,4 +23,13 @@ void WriteSetting(const std::u16string& name, const std::u16string& text);
 // The whole key: as before the program's first run.
 void ForgetSettings();
 
+// Makes this program the one that opens web addresses, and forgets what it has opened.
+void BecomeTheBrowser();
+// The last address that was opened.
+std::u16string OpenedAddress();
+// What the program does when it is started as the browser.
+void KeepOpenedAddress(const std::wstring& address);
+// The option in front of the address with which it then is started.
+inline constexpr char BrowserOption[] = "--open-address";
+
 }  // namespace app::testing

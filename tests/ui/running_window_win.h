@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "tests/support/remote_list_win.h"
+#include "tests/ui/process_resources_win.h"
 #include "tests/ui/remote_call_win.h"
 
 namespace app::testing {
@@ -154,6 +155,8 @@ class RunningWindow {
   void Ask() const { swr::testing::AskWindow(window_, WM_NULL); }
   // False while a dialog stands before the window.
   bool TakesInput() const { return IsWindowEnabled(window_) != FALSE; }
+
+  ProcessResources Resources() const { return CountResources(process_); }
 
   // The end: the exit code.
   int Close();

@@ -12,6 +12,7 @@
 #include <string>
 #include <thread>
 
+#include "tests/ui/desktop_state_win.h"
 #include "tests/ui/running_window_win.h"
 
 namespace {
@@ -70,6 +71,11 @@ class Watchdog final : public testing::EmptyTestEventListener {
 }  // namespace
 
 int main(int argumentCount, char** arguments) {
+  if (argumentCount == 3 && std::string(arguments[1]) == app::testing::BrowserOption) {
+    const std::string address = arguments[2];
+    app::testing::KeepOpenedAddress(std::wstring(address.begin(), address.end()));
+    return 0;
+  }
   testing::InitGoogleTest(&argumentCount, arguments);
   if (argumentCount != 2) {
     std::fprintf(stderr, "window_tests: give the path of Sumwright.exe\n");

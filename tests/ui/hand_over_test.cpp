@@ -1,0 +1,51 @@
+// What the program hands over to the browser, caught by a browser of the test's own.
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "resources/resource_ids.h"
+#include "tests/support/temp_tree.h"
+#include "tests/ui/desktop_state_win.h"
+#include "tests/ui/known_digests.h"
+#include "tests/ui/running_window_win.h"
+
+namespace app::testing {
+namespace {
+
+using swr::testing::TempTree;
+
+class HandOverTest : public ::testing::Test {
+ protected:
+  HandOverTest() { BecomeTheBrowser(); }
+
+  static void ExpectAddress(const std::u16string& address) {
+    EXPECT_TRUE(WaitFor([&] { return OpenedAddress() == address; }))
+        << ::testing::PrintToString(OpenedAddress());
+  }
+};
+
+TEST_F(HandOverTest, HelpAndWebsiteOpenTheirPages) {
+  const RunningWindow window;
+  window.Command(ID_HELP_ONLINE);
+  ExpectAddress(u"https://sumwright.example/");
+  window.Command(ID_WEBSITE);
+  ExpectAddress(u"https://zendrik.example/");
+  constexpr int f1Key = 0x70;
+  window.TypeChord({f1Key});
+  ExpectAddress(u"https://sumwright.example/");
+}
+
+TEST_F(HandOverTest, OnlyTheDigestGoesToVirusTotal) {
+  TempTree tree;
+  const RunningWindow window;
+  window.Click(IDC_ALGO_SHA256);
+  window.Command(ID_UPPERCASE);
+  window.Drop({tree.AddFile(u"abc.bin", DigestsOfAbc.input)});
+  window.WaitUntilIdle();
+  ASSERT_EQ(window.Text(IDC_DETAILS).find(u"SHA-256"), std::u16string::npos);
+  window.Click(IDC_VIRUSTOTAL);
+  ExpectAddress(u"https://www.virustotal.com/gui/file/" + std::u16string(DigestsOfAbc.sha256));
+}
+
+}  // namespace
+}  // namespace app::testing

@@ -1,0 +1,107 @@
+// A long session of somebody who uses everything, again and again: nothing may be left behind.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "resources/resource_ids.h"
+#include "tests/support/temp_tree.h"
+#include "tests/ui/desktop_state_win.h"
+#include "tests/ui/known_digests.h"
+#include "tests/ui/program_dialog_win.h"
+#include "tests/ui/running_window_win.h"
+
+namespace app::testing {
+namespace {
+
+using swr::testing::TempTree;
+
+class PowerUserTest : public ::testing::Test {
+ protected:
+  PowerUserTest() {
+    for (int i = 0; i < 20; ++i) {
+      const std::u16string number(1, static_cast<char16_t>(u'a' + i));
+      tree_.AddFile(u"folder/" + number + u".bin", std::string(static_cast<size_t>(i % 7), 'x'));
+    }
+    list_ = tree_.AddFile(u"SHA256SUMS", std::string(64, '0') + "  folder/a.bin\nrubbish\n");
+  }
+
+  void Choose(const std::vector<int>& rows, uint32_t entry) const {
+    window_.SelectOnly(rows);
+    window_.OpenListMenu();
+    window_.ChooseFromMenu(entry);
+    ASSERT_TRUE(WaitFor([&] { return window_.OpenMenu().empty(); }));
+  }
+  void SaveTo(const std::u16string& name) const {
+    window_.PostCommand(ID_SAVE_CHECKSUMS);
+    const ProgramDialog dialog(window_, u"Save Checksums");
+    dialog.SetFileName(tree_.Path(name));
+    dialog.Press(IDOK);
+  }
+
+  // Everything once.
+  void Session(const std::u16string& savedName) const {
+    window_.Drop({tree_.Path(u"folder")});
+    window_.WaitUntilIdle();
+    for (int column = 0; column < 6; ++column) window_.ClickHeading(column);
+    window_.Command(ID_SELECT_ALL);
+    window_.Click(IDC_COPY);
+    for (const uint32_t entry : {ID_CTX_COPY_LINE, ID_CTX_COPY_ALL, ID_CTX_COPY_PATH}) {
+      Choose({0, 1, 2}, static_cast<uint32_t>(entry));
+    }
+    Choose({0, 1}, ID_CTX_COMPARE);
+    ProgramDialog(window_, u"Sumwright").Press(IDOK);
+    for (int row = 0; row < 5; ++row) {
+      window_.SelectOnly({row});
+      ASSERT_TRUE(WaitFor(
+          [&] { return window_.Text(IDC_DETAILS).find(u"Checking...") == std::u16string::npos; }));
+    }
+    for (const int algo : {IDC_ALGO_SHA512, IDC_ALGO_BLAKE3, IDC_ALGO_SHA512, IDC_ALGO_BLAKE3}) {
+      window_.Click(algo);
+      window_.WaitUntilIdle();
+    }
+    window_.SetExpected(std::u16string(DigestsOfAbc.sha512));
+    window_.WaitUntilIdle();
+    window_.SetExpected(u"");
+    SaveTo(savedName);
+    window_.PostCommand(ID_HASH_TEXT);
+    ProgramDialog(window_, u"Hash Text").Press(IDCANCEL);
+    window_.Command(ID_CLEAR_LIST);
+    window_.Drop({list_});
+    window_.FollowBannerLink(u"a");
+    ASSERT_TRUE(WaitFor([&] { return window_.Text(IDC_BANNER).starts_with(u"1 line"); }));
+    window_.WaitUntilIdle();
+    window_.FollowBannerLink(u"x");
+    ASSERT_TRUE(WaitFor([&] { return !window_.IsShown(IDC_BANNER); }));
+    window_.SelectOnly({0});
+    window_.Command(ID_REMOVE);
+    window_.Command(ID_CLEAR_LIST);
+    window_.WaitUntilIdle();
+  }
+
+  TempTree tree_;
+  std::u16string list_;
+  RunningWindow window_;
+};
+
+TEST_F(PowerUserTest, NothingIsLeakedAgainstTheStart) {
+  // The first time the system's own libraries settle in.
+  Session(u"first.sha256");
+  Session(u"second.sha256");
+  const ProcessResources before = window_.Resources();
+  constexpr int sessions = 4;
+  for (int i = 0; i < sessions; ++i) {
+    Session(std::u16string(1, static_cast<char16_t>(u'1' + i)) + u".sha256");
+  }
+  const ProcessResources after = window_.Resources();
+  EXPECT_GT(before.handles, 0u);
+  EXPECT_GT(before.gdiObjects, 0u);
+  // Fewer than one more for each session.
+  EXPECT_LT(after.handles, before.handles + sessions);
+  EXPECT_LT(after.gdiObjects, before.gdiObjects + sessions);
+  EXPECT_LT(after.userObjects, before.userObjects + sessions);
+  RecordProperty("handles", static_cast<int>(after.handles));
+}
+
+}  // namespace
+}  // namespace app::testing

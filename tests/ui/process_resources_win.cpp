@@ -1,0 +1,83 @@
+#include "tests/ui/process_resources_win.h"
+
+#include <winternl.h>
+
+#include <cstddef>
+#include <stdexcept>
+#include <vector>
+
+namespace app::testing {
+namespace {
+
+// Wine counts neither handles nor drawing objects in the calls made for it, but has the lists of
+// both where Windows has them: the handles of all processes...
+struct HandleEntry {
+  ULONG process;
+  BYTE type;
+  BYTE flags;
+  USHORT handle;
+  void* object;
+  ULONG access;
+};
+struct HandleList {
+  ULONG count;
+  HandleEntry entries[1];
+};
+// ...and in each process a table of its drawing objects.
+struct GdiEntry {
+  uint64_t object;
+  uint32_t owner;
+  uint16_t unique;
+  uint8_t type;  // 0 for a free place
+  uint8_t flags;
+  uint64_t userPointer;
+};
+constexpr size_t GdiTableLength = 65536;
+constexpr size_t GdiTablePlace = 0xF8;  // of its address, in the environment block of a process
+
+uint32_t CountHandles(DWORD process) {
+  constexpr auto handleInformation = static_cast<SYSTEM_INFORMATION_CLASS>(16);
+  std::vector<std::byte> memory(size_t{1} << 16);
+  ULONG needed = 0;
+  while (NtQuerySystemInformation(handleInformation, memory.data(),
+                                  static_cast<ULONG>(memory.size()), &needed) != 0) {
+    if (memory.size() > size_t{1} << 26) throw std::runtime_error("no list of handles");
+    memory.resize(memory.size() * 2);
+  }
+  const auto& list = *reinterpret_cast<const HandleList*>(memory.data());
+  uint32_t count = 0;
+  for (ULONG i = 0; i < list.count; ++i) count += list.entries[i].process == process ? 1 : 0;
+  return count;
+}
+
+template <typename Value>
+void Read(HANDLE process, uint64_t address, Value* values, size_t count) {
+  SIZE_T read = 0;
+  if (!ReadProcessMemory(process, reinterpret_cast<const void*>(address), values,
+                         count * sizeof(Value), &read)) {
+    throw std::runtime_error("the process can't be read");
+  }
+}
+
+uint32_t CountGdiObjects(HANDLE process) {
+  if (const DWORD told = GetGuiResources(process, GR_GDIOBJECTS); told != 0) return told;
+  PROCESS_BASIC_INFORMATION basic = {};
+  NtQueryInformationProcess(process, ProcessBasicInformation, &basic, sizeof basic, nullptr);
+  uint64_t table = 0;
+  Read(process, reinterpret_cast<uint64_t>(basic.PebBaseAddress) + GdiTablePlace, &table, 1);
+  std::vector<GdiEntry> entries(GdiTableLength);
+  Read(process, table, entries.data(), entries.size());
+  uint32_t count = 0;
+  for (const GdiEntry& entry : entries) count += entry.type != 0 ? 1 : 0;
+  return count;
+}
+
+}  // namespace
+
+ProcessResources CountResources(HANDLE process) {
+  return {.handles = CountHandles(GetProcessId(process)),
+          .gdiObjects = CountGdiObjects(process),
+          .userObjects = GetGuiResources(process, GR_USEROBJECTS)};
+}
+
+}  // namespace app::testing
