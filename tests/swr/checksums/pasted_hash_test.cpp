@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <initializer_list>
 #include <optional>
 #include <ostream>
 #include <string>
@@ -70,7 +71,8 @@ TEST(PastedHashTest, TheLengthAloneGivesTheCandidates) {
       Both(Hex32, Bare(32, ThirtyTwo)),      Both(CountedHex(48), Bare(48, FortyEight)),
       Both(Hex64, Bare(64, SixtyFour)),
   };
-  for (const size_t bytes : {1, 2, 3, 5, 7, 9, 15, 17, 19, 21, 24, 28, 31, 33, 63, 65}) {
+  for (const size_t bytes :
+       std::initializer_list<size_t>{1, 2, 3, 5, 7, 9, 15, 17, 19, 21, 24, 28, 31, 33, 63, 65}) {
     // A few such texts are base64 of a length that is known.
     if (!ParseExpectedHash(CountedHex(bytes))) cases.push_back(Both(CountedHex(bytes), None));
   }
