@@ -83,7 +83,8 @@ TEST_F(VerifyTest, ADroppedChecksumFileIsOffered) {
   ASSERT_TRUE(window_.IsShown(IDC_BANNER));
   EXPECT_EQ(window_.Text(IDC_BANNER), OfferMarkup);
   const Rect banner = window_.Place(IDC_BANNER);
-  EXPECT_EQ(window_.Place(IDC_LIST).top, banner.bottom + 3 * window_.Dpi() / 96);
+  const int gap = (3 * window_.Dpi() + 48) / 96;  // rounded
+  EXPECT_TRUE(WaitFor([&] { return window_.Place(IDC_LIST).top == banner.bottom + gap; }));
   window_.FollowBannerLink(u"a");
   ASSERT_TRUE(WaitFor([&] { return window_.RowCount() == 3; }));
   ExpectVerdicts();
@@ -92,7 +93,7 @@ TEST_F(VerifyTest, ADroppedChecksumFileIsOffered) {
             u"<a id=\"x\">Dismiss</a>");
   window_.FollowBannerLink(u"x");
   ASSERT_TRUE(WaitFor([&] { return !window_.IsShown(IDC_BANNER); }));
-  EXPECT_EQ(window_.Place(IDC_LIST).top, banner.top);
+  EXPECT_TRUE(WaitFor([&] { return window_.Place(IDC_LIST).top == banner.top; }));
   EXPECT_EQ(window_.RowCount(), 3);
 }
 
