@@ -104,6 +104,13 @@ void KeepOpenedAddress(const std::wstring& address) {
                   static_cast<DWORD>((address.size() + 1) * sizeof(wchar_t)));
 }
 
+bool CloseFolderWindow(const std::u16string& title) {
+  const HWND window = FindWindowW(nullptr, swr::AsWide(title));
+  if (window == nullptr || !IsWindowVisible(window)) return false;
+  PostMessageW(window, WM_CLOSE, 0, 0);
+  return true;
+}
+
 void ForgetSettings() { RegDeleteTreeW(HKEY_CURRENT_USER, settingsKey); }
 
 }  // namespace app::testing

@@ -32,4 +32,7 @@ void KeepOpenedAddress(const std::wstring& address);
 // The option in front of the address with which it then is started.
 inline constexpr char BrowserOption[] = "--open-address";
 
+// Closes the file manager's window with this title; false when there is none.
+bool CloseFolderWindow(const std::u16string& title);
+
 }  // namespace app::testing

@@ -1,4 +1,5 @@
-// What the program hands over to the browser, caught by a browser of the test's own.
+// What the program hands over to the browser, caught by a browser of the test's own, and to the
+// file manager.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -45,6 +46,14 @@ TEST_F(HandOverTest, OnlyTheDigestGoesToVirusTotal) {
   ASSERT_EQ(window.Text(IDC_DETAILS).find(u"SHA-256"), std::u16string::npos);
   window.Click(IDC_VIRUSTOTAL);
   ExpectAddress(u"https://www.virustotal.com/gui/file/" + std::u16string(DigestsOfAbc.sha256));
+}
+
+TEST_F(HandOverTest, OpenFolderShowsTheFolderOfTheFile) {
+  TempTree tree;
+  const RunningWindow window;
+  window.Drop({tree.AddFile(u"here it is/abc.bin", DigestsOfAbc.input)});
+  window.Click(IDC_OPEN_FOLDER);
+  EXPECT_TRUE(WaitFor([] { return CloseFolderWindow(u"here it is"); }));
 }
 
 }  // namespace

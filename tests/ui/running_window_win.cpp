@@ -381,6 +381,22 @@ void RunningWindow::SelectOnly(const std::vector<int>& rows) const {
   for (const int row : rows) setState(row, LVIS_SELECTED);
 }
 
+uint32_t RunningWindow::RowBackground(int row) const {
+  RECT rect = {};
+  rect.left = LVIR_BOUNDS;
+  caller_->Scratch().Write(0, &rect, sizeof rect);
+  AskWindow(Control(IDC_LIST), LVM_GETITEMRECT, static_cast<WPARAM>(row),
+            static_cast<LPARAM>(caller_->ScratchAddress()));
+  caller_->Scratch().Read(0, &rect, sizeof rect);
+  // Above the text, inside of the frame that shows the focus.
+  POINT place = {rect.left + 8, rect.top + 2};
+  ClientToScreen(Control(IDC_LIST), &place);
+  const HDC screen = GetDC(nullptr);
+  const COLORREF color = GetPixel(screen, place.x, place.y);
+  ReleaseDC(nullptr, screen);
+  return static_cast<uint32_t>(GetRValue(color) << 16 | GetGValue(color) << 8 | GetBValue(color));
+}
+
 int RunningWindow::TopRow() const {
   return static_cast<int>(AskWindow(Control(IDC_LIST), LVM_GETTOPINDEX));
 }

@@ -124,6 +124,8 @@ class RunningWindow {
   std::vector<int> SortMarks() const;
   void SelectOnly(const std::vector<int>& rows) const;
   int TopRow() const;
+  // Of a row that shows, as it is on the screen: 0xRRGGBB.
+  uint32_t RowBackground(int row) const;
   void ScrollToRow(int row) const;
   void ClickHeading(int column) const;
 

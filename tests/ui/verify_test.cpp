@@ -115,6 +115,21 @@ TEST_F(VerifyTest, TheKeyboardFollowsTheFirstLink) {
   ExpectVerdicts();
 }
 
+TEST_F(VerifyTest, RowsHaveTheColourOfTheirVerdict) {
+  window_.Drop({AddList()});
+  window_.FollowBannerLink(u"a");
+  ASSERT_TRUE(WaitFor([&] { return window_.RowCount() == 3; }));
+  ExpectVerdicts();
+  constexpr uint32_t green = 0xDEF4DE;
+  constexpr uint32_t red = 0xFADEDE;
+  EXPECT_TRUE(WaitFor([&] { return window_.RowBackground(0) == green; }))
+      << std::hex << window_.RowBackground(0);
+  EXPECT_TRUE(WaitFor([&] { return window_.RowBackground(1) == red; }))
+      << std::hex << window_.RowBackground(1);
+  EXPECT_TRUE(WaitFor([&] { return window_.RowBackground(2) == red; }))
+      << std::hex << window_.RowBackground(2);
+}
+
 TEST_F(VerifyTest, DetailsTellWhatIsExpected) {
   window_.Drop({AddList()});
   window_.FollowBannerLink(u"a");
