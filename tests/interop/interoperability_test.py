@@ -112,6 +112,17 @@ def encoded_lists(lists):
     lists.add("ansi.sha256", ansi.encode("cp1252"), western)
 
 
+def escaped_list(lists):
+    """A name with backslashes, which the tool escapes, stands for a file in a folder on Windows."""
+    name = "sub folder/deep.txt"
+    with tempfile.TemporaryDirectory(prefix="sumwright-escaped-") as elsewhere:
+        flat = name.replace("/", "\\")
+        shutil.copy(lists.folder / name, pathlib.Path(elsewhere, flat))
+        content = output_of(["sha256sum", "--", flat], elsewhere)
+    assert content.startswith(b"\\"), content
+    lists.add("escaped.sha256", content, [name])
+
+
 def signed_list(lists, home):
     """A list clear-signed by a key that is made for it."""
     home.mkdir(mode=0o700)
@@ -170,7 +181,7 @@ def check_verdicts(driver, lists, odd_ones, findings):
     for name, listed in lists.names_of.items():
         files = {windows_path(lists.folder / file): file for file in listed}
         per_file = 4 if name == "rhash-all.digests" else 1
-        findings.expect(f"{name}, number of rows", len(rows[name]), len(files) * per_file)
+        findings.expect(f"{name}, paths", sorted(path for _, path in rows[name]), sorted([*files] * per_file))
         counts = {"OK": 0, "FAILED": 0, "Missing": 0}
         for status, path in rows[name]:
             word = "OK" if status.startswith("OK (") else status
@@ -181,7 +192,7 @@ def check_verdicts(driver, lists, odd_ones, findings):
 
 def sentence(counts):
     if not counts["FAILED"] and not counts["Missing"]:
-        return f"All {counts['OK']} files are OK."
+        return "The file is OK." if counts["OK"] == 1 else f"All {counts['OK']} files are OK."
     text = f"Not all files match: {counts['OK']} OK"
     if counts["FAILED"]:
         text += f", {counts['FAILED']} FAILED"
@@ -193,7 +204,7 @@ def sentence(counts):
 def check_reading(driver, folder, findings):
     make_files(folder)
     lists = Lists(folder)
-    for add in (gnu_lists, b3_and_xxh_lists, rhash_lists, openssl_lists, encoded_lists,
+    for add in (gnu_lists, b3_and_xxh_lists, rhash_lists, openssl_lists, encoded_lists, escaped_list,
                 functools.partial(signed_list, home=folder.parent / "gpg")):
         add(lists)
     check_verdicts(driver, lists, {}, findings)
@@ -207,12 +218,16 @@ def check_reading(driver, folder, findings):
     print(f"{len(lists.names_of)} lists of other tools were verified three times")
 
 
-def accepts(command, folder, findings):
+def accepts(command, names, folder, findings):
+    """The tool ends well, and has said so of each of the names."""
     done = subprocess.run(command, cwd=folder, stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
     if done.returncode != 0:
         findings.count += 1
         print(f"{' '.join(command)} ends with {done.returncode}:\n{done.stdout.decode(errors='replace')}")
-    return done.stdout.decode(errors="replace")
+    lines = [line.rstrip() for line in done.stdout.decode().splitlines()]
+    said = [line.removesuffix(" OK").rstrip().removesuffix(":") for line in lines
+            if line.endswith(" OK") and line != "Everything OK"]
+    findings.expect(" ".join(command), sorted(said), sorted(names))
 
 
 # What is saved: mask of algorithms, label of the format, name of the file, the tool that accepts it.
@@ -238,8 +253,10 @@ def check_writing(driver, folder, findings):
     # A comment to every reader of such a file.
     sfv_paths = [folder / name for name in NAMES if not name.startswith("#")]
     for mask, label, target, tool in SAVED:
-        driver.save(mask, label, folder / target, sfv_paths if target.endswith(".sfv") else paths)
-        accepts([*tool, target], folder, findings)
+        saved = sfv_paths if target.endswith(".sfv") else paths
+        driver.save(mask, label, folder / target, saved)
+        names = [str(path.relative_to(folder)) for path in saved]
+        accepts([*tool, target], names * mask.bit_count(), folder, findings)
     mask = MD5 | SHA256
     driver.save(mask, "CSV spreadsheet (*.csv)", folder / "saved.csv", paths)
     driver.save(mask, "JSON (*.json)", folder / "saved.json", paths)

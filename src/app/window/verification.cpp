@@ -26,6 +26,7 @@ std::u16string SkippedLinesText(const std::vector<uint32_t>& skipped) {
 class PlainRows {
  public:
   explicit PlainRows(std::vector<std::unique_ptr<ListRow>>& rows) {
+    byPath_.reserve(rows.size());
     for (auto& row : rows) {
       if (!row->hasExpected) byPath_.emplace(swr::CaseKey(row->path), &row);
     }
