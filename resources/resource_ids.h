@@ -10,7 +10,7 @@
 #define IDR_ACCELERATORS 103
 #define IDR_LIST_MENU 104
 
-// Icons: the program's own, the toolbar's and the buttons', the result line's.
+// Icons: the program's own, the toolbar's and the buttons', a dialog's, the result line's.
 #define IDI_APP 1
 #define IDI_ADD_FILES 10
 #define IDI_ADD_FOLDER 11
@@ -22,6 +22,7 @@
 #define IDI_PASTE 17
 #define IDI_LOOK_UP_ONLINE 18
 #define IDI_OPEN_FOLDER 19
+#define IDI_COMMAND_LINE_TOOL 20
 #define IDI_GOOD 21
 #define IDI_BAD 22
 #define IDI_HINT 23

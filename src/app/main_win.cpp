@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "app/instance/instance_win.h"
 #include "app/window/main_dialog_win.h"
 #include "swr/system/unique_handle.h"
 #include "swr/system/wide_text_win.h"
@@ -35,6 +36,8 @@ std::vector<std::u16string> CommandLinePaths() {
 
 int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR, int showCommand) {
   const std::vector<std::u16string> paths = CommandLinePaths();
+  app::WindowsInstanceSystem instances;
+  if (app::ForwardToFirstInstance(instances, paths)) return 0;
   // Without a result that would matter: what needs COM or a control finds that it is missing.
   static_cast<void>(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED | COINIT_DISABLE_OLE1DDE));
   const INITCOMMONCONTROLSEX classes = {sizeof classes, ICC_LISTVIEW_CLASSES | ICC_PROGRESS_CLASS |

@@ -22,6 +22,7 @@
 #include "swr/hash/hash_file.h"
 #include "swr/paths/path_forms.h"
 #include "swr/text/encoding.h"
+#include "tests/support/fake_install_system.h"
 
 namespace app {
 
@@ -29,10 +30,10 @@ namespace app {
 inline void PrintTo(const ResultLine& line, std::ostream* out) {
   *out << '"' << swr::WideToUtf8(line.text) << "\", kind " << static_cast<int>(line.kind);
 }
-inline void PrintTo(const Message& message, std::ostream* out) {
-  *out << "icon " << static_cast<int>(message.icon) << ", \""
-       << swr::WideToUtf8(message.instruction) << "\", \"" << swr::WideToUtf8(message.content)
-       << '"';
+inline void PrintTo(const TaskDialogSpec& dialog, std::ostream* out) {
+  *out << "icon " << static_cast<int>(dialog.icon) << ", \""
+       << swr::WideToUtf8(dialog.mainInstruction) << "\", \"" << swr::WideToUtf8(dialog.content)
+       << "\", \"" << swr::WideToUtf8(dialog.footer) << '"';
 }
 inline void PrintTo(const FileFilter& filter, std::ostream* out) {
   *out << '"' << swr::WideToUtf8(filter.label) << "\", \"" << swr::WideToUtf8(filter.pattern)
@@ -96,6 +97,8 @@ class FakeView final : public View {
     moreText = text;
   }
   void ShowOptions(const OptionChecks& shown) override { options = shown; }
+  void RemoveShellEntryCommands() override { hasShellEntryCommands = false; }
+  void SetProgramFolderText(const std::u16string& text) override { programFolderText = text; }
   std::optional<swr::AlgoId> ChooseAlgo(swr::AlgoMask mask, bool withLegacy) override {
     menuMask = mask;
     menuHadLegacy = withLegacy;
@@ -156,6 +159,8 @@ class FakeView final : public View {
   swr::AlgoMask shownMask = 0;
   std::u16string moreText;
   OptionChecks options;
+  bool hasShellEntryCommands = true;
+  std::u16string programFolderText;
   std::optional<swr::AlgoId> algoToChoose;
   swr::AlgoMask menuMask = 0;
   bool menuHadLegacy = false;
@@ -179,9 +184,10 @@ class FakeDesktop final : public Desktop {
     saveRequests.push_back(request);
     return saveTarget;
   }
-  void ShowMessage(const Message& message) override {
-    messages.push_back(message);
+  int ShowTaskDialog(const TaskDialogSpec& spec) override {
+    messages.push_back(spec);
     if (whileMessageShows) whileMessageShows();
+    return answer;
   }
   uint32_t ClipboardSequence() override { return clipboardSequence; }
   std::optional<std::u16string> ReadClipboardText() override {
@@ -190,6 +196,10 @@ class FakeDesktop final : public Desktop {
   }
   void WriteClipboardText(const std::u16string& text) override { Copy(text); }
   void OpenAddress(const std::u16string& address) override { openedAddresses.push_back(address); }
+  void OpenFolder(const std::u16string& folder) override { openedFolders.push_back(folder); }
+  void OpenCommandPrompt(const std::u16string& folder, const std::u16string& command) override {
+    prompts.emplace_back(folder, command);
+  }
   void ShowInFolder(const std::u16string& path, const std::u16string& folder) override {
     shownInFolder.emplace_back(path, folder);
   }
@@ -235,9 +245,12 @@ class FakeDesktop final : public Desktop {
   std::vector<FileFilter> pickerFilters;
   std::vector<SaveRequest> saveRequests;
   std::optional<SaveTarget> saveTarget;
-  std::vector<Message> messages;
+  std::vector<TaskDialogSpec> messages;
   std::function<void()> whileMessageShows;
+  int answer = CancelAnswer;
   std::vector<std::u16string> openedAddresses;
+  std::vector<std::u16string> openedFolders;
+  std::vector<std::pair<std::u16string, std::u16string>> prompts;
   std::vector<std::pair<std::u16string, std::u16string>> shownInFolder;
   std::vector<std::pair<swr::AlgoMask, bool>> hashTexts;
   std::vector<std::pair<uint64_t, std::u16string>> signatureChecks;
@@ -341,7 +354,9 @@ struct FakeWindow {
   FakeView view;
   FakeDesktop desktop;
   FakeQueue queue;
-  MainWindow main{view, desktop, queue};
+  FakeInstallSystem installSystem;
+  Installation installation{installSystem};
+  MainWindow main{view, desktop, queue, installation};
   uint64_t nextId = 1001;  // beyond what the window itself gives
 
  private:

@@ -5,15 +5,15 @@
 
 #include <algorithm>
 #include <array>
-#include <mutex>
 #include <numeric>
 #include <ostream>
 #include <stdexcept>
-#include <thread>
+#include <utility>
 
 #include "resources/resource_ids.h"
 #include "swr/system/wide_text_win.h"
 #include "tests/ui/desktop_state_win.h"
+#include "tests/ui/link_control_win.h"
 #include "tests/ui/program_dialog_win.h"
 
 namespace app::testing {
@@ -26,23 +26,6 @@ using swr::testing::RemoteMemory;
 
 constexpr int maxText = 8192;
 constexpr UINT MN_GETHMENU_MESSAGE = 0x01E1;  // of a window of class "#32768": its menu
-
-std::wstring programPath;
-
-std::mutex startedMutex;
-std::vector<HANDLE> started;  // under startedMutex
-
-// One argument as the program's runtime will read it: backslashes count only before a quote.
-std::wstring Quoted(const std::u16string& argument) {
-  std::wstring text = L"\"";
-  size_t backslashes = 0;
-  for (const char16_t unit : argument) {
-    if (unit == u'"') text.append(backslashes + 1, L'\\');
-    backslashes = unit == u'\\' ? backslashes + 1 : 0;
-    text += static_cast<wchar_t>(unit);
-  }
-  return text.append(backslashes, L'\\') + L'"';
-}
 
 std::u16string TextOf(HWND window) {
   wchar_t text[maxText] = {};
@@ -67,51 +50,13 @@ std::ostream& operator<<(std::ostream& out, const Size& size) {
   return out << size.width << " x " << size.height;
 }
 
-void SetProgramPath(const std::string& path) {
-  const std::wstring given(path.begin(), path.end());
-  wchar_t full[32768] = {};
-  GetFullPathNameW(given.c_str(), 32768, full, nullptr);
-  programPath = full;
-}
+RunningWindow::RunningWindow(const StartOptions& options)
+    : RunningWindow(ProgramProcess(options)) {}
 
-void TerminatePrograms() {
-  const std::lock_guard lock(startedMutex);
-  for (const HANDLE process : started) TerminateProcess(process, 99);
-}
-
-bool WaitFor(const std::function<bool()>& condition, milliseconds patience) {
-  const auto end = std::chrono::steady_clock::now() + patience;
-  while (!condition()) {
-    if (std::chrono::steady_clock::now() > end) return false;
-    std::this_thread::sleep_for(milliseconds(10));
-  }
-  return true;
-}
-
-RunningWindow::RunningWindow(const StartOptions& options) {
-  if (!options.keepSettings) ForgetSettings();
-  std::wstring commandLine = L"\"" + programPath + L"\"";
-  for (const std::u16string& argument : options.arguments) commandLine += L' ' + Quoted(argument);
-  STARTUPINFOW startup = {};
-  startup.cb = sizeof startup;
-  startup.dwFlags = STARTF_USESHOWWINDOW;
-  startup.wShowWindow = options.minimized ? SW_SHOWMINIMIZED : SW_SHOWNORMAL;
-  PROCESS_INFORMATION made = {};
-  if (!CreateProcessW(programPath.c_str(), commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr,
-                      options.folder.empty() ? nullptr : swr::AsWide(options.folder), &startup,
-                      &made)) {
-    throw std::runtime_error("the program cannot be started; is its path right?");
-  }
-  CloseHandle(made.hThread);
-  process_ = made.hProcess;
-  processId_ = made.dwProcessId;
-  {
-    const std::lock_guard lock(startedMutex);
-    started.push_back(process_);
-  }
+RunningWindow::RunningWindow(ProgramProcess process) : process_(std::move(process)) {
   // The window can be seen before its last control is made.
   const bool shows = WaitFor([&] {
-    window_ = FindDialogOf(processId_, u"Sumwright");
+    window_ = FindDialogOf(ProcessId(), u"Sumwright");
     return window_ != nullptr && Control(IDC_LINKS) != nullptr;
   });
   if (!shows) throw std::runtime_error("the program shows no window");
@@ -124,10 +69,7 @@ RunningWindow::~RunningWindow() {
   list_.reset();
   caller_.reset();
   if (window_ != nullptr) PostMessageW(window_, WM_CLOSE, 0, 0);
-  if (WaitForSingleObject(process_, 10'000) != WAIT_OBJECT_0) TerminateProcess(process_, 99);
-  const std::lock_guard lock(startedMutex);
-  std::erase(started, process_);
-  CloseHandle(process_);
+  WaitForSingleObject(process_.Handle(), 10'000);
 }
 
 std::u16string RunningWindow::Title() const { return TextOf(window_); }
@@ -209,7 +151,7 @@ std::vector<MenuItem> RunningWindow::OpenMenu() const {
   while ((popup = FindWindowExW(nullptr, popup, L"#32768", nullptr)) != nullptr) {
     DWORD process = 0;
     GetWindowThreadProcessId(popup, &process);
-    if (process != processId_ || !IsWindowVisible(popup)) continue;
+    if (process != ProcessId() || !IsWindowVisible(popup)) continue;
     DWORD_PTR menu = 0;
     // It may close at this very moment.
     if (!SendMessageTimeoutW(popup, MN_GETHMENU_MESSAGE, 0, 0, SMTO_NORMAL, 5000, &menu)) continue;
@@ -478,25 +420,11 @@ void RunningWindow::SetExpected(const std::u16string& text) const {
   AskWindow(Control(IDC_EXPECTED), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(swr::AsWide(text)));
 }
 
-void RunningWindow::FollowBannerLink(const std::u16string& id) const {
-  const HWND banner = Control(IDC_BANNER);
-  const RemoteMemory memory(window_, sizeof(LHITTESTINFO));
-  const Rect place = Place(IDC_BANNER);
-  for (int x = 0; x < place.Width(); x += 3) {
-    LHITTESTINFO hit = {};
-    hit.pt = {x, place.Height() / 2};
-    hit.item.mask = LIF_ITEMID;
-    memory.Write(0, &hit, sizeof hit);
-    if (!AskWindow(banner, LM_HITTEST, 0, reinterpret_cast<LPARAM>(memory.At(0)))) continue;
-    memory.Read(0, &hit, sizeof hit);
-    if (swr::FromWide(hit.item.szID) != id) continue;
-    const LPARAM point = MAKELPARAM(x, place.Height() / 2);
-    PostMessageW(banner, WM_LBUTTONDOWN, MK_LBUTTON, point);
-    PostMessageW(banner, WM_LBUTTONUP, 0, point);
-    return;
-  }
-  throw std::runtime_error("the banner has no such link");
+void RunningWindow::FollowLink(int control, const std::u16string& id) const {
+  ClickLink(Control(control), id);
 }
+
+void RunningWindow::FollowBannerLink(const std::u16string& id) const { FollowLink(IDC_BANNER, id); }
 
 void RunningWindow::ActivateAgain() const {
   const HWND other = CreateWindowExW(0, L"STATIC", L"another program", WS_POPUP | WS_VISIBLE, 0, 0,
@@ -540,15 +468,6 @@ void RunningWindow::ChooseFromMenu(uint32_t id) const {
 int RunningWindow::Close() {
   PostMessageW(window_, WM_CLOSE, 0, 0);
   return WaitForEnd();
-}
-
-int RunningWindow::WaitForEnd(milliseconds patience) {
-  if (WaitForSingleObject(process_, static_cast<DWORD>(patience.count())) != WAIT_OBJECT_0) {
-    throw std::runtime_error("the program does not end");
-  }
-  DWORD code = 0;
-  GetExitCodeProcess(process_, &code);
-  return static_cast<int>(code);
 }
 
 }  // namespace app::testing

@@ -4,8 +4,6 @@
 
 #include "swr/system/windows_api_win.h"
 
-#include <chrono>
-#include <functional>
 #include <iosfwd>
 #include <memory>
 #include <string>
@@ -13,6 +11,7 @@
 
 #include "tests/support/remote_list_win.h"
 #include "tests/ui/process_resources_win.h"
+#include "tests/ui/program_process_win.h"
 #include "tests/ui/remote_call_win.h"
 
 namespace app::testing {
@@ -44,22 +43,6 @@ struct MenuItem {
   bool isChecked = false;
 };
 
-struct StartOptions {
-  std::vector<std::u16string> arguments;
-  std::u16string folder;  // the current folder; the test's own when empty
-  bool minimized = false;
-  bool keepSettings = false;  // else the program starts like the first time
-};
-
-// Where Sumwright.exe is. To be called once, before any window is made.
-void SetProgramPath(const std::string& path);
-// Ends all programs that tests have started and not ended yet.
-void TerminatePrograms();
-
-// Waits until the condition holds; false when it does not within this time.
-bool WaitFor(const std::function<bool()>& condition,
-             std::chrono::milliseconds patience = std::chrono::seconds(30));
-
 // Rows, columns and controls go by the numbers that the program gives them. What the window is
 // asked for is its present state; a verb that gives a command returns when it has been carried
 // out, unless it says otherwise. Throws std::runtime_error when the program does not answer.
@@ -67,6 +50,8 @@ class RunningWindow {
  public:
   // Starts the program and waits until it has set up its window and taken in the start-up paths.
   explicit RunningWindow(const StartOptions& options = {});
+  // The same for a program that was started before.
+  explicit RunningWindow(ProgramProcess process);
   // Ends the program, by force if need be.
   ~RunningWindow();
   RunningWindow(const RunningWindow&) = delete;
@@ -74,7 +59,7 @@ class RunningWindow {
 
   // The whole window. Sizes are in pixels.
   HWND Handle() const { return window_; }
-  DWORD ProcessId() const { return processId_; }
+  DWORD ProcessId() const { return process_.Id(); }
   std::u16string Title() const;
   bool IsMinimized() const { return IsIconic(window_) != FALSE; }
   int Dpi() const;
@@ -142,7 +127,8 @@ class RunningWindow {
   void Drop(const std::vector<std::u16string>& paths) const;
   // Types into the Expected hash box, in one go.
   void SetExpected(const std::u16string& text) const;
-  // Follows the link of the banner that has this id.
+  // Follows the link of this control that has this id.
+  void FollowLink(int control, const std::u16string& id) const;
   void FollowBannerLink(const std::u16string& id) const;
   // Makes another window the active one, then this one again.
   void ActivateAgain() const;
@@ -158,11 +144,11 @@ class RunningWindow {
   // False while a dialog stands before the window.
   bool TakesInput() const { return IsWindowEnabled(window_) != FALSE; }
 
-  ProcessResources Resources() const { return CountResources(process_); }
+  ProcessResources Resources() const { return CountResources(process_.Handle()); }
 
   // The end: the exit code.
   int Close();
-  int WaitForEnd(std::chrono::milliseconds patience = std::chrono::seconds(30));
+  int WaitForEnd() const { return process_.WaitForEnd(); }
 
  private:
   void WaitForPostedMessages() const;
@@ -170,8 +156,7 @@ class RunningWindow {
   int ColumnOf(const std::u16string& heading) const;
   bool HasUnfinishedRow() const;
 
-  HANDLE process_ = nullptr;
-  DWORD processId_ = 0;
+  ProgramProcess process_;
   HWND window_ = nullptr;
   std::unique_ptr<swr::testing::RemoteList> list_;
   std::unique_ptr<RemoteCaller> caller_;

@@ -1,5 +1,5 @@
-// The addresses on the web that the program knows. None is ever asked for anything: they are handed
-// to the browser when the user says so.
+// The addresses that the program knows. None is ever asked for anything: they are handed to the
+// browser, or the mail program, when the user says so.
 #pragma once
 
 #include <string_view>
@@ -9,6 +9,7 @@ namespace app {
 // Reserved names (RFC 2606) until the product has its own.
 inline constexpr std::u16string_view ProductPage = u"https://sumwright.example/";
 inline constexpr std::u16string_view MakerPage = u"https://zendrik.example/";
+inline constexpr std::u16string_view SupportMailbox = u"support@sumwright.example";
 
 // Followed by the SHA-256 digest of a file, in lower-case hexadecimal.
 inline constexpr std::u16string_view VirusTotalFilePage = u"https://www.virustotal.com/gui/file/";

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "app/desktop/task_dialog.h"
 #include "swr/hash/algorithms.h"
 
 namespace app {
@@ -33,16 +34,6 @@ struct SaveTarget {
   size_t filter = 0;
 };
 
-enum class MessageIcon : uint8_t { Information, Warning, Error };
-
-struct Message {
-  MessageIcon icon = MessageIcon::Information;
-  std::u16string instruction;  // the sentence that stands out
-  std::u16string content;      // what else is to be said, or nothing
-
-  bool operator==(const Message&) const = default;
-};
-
 // Implemented by the platform and by the tests. Called on the window's thread.
 class Desktop {
  public:
@@ -54,8 +45,8 @@ class Desktop {
   virtual std::vector<std::u16string> PickFolder(const std::u16string& title) = 0;
   // Where to save; the user has agreed to overwrite what is there. Nothing when the user cancelled.
   virtual std::optional<SaveTarget> PickSaveTarget(const SaveRequest& request) = 0;
-  // Returns when the user has closed the message.
-  virtual void ShowMessage(const Message& message) = 0;
+  // Returns when the user has closed the dialog: the id of the button.
+  virtual int ShowTaskDialog(const TaskDialogSpec& spec) = 0;
 
   // Changes whenever something is put on the clipboard.
   virtual uint32_t ClipboardSequence() = 0;
@@ -65,6 +56,10 @@ class Desktop {
 
   // Opens a web address with the user's browser.
   virtual void OpenAddress(const std::u16string& address) = 0;
+  // Opens a folder with the file manager.
+  virtual void OpenFolder(const std::u16string& folder) = 0;
+  // Opens a command prompt in this folder, which runs the command and stays.
+  virtual void OpenCommandPrompt(const std::u16string& folder, const std::u16string& command) = 0;
   // Opens the file's folder with the file selected; when that fails, `folder` itself.
   virtual void ShowInFolder(const std::u16string& path, const std::u16string& folder) = 0;
   // Returns when the dialog is closed.

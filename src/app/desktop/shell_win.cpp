@@ -1,9 +1,9 @@
 #include "app/desktop/shell_win.h"
 
-#include "swr/system/windows_api_win.h"
-
 #include <shellapi.h>
 #include <shlobj.h>
+
+#include <array>
 
 #include "swr/system/unique_handle.h"
 #include "swr/system/wide_text_win.h"
@@ -30,6 +30,14 @@ void ShowInFileManager(const std::u16string& path, const std::u16string& folder)
     return;
   }
   SHOpenFolderAndSelectItems(item.Get(), 0, nullptr, 0);
+}
+
+void OpenCommandPrompt(HWND owner, const std::u16string& folder, const std::u16string& command) {
+  std::array<wchar_t, 260> systemFolder = {};
+  GetSystemDirectoryW(systemFolder.data(), systemFolder.size());
+  const std::u16string prompt = swr::FromWide(systemFolder.data()) + u"\\cmd.exe";
+  ShellExecuteW(owner, L"open", swr::AsWide(prompt), swr::AsWide(u"/K " + command),
+                swr::AsWide(folder), SW_SHOWNORMAL);
 }
 
 }  // namespace app

@@ -1,5 +1,8 @@
-// What is handed over to the shell: addresses to the browser, folders to the file manager.
+// What is handed over to the shell: addresses to the browser, folders to the file manager and to
+// the command prompt.
 #pragma once
+
+#include "swr/system/windows_api_win.h"
 
 #include <string>
 
@@ -10,5 +13,8 @@ void OpenWithShell(const std::u16string& target);
 
 // Opens the folder of the file with the file selected; when that fails, `folder` itself.
 void ShowInFileManager(const std::u16string& path, const std::u16string& folder);
+
+// Opens the system's command prompt in `folder`, which runs `command` and stays open.
+void OpenCommandPrompt(HWND owner, const std::u16string& folder, const std::u16string& command);
 
 }  // namespace app

@@ -2,37 +2,79 @@
 
 #include <commctrl.h>
 
+#include <vector>
+
+#include "app/desktop/shell_win.h"
+#include "app/window/gdi_handles_win.h"
 #include "swr/system/wide_text_win.h"
 
 namespace app {
 namespace {
 
-const wchar_t* IconName(MessageIcon icon) {
+static_assert(OkButton == TDCBF_OK_BUTTON && CloseButton == TDCBF_CLOSE_BUTTON &&
+              CancelAnswer == IDCANCEL);
+
+const wchar_t* IconName(TaskDialogIcon icon) {
   switch (icon) {
-    case MessageIcon::Warning:
+    case TaskDialogIcon::Information:
+      return TD_INFORMATION_ICON;
+    case TaskDialogIcon::Warning:
       return TD_WARNING_ICON;
-    case MessageIcon::Error:
+    case TaskDialogIcon::Error:
       return TD_ERROR_ICON;
-    case MessageIcon::Information:
+    case TaskDialogIcon::None:
       break;
   }
-  return TD_INFORMATION_ICON;
+  return nullptr;
+}
+
+const wchar_t* TextOrNothing(const std::u16string& text) {
+  return text.empty() ? nullptr : swr::AsWide(text);
+}
+
+HRESULT CALLBACK OnTaskDialog(HWND, UINT notification, WPARAM, LPARAM lParam, LONG_PTR) {
+  if (notification == TDN_HYPERLINK_CLICKED) {
+    OpenWithShell(swr::FromWide(reinterpret_cast<const wchar_t*>(lParam)));
+  }
+  return S_OK;
 }
 
 }  // namespace
 
-void ShowTaskDialog(HWND owner, const Message& message) {
+int ShowTaskDialog(HWND owner, const TaskDialogSpec& spec) {
+  std::vector<TASKDIALOG_BUTTON> buttons;
+  for (const TaskDialogButton& button : spec.buttons) {
+    buttons.push_back({button.id, swr::AsWide(button.text)});
+  }
+  Icon icon;
+  if (spec.icon == TaskDialogIcon::None && spec.customIcon != 0) {
+    icon = LoadScaledIcon(spec.customIcon, GetSystemMetrics(SM_CXICON));
+  }
   TASKDIALOGCONFIG config = {};
   config.cbSize = sizeof config;
   config.hwndParent = owner;
-  config.dwFlags =
-      TDF_ALLOW_DIALOG_CANCELLATION | TDF_POSITION_RELATIVE_TO_WINDOW | TDF_SIZE_TO_CONTENT;
-  config.dwCommonButtons = TDCBF_OK_BUTTON;
-  config.pszWindowTitle = L"Sumwright";
-  config.pszMainIcon = IconName(message.icon);
-  config.pszMainInstruction = swr::AsWide(message.instruction);
-  config.pszContent = message.content.empty() ? nullptr : swr::AsWide(message.content);
-  TaskDialogIndirect(&config, nullptr, nullptr, nullptr);
+  config.dwFlags = TDF_ENABLE_HYPERLINKS | TDF_ALLOW_DIALOG_CANCELLATION |
+                   TDF_POSITION_RELATIVE_TO_WINDOW | TDF_SIZE_TO_CONTENT;
+  if (spec.commandLinks && !buttons.empty()) config.dwFlags |= TDF_USE_COMMAND_LINKS;
+  if (icon) {
+    config.dwFlags |= TDF_USE_HICON_MAIN;
+    config.hMainIcon = icon.Get();
+  } else {
+    config.pszMainIcon = IconName(spec.icon);
+  }
+  config.dwCommonButtons = static_cast<TASKDIALOG_COMMON_BUTTON_FLAGS>(
+      buttons.empty() && spec.commonButtons == 0 ? OkButton : spec.commonButtons);
+  config.pszWindowTitle = spec.title.empty() ? L"Sumwright" : swr::AsWide(spec.title);
+  config.pszMainInstruction = swr::AsWide(spec.mainInstruction);
+  config.pszContent = TextOrNothing(spec.content);
+  config.cButtons = static_cast<UINT>(buttons.size());
+  config.pButtons = buttons.data();
+  config.nDefaultButton = spec.defaultButton;
+  config.pszFooter = TextOrNothing(spec.footer);
+  if (!spec.footer.empty()) config.pszFooterIcon = TD_INFORMATION_ICON;
+  config.pfCallback = OnTaskDialog;
+  int answer = CancelAnswer;
+  return TaskDialogIndirect(&config, &answer, nullptr, nullptr) == S_OK ? answer : CancelAnswer;
 }
 
 }  // namespace app

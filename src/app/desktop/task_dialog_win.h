@@ -1,13 +1,14 @@
-// Messages to the user, as the system's task dialogs.
+// Task dialogs of the system.
 #pragma once
 
 #include "swr/system/windows_api_win.h"
 
-#include "app/desktop/desktop.h"
+#include "app/desktop/task_dialog.h"
 
 namespace app {
 
-// Shows the message over `owner`, with an OK button, and returns when it is closed.
-void ShowTaskDialog(HWND owner, const Message& message);
+// Shows the dialog over `owner` and returns when it is closed: the id of the button, CancelAnswer
+// also when the dialog can't be shown.
+int ShowTaskDialog(HWND owner, const TaskDialogSpec& spec);
 
 }  // namespace app

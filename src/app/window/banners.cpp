@@ -38,6 +38,9 @@ void MainWindow::OnBannerLink(std::u16string_view link) {
       ForgetPlainRow(payload);
       VerifyChecksumFile(payload);
       break;
+    case BannerKind::StaleExplorer:
+      RepairStaleEntries(link == u"a");
+      break;
     case BannerKind::SkippedLines:
     case BannerKind::None:
       break;

@@ -19,17 +19,6 @@ std::u16string MoreText(swr::AlgoMask mask) {
   return hidden == 0 ? u"&More..." : u"&More (+" + swr::DecimalText(hidden) + u")...";
 }
 
-// All that OnCommand carries out.
-constexpr uint32_t knownCommands[] = {
-    ID_ADD_FILES,      ID_ADD_FOLDER,     ID_VERIFY_FILE,     ID_SAVE_CHECKSUMS, ID_EXIT,
-    ID_COPY_HASHES,    ID_PASTE_EXPECTED, ID_SELECT_ALL,      ID_REMOVE,         ID_CLEAR_LIST,
-    ID_HASH_TEXT,      ID_UPPERCASE,      ID_SHOW_LEGACY,     ID_INCLUDE_HIDDEN, ID_CRLF,
-    ID_HELP_ONLINE,    ID_WEBSITE,        ID_CTX_COPY_LINE,   ID_CTX_COPY_ALL,   ID_CTX_COPY_PATH,
-    ID_CTX_VIRUSTOTAL, ID_CTX_COMPARE,    ID_CTX_OPEN_FOLDER, ID_CTX_REMOVE,     IDC_ALGO_MD5,
-    IDC_ALGO_SHA1,     IDC_ALGO_SHA256,   IDC_ALGO_SHA512,    IDC_ALGO_BLAKE3,   IDC_ALGO_MORE,
-    IDC_PASTE,         IDC_COPY,          IDC_VIRUSTOTAL,     IDC_OPEN_FOLDER,   IDC_CANCEL,
-};
-
 const std::vector<FileFilter>& ChecksumFileFilters() {
   static const std::vector<FileFilter> filters = {
       {u"Checksum files",
@@ -41,16 +30,13 @@ const std::vector<FileFilter>& ChecksumFileFilters() {
 
 }  // namespace
 
-MainWindow::MainWindow(View& view, Desktop& desktop, HashQueue& queue)
-    : view_(view), desktop_(desktop), queue_(queue) {}
+MainWindow::MainWindow(View& view, Desktop& desktop, HashQueue& queue, Installation& installation)
+    : view_(view), desktop_(desktop), queue_(queue), installation_(installation) {}
 
 void MainWindow::Start() {
-  ShowOptions();
+  PrepareMenus();
   SetAlgoMask(algorithms);
-}
-
-bool MainWindow::IsCommandEnabled(uint32_t id) {
-  return std::ranges::find(knownCommands, id) != std::end(knownCommands);
+  OfferStaleEntryRepair();
 }
 
 bool MainWindow::OnCommand(uint32_t id) {
@@ -128,11 +114,24 @@ bool MainWindow::OnCommand(uint32_t id) {
     case ID_HASH_TEXT:
       desktop_.ShowHashText(algorithms, uppercase);
       return true;
+    case ID_EXPLORER_MENU:
+    case ID_SEND_TO:
+      ToggleShellEntry(id == ID_EXPLORER_MENU);
+      return true;
     case ID_HELP_ONLINE:
       desktop_.OpenAddress(std::u16string(ProductPage));
       return true;
     case ID_WEBSITE:
       desktop_.OpenAddress(std::u16string(MakerPage));
+      return true;
+    case ID_CLI_TOOL:
+      ShowCommandLineTool();
+      return true;
+    case ID_PROGRAM_FOLDER:
+      OpenProgramFolder();
+      return true;
+    case ID_ABOUT:
+      ShowAbout();
       return true;
     case IDC_VIRUSTOTAL:
     case ID_CTX_VIRUSTOTAL:
@@ -163,8 +162,6 @@ bool MainWindow::OnCommand(uint32_t id) {
 void MainWindow::AddChosen(const std::vector<std::u16string>& paths) {
   if (!paths.empty()) AddPaths(paths);
 }
-
-void MainWindow::ShowOptions() { view_.ShowOptions({uppercase, showLegacy, includeHidden, crLf}); }
 
 void MainWindow::ToggleAlgo(swr::AlgoId id) { SetAlgoMask(algorithms ^ swr::MaskOf(id)); }
 

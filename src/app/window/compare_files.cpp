@@ -15,26 +15,26 @@ bool IsSettled(const ListRow& row) {
   return row.status == RowStatus::Failed || SlotOf(row).present;
 }
 
-Message SizesDiffer(const ListRow& first, const ListRow& second) {
+TaskDialogSpec SizesDiffer(const ListRow& first, const ListRow& second) {
   const auto line = [](const ListRow& row) {
     return row.name + u" (" + swr::FormatSize(row.size) + u")\n";
   };
-  return {MessageIcon::Warning, u"The two files are different.",
-          line(first) + line(second) + u"\nTheir sizes differ."};
+  return MessageDialog(TaskDialogIcon::Warning, u"The two files are different.",
+                       line(first) + line(second) + u"\nTheir sizes differ.");
 }
 
 // What is known of two rows that have their digests or can't have them.
-Message Answer(const ListRow& first, const ListRow& second) {
+TaskDialogSpec Answer(const ListRow& first, const ListRow& second) {
   if (first.status == RowStatus::Failed || second.status == RowStatus::Failed) {
-    return {MessageIcon::Error, u"One of the files can't be read.", {}};
+    return MessageDialog(TaskDialogIcon::Error, u"One of the files can't be read.");
   }
   const std::u16string compared = first.name + u"\n" + second.name + u"\n\nCompared by " +
                                   std::u16string(swr::GetAlgo(CompareAlgo).name);
   if (swr::DigestEquals(SlotOf(first), SlotOf(second).View())) {
-    return {MessageIcon::Information, u"The two files are identical.",
-            compared + u"; the sizes are equal too."};
+    return MessageDialog(TaskDialogIcon::Information, u"The two files are identical.",
+                         compared + u"; the sizes are equal too.");
   }
-  return {MessageIcon::Warning, u"The two files are different.", compared + u"."};
+  return MessageDialog(TaskDialogIcon::Warning, u"The two files are different.", compared + u".");
 }
 
 }  // namespace
@@ -47,7 +47,7 @@ void MainWindow::CompareTwoFiles() {
   // The size of a row that could not be read may not be the file's.
   const bool sizesCount = first.status != RowStatus::Failed && second.status != RowStatus::Failed;
   if (sizesCount && first.size != second.size) {
-    desktop_.ShowMessage(SizesDiffer(first, second));
+    desktop_.ShowTaskDialog(SizesDiffer(first, second));
     return;
   }
   compareFirstId = first.id;
@@ -72,7 +72,7 @@ void MainWindow::FinishFileCompare() {
   if (!IsSettled(*first) || !IsSettled(*second)) return;
   // Before the message, during which further results come in.
   compareArmed = false;
-  desktop_.ShowMessage(Answer(*first, *second));
+  desktop_.ShowTaskDialog(Answer(*first, *second));
 }
 
 }  // namespace app

@@ -7,7 +7,6 @@
 #include "app/window/algo_boxes.h"
 #include "app/window/algo_menu.h"
 #include "app/window/focused_edit_win.h"
-#include "app/window/main_window.h"
 #include "resources/resource_ids.h"
 #include "swr/system/unique_handle.h"
 #include "swr/system/wide_text_win.h"
@@ -16,6 +15,7 @@ namespace app {
 namespace {
 
 constexpr uint32_t CopyDigestFirstCommand = 41100;  // and the AlgoId
+constexpr int OptionsMenu = 2;                      // from the left
 
 struct MenuTraits {
   using Value = HMENU;
@@ -79,6 +79,25 @@ void DialogView::ShowOptions(const OptionChecks& checks) {
   check(ID_SHOW_LEGACY, checks.showLegacy);
   check(ID_INCLUDE_HIDDEN, checks.includeHidden);
   check(ID_CRLF, checks.crLf);
+  if (!checks.shellEntries) return;
+  check(ID_EXPLORER_MENU, checks.shellEntries->explorerMenu);
+  check(ID_SEND_TO, checks.shellEntries->sendTo);
+  EnableMenuItem(
+      GetMenu(dialog_), ID_EXPLORER_MENU,
+      static_cast<UINT>(checks.shellEntries->canChangeExplorerMenu ? MF_ENABLED : MF_GRAYED));
+}
+
+void DialogView::RemoveShellEntryCommands() {
+  const HMENU options = GetSubMenu(GetMenu(dialog_), OptionsMenu);
+  RemoveMenu(options, ID_EXPLORER_MENU, MF_BYCOMMAND);
+  RemoveMenu(options, ID_SEND_TO, MF_BYCOMMAND);
+  // The separator that stood before them.
+  RemoveMenu(options, static_cast<UINT>(GetMenuItemCount(options) - 1), MF_BYPOSITION);
+}
+
+void DialogView::SetProgramFolderText(const std::u16string& text) {
+  ModifyMenuW(GetMenu(dialog_), ID_PROGRAM_FOLDER, MF_BYCOMMAND | MF_STRING, ID_PROGRAM_FOLDER,
+              swr::AsWide(text));
 }
 
 std::optional<swr::AlgoId> DialogView::ChooseAlgo(swr::AlgoMask mask, bool withLegacy) {
@@ -144,14 +163,11 @@ std::optional<ListMenuChoice> DialogView::ChooseListCommand(const ListMenu& menu
                 swr::AsWide(text));
   }
   if (position > 0) InsertMenuW(popup, position, MF_BYPOSITION | MF_SEPARATOR, 0, nullptr);
-  for (int i = 0; i < GetMenuItemCount(popup); ++i) {
-    const UINT id = GetMenuItemID(popup, i);
-    const bool isCommand = id >= ID_CTX_COPY_LINE && id < CopyDigestFirstCommand;
-    const bool canNot = (id == ID_CTX_COMPARE && !menu.canCompare) ||
-                        (id == ID_CTX_VIRUSTOTAL && !menu.canLookUp) ||
-                        !MainWindow::IsCommandEnabled(id);
-    if (isCommand && canNot) EnableMenuItem(popup, id, MF_BYCOMMAND | MF_GRAYED);
-  }
+  const auto enable = [popup](UINT id, bool can) {
+    EnableMenuItem(popup, id, static_cast<UINT>(can ? MF_ENABLED : MF_GRAYED));
+  };
+  enable(ID_CTX_COMPARE, menu.canCompare);
+  enable(ID_CTX_VIRUSTOTAL, menu.canLookUp);
   const POINT place = at ? POINT{at->x, at->y} : list.MenuPlace();
   const auto chosen = static_cast<uint32_t>(TrackPopupMenu(popup, TPM_RETURNCMD | TPM_RIGHTBUTTON,
                                                            place.x, place.y, 0, dialog_, nullptr));

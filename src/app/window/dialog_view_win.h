@@ -46,6 +46,8 @@ class DialogView final : public View {
   std::vector<uint32_t> ColumnWidths() const override { return list.ColumnWidths(); }
   void ShowAlgoSelection(swr::AlgoMask mask, const std::u16string& moreText) override;
   void ShowOptions(const OptionChecks& checks) override;
+  void RemoveShellEntryCommands() override;
+  void SetProgramFolderText(const std::u16string& text) override;
   std::optional<swr::AlgoId> ChooseAlgo(swr::AlgoMask mask, bool withLegacy) override;
   std::u16string ExpectedText() const override;
   void SetExpectedText(const std::u16string& text) override;

@@ -17,6 +17,8 @@
 #include "app/desktop/signature_thread_win.h"
 #include "app/desktop/task_dialog_win.h"
 #include "app/dialogs/hash_text_dialog_win.h"
+#include "app/install/install_system_win.h"
+#include "app/instance/instance_win.h"
 #include "app/window/dialog_view_win.h"
 #include "app/window/gdi_handles_win.h"
 #include "app/window/main_window.h"
@@ -65,7 +67,9 @@ class MainDialog final : public Desktop {
   std::optional<SaveTarget> PickSaveTarget(const SaveRequest& request) override {
     return PickTarget(window_, request);
   }
-  void ShowMessage(const Message& message) override { ShowTaskDialog(window_, message); }
+  int ShowTaskDialog(const TaskDialogSpec& spec) override {
+    return app::ShowTaskDialog(window_, spec);
+  }
   uint32_t ClipboardSequence() override { return GetClipboardSequenceNumber(); }
   std::optional<std::u16string> ReadClipboardText() override {
     return app::ReadClipboardText(window_);
@@ -74,6 +78,10 @@ class MainDialog final : public Desktop {
     app::WriteClipboardText(window_, text);
   }
   void OpenAddress(const std::u16string& address) override { OpenWithShell(address); }
+  void OpenFolder(const std::u16string& folder) override { OpenWithShell(folder); }
+  void OpenCommandPrompt(const std::u16string& folder, const std::u16string& command) override {
+    app::OpenCommandPrompt(window_, folder, command);
+  }
   void ShowInFolder(const std::u16string& path, const std::u16string& folder) override {
     ShowInFileManager(path, folder);
   }
@@ -111,7 +119,6 @@ class MainDialog final : public Desktop {
 
   INT_PTR Dispatch(UINT message, WPARAM wParam, LPARAM lParam);
   void Initialize();
-  void DisableWhatIsNotThereYet();
   void TakeResults();
 
   INT_PTR OnDestroy(WPARAM, LPARAM);
@@ -121,7 +128,8 @@ class MainDialog final : public Desktop {
   INT_PTR OnDrawItem(WPARAM wParam, LPARAM lParam);
   INT_PTR OnNotify(WPARAM, LPARAM lParam);
   INT_PTR OnListNotify(NMHDR& header);
-  INT_PTR OnBannerNotify(const NMHDR& header);
+  INT_PTR OnLinkNotify(const NMHDR& header);
+  INT_PTR OnCopyData(WPARAM, LPARAM lParam);
   INT_PTR OnCommand(WPARAM wParam, LPARAM);
   INT_PTR OnTimer(WPARAM wParam, LPARAM);
   INT_PTR OnDropFiles(WPARAM wParam, LPARAM);
@@ -145,6 +153,8 @@ class MainDialog final : public Desktop {
   Toolbar toolbar_;
   std::optional<ResultQueue> results_;
   std::optional<Worker> worker_;
+  WindowsInstallSystem installSystem_;
+  Installation installation_{installSystem_};
   std::optional<MainWindow> main_;
 };
 
@@ -158,6 +168,7 @@ const MainDialog::MessageEntry MainDialog::messageTable[] = {
     {WM_COMMAND, &MainDialog::OnCommand},
     {WM_TIMER, &MainDialog::OnTimer},
     {WM_DROPFILES, &MainDialog::OnDropFiles},
+    {WM_COPYDATA, &MainDialog::OnCopyData},
     {WM_DPICHANGED, &MainDialog::OnDpiChanged},
     {WM_APP_DPI_RELAYOUT, &MainDialog::OnDpiRelayout},
     {WM_SETTINGCHANGE, &MainDialog::OnSettingChange},
@@ -199,8 +210,9 @@ void MainDialog::Initialize() {
       .results = [this] { return PostMessageW(window_, WM_APP_HASH_RESULT, 0, 0) != FALSE; },
       .progress = [this] { return PostMessageW(window_, WM_APP_HASH_PROGRESS, 0, 0) != FALSE; }});
   worker_.emplace(*results_);
-  main_.emplace(view_, *this, *worker_);
+  main_.emplace(view_, *this, *worker_, installation_);
   taskbarMessage_ = RegisterWindowMessageW(L"TaskbarButtonCreated");
+  PublishMainWindow(window_);
   main_->ReadSettings();
   highContrast_ = IsHighContrast();
 
@@ -216,25 +228,11 @@ void MainDialog::Initialize() {
       window_, IDC_EXPECTED, EM_SETCUEBANNER, 1,
       reinterpret_cast<LPARAM>(L"Paste the hash from the download page to compare"));
   toolbar_.Create(window_, dpi_);
-  DisableWhatIsNotThereYet();
 
   view_.CaptureLayout();
   main_->RestorePlacement();
   main_->Start();
   view_.ApplyLayout();
-}
-
-// A command that can't be given is shown as such, never as one that does nothing.
-void MainDialog::DisableWhatIsNotThereYet() {
-  const HMENU bar = GetMenu(window_);
-  for (int m = 0; m < GetMenuItemCount(bar); ++m) {
-    const HMENU menu = GetSubMenu(bar, m);
-    for (int i = 0; i < GetMenuItemCount(menu); ++i) {
-      const UINT id = GetMenuItemID(menu, i);
-      if (id != 0 && !MainWindow::IsCommandEnabled(id)) EnableMenuItem(bar, id, MF_GRAYED);
-    }
-  }
-  EnableWindow(GetDlgItem(window_, IDC_LINKS), FALSE);
 }
 
 INT_PTR MainDialog::OnDestroy(WPARAM, LPARAM) {
@@ -276,13 +274,18 @@ INT_PTR MainDialog::OnNotify(WPARAM, LPARAM lParam) {
     Toolbar::FillTip(*reinterpret_cast<NMTBGETINFOTIPW*>(lParam));
     return TRUE;
   }
-  if (header->idFrom == IDC_BANNER) return OnBannerNotify(*header);
+  if (header->idFrom == IDC_BANNER || header->idFrom == IDC_LINKS) return OnLinkNotify(*header);
   return header->idFrom == IDC_LIST ? OnListNotify(*header) : FALSE;
 }
 
-INT_PTR MainDialog::OnBannerNotify(const NMHDR& header) {
+INT_PTR MainDialog::OnLinkNotify(const NMHDR& header) {
   if (header.code != NM_CLICK && header.code != NM_RETURN) return FALSE;
-  main_->OnBannerLink(swr::FromWide(reinterpret_cast<const NMLINK&>(header).item.szID));
+  const std::u16string link = swr::FromWide(reinterpret_cast<const NMLINK&>(header).item.szID);
+  if (header.idFrom == IDC_BANNER) {
+    main_->OnBannerLink(link);
+  } else {
+    main_->OnCommand(link == u"cli" ? ID_CLI_TOOL : ID_ABOUT);
+  }
   return TRUE;
 }
 
@@ -381,6 +384,19 @@ INT_PTR MainDialog::OnDropFiles(WPARAM wParam, LPARAM) {
   }
   DragFinish(drop);
   main_->AddPaths(paths);
+  return TRUE;
+}
+
+// Comes from another process, so nothing about it is taken for granted. The sender waits.
+INT_PTR MainDialog::OnCopyData(WPARAM, LPARAM lParam) {
+  const auto& data = *reinterpret_cast<const COPYDATASTRUCT*>(lParam);
+  const size_t size = data.lpData == nullptr ? 0 : data.cbData;
+  const auto paths = ReadHandOver(data.dwData, {static_cast<const std::byte*>(data.lpData), size});
+  if (!paths) return TRUE;
+  if (IsIconic(window_)) ShowWindow(window_, SW_RESTORE);
+  SetForegroundWindow(window_);
+  main_->AddPaths(*paths);
+  SetWindowLongPtrW(window_, DWLP_MSGRESULT, 1);
   return TRUE;
 }
 

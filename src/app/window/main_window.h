@@ -1,6 +1,7 @@
 // The state behind the main window, and the flows that work on it. Each group of functions below is
 // a file of its own, named beside it. No flow knows a window handle: the screen is a View, the
-// desktop a Desktop and the background thread a HashQueue.
+// desktop a Desktop, the background thread a HashQueue, and this copy of the program an
+// Installation.
 #pragma once
 
 #include <array>
@@ -13,6 +14,7 @@
 #include <vector>
 
 #include "app/desktop/desktop.h"
+#include "app/install/installation.h"
 #include "app/window/list_columns.h"
 #include "app/window/list_row.h"
 #include "app/window/row_verdict.h"
@@ -25,13 +27,13 @@
 
 namespace app {
 
-enum class BannerKind : uint8_t { None, Clipboard, ChecksumFileOffer, SkippedLines };
+enum class BannerKind : uint8_t { None, Clipboard, ChecksumFileOffer, SkippedLines, StaleExplorer };
 
 // Lives on the window's thread.
 class MainWindow {
  public:
-  // All three must outlive the object.
-  MainWindow(View& view, Desktop& desktop, HashQueue& queue);
+  // All must outlive the object.
+  MainWindow(View& view, Desktop& desktop, HashQueue& queue, Installation& installation);
   MainWindow(const MainWindow&) = delete;
   MainWindow& operator=(const MainWindow&) = delete;
 
@@ -108,6 +110,14 @@ class MainWindow {
   // look_up.cpp: what is known elsewhere of the one selected file.
   void LookUpOnVirusTotal();
 
+  // shell_entries.cpp: the entries that start the program, and what depends on how it was
+  // installed. Turns the entry in Explorer's menu, or the one in the Send To menu, on or off.
+  void ToggleShellEntry(bool explorer);
+  // Offers to repair entries that start a copy which is gone. The last step of the start.
+  void OfferStaleEntryRepair();
+  void ShowAbout();
+  void ShowCommandLineTool();
+
   // settings.cpp: what is kept from one run to the next.
   void ReadSettings();
   // The window goes where it was; its size must be final but for this.
@@ -129,8 +139,6 @@ class MainWindow {
   // Carries out the command with this number of resource_ids.h. False for one that the window does
   // not know.
   bool OnCommand(uint32_t id);
-  // Whether the command can be given.
-  static bool IsCommandEnabled(uint32_t id);
   // The one way to change the selection of algorithms; an empty one becomes SHA-256 alone.
   void SetAlgoMask(swr::AlgoMask mask);
 
@@ -179,12 +187,17 @@ class MainWindow {
   void OpenVirusTotalPage(const ListRow& row);
   std::u16string RowDetails(ListRow& row);
   void AddChosen(const std::vector<std::u16string>& paths);
+  // Brings the menu in line with the options and with the entries of the shell.
   void ShowOptions();
+  void PrepareMenus();
+  void RepairStaleEntries(bool enable);
+  void OpenProgramFolder();
   void ToggleAlgo(swr::AlgoId id);
 
   View& view_;
   Desktop& desktop_;
   HashQueue& queue_;
+  Installation& installation_;
   std::unordered_map<uint64_t, size_t> rowIndex_;  // from id to index in `rows`
   uint64_t nextRowId_ = 1;
   uint32_t clipboardSequence_ = 0;     // of the content that was looked at last

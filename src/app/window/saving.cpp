@@ -100,8 +100,9 @@ void MainWindow::SaveChecksums() {
   }
   const swr::AlgoMask common = CommonAlgos(targets, algorithms);
   if (common == 0) {
-    desktop_.ShowMessage({MessageIcon::Information, u"There's nothing to save yet.",
-                          u"Add files and wait until their checksums are calculated."});
+    desktop_.ShowTaskDialog(
+        MessageDialog(TaskDialogIcon::Information, u"There's nothing to save yet.",
+                      u"Add files and wait until their checksums are calculated."));
     return;
   }
 
@@ -119,8 +120,9 @@ void MainWindow::SaveChecksums() {
                             .hasAlgo = choice.hasAlgo});
   const uint32_t error = swr::WriteWholeFile(swr::ToLongPath(target->path), bytes);
   if (error != 0) {
-    desktop_.ShowMessage({MessageIcon::Error, u"The checksums couldn't be saved.",
-                          target->path + u"\n\n" + swr::FormatErrorText(error) + u"."});
+    desktop_.ShowTaskDialog(
+        MessageDialog(TaskDialogIcon::Error, u"The checksums couldn't be saved.",
+                      target->path + u"\n\n" + swr::FormatErrorText(error) + u"."));
   }
 }
 

@@ -8,7 +8,6 @@
 #include <utility>
 
 #include "app/desktop/dpi_win.h"
-#include "app/window/main_window.h"
 #include "resources/resource_ids.h"
 
 namespace app {
@@ -97,8 +96,7 @@ void Toolbar::Create(HWND dialog, int dpi) {
     } else {
       item.iBitmap = image++;
       item.idCommand = button.command;
-      item.fsState =
-          MainWindow::IsCommandEnabled(static_cast<uint32_t>(button.command)) ? TBSTATE_ENABLED : 0;
+      item.fsState = TBSTATE_ENABLED;
       item.fsStyle = BTNS_AUTOSIZE;
       item.iString = reinterpret_cast<INT_PTR>(button.label);
     }

@@ -52,15 +52,17 @@ void MainWindow::VerifyChecksumFile(const std::u16string& path) {
   uint32_t error = 0;
   const std::optional<std::u16string> text = swr::ReadTextFile(path, &error);
   if (!text) {
-    desktop_.ShowMessage({MessageIcon::Error, u"The checksum file can't be read.",
-                          path + u"\n\n" + swr::FormatErrorText(error) + u"."});
+    desktop_.ShowTaskDialog(MessageDialog(TaskDialogIcon::Error,
+                                          u"The checksum file can't be read.",
+                                          path + u"\n\n" + swr::FormatErrorText(error) + u"."));
     return;
   }
   swr::ChecksumSet set = swr::ParseChecksumText(*text, path);
   if (set.lines.empty()) {
-    desktop_.ShowMessage({MessageIcon::Warning, u"No checksums were found in this file.",
-                          path + u"\n\nChecksum files have lines like \"<hash>  <file name>\" or "
-                                 u"\"SHA256 (<file name>) = <hash>\"."});
+    desktop_.ShowTaskDialog(
+        MessageDialog(TaskDialogIcon::Warning, u"No checksums were found in this file.",
+                      path + u"\n\nChecksum files have lines like \"<hash>  <file name>\" or "
+                             u"\"SHA256 (<file name>) = <hash>\"."));
     return;
   }
 

@@ -23,12 +23,21 @@ struct ProgressFigures {
   uint64_t totalBytes = 0;  // never 0
 };
 
+// The entries of the shell that start this copy of the program.
+struct ShellEntryChecks {
+  bool explorerMenu = false;
+  bool canChangeExplorerMenu = true;
+  bool sendTo = false;
+};
+
 // The options that the menu shows as checked.
 struct OptionChecks {
   bool uppercase = false;
   bool showLegacy = false;
   bool includeHidden = false;
   bool crLf = false;
+  // Nothing where the menu has no such entries.
+  std::optional<ShellEntryChecks> shellEntries;
 };
 
 // What the result line says, which decides how it is drawn.
@@ -109,6 +118,10 @@ class View {
 
   virtual void ShowAlgoSelection(swr::AlgoMask mask, const std::u16string& moreText) = 0;
   virtual void ShowOptions(const OptionChecks& checks) = 0;
+  // Takes the shell's entries out of the menu of options, for good.
+  virtual void RemoveShellEntryCommands() = 0;
+  // What the menu calls ID_PROGRAM_FOLDER.
+  virtual void SetProgramFolderText(const std::u16string& text) = 0;
   // The choice made in the menu of all algorithms, if any.
   virtual std::optional<swr::AlgoId> ChooseAlgo(swr::AlgoMask mask, bool withLegacy) = 0;
 

@@ -175,10 +175,10 @@ TEST(ChecksumFileOfferTest, AListWithoutChecksumsIsToldAndItsRowIsGoneAllTheSame
   };
   offered.window.main.OnBannerLink(u"a");
   EXPECT_EQ(offered.window.desktop.messages,
-            (std::vector<Message>{
-                {MessageIcon::Warning, u"No checksums were found in this file.",
-                 offered.list + u"\n\nChecksum files have lines like \"<hash>  <file name>\" or "
-                                u"\"SHA256 (<file name>) = <hash>\"."}}));
+            (std::vector<TaskDialogSpec>{MessageDialog(
+                TaskDialogIcon::Warning, u"No checksums were found in this file.",
+                offered.list + u"\n\nChecksum files have lines like \"<hash>  <file name>\" or "
+                               u"\"SHA256 (<file name>) = <hash>\".")}));
   EXPECT_FALSE(bannerStood) << "the banner goes first";
   EXPECT_TRUE(offered.window.main.rows.empty());
   EXPECT_EQ(offered.window.view.rowCount, 0u);

@@ -17,13 +17,16 @@ using swr::MaskOf;
 
 constexpr swr::AlgoMask Sha256 = MaskOf(AlgoId::Sha256);
 
-const Message Identical = {MessageIcon::Information, u"The two files are identical.",
-                           u"a.bin\nb.bin\n\nCompared by SHA-256; the sizes are equal too."};
-const Message Different = {MessageIcon::Warning, u"The two files are different.",
-                           u"a.bin\nb.bin\n\nCompared by SHA-256."};
-const Message Unreadable = {MessageIcon::Error, u"One of the files can't be read.", u""};
+const TaskDialogSpec Identical =
+    MessageDialog(TaskDialogIcon::Information, u"The two files are identical.",
+                  u"a.bin\nb.bin\n\nCompared by SHA-256; the sizes are equal too.");
+const TaskDialogSpec Different =
+    MessageDialog(TaskDialogIcon::Warning, u"The two files are different.",
+                  u"a.bin\nb.bin\n\nCompared by SHA-256.");
+const TaskDialogSpec Unreadable =
+    MessageDialog(TaskDialogIcon::Error, u"One of the files can't be read.", u"");
 
-using Messages = std::vector<Message>;
+using Messages = std::vector<TaskDialogSpec>;
 
 // Two rows, both selected; nothing of them is hashed yet.
 struct TwoRows {
@@ -78,7 +81,8 @@ TEST(CompareTwoFilesTest, SizesAloneAreEnough) {
     two.b.size = test.sizeB;
     two.Compare();
     EXPECT_EQ(two.window.desktop.messages,
-              (Messages{{MessageIcon::Warning, u"The two files are different.", test.content}}));
+              (Messages{MessageDialog(TaskDialogIcon::Warning, u"The two files are different.",
+                                      test.content)}));
     EXPECT_TRUE(two.window.queue.jobs.empty());
     EXPECT_FALSE(two.window.main.compareArmed);
   }
@@ -138,9 +142,10 @@ TEST(CompareTwoFilesTest, FirstIsTheUpperRow) {
   PutDigest(two.b, {AlgoId::Sha256, 1});
   two.window.view.selected = {1, 2};
   two.Compare();
-  EXPECT_EQ(two.window.desktop.messages,
-            (Messages{{MessageIcon::Information, u"The two files are identical.",
-                       u"b.bin\nc.bin\n\nCompared by SHA-256; the sizes are equal too."}}));
+  EXPECT_EQ(
+      two.window.desktop.messages,
+      (Messages{MessageDialog(TaskDialogIcon::Information, u"The two files are identical.",
+                              u"b.bin\nc.bin\n\nCompared by SHA-256; the sizes are equal too.")}));
 }
 
 TEST(CompareTwoFilesTest, TheSameFileInTwoRows) {
@@ -150,9 +155,10 @@ TEST(CompareTwoFilesTest, TheSameFileInTwoRows) {
   two.Compare();
   two.Finish(7);
   two.Finish(7);
-  EXPECT_EQ(two.window.desktop.messages,
-            (Messages{{MessageIcon::Information, u"The two files are identical.",
-                       u"a.bin\na.bin\n\nCompared by SHA-256; the sizes are equal too."}}));
+  EXPECT_EQ(
+      two.window.desktop.messages,
+      (Messages{MessageDialog(TaskDialogIcon::Information, u"The two files are identical.",
+                              u"a.bin\na.bin\n\nCompared by SHA-256; the sizes are equal too.")}));
 }
 
 TEST(CompareTwoFilesTest, TheFileMayGrowWhileItIsHashed) {
@@ -266,9 +272,10 @@ TEST(CompareTwoFilesTest, AnotherComparisonTakesItsPlace) {
   two.Finish(2);
   EXPECT_TRUE(two.window.desktop.messages.empty());
   two.Finish(2);
-  EXPECT_EQ(two.window.desktop.messages,
-            (Messages{{MessageIcon::Information, u"The two files are identical.",
-                       u"b.bin\nc.bin\n\nCompared by SHA-256; the sizes are equal too."}}));
+  EXPECT_EQ(
+      two.window.desktop.messages,
+      (Messages{MessageDialog(TaskDialogIcon::Information, u"The two files are identical.",
+                              u"b.bin\nc.bin\n\nCompared by SHA-256; the sizes are equal too.")}));
 }
 
 TEST(CompareTwoFilesTest, DifferentSizesLeaveAWaitingOneAlone) {

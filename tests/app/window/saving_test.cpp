@@ -39,8 +39,9 @@ const FileFilter OfMd5 = {u"MD5 checksums, sha256sum format (*.md5)", u"*.md5"};
 const FileFilter OfSha256 = {u"SHA-256 checksums, sha256sum format (*.sha256)", u"*.sha256"};
 const FileFilter OfCrc32 = {u"CRC32 checksums, sha256sum format (*.crc32)", u"*.crc32"};
 
-const Message NothingToSave = {MessageIcon::Information, u"There's nothing to save yet.",
-                               u"Add files and wait until their checksums are calculated."};
+const TaskDialogSpec NothingToSave =
+    MessageDialog(TaskDialogIcon::Information, u"There's nothing to save yet.",
+                  u"Add files and wait until their checksums are calculated.");
 
 std::string ReadBytes(const std::u16string& path) {
   swr::File file;
@@ -194,7 +195,7 @@ TEST(SaveOfferTest, Table) {
     Save(window);
     if (test.filters.empty()) {
       EXPECT_TRUE(window.desktop.saveRequests.empty());
-      EXPECT_EQ(window.desktop.messages, std::vector<Message>{NothingToSave});
+      EXPECT_EQ(window.desktop.messages, std::vector<TaskDialogSpec>{NothingToSave});
       continue;
     }
     EXPECT_TRUE(window.desktop.messages.empty());
@@ -460,8 +461,9 @@ TEST_F(SavingTest, FailuresAreToldAndChangeNothing) {
     const std::u16string path = tree.Path(test.name);
     const std::string left = SaveAs(test.name, FilterTagged);
     EXPECT_EQ(window.desktop.messages,
-              (std::vector<Message>{{MessageIcon::Error, u"The checksums couldn't be saved.",
-                                     path + u"\n\n" + swr::FormatErrorText(test.error) + u"."}}));
+              (std::vector<TaskDialogSpec>{
+                  MessageDialog(TaskDialogIcon::Error, u"The checksums couldn't be saved.",
+                                path + u"\n\n" + swr::FormatErrorText(test.error) + u".")}));
     EXPECT_EQ(left, test.left);
     EXPECT_EQ(Look(window), before);
     EXPECT_EQ(window.view.selected, std::vector<size_t>{0});

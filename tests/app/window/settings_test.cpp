@@ -21,7 +21,9 @@ struct NewWindow {
   FakeView view;
   FakeDesktop desktop;
   FakeQueue queue;
-  MainWindow main{view, desktop, queue};
+  FakeInstallSystem installSystem;
+  Installation installation{installSystem};
+  MainWindow main{view, desktop, queue, installation};
 };
 
 // Numbers of 32 bits as they are kept, the lowest byte first.

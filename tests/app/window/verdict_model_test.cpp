@@ -110,7 +110,7 @@ class RandomRun {
     EXPECT_EQ(Jobs(), reference_.jobs);
     if (message_) {
       ASSERT_EQ(window_.desktop.messages.size(), 1u);
-      EXPECT_EQ(window_.desktop.messages[0].instruction, *message_);
+      EXPECT_EQ(window_.desktop.messages[0].mainInstruction, *message_);
     } else {
       EXPECT_TRUE(window_.desktop.messages.empty());
     }

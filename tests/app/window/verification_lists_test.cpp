@@ -24,9 +24,9 @@ TEST_F(ListedFilesTest, SixtyFourMebibytesAreReadAndNotOneByteMore) {
   swr::testing::ResizeFile(path, largest + 1);
   window.main.VerifyChecksumFile(path);
   EXPECT_EQ(window.desktop.messages,
-            (std::vector<Message>{
-                {MessageIcon::Error, u"The checksum file can't be read.",
-                 path + u"\n\n" + swr::FormatErrorText(swr::ErrorFileTooLarge) + u"."}}));
+            (std::vector<TaskDialogSpec>{MessageDialog(
+                TaskDialogIcon::Error, u"The checksum file can't be read.",
+                path + u"\n\n" + swr::FormatErrorText(swr::ErrorFileTooLarge) + u".")}));
   EXPECT_TRUE(window.main.rows.empty());
 
   window.desktop.messages.clear();

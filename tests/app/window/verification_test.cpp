@@ -179,13 +179,14 @@ TEST_F(VerificationTest, AFileThatCantBeReadIsToldAndNothingElseHappens) {
     window.main.VerifyChecksumFile(shut);
   }
   const std::u16string instruction = u"The checksum file can't be read.";
-  EXPECT_EQ(window.desktop.messages,
-            (std::vector<Message>{
-                {MessageIcon::Error, instruction,
-                 missing + u"\n\n" + swr::FormatErrorText(swr::ErrorFileNotFound) + u"."},
-                {MessageIcon::Error, instruction,
-                 shut + u"\n\n" + swr::FormatErrorText(swr::ErrorAccessDenied) + u"."},
-            }));
+  EXPECT_EQ(
+      window.desktop.messages,
+      (std::vector<TaskDialogSpec>{
+          MessageDialog(TaskDialogIcon::Error, instruction,
+                        missing + u"\n\n" + swr::FormatErrorText(swr::ErrorFileNotFound) + u"."),
+          MessageDialog(TaskDialogIcon::Error, instruction,
+                        shut + u"\n\n" + swr::FormatErrorText(swr::ErrorAccessDenied) + u"."),
+      }));
   EXPECT_EQ(Names(), TextList{u"a.bin"});
   EXPECT_EQ(window.view.selected, std::vector<size_t>{0});
   EXPECT_EQ(static_cast<int>(window.queue.jobs.size()), jobs);
@@ -218,10 +219,10 @@ TEST_F(VerificationTest, AFileWithoutChecksumsIsToldAndNothingElseHappens) {
     const std::u16string path = tree.AddFile(u"list.txt", test.text);
     other.main.VerifyChecksumFile(path);
     EXPECT_EQ(other.desktop.messages,
-              (std::vector<Message>{
-                  {MessageIcon::Warning, u"No checksums were found in this file.",
-                   path + u"\n\nChecksum files have lines like \"<hash>  <file name>\" or "
-                          u"\"SHA256 (<file name>) = <hash>\"."}}));
+              (std::vector<TaskDialogSpec>{MessageDialog(
+                  TaskDialogIcon::Warning, u"No checksums were found in this file.",
+                  path + u"\n\nChecksum files have lines like \"<hash>  <file name>\" or "
+                         u"\"SHA256 (<file name>) = <hash>\".")}));
     EXPECT_EQ(other.main.rows.size(), 1u);
     EXPECT_EQ(other.view.selected, std::vector<size_t>{0});
     EXPECT_FALSE(other.view.banner) << "no word of skipped lines";
@@ -428,7 +429,7 @@ TEST_F(VerificationTest, TheCommandLoadsEachChosenFileInTurn) {
           {u"All files", u"*.*"}}));
   EXPECT_EQ(Names(), (TextList{u"a.bin", u"b.bin"}));
   ASSERT_EQ(window.desktop.messages.size(), 1u);
-  EXPECT_EQ(window.desktop.messages[0].instruction, u"No checksums were found in this file.");
+  EXPECT_EQ(window.desktop.messages[0].mainInstruction, u"No checksums were found in this file.");
   window.HashQueuedFiles();
   EXPECT_EQ(window.Result(), (ResultLine{u"All 2 files are OK.", ResultKind::Good}));
 }

@@ -1,0 +1,20 @@
+// What the dialog says that introduces swrhash, the companion for command prompts and scripts. It
+// is a program of its own, which may or may not lie beside this one.
+#pragma once
+
+#include <string>
+
+#include "app/desktop/task_dialog.h"
+
+namespace app {
+
+inline constexpr char16_t CommandLineToolFile[] = u"swrhash.exe";
+
+// The dialog's answers, beside that of closing it.
+inline constexpr int OpenPromptAnswer = 100;
+inline constexpr int OpenProgramFolderAnswer = 101;
+inline constexpr int GetToolAnswer = 102;
+
+TaskDialogSpec CommandLineToolDialog(bool isThere, const std::u16string& programFolder);
+
+}  // namespace app

@@ -1,0 +1,55 @@
+// This copy of the program among others: how it came here, and which copy the entries in Explorer's
+// menu and in the Send To menu start. A copy may be portable, so an entry can point at one that has
+// moved or gone.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "app/install/install_system.h"
+
+namespace app {
+
+// Which copy an entry starts.
+enum class ExplorerState : uint8_t {
+  None = 0,         // there is no entry
+  ThisCopy = 1,     // this one
+  OtherCopy = 2,    // another one, which exists
+  Stale = 3,        // one that is gone; also a link that can't be read
+  MachineWide = 4,  // set up for all users of the machine, which this copy can't change
+};
+using SendToState = ExplorerState;  // never MachineWide
+
+// Everything is asked anew each time: the registry and the disk change behind the program's back.
+class Installation {
+ public:
+  // `system` must outlive the object.
+  explicit Installation(InstallSystem& system) : system_(system) {}
+
+  std::u16string ProgramPath() const { return system_.ProgramPath(); }
+  // The folder of the program's file, without a separator at its end.
+  std::u16string ProgramFolder() const;
+  // Whether there is a file of this name beside the program.
+  bool HasCompanion(const std::u16string& fileName) const;
+  // Whether the program runs from the folder that its setup recorded.
+  bool IsInstalledCopy() const;
+  bool IsPackaged() const { return system_.RunsFromPackage(); }
+  // Whether `path` is this program or lies in its folder: two builds in one folder are one copy.
+  bool IsThisProgram(const std::u16string& path) const;
+
+  ExplorerState GetExplorerState() const;
+  SendToState GetSendToState() const;
+  // Make the entries start this copy, or remove them. False when not all of that could be done.
+  bool SetExplorerMenu(bool enable);
+  bool SetSendToLink(bool enable);
+
+ private:
+  ExplorerState StateOf(const std::u16string& target) const;
+  std::optional<std::u16string> EntryCommand(RegistryHive hive) const;
+  std::optional<std::u16string> LinkPath() const;
+
+  InstallSystem& system_;
+};
+
+}  // namespace app

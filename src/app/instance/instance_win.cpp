@@ -1,0 +1,94 @@
+#include "app/instance/instance_win.h"
+
+#include <cstring>
+
+#include "swr/system/full_path.h"
+#include "swr/system/unique_handle.h"
+#include "swr/system/wide_text_win.h"
+
+namespace app {
+namespace {
+
+constexpr wchar_t InstanceName[] = L"Local\\Zendrik.Sumwright.Instance";
+constexpr wchar_t WindowName[] = L"Local\\Zendrik.Sumwright.Window";
+constexpr DWORD TryInterval = 100;       // milliseconds
+constexpr UINT DeliveryTimeout = 10000;  // milliseconds
+
+struct HandleTraits {
+  using Value = HANDLE;
+  static constexpr HANDLE Invalid = nullptr;
+  static void Close(HANDLE value) noexcept { CloseHandle(value); }
+};
+using Handle = swr::UniqueHandle<HandleTraits>;
+
+struct MappedViewTraits {
+  using Value = void*;
+  static constexpr void* Invalid = nullptr;
+  static void Close(void* value) noexcept { UnmapViewOfFile(value); }
+};
+
+// What is published: the window's handle. The value has this size in programs of either width.
+using PublishedHandle = uint64_t;
+static_assert(sizeof(PublishedHandle) == 8);
+
+swr::UniqueHandle<MappedViewTraits> MapView(HANDLE mapping, DWORD access) {
+  return swr::UniqueHandle<MappedViewTraits>(
+      MapViewOfFile(mapping, access, 0, 0, sizeof(PublishedHandle)));
+}
+
+HWND AsWindow(uint64_t window) { return reinterpret_cast<HWND>(static_cast<UINT_PTR>(window)); }
+
+}  // namespace
+
+// The handle stays open: the object lasts as long as a process that has it.
+bool WindowsInstanceSystem::AnotherInstanceExists() {
+  const HANDLE instance = CreateMutexW(nullptr, FALSE, InstanceName);
+  return instance != nullptr && GetLastError() == ERROR_ALREADY_EXISTS;
+}
+
+uint64_t WindowsInstanceSystem::PublishedWindow() {
+  const Handle mapping(OpenFileMappingW(FILE_MAP_READ, FALSE, WindowName));
+  if (!mapping) return 0;
+  const auto view = MapView(mapping.Get(), FILE_MAP_READ);
+  if (!view) return 0;
+  PublishedHandle window = 0;
+  std::memcpy(&window, view.Get(), sizeof window);
+  return window;
+}
+
+bool WindowsInstanceSystem::IsWindow(uint64_t window) {
+  return ::IsWindow(AsWindow(window)) != FALSE;
+}
+
+void WindowsInstanceSystem::WaitForWindow() { Sleep(TryInterval); }
+
+std::optional<std::u16string> WindowsInstanceSystem::FullPath(const std::u16string& path) {
+  return swr::SystemFullPath(path);
+}
+
+bool WindowsInstanceSystem::Deliver(uint64_t window, const std::u16string& payload) {
+  COPYDATASTRUCT data = {};
+  data.dwData = static_cast<ULONG_PTR>(HandOverMark);
+  data.cbData = static_cast<DWORD>(payload.size() * sizeof(char16_t));
+  data.lpData = const_cast<char16_t*>(payload.data());
+  DWORD process = 0;
+  GetWindowThreadProcessId(AsWindow(window), &process);
+  // The window is not the foreground process's; without leave it would only flash in the taskbar.
+  AllowSetForegroundWindow(process);
+  DWORD_PTR answer = 0;
+  return SendMessageTimeoutW(AsWindow(window), WM_COPYDATA, 0, reinterpret_cast<LPARAM>(&data),
+                             SMTO_ABORTIFHUNG, DeliveryTimeout, &answer) != 0;
+}
+
+void PublishMainWindow(HWND window) {
+  // The handle stays open, so that the object outlives this function.
+  static const HANDLE mapping = CreateFileMappingW(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0,
+                                                   sizeof(PublishedHandle), WindowName);
+  if (mapping == nullptr) return;
+  const auto view = MapView(mapping, FILE_MAP_WRITE);
+  if (!view) return;
+  const auto published = static_cast<PublishedHandle>(reinterpret_cast<UINT_PTR>(window));
+  std::memcpy(view.Get(), &published, sizeof published);
+}
+
+}  // namespace app

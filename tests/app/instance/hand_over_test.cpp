@@ -1,0 +1,162 @@
+#include "app/instance/hand_over.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <map>
+#include <set>
+
+namespace app {
+namespace {
+
+using Paths = std::vector<std::u16string>;
+using namespace std::string_literals;
+
+std::vector<std::byte> BytesOf(const std::u16string& text) {
+  const auto bytes = std::as_bytes(std::span(text.data(), text.size()));
+  return {bytes.begin(), bytes.end()};
+}
+
+std::optional<Paths> Read(const std::u16string& payload) {
+  return ReadHandOver(HandOverMark, BytesOf(payload));
+}
+
+TEST(HandOverPayloadTest, EachPathHasOneTerminator) {
+  EXPECT_EQ(HandOverPayload({}), u"");
+  EXPECT_EQ(HandOverPayload({u"C:\\a.txt", u"C:\\b"}), u"C:\\a.txt\0C:\\b\0"s);
+  EXPECT_EQ(BytesOf(HandOverPayload({u"C:\\a.txt", u"C:\\b"})).size(), 28u);
+  EXPECT_EQ(HandOverPayload({u""}), u"\0"s);
+}
+
+TEST(HandOverPayloadTest, IsReadPathByPath) {
+  const std::vector<std::pair<std::u16string, Paths>> rows = {
+      {u"", {}},
+      {u"\0"s, {}},
+      {u"\0\0\0"s, {}},
+      {u"a", {u"a"}},
+      {u"a\0"s, {u"a"}},
+      {u"a\0\0b"s, {u"a", u"b"}},
+      {u"\0a\0"s, {u"a"}},
+      {u"C:\\a.txt\0C:\\b\0"s, {u"C:\\a.txt", u"C:\\b"}},
+      {u"C:\\\xD83D\xDE00\0\xD83D\0"s, {u"C:\\\xD83D\xDE00", u"\xD83D"}},
+  };
+  for (const auto& [payload, paths] : rows) EXPECT_EQ(Read(payload), paths);
+}
+
+TEST(HandOverPayloadTest, ComesBackAsItWasSent) {
+  const Paths paths = {u"C:\\a.txt", u"\\\\server\\share\\b c.bin", u"Z:\\\u00E9\U0001F600"};
+  EXPECT_EQ(Read(HandOverPayload(paths)), paths);
+}
+
+TEST(HandOverPayloadTest, AForeignMarkOrAnOddLengthIsNotOurs) {
+  const std::vector<std::byte> payload = BytesOf(u"C:\\a.txt\0"s);
+  EXPECT_EQ(HandOverMark, 0x53575250u);
+  for (const uint64_t mark :
+       {uint64_t{0}, HandOverMark + 1, HandOverMark | uint64_t{1} << 32, ~uint64_t{0}}) {
+    EXPECT_EQ(ReadHandOver(mark, payload), std::nullopt);
+  }
+  EXPECT_EQ(ReadHandOver(HandOverMark, std::span(payload).first(payload.size() - 1)), std::nullopt);
+  EXPECT_EQ(ReadHandOver(HandOverMark, std::span(payload).first(1)), std::nullopt);
+}
+
+TEST(HandOverPayloadTest, MayLieAtAnyAddress) {
+  const std::vector<std::byte> payload = BytesOf(u"C:\\a.txt\0C:\\b"s);
+  std::vector<std::byte> shifted(payload.size() + 1);
+  std::memcpy(shifted.data() + 1, payload.data(), payload.size());
+  EXPECT_EQ(ReadHandOver(HandOverMark, std::span(shifted).subspan(1)),
+            (Paths{u"C:\\a.txt", u"C:\\b"}));
+}
+
+// Records what is asked of it. The window comes into being after a number of waits.
+class FakeInstances final : public InstanceSystem {
+ public:
+  bool AnotherInstanceExists() override {
+    signLeft = true;
+    return anotherExists;
+  }
+  uint64_t PublishedWindow() override { return waits < publishedAfter ? 0 : window; }
+  bool IsWindow(uint64_t asked) override { return asked == window && waits >= aliveAfter; }
+  void WaitForWindow() override { ++waits; }
+  std::optional<std::u16string> FullPath(const std::u16string& path) override {
+    const auto found = fullPaths.find(path);
+    if (found == fullPaths.end()) return std::nullopt;
+    return found->second;
+  }
+  bool Deliver(uint64_t to, const std::u16string& payload) override {
+    deliveries.emplace_back(to, payload);
+    return takes;
+  }
+
+  bool anotherExists = true;
+  bool signLeft = false;
+  uint64_t window = 0x1'0002'0003;
+  int publishedAfter = 0;
+  int aliveAfter = 0;
+  int waits = 0;
+  std::map<std::u16string, std::u16string> fullPaths;
+  bool takes = true;
+  std::vector<std::pair<uint64_t, std::u16string>> deliveries;
+};
+
+struct ForwardTest : ::testing::Test {
+  FakeInstances instances;
+  bool Forward(const Paths& paths = {u"a"}) { return ForwardToFirstInstance(instances, paths); }
+};
+
+TEST_F(ForwardTest, PathsGoToTheWindowThatIsThere) {
+  instances.fullPaths = {{u"a.txt", u"C:\\here\\a.txt"}};
+  EXPECT_TRUE(Forward({u"a.txt", u"what can't be made full"}));
+  EXPECT_EQ(instances.deliveries,
+            (std::vector<std::pair<uint64_t, std::u16string>>{
+                {instances.window, u"C:\\here\\a.txt\0what can't be made full\0"s}}));
+  EXPECT_EQ(instances.waits, 0);
+}
+
+TEST_F(ForwardTest, TheFirstProcessKeepsItsPathsAndLeavesTheSign) {
+  instances.anotherExists = false;
+  EXPECT_FALSE(Forward());
+  EXPECT_TRUE(instances.signLeft);
+  EXPECT_TRUE(instances.deliveries.empty());
+  EXPECT_EQ(instances.waits, 0);
+}
+
+TEST_F(ForwardTest, WithoutPathsAWindowOpensBesideTheOther) {
+  EXPECT_FALSE(Forward({}));
+  EXPECT_TRUE(instances.signLeft);
+  EXPECT_TRUE(instances.deliveries.empty());
+  EXPECT_EQ(instances.waits, 0);
+}
+
+TEST_F(ForwardTest, AWindowThatIsYetToComeIsWaitedFor) {
+  instances.publishedAfter = 49;
+  EXPECT_TRUE(Forward());
+  EXPECT_EQ(instances.waits, 49);
+}
+
+TEST_F(ForwardTest, AfterFiftyTriesThePathsStayHere) {
+  instances.publishedAfter = 50;
+  EXPECT_FALSE(Forward());
+  EXPECT_EQ(instances.waits, 50);
+  EXPECT_TRUE(instances.deliveries.empty());
+}
+
+TEST_F(ForwardTest, ADeadWindowIsWaitedForLikeNone) {
+  instances.aliveAfter = 3;
+  EXPECT_TRUE(Forward());
+  EXPECT_EQ(instances.waits, 3);
+
+  FakeInstances dead;
+  dead.aliveAfter = 1000;
+  EXPECT_FALSE(ForwardToFirstInstance(dead, {u"a"}));
+  EXPECT_EQ(dead.waits, 50);
+  EXPECT_TRUE(dead.deliveries.empty());
+}
+
+TEST_F(ForwardTest, APayloadThatIsNotTakenStaysHere) {
+  instances.takes = false;
+  EXPECT_FALSE(Forward());
+  EXPECT_EQ(instances.deliveries.size(), 1u);
+}
+
+}  // namespace
+}  // namespace app

@@ -1,0 +1,51 @@
+// Sumwright.exe as a process that a test has started.
+#pragma once
+
+#include "swr/system/windows_api_win.h"
+
+#include <chrono>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace app::testing {
+
+struct StartOptions {
+  std::vector<std::u16string> arguments;
+  std::u16string folder;   // the current folder; the test's own when empty
+  std::u16string program;  // another copy of Sumwright.exe; the one that is tested when empty
+  bool minimized = false;
+  bool keepSettings = false;  // else the program starts like the first time
+};
+
+// Where Sumwright.exe is. To be called once, before any program is started.
+void SetProgramPath(const std::string& path);
+std::u16string ProgramUnderTest();
+// Ends all programs that tests have started and not ended yet.
+void TerminatePrograms();
+
+// Waits until the condition holds; false when it does not within this time.
+bool WaitFor(const std::function<bool()>& condition,
+             std::chrono::milliseconds patience = std::chrono::seconds(30));
+
+// Throws std::runtime_error when the program can't be started.
+class ProgramProcess {
+ public:
+  explicit ProgramProcess(const StartOptions& options = {});
+  // Ends the program by force if it has not ended.
+  ~ProgramProcess();
+  ProgramProcess(ProgramProcess&& other) noexcept;
+  ProgramProcess& operator=(ProgramProcess&&) = delete;
+
+  HANDLE Handle() const { return process_; }
+  DWORD Id() const { return id_; }
+  bool HasEnded() const { return WaitForSingleObject(process_, 0) == WAIT_OBJECT_0; }
+  // The exit code. Throws when the program does not end.
+  int WaitForEnd(std::chrono::milliseconds patience = std::chrono::seconds(30)) const;
+
+ private:
+  HANDLE process_ = nullptr;
+  DWORD id_ = 0;
+};
+
+}  // namespace app::testing
