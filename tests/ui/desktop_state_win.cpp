@@ -2,6 +2,8 @@
 
 #include "swr/system/windows_api_win.h"
 
+#include <tlhelp32.h>
+
 #include <stdexcept>
 
 #include "app/desktop/clipboard_win.h"
@@ -87,8 +89,10 @@ void BecomeTheBrowser() {
   wchar_t program[MAX_PATH] = {};
   GetModuleFileNameW(nullptr, program, MAX_PATH);
   const std::wstring command = L"\"" + std::wstring(program) + L"\" --open-address \"%1\"";
-  RegSetKeyValueW(HKEY_CLASSES_ROOT, L"https\\shell\\open\\command", nullptr, REG_SZ,
-                  command.c_str(), static_cast<DWORD>((command.size() + 1) * sizeof(wchar_t)));
+  for (const wchar_t* key : {L"https\\shell\\open\\command", L"mailto\\shell\\open\\command"}) {
+    RegSetKeyValueW(HKEY_CLASSES_ROOT, key, nullptr, REG_SZ, command.c_str(),
+                    static_cast<DWORD>((command.size() + 1) * sizeof(wchar_t)));
+  }
   KeepOpenedAddress(L"");
 }
 
@@ -102,6 +106,35 @@ std::u16string OpenedAddress() {
 void KeepOpenedAddress(const std::wstring& address) {
   RegSetKeyValueW(HKEY_CURRENT_USER, browserKey, L"Address", REG_SZ, address.c_str(),
                   static_cast<DWORD>((address.size() + 1) * sizeof(wchar_t)));
+}
+
+std::wstring ToolRun() {
+  wchar_t text[2048] = {};
+  DWORD size = sizeof text;
+  RegGetValueW(HKEY_CURRENT_USER, browserKey, L"Tool", RRF_RT_REG_SZ, nullptr, text, &size);
+  return text;
+}
+
+void KeepToolRun(const std::wstring& arguments) {
+  wchar_t folder[MAX_PATH] = {};
+  GetCurrentDirectoryW(MAX_PATH, folder);
+  const std::wstring text = folder + (L"|" + arguments);
+  RegSetKeyValueW(HKEY_CURRENT_USER, browserKey, L"Tool", REG_SZ, text.c_str(),
+                  static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t)));
+}
+
+void EndPrograms(const std::wstring& fileName) {
+  const HANDLE snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
+  PROCESSENTRY32W entry = {};
+  entry.dwSize = sizeof entry;
+  for (BOOL more = Process32FirstW(snapshot, &entry); more;
+       more = Process32NextW(snapshot, &entry)) {
+    if (fileName != entry.szExeFile) continue;
+    const HANDLE process = OpenProcess(PROCESS_TERMINATE, FALSE, entry.th32ProcessID);
+    TerminateProcess(process, 0);
+    CloseHandle(process);
+  }
+  CloseHandle(snapshot);
 }
 
 bool CloseFolderWindow(const std::u16string& title) {

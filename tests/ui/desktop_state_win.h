@@ -23,7 +23,7 @@ void WriteSetting(const std::u16string& name, const std::u16string& text);
 // The whole key: as before the program's first run.
 void ForgetSettings();
 
-// Makes this program the one that opens web addresses, and forgets what it has opened.
+// Makes this program the one that opens web and mail addresses, and forgets what it has opened.
 void BecomeTheBrowser();
 // The last address that was opened.
 std::u16string OpenedAddress();
@@ -31,6 +31,15 @@ std::u16string OpenedAddress();
 void KeepOpenedAddress(const std::wstring& address);
 // The option in front of the address with which it then is started.
 inline constexpr char BrowserOption[] = "--open-address";
+
+// The tests' program also stands in for the command-line tool, under the tool's name. Then it keeps
+// the folder in which it was started and its arguments, with "|" between them.
+inline constexpr wchar_t ToolName[] = L"swrhash.exe";
+void KeepToolRun(const std::wstring& arguments);
+std::wstring ToolRun();
+
+// Ends all processes of this program.
+void EndPrograms(const std::wstring& fileName);
 
 // Closes the file manager's window with this title; false when there is none.
 bool CloseFolderWindow(const std::u16string& title);

@@ -5,6 +5,7 @@
 
 #include "swr/system/wide_text_win.h"
 #include "tests/support/remote_list_win.h"
+#include "tests/ui/link_control_win.h"
 #include "tests/ui/running_window_win.h"
 
 namespace app::testing {
@@ -106,13 +107,23 @@ std::vector<std::u16string> ProgramDialog::MessageTexts() const {
     return false;
   });
   std::erase(texts, u"");
-  texts.resize(2);
+  texts.resize(3);
   return texts;
 }
 
 std::u16string ProgramDialog::Instruction() const { return MessageTexts()[0]; }
 
 std::u16string ProgramDialog::Content() const { return MessageTexts()[1]; }
+
+std::u16string ProgramDialog::Footer() const { return MessageTexts()[2]; }
+
+void ProgramDialog::FollowLink(const std::u16string& address) const {
+  const HWND text = FindControl(dialog_, [&](HWND child) {
+    return ClassOf(child) == L"SysLink" && TextOf(child).find(address) != std::u16string::npos;
+  });
+  if (text == nullptr) throw std::runtime_error("the dialog has no such link");
+  ClickLink(text, address);
+}
 
 std::u16string ProgramDialog::FileName() const {
   WaitFor([&] { return FileNameBox(dialog_) != nullptr; });

@@ -30,6 +30,10 @@ class ProgramDialog {
   // Of a message: the sentence that stands out, and what else it says.
   std::u16string Instruction() const;
   std::u16string Content() const;
+  // With its links as they are written.
+  std::u16string Footer() const;
+  // Clicks the link to this address in the texts. Returns at once.
+  void FollowLink(const std::u16string& address) const;
 
   // Of a file dialog.
   std::u16string FileName() const;

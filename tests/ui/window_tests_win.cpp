@@ -76,6 +76,16 @@ int main(int argumentCount, char** arguments) {
     app::testing::KeepOpenedAddress(std::wstring(address.begin(), address.end()));
     return 0;
   }
+  const std::string self = arguments[0];
+  if (self.find("swrhash") != std::string::npos) {
+    std::wstring given;
+    for (int i = 1; i < argumentCount; ++i) {
+      const std::string argument = arguments[i];
+      given += (i > 1 ? L" " : L"") + std::wstring(argument.begin(), argument.end());
+    }
+    app::testing::KeepToolRun(given);
+    return 0;
+  }
   testing::InitGoogleTest(&argumentCount, arguments);
   if (argumentCount != 2) {
     std::fprintf(stderr, "window_tests: give the path of Sumwright.exe\n");

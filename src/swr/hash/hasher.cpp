@@ -124,7 +124,7 @@ class Blake3Hasher final : public Hasher {
     blake3_hasher_init(&state_);
   }
   void Update(const void* data, uint64_t size) override {
-    blake3_hasher_update(&state_, data, size);
+    blake3_hasher_update(&state_, data, static_cast<size_t>(size));
   }
   Digest Final() override {
     Digest digest{.length = BLAKE3_OUT_LEN};
@@ -147,7 +147,9 @@ Digest CanonicalDigest(XXH64_hash_t value) {
 class Xxh64Hasher final : public Hasher {
  public:
   Xxh64Hasher() { XXH64_reset(&state_, 0); }
-  void Update(const void* data, uint64_t size) override { XXH64_update(&state_, data, size); }
+  void Update(const void* data, uint64_t size) override {
+    XXH64_update(&state_, data, static_cast<size_t>(size));
+  }
   Digest Final() override { return CanonicalDigest(XXH64_digest(&state_)); }
 
  private:
@@ -163,7 +165,7 @@ class Xxh3Hasher final : public Hasher {
   }
   // Reset and update are the same for both widths; only the digest differs.
   void Update(const void* data, uint64_t size) override {
-    XXH3_64bits_update(state_.get(), data, size);
+    XXH3_64bits_update(state_.get(), data, static_cast<size_t>(size));
   }
   Digest Final() override {
     if (!wide_) return CanonicalDigest(XXH3_64bits_digest(state_.get()));

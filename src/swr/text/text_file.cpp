@@ -13,7 +13,7 @@ uint32_t ReadBytes(File& file, std::string& bytes) {
   const std::optional<FileFacts> facts = file.Facts();
   if (!facts || facts->size > LargestTextFile) return ErrorFileTooLarge;
   if (facts->isDirectory) return ErrorAccessDenied;
-  bytes.resize(facts->size);
+  bytes.resize(static_cast<size_t>(facts->size));
   size_t filled = 0;
   while (filled < bytes.size()) {
     const ReadResult read =

@@ -64,7 +64,8 @@ AlgoSet SetOfMask(swr::AlgoMask mask) {
 struct Files {
   Files() {
     for (size_t i = 0; i < FileCount; ++i) {
-      const std::u16string path = tree.AddFile(Names[i], std::string(Sizes[i], 'x'));
+      const std::u16string path =
+          tree.AddFile(Names[i], std::string(static_cast<size_t>(Sizes[i]), 'x'));
       if (const auto time = swr::ToLocalTime(swr::testing::ModifiedTime(path))) {
         char text[64];
         std::snprintf(text, sizeof text, "%04u-%02u-%02u %02u:%02u", time->year, time->month,
@@ -402,7 +403,7 @@ class RandomRun {
   }
 
   std::string Signature() {
-    const uint64_t id = 1 + Pick(nextId_);
+    const uint64_t id = 1 + Pick(static_cast<size_t>(nextId_));
     reference_.TakeSignature(id, u"Not signed");
     window_.main.OnSignatureResult(id, {.state = swr::SignatureState::NotSigned});
     return "a signature checked";

@@ -141,7 +141,7 @@ const ReadFailureCase readFailureCases[] = {
 TEST(HashFileFailureTest, ReportsAReadThatFails) {
   TempTree tree;
   for (const ReadFailureCase& row : readFailureCases) {
-    const std::u16string path = tree.AddFile(u"file", CountingBytes(row.size));
+    const std::u16string path = tree.AddFile(u"file", CountingBytes(static_cast<size_t>(row.size)));
     for (const uint32_t code : {5u, 23u, 33u, 1117u}) {
       SCOPED_TRACE(std::string(row.description) + " with " + std::to_string(code));
       const InstalledFaults faults(
@@ -173,7 +173,7 @@ TEST(HashFileFailureTest, TakesTwoFailuresForTheEndOfTheFile) {
       const InstalledFaults faults(
           {{.call = SystemCall::ReadFile, .nth = failingRead, .code = code}});
       const HashOutcome outcome = HashFile(path, AllAlgosMask, {.chunkSize = ChunkSize});
-      const uint64_t bytesRead = uint64_t{failingRead - 1} * ChunkSize;
+      const size_t bytesRead = size_t{failingRead - 1} * ChunkSize;
       ExpectDigestsOf(outcome, AllAlgosMask, std::string_view(content).substr(0, bytesRead));
       EXPECT_EQ(outcome.bytesRead, bytesRead);
       EXPECT_EQ(outcome.changed, bytesRead != FileSize);
@@ -205,7 +205,7 @@ TEST(HashFileFailureTest, StopsWhenItIsCalledOff) {
   TempTree tree;
   for (const CancelCase& row : cancelCases) {
     SCOPED_TRACE(row.description);
-    const std::u16string path = tree.AddFile(u"file", CountingBytes(row.size));
+    const std::u16string path = tree.AddFile(u"file", CountingBytes(static_cast<size_t>(row.size)));
     std::atomic<bool> cancel = row.progressCall == 0;
     uint32_t calls = 0;
     const HashOutcome outcome =

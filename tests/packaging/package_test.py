@@ -1,0 +1,188 @@
+#!/usr/bin/env python3
+"""What a user downloads: made twice, unpacked, installed, used and taken away again.
+
+    package_test.py PACKAGE_COMMAND WINDOW_TESTS.EXE VERDICT_DRIVER.EXE
+
+For use inside tools/wine-run --display.
+"""
+
+import hashlib
+import os
+import pathlib
+import struct
+import subprocess
+import sys
+import tempfile
+import time
+import zipfile
+
+SETUP = "sumwright-setup.exe"
+ZIP = "sumwrite.zip"
+UNINSTALL_KEY = (r"HKCU\Software\Microsoft\Windows\CurrentVersion\Uninstall"
+                 r"\{6C0E5B52-8D3A-4F0B-9E47-1A2D7C93F5E8}_is1")
+EXPLORER_ENTRY = r"HKCU\Software\Classes\*\shell\ZendrikSumwright"
+SETTINGS_KEY = r"HKCU\Software\Zendrik"
+MACHINES = {"Sumwright.exe": 0x8664, "Sumwright-x86.exe": 0x014C}  # of the PE format
+
+failures = 0
+
+
+def expect(what, found, expected):
+    global failures
+    if found != expected:
+        failures += 1
+        print(f"{what}: {found!r} instead of {expected!r}")
+
+
+def windows_path(path):
+    return "Z:" + str(path).replace("/", "\\")
+
+
+def run(*command, **options):
+    return subprocess.run([*map(str, command)], check=True, timeout=300, **options)
+
+
+def wine(*command):
+    return subprocess.run(["wine", *map(str, command)], timeout=300, stdout=subprocess.PIPE,
+                          stderr=subprocess.DEVNULL)
+
+
+def in_registry(key, value=None):
+    """The value as text, True for a key that is there, None for what is not."""
+    query = wine("reg", "query", key, *(["/v", value] if value else []))
+    if query.returncode != 0:
+        return None
+    if value is None:
+        return True
+    lines = query.stdout.decode().splitlines()
+    return next(line.split("REG_SZ", 1)[1].strip() for line in lines if "REG_SZ" in line)
+
+
+def check_same_bytes(first, second):
+    for file in (ZIP, SETUP, "SHA256SUMS"):
+        expect(f"{file}, made twice, is the same", first.joinpath(file).read_bytes() ==
+               second.joinpath(file).read_bytes(), True)
+
+
+def check_sums(dist, program, driver):
+    """SHA256SUMS is what Sumwright itself would save, and Sumwright finds the files as they were."""
+    lines = [f"{hashlib.sha256((dist / name).read_bytes()).hexdigest()}  {name}\n" for name in (SETUP, ZIP)]
+    expect("SHA256SUMS", (dist / "SHA256SUMS").read_text(), "".join(lines))
+    verified = wine(driver, windows_path(program), "verify", windows_path(dist / "SHA256SUMS"))
+    result = [line for line in verified.stdout.decode().splitlines() if line.startswith("result")]
+    expect("verification", result, ["result\tAll 2 files are OK."])
+    saved = dist / "saved.sha256"
+    sha256 = 8
+    wine(driver, windows_path(program), "save", sha256, "SHA-256 checksums, sha256sum format (*.sha256)",
+         windows_path(saved), windows_path(dist / SETUP), windows_path(dist / ZIP))
+    expect("the list that Sumwright saves", saved.read_bytes(), (dist / "SHA256SUMS").read_bytes())
+
+
+def machine_of(program):
+    content = program.read_bytes()
+    header = struct.unpack_from("<I", content, 0x3C)[0]
+    return struct.unpack_from("<H", content, header + 4)[0]
+
+
+def check_zip(dist, folder, window_tests):
+    zipfile.ZipFile(dist / ZIP).extractall(folder)
+    expect("files in the zip", sorted(path.name for path in folder.iterdir()),
+           sorted([*MACHINES, "LICENSE.txt", "NOTICE.txt"]))
+    for name, machine in MACHINES.items():
+        expect(f"machine of {name}", machine_of(folder / name), machine)
+    portable = wine(window_tests, windows_path(folder / "Sumwright.exe"), "--gtest_brief=1",
+                    "--gtest_filter=AboutTest.*")
+    expect("the portable copy", (portable.returncode, portable.stdout.decode()[-2000:] if portable.returncode else ""),
+           (0, ""))
+
+
+def wait_until(condition):
+    for _ in range(300):
+        if condition():
+            return True
+        time.sleep(0.1)
+    return False
+
+
+def check_setup(dist, drive, window_tests, driver):
+    home = pathlib.Path(drive, "users", os.environ.get("USER") or "root")
+    programs = home / "AppData/Local/Programs"
+    start_menu = home / "AppData/Roaming/Microsoft/Windows/Start Menu/Programs/Sumwright.lnk"
+    send_to = home / "AppData/Roaming/Microsoft/Windows/SendTo/Sumwright.lnk"
+    folder = programs / "Sumwright"
+    location = windows_path_in_prefix(drive, folder)
+    setup = windows_path(dist / SETUP)
+
+    expect("exit code of the setup", wine(setup, "/S").returncode, 0)
+    expect("files", sorted(path.name for path in folder.iterdir()),
+           ["LICENSE.txt", "NOTICE.txt", "Sumwright.exe", "Uninstall.exe"])
+    expect("Start menu", start_menu.is_file(), True)
+    expect("InstallLocation", in_registry(UNINSTALL_KEY, "InstallLocation"), location)
+    expect("version", in_registry(UNINSTALL_KEY, "DisplayVersion"), "2.0.0")
+    expect("Explorer entry that nobody asked for", in_registry(EXPLORER_ENTRY), None)
+
+    expect("exit code of the setup over itself", wine(setup, "/S", "/EXPLORER").returncode, 0)
+    expect("Explorer entry", in_registry(EXPLORER_ENTRY), True)
+    installed = wine(window_tests, location + r"\Sumwright.exe", "--gtest_brief=1",
+                     "--gtest_filter=InstalledCopyTest.*")
+    expect("the installed copy", (installed.returncode, installed.stdout.decode()[-2000:] if installed.returncode
+                                  else ""), (0, ""))
+    expect("Send To link", send_to.is_file(), True)
+
+    # A program that runs can't be replaced or taken away.
+    program = subprocess.Popen(["wine", location + r"\Sumwright.exe"], stderr=subprocess.DEVNULL)
+    wait_until(lambda: wine(setup, "/S").returncode == 2)
+    expect("exit code of the setup while the program runs", wine(setup, "/S").returncode, 2)
+    wine(location + r"\Uninstall.exe", "/S", "_?=" + location)
+    expect("the program, taken away while it runs", (folder / "Sumwright.exe").is_file(), True)
+    wine("taskkill", "/F", "/IM", "Sumwright.exe")
+    program.wait(timeout=60)
+
+    expect("settings", in_registry(SETTINGS_KEY), True)
+    (folder / "of the user.txt").write_text("stays")
+    uninstall(location, folder / "Uninstall.exe")
+    expect("what is left in the folder", [path.name for path in folder.iterdir()], ["of the user.txt"])
+    (folder / "of the user.txt").unlink()
+    folder.rmdir()
+    check_nothing_is_left(start_menu, send_to)
+
+    elsewhere = pathlib.Path(drive, "my programs", "Sumwright here")
+    # The setup takes the end of its command line as it is, blanks included; quotes would be in the way.
+    expect("exit code of the setup to another folder",
+           wine(setup, "/S", *r"/D=C:\my programs\Sumwright here".split()).returncode, 0)
+    expect("the program in another folder", (elsewhere / "Sumwright.exe").is_file(), True)
+    uninstall(r"C:\my programs\Sumwright here", elsewhere)
+    check_nothing_is_left(start_menu, send_to)
+
+
+def uninstall(location, last):
+    # It copies itself, because a program can't delete its own file.
+    wine(location + r"\Uninstall.exe", "/S")
+    expect(f"{last} after the removal", wait_until(lambda: not last.exists()), True)
+
+
+def check_nothing_is_left(start_menu, send_to):
+    for key in (UNINSTALL_KEY, EXPLORER_ENTRY, SETTINGS_KEY):
+        expect(f"{key} after the removal", in_registry(key), None)
+    for link in (start_menu, send_to):
+        expect(f"{link} after the removal", link.exists(), False)
+
+
+def windows_path_in_prefix(drive, path):
+    return "C:\\" + str(path.relative_to(drive)).replace("/", "\\")
+
+
+def main():
+    package, window_tests, driver = map(os.path.abspath, sys.argv[1:])
+    with tempfile.TemporaryDirectory(prefix="sumwright-package-") as scratch:
+        first, second, unpacked = (pathlib.Path(scratch, name) for name in ("first", "second", "unpacked"))
+        for folder in (first, second):
+            run(package, folder, stdout=subprocess.DEVNULL)
+        check_same_bytes(first, second)
+        check_zip(first, unpacked, window_tests)
+        check_sums(first, unpacked / "Sumwright.exe", driver)
+        check_setup(first, pathlib.Path(os.environ["WINEPREFIX"], "drive_c"), window_tests, driver)
+    sys.exit(1 if failures else 0)
+
+
+main()
