@@ -4,8 +4,8 @@
 
 #include <vector>
 
+#include "app/desktop/gdi_handles_win.h"
 #include "app/desktop/shell_win.h"
-#include "app/window/gdi_handles_win.h"
 #include "swr/system/wide_text_win.h"
 
 namespace app {

@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "app/window/gdi_handles_win.h"
+#include "app/desktop/gdi_handles_win.h"
 #include "app/window/view.h"
 
 namespace app {

@@ -7,7 +7,7 @@
 
 #include <vector>
 
-#include "app/window/gdi_handles_win.h"
+#include "app/desktop/gdi_handles_win.h"
 
 namespace app {
 

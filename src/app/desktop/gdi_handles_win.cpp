@@ -1,4 +1,4 @@
-#include "app/window/gdi_handles_win.h"
+#include "app/desktop/gdi_handles_win.h"
 
 #include <cstdint>
 #include <vector>
