@@ -271,9 +271,11 @@ class FakeDesktop final : public Desktop {
 class FakeQueue final : public HashQueue {
  public:
   void Enqueue(HashJob job) override { jobs.push_back(std::move(job)); }
-  void Remove(uint64_t rowId) override {
-    removed.push_back(rowId);
-    std::erase_if(jobs, [&](const HashJob& job) { return job.rowId == rowId; });
+  void Remove(std::span<const uint64_t> rowIds) override {
+    for (const uint64_t rowId : rowIds) {
+      removed.push_back(rowId);
+      std::erase_if(jobs, [&](const HashJob& job) { return job.rowId == rowId; });
+    }
   }
   void CancelAll() override {
     ++cancels;

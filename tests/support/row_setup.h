@@ -69,6 +69,7 @@ inline ListRow& AddRow(FakeWindow& window, const RowSetup& setup) {
   row.error = setup.error;
   for (const FilledDigest& digest : setup.digests) PutDigest(row, digest);
   if (setup.expected) Expect(row, FilledBytes(32, *setup.expected), {swr::AlgoId::Sha256});
+  window.main.RebuildRowIndex();
   return row;
 }
 

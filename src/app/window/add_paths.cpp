@@ -68,7 +68,7 @@ void MainWindow::AddPaths(const std::vector<std::u16string>& paths) {
       }
     }
 
-    RebuildRowIndex();
+    IndexAddedRows();
     for (size_t i = firstNew; i < rows.size(); ++i) QueueRow(*rows[i], algorithms);
     view_.SetRowCount(rows.size());
     if (rows.size() > firstNew) {

@@ -1,5 +1,6 @@
 // The banner: one line above the list that offers something and never blocks.
 #include <algorithm>
+#include <array>
 #include <utility>
 
 #include "app/window/main_window.h"
@@ -54,7 +55,7 @@ void MainWindow::ForgetPlainRow(const std::u16string& path) {
     return !row->hasExpected && swr::EqualsNoCase(row->path, path);
   });
   if (found != rows.end()) {
-    queue_.Remove((*found)->id);
+    queue_.Remove(std::array{(*found)->id});
     rows.erase(found);
   }
   RebuildRowIndex();

@@ -14,20 +14,22 @@ void MainWindow::CompareExpected() {
   const std::optional<swr::ParsedHash> before =
       std::exchange(boxExpected, swr::ParseExpectedHash(trimmed));
   const bool isNew = boxExpected != before;
+  tally_.CompareWith(boxExpected);
 
   ResultLine line;
   bool queued = false;
   if (trimmed.empty()) {
-    line = VerificationLine(rows, queue_.GetSnapshot().active);
+    line = VerificationLine(tally_.Verification(), queue_.GetSnapshot().active);
   } else if (!boxExpected) {
     line = NotAHashLine();
   } else if (rows.empty()) {
     line = FileWantedLine(*boxExpected);
   } else {
-    BoxVerdict verdict = JudgeRows(rows, *boxExpected);
-    if (verdict.matches == 0) queued = QueueCandidates(*boxExpected, isNew);
-    verdict.isPending = verdict.isPending || queued;
-    line = BoxLine(verdict, rows, *boxExpected);
+    const bool hasMatch = tally_.Box().matches > 0;
+    if (!hasMatch && (isNew || tally_.WantsCandidates())) {
+      queued = QueueCandidates(*boxExpected, isNew);
+    }
+    line = BoxLine(tally_.Box(), rows, *boxExpected);
   }
   view_.SetResultLine(line.text, line.kind);
   // The box shows in the rows' texts and colours.

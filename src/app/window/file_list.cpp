@@ -21,6 +21,20 @@ void MainWindow::RebuildRowIndex() {
   rowIndex_.clear();
   rowIndex_.reserve(rows.size());
   for (size_t i = 0; i < rows.size(); ++i) rowIndex_.emplace(rows[i]->id, i);
+  tally_.CountAll();
+  paths_.Forget();
+}
+
+void MainWindow::IndexAddedRows() {
+  rowIndex_.reserve(rows.size());
+  for (size_t i = tally_.CountedRows(); i < rows.size(); ++i) rowIndex_.emplace(rows[i]->id, i);
+  tally_.CountAdded();
+  paths_.Forget();
+}
+
+void MainWindow::CountAgain(const ListRow& row) {
+  const auto found = rowIndex_.find(row.id);
+  if (found != rowIndex_.end()) tally_.CountAgain(found->second);
 }
 
 bool MainWindow::QueueRow(ListRow& row, swr::AlgoMask mask) {
@@ -32,6 +46,7 @@ bool MainWindow::QueueRow(ListRow& row, swr::AlgoMask mask) {
   if (newMask == 0) return false;
   row.pendingMask |= newMask;
   if (row.status != RowStatus::Hashing) row.status = RowStatus::Waiting;
+  CountAgain(row);
   queue_.Enqueue({.rowId = row.id, .path = row.path, .mask = newMask, .size = row.size});
   StartProgressTimer();
   return true;
@@ -46,10 +61,12 @@ void MainWindow::QueueAllRows() {
 }
 
 void MainWindow::RemoveRows(std::vector<size_t> indexes) {
+  std::vector<uint64_t> ids;
   for (const size_t index : indexes) {
-    queue_.Remove(rows[index]->id);
+    ids.push_back(rows[index]->id);
     rows[index].reset();
   }
+  queue_.Remove(ids);
   std::erase(rows, nullptr);
   RebuildRowIndex();
   view_.ClearSelection();
@@ -60,7 +77,7 @@ void MainWindow::RemoveRows(std::vector<size_t> indexes) {
 void MainWindow::ClearList() {
   queue_.CancelAll();
   rows.clear();
-  rowIndex_.clear();
+  RebuildRowIndex();
   compareArmed = false;
   lookupPending = false;
   view_.SetRowCount(0);
@@ -77,6 +94,7 @@ void MainWindow::CancelAll() {
       row->status = RowStatus::Cancelled;
     }
   }
+  tally_.CountAll();
   view_.RedrawRows();
   CompareExpected();
   UpdateStatusLine();

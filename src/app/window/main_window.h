@@ -17,6 +17,8 @@
 #include "app/install/installation.h"
 #include "app/window/list_columns.h"
 #include "app/window/list_row.h"
+#include "app/window/list_tally.h"
+#include "app/window/row_paths.h"
 #include "app/window/row_verdict.h"
 #include "app/window/view.h"
 #include "app/worker/hash_queue.h"
@@ -45,6 +47,8 @@ class MainWindow {
   void RepaintRow(uint64_t id);
   // To be called after every change of the order or number of `rows`.
   void RebuildRowIndex();
+  // The same, in the time of the new rows, where rows were only added behind the others.
+  void IndexAddedRows();
   // Asks the worker for those digests of `mask` that the row lacks and nobody asked for yet. False
   // when there are none.
   bool QueueRow(ListRow& row, swr::AlgoMask mask);
@@ -143,7 +147,7 @@ class MainWindow {
   void SetAlgoMask(swr::AlgoMask mask);
 
   // In display order; an index is the row's number in the list view.
-  std::vector<std::unique_ptr<ListRow>> rows;
+  RowList rows;
   // The value in the Expected hash box, once recognised.
   std::optional<swr::ParsedHash> boxExpected;
   swr::AlgoMask algorithms = swr::DefaultAlgoMask;
@@ -167,6 +171,8 @@ class MainWindow {
   FixedColumnWidths fixedWidths;
 
  private:
+  // To be called after a change of what the tally counts of a row.
+  void CountAgain(const ListRow& row);
   void StartProgressTimer();
   void StopProgressTimer();
   void OnHashResult(const ResultMessage& result);
@@ -199,6 +205,8 @@ class MainWindow {
   HashQueue& queue_;
   Installation& installation_;
   std::unordered_map<uint64_t, size_t> rowIndex_;  // from id to index in `rows`
+  ListTally tally_{rows};
+  RowPaths paths_{rows};
   uint64_t nextRowId_ = 1;
   uint32_t clipboardSequence_ = 0;     // of the content that was looked at last
   std::u16string dismissedClipboard_;  // a text whose offer the user did not want

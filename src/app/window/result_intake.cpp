@@ -4,7 +4,6 @@
 
 #include "app/window/main_window.h"
 #include "app/window/status_line.h"
-#include "swr/text/text.h"
 
 namespace app {
 
@@ -46,6 +45,7 @@ void MainWindow::OnHashResult(const ResultMessage& result) {
     row->size = outcome.bytesRead;
     row->status = row->pendingMask == 0 ? RowStatus::Done : RowStatus::Waiting;
   }
+  CountAgain(*row);
   RepaintRow(row->id);
 }
 
@@ -53,15 +53,15 @@ void MainWindow::OnHashResult(const ResultMessage& result) {
 // file twice, and both rows then show that it is being read.
 void MainWindow::MarkHashingRow(const WorkerSnapshot& snapshot) {
   if (!snapshot.active) return;
-  for (size_t i = 0; i < rows.size(); ++i) {
+  paths_.Find(snapshot.currentPath, [&](size_t i) {
     ListRow& row = *rows[i];
     if (row.pendingMask == 0 || row.status == RowStatus::Failed ||
-        row.status == RowStatus::Hashing || !swr::EqualsNoCase(row.path, snapshot.currentPath)) {
-      continue;
+        row.status == RowStatus::Hashing) {
+      return;
     }
     row.status = RowStatus::Hashing;
     view_.RedrawRow(i);
-  }
+  });
 }
 
 void MainWindow::OnSignatureResult(uint64_t rowId, const swr::SignatureResult& result) {
@@ -80,9 +80,7 @@ void MainWindow::ShowFigures(const WorkerSnapshot& snapshot) {
     view_.ShowProgress(FiguresOf(snapshot));
     return;
   }
-  uint64_t totalSize = 0;
-  for (const auto& row : rows) totalSize += row->size;
-  view_.SetStatusText(IdleLine(rows.size(), totalSize));
+  view_.SetStatusText(IdleLine(rows.size(), tally_.TotalSize()));
   view_.ShowProgress(std::nullopt);
 }
 

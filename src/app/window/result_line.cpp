@@ -1,12 +1,9 @@
 #include "app/window/result_line.h"
 
-#include <array>
 #include <span>
 #include <string_view>
 
-#include "app/window/row_verdict.h"
 #include "swr/text/decimal_text.h"
-#include "swr/text/text.h"
 
 namespace app {
 namespace {
@@ -31,22 +28,6 @@ std::u16string JoinAlgoNames(std::span<const swr::AlgoId> ids, std::u16string_vi
 std::u16string AlgoName(swr::AlgoId id) { return std::u16string(swr::GetAlgo(id).name); }
 
 }  // namespace
-
-BoxVerdict JudgeRows(const RowList& rows, const swr::ParsedHash& expected) {
-  BoxVerdict verdict;
-  for (const auto& row : rows) {
-    const CompareResult result = CompareRow(*row, expected.digest, expected.candidates);
-    if (result.outcome == CompareOutcome::Match && verdict.matches++ == 0) {
-      verdict.firstMatch = row.get();
-      verdict.matchAlgo = result.algo;
-    }
-    if (result.outcome == CompareOutcome::Pending) verdict.isPending = true;
-    if (!expected.name.empty() && swr::EqualsNoCase(row->name, expected.name)) {
-      verdict.named = row.get();
-    }
-  }
-  return verdict;
-}
 
 ResultLine BoxLine(const BoxVerdict& verdict, const RowList& rows,
                    const swr::ParsedHash& expected) {
@@ -86,21 +67,15 @@ ResultLine NotAHashLine() {
           ResultKind::Hint};
 }
 
-ResultLine VerificationLine(const RowList& rows, bool isHashing) {
-  std::array<size_t, 6> counts = {};  // by CompareOutcome
-  size_t total = 0;
-  for (const auto& row : rows) {
-    if (!row->hasExpected) continue;
-    ++counts[static_cast<size_t>(CompareWithOwn(*row).outcome)];
-    ++total;
-  }
+ResultLine VerificationLine(const VerificationCounts& counts, bool isHashing) {
+  const size_t total = counts.Total();
   if (total == 0) return {};
-  const auto count = [&](CompareOutcome outcome) { return counts[static_cast<size_t>(outcome)]; };
-  const size_t notChecked = count(CompareOutcome::Pending) + count(CompareOutcome::NotChecked);
+  const size_t notChecked =
+      counts.Of(CompareOutcome::Pending) + counts.Of(CompareOutcome::NotChecked);
   if (notChecked > 0 && isHashing) {
     return {u"Verifying " + DecimalText(total) + u" files...", ResultKind::Busy};
   }
-  const size_t ok = count(CompareOutcome::Match);
+  const size_t ok = counts.Of(CompareOutcome::Match);
   if (ok == total) {
     return {ok == 1 ? u"The file is OK." : u"All " + DecimalText(ok) + u" files are OK.",
             ResultKind::Good};
@@ -111,9 +86,9 @@ ResultLine VerificationLine(const RowList& rows, bool isHashing) {
     text += u", " + DecimalText(number) + u' ';
     text += word;
   };
-  add(count(CompareOutcome::Mismatch), u"FAILED");
-  add(count(CompareOutcome::Missing), u"missing");
-  add(count(CompareOutcome::Unreadable), u"unreadable");
+  add(counts.Of(CompareOutcome::Mismatch), u"FAILED");
+  add(counts.Of(CompareOutcome::Missing), u"missing");
+  add(counts.Of(CompareOutcome::Unreadable), u"unreadable");
   add(notChecked, u"not checked");
   return {text + u".", ResultKind::Bad};
 }

@@ -2,12 +2,9 @@
 // list, or, with an empty box, how a verification stands.
 #pragma once
 
-#include <cstddef>
-#include <memory>
 #include <string>
-#include <vector>
 
-#include "app/window/list_row.h"
+#include "app/window/list_tally.h"
 #include "app/window/view.h"
 #include "swr/checksums/pasted_hash.h"
 
@@ -20,19 +17,6 @@ struct ResultLine {
   bool operator==(const ResultLine&) const = default;
 };
 
-using RowList = std::vector<std::unique_ptr<ListRow>>;
-
-// All rows against the value in the box.
-struct BoxVerdict {
-  size_t matches = 0;
-  const ListRow* firstMatch = nullptr;
-  swr::AlgoId matchAlgo = {};  // of the first match
-  bool isPending = false;      // some row's digest is still to come
-  // The last row of the name that came with the value; for no more than whom to blame.
-  const ListRow* named = nullptr;
-};
-BoxVerdict JudgeRows(const RowList& rows, const swr::ParsedHash& expected);
-
 // The sentence for a list that is not empty.
 ResultLine BoxLine(const BoxVerdict& verdict, const RowList& rows, const swr::ParsedHash& expected);
 // The sentence for an empty list.
@@ -42,6 +26,6 @@ ResultLine NotAHashLine();
 
 // The summary of a verification: all rows that a checksum file expects something of. Nothing when
 // there are none. `isHashing` says whether the worker has anything to do.
-ResultLine VerificationLine(const RowList& rows, bool isHashing);
+ResultLine VerificationLine(const VerificationCounts& counts, bool isHashing);
 
 }  // namespace app

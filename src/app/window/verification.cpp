@@ -1,7 +1,6 @@
 // Verification: a checksum file becomes rows that know what their digests should be. The verdicts
 // then follow from the rows like any others.
 #include <algorithm>
-#include <unordered_map>
 #include <utility>
 
 #include "app/window/main_window.h"
@@ -9,7 +8,6 @@
 #include "swr/checksums/listed_path.h"
 #include "swr/text/decimal_text.h"
 #include "swr/text/display_text.h"
-#include "swr/text/text.h"
 #include "swr/text/text_file.h"
 
 namespace app {
@@ -20,31 +18,6 @@ std::u16string SkippedLinesText(const std::vector<uint32_t>& skipped) {
          u" of the checksum file aren't checksums and were skipped (first: line " +
          swr::DecimalText(skipped.front()) + u").    <a id=\"x\">Dismiss</a>";
 }
-
-// The rows that a listed file replaces: those of the same path, by letter case alike, that nothing
-// is expected of yet.
-class PlainRows {
- public:
-  explicit PlainRows(std::vector<std::unique_ptr<ListRow>>& rows) {
-    byPath_.reserve(rows.size());
-    for (auto& row : rows) {
-      if (!row->hasExpected) byPath_.emplace(swr::CaseKey(row->path), &row);
-    }
-  }
-
-  // Takes them out of the list, each place of which stays behind empty.
-  std::vector<std::unique_ptr<ListRow>> Take(const std::u16string& path) {
-    std::vector<std::unique_ptr<ListRow>> taken;
-    if (byPath_.empty()) return taken;
-    const auto [first, last] = byPath_.equal_range(swr::CaseKey(path));
-    for (auto found = first; found != last; ++found) taken.push_back(std::move(*found->second));
-    byPath_.erase(first, last);
-    return taken;
-  }
-
- private:
-  std::unordered_multimap<std::u16string, std::unique_ptr<ListRow>*> byPath_;
-};
 
 }  // namespace
 
@@ -79,10 +52,11 @@ void MainWindow::VerifyChecksumFile(const std::u16string& path) {
   RefreshVerdicts();
 }
 
+// A listed file replaces the rows of its path that nothing is expected of yet.
 void MainWindow::AddListedFiles(std::vector<swr::ChecksumLine>& lines,
                                 const std::u16string& checksumFile) {
-  PlainRows plainRows(rows);
-  std::vector<std::unique_ptr<ListRow>> added;
+  std::vector<uint64_t> replaced;
+  RowList added;
   added.reserve(lines.size());
   for (swr::ChecksumLine& line : lines) {
     std::unique_ptr<ListRow> row = MakeRow(swr::ResolveListedPath(checksumFile, line.name));
@@ -91,9 +65,14 @@ void MainWindow::AddListedFiles(std::vector<swr::ChecksumLine>& lines,
     row->expectedAlgos = std::move(line.candidates);
     row->checksumFile = checksumFile;
     row->checksumLine = line.lineNumber;
-    for (const auto& replaced : plainRows.Take(row->path)) queue_.Remove(replaced->id);
+    paths_.Find(row->path, [&](size_t i) {
+      if (rows[i]->hasExpected) return;
+      replaced.push_back(rows[i]->id);
+      rows[i].reset();
+    });
     added.push_back(std::move(row));
   }
+  queue_.Remove(replaced);
   std::erase(rows, nullptr);
   std::ranges::move(added, std::back_inserter(rows));
 }

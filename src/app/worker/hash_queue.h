@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string>
 
 #include "swr/hash/algorithms.h"
@@ -33,9 +34,9 @@ class HashQueue {
  public:
   virtual ~HashQueue() = default;
   virtual void Enqueue(HashJob job) = 0;
-  // Drops the row's queued jobs without a message, and cancels the job that runs on it, whose
-  // result still comes.
-  virtual void Remove(uint64_t rowId) = 0;
+  // Drops the queued jobs of these rows without a message, and cancels the job that runs on one of
+  // them, whose result still comes. Costs one walk over the queue, however many rows.
+  virtual void Remove(std::span<const uint64_t> rowIds) = 0;
   // Drops the whole queue and cancels the running job, whose result still comes.
   virtual void CancelAll() = 0;
   virtual WorkerSnapshot GetSnapshot() const = 0;

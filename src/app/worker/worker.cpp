@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <unordered_set>
 #include <utility>
 
 #include "swr/system/thread_schedule.h"
@@ -42,14 +43,15 @@ void Worker::Enqueue(HashJob job) {
   wake_.notify_one();
 }
 
-void Worker::Remove(uint64_t rowId) {
+void Worker::Remove(std::span<const uint64_t> rowIds) {
+  const std::unordered_set<uint64_t> removed(rowIds.begin(), rowIds.end());
   const std::lock_guard lock(mutex_);
   std::erase_if(queue_, [&](const HashJob& job) {
-    if (job.rowId != rowId) return false;
+    if (!removed.contains(job.rowId)) return false;
     totalBytes_ -= std::min(job.size, totalBytes_);
     return true;
   });
-  if (busy_ && currentId_ == rowId) cancel_ = true;
+  if (busy_ && removed.contains(currentId_)) cancel_ = true;
 }
 
 void Worker::CancelAll() {

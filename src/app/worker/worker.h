@@ -51,7 +51,7 @@ class Worker final : public HashQueue {
   Worker& operator=(const Worker&) = delete;
 
   void Enqueue(HashJob job) override;
-  void Remove(uint64_t rowId) override;
+  void Remove(std::span<const uint64_t> rowIds) override;
   void CancelAll() override;
   WorkerSnapshot GetSnapshot() const override;
   // To be called for each PostProgress, so that at most one is ever on its way.

@@ -261,6 +261,7 @@ TEST(CancelWithABoxTest, ACancelledRowDoesNotHoldTheLineBack) {
   EXPECT_EQ(window.Result(),
             (ResultLine{u"No match. None of the 2 files has this hash.", ResultKind::Bad}));
   b.status = RowStatus::Waiting;
+  window.main.RebuildRowIndex();
   window.main.CompareExpected();
   EXPECT_EQ(window.Result(), (ResultLine{u"Checking...", ResultKind::Busy}));
 }

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <atomic>
 #include <chrono>
 #include <condition_variable>
@@ -198,7 +199,7 @@ TEST_F(WorkerTest, RemoveTakesAllQueuedJobsOfTheRow) {
   worker.Enqueue(Job(3, u"c", 3));
   worker.Enqueue(Job(2, u"b", 20));
   EXPECT_EQ(worker.GetSnapshot().totalBytes, 143u);
-  worker.Remove(2);
+  worker.Remove(std::array{uint64_t{2}});
   EXPECT_EQ(worker.GetSnapshot().totalBytes, 103u);
   EXPECT_EQ(worker.GetSnapshot().remainingJobs, 2u);
   sink.Release();
@@ -209,7 +210,7 @@ TEST_F(WorkerTest, RemoveTakesAllQueuedJobsOfTheRow) {
 
 TEST_F(WorkerTest, RemoveOfTheRunningRowCancelsItAndItsResultStillComes) {
   StartHeld(Job(1, u"a", 100));
-  worker.Remove(1);
+  worker.Remove(std::array{uint64_t{1}});
   sink.Release();
   const auto results = sink.Wait(1);
   ASSERT_EQ(results.size(), 1u);
@@ -222,7 +223,7 @@ TEST_F(WorkerTest, RemoveOfTheRunningRowCancelsItAndItsResultStillComes) {
 
 TEST_F(WorkerTest, ACancelIsNotCarriedOverToTheNextJob) {
   StartHeld(Job(1, u"a"));
-  worker.Remove(1);
+  worker.Remove(std::array{uint64_t{1}});
   worker.Enqueue(Job(2, u"b"));
   sink.Release();
   const auto results = sink.Wait(2);
@@ -298,7 +299,7 @@ TEST(WorkerScheduleTest, RandomSchedules) {
       for (int step = 0; step < 30; ++step) {
         switch (random() % 8) {
           case 0:
-            worker.Remove(1 + random() % nextId);
+            worker.Remove(std::array{uint64_t{1} + random() % nextId});
             break;
           case 1:
             if (random() % 4 == 0) worker.CancelAll();

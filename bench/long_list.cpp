@@ -1,0 +1,262 @@
+// What a long list costs, with the real decisions of the window, the real worker and files, and a
+// stand-in for the screen. Times are seconds, taken around what is said, the making of the list of
+// names apart.
+//
+//   long_list hash FOLDER            SHA-256 of each file by HashFile alone, in a plain loop
+//   long_list window FOLDER          the folder dropped on the window, until all is hashed
+//   long_list box FOLDER             the same with a value in the Expected hash box that no file
+//   has long_list verify FILE            a checksum file opened in the window, until all is judged
+//   long_list load FILE              the same, until it stands in the window
+//   long_list memory ROWS            bytes a row, its texts apart, in a list of so many
+//   long_list actions ROWS           what one action costs in a list of so many hashed rows
+#include <chrono>
+#include <condition_variable>
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <string_view>
+#include <thread>
+#include <vector>
+
+#include "app/worker/result_queue.h"
+#include "swr/paths/folder_walk.h"
+#include "swr/system/thread_schedule.h"
+#include "swr/text/decimal_text.h"
+#include "tests/support/fake_window.h"
+
+namespace {
+
+using app::testing::FakeWindow;
+using Clock = std::chrono::steady_clock;
+
+constexpr swr::AlgoMask Sha256 = swr::MaskOf(swr::AlgoId::Sha256);
+// Of no file.
+constexpr char16_t ForeignDigest[] =
+    u"00000000000000000000000000000000000000000000000000000000000000ff";
+
+double SecondsSince(Clock::time_point start) {
+  return std::chrono::duration<double>(Clock::now() - start).count();
+}
+
+// The window as its dialog runs it: results are announced to a loop, which takes them every 15
+// milliseconds, and a timer ticks every 200 while it is on.
+class Loop {
+ public:
+  Loop()
+      : results_({.results = [this] { return Announce(); }, .progress = [] { return true; }}),
+        worker_(results_),
+        main(view, desktop, worker_, installation_) {
+    main.algorithms = Sha256;
+    main.Start();
+  }
+
+  void RunUntilIdle() {
+    auto tick = Clock::now() + std::chrono::milliseconds(200);
+    while (desktop.timerRuns) {
+      {
+        std::unique_lock lock(mutex_);
+        announced_.wait_until(lock, tick, [&] { return waits_; });
+        if (!waits_) {
+          lock.unlock();
+          Turn([&] { main.OnProgressTimer(); });
+          tick = Clock::now() + std::chrono::milliseconds(200);
+          continue;
+        }
+        waits_ = false;
+      }
+      while (TakeResults()) std::this_thread::sleep_for(std::chrono::milliseconds(15));
+    }
+  }
+
+  // The longest that one message kept the window, in milliseconds.
+  double longestTurn = 0;
+
+ private:
+  bool Announce() {
+    const std::lock_guard lock(mutex_);
+    waits_ = true;
+    announced_.notify_one();
+    return true;
+  }
+
+  bool TakeResults() {
+    auto taken = results_.Take();
+    if (taken.empty()) return false;
+    Turn([&] { main.OnHashResults(std::move(taken)); });
+    if (!worker_.GetSnapshot().active) main.OnProgressTimer();
+    return true;
+  }
+
+  void Turn(const std::function<void()>& message) {
+    const auto start = Clock::now();
+    message();
+    longestTurn = std::max(longestTurn, SecondsSince(start) * 1000);
+  }
+
+  std::mutex mutex_;
+  std::condition_variable announced_;
+  bool waits_ = false;  // under mutex_
+  app::ResultQueue results_;
+  app::Worker worker_;
+  app::testing::FakeInstallSystem system_;
+  app::Installation installation_{system_};
+
+ public:
+  app::testing::FakeView view;
+  app::testing::FakeDesktop desktop;
+  app::MainWindow main;
+};
+
+std::vector<std::u16string> FilesUnder(const std::u16string& folder) {
+  std::vector<std::u16string> files;
+  swr::WalkFolder(folder, {.recursive = true, .includeHidden = false},
+                  [&](const swr::FoundFile& found) { files.push_back(found.path); });
+  return files;
+}
+
+void Print(const char* what, double figure, const char* unit) {
+  std::printf("%s\t%.6g\t%s\n", what, figure, unit);
+}
+
+void TimeHashing(const std::u16string& folder) {
+  const std::vector<std::u16string> files = FilesUnder(folder);
+  // The thread is the worker's equal, or the machine would treat it otherwise.
+  std::thread([&] {
+    swr::PreferThroughput();
+    const auto start = Clock::now();
+    for (const std::u16string& file : files) swr::HashFile(file, Sha256, {});
+    Print("total", SecondsSince(start), "s");
+  }).join();
+}
+
+void TimeWindow(const std::u16string& path, bool isList, bool untilIdle, bool withBox) {
+  Loop loop;
+  if (withBox) {
+    loop.view.expectedText = ForeignDigest;
+    loop.main.OnExpectedEdited();
+  }
+  const auto start = Clock::now();
+  if (isList) {
+    loop.main.VerifyChecksumFile(path);
+  } else {
+    loop.main.AddPaths({path});
+  }
+  Print("taken in", SecondsSince(start), "s");
+  if (untilIdle) {
+    loop.RunUntilIdle();
+    Print("total", SecondsSince(start), "s");
+    Print("longest message", loop.longestTurn, "ms");
+  }
+  std::fprintf(stderr, "%zu rows; %s; %s\n", loop.main.rows.size(),
+               swr::WideToUtf8(loop.view.statusText).c_str(),
+               swr::WideToUtf8(loop.view.resultLine).c_str());
+}
+
+// A figure of /proc/self/status, in bytes.
+double ResidentBytes() {
+  std::ifstream status("/proc/self/status");
+  for (std::string line; std::getline(status, line);) {
+    if (line.starts_with("VmRSS:")) return 1024.0 * std::atof(line.c_str() + 6);
+  }
+  return 0;
+}
+
+// Rows as of files that were hashed, whose texts are `textBytes` long altogether.
+void FillList(FakeWindow& window, size_t count, double& textBytes) {
+  const auto name = [](size_t i) { return u"photograph " + swr::DecimalText(i) + u".jpg"; };
+  const std::u16string folder = u"/srv/archive/pictures of the year";
+  for (size_t i = 0; i < count; ++i) {
+    auto row = std::make_unique<app::ListRow>();
+    row->id = i + 1;
+    row->folder = folder;
+    row->name = name(i);
+    row->path = row->folder + u"/" + row->name;
+    row->size = i;
+    row->status = app::RowStatus::Done;
+    textBytes +=
+        2.0 * static_cast<double>(row->path.size() + row->name.size() + row->folder.size());
+    swr::DigestSlot& slot = row->digests[swr::IndexOf(swr::AlgoId::Sha256)];
+    slot.present = true;
+    slot.length = 32;
+    for (size_t b = 0; b < 8; ++b) slot.bytes[b] = static_cast<uint8_t>(i * 2654435761 >> (8 * b));
+    window.main.rows.push_back(std::move(row));
+  }
+  window.main.SetAlgoMask(Sha256);
+  window.main.RebuildRowIndex();
+  window.view.SetRowCount(count);
+}
+
+void MeasureMemory(size_t count) {
+  FakeWindow window;
+  double textBytes = 0;
+  const double before = ResidentBytes();
+  FillList(window, count, textBytes);
+  window.main.CompareExpected();
+  Print("a row", (ResidentBytes() - before - textBytes) / static_cast<double>(count), "bytes");
+}
+
+void TimeActions(size_t count) {
+  FakeWindow window;
+  double textBytes = 0;
+  FillList(window, count, textBytes);
+  const auto time = [](const char* what, const std::function<void()>& action) {
+    const auto start = Clock::now();
+    action();
+    Print(what, SecondsSince(start), "s");
+  };
+  time("sort by name", [&] { window.main.SortByColumn(0); });
+  time("sort by digest", [&] { window.main.SortByColumn(3); });
+  time("select all", [&] {
+    window.view.SelectAll();
+    window.main.RefreshDetails();
+  });
+  time("copy all lines", [&] { window.main.CopyLines(); });
+  time("save", [&] {
+    window.desktop.saveTarget = {u"/tmp/long_list.sha256", 0};
+    window.main.SaveChecksums();
+  });
+  time("a value in the box", [&] {
+    window.view.expectedText = ForeignDigest;
+    window.main.OnExpectedEdited();
+  });
+  time("cancel", [&] { window.main.CancelAll(); });
+  time("another algorithm", [&] { window.main.SetAlgoMask(swr::DefaultAlgoMask); });
+  time("remove every other row", [&] {
+    window.view.selected.clear();
+    for (size_t i = 0; i < count; i += 2) window.view.selected.push_back(i);
+    window.main.RemoveRows(window.view.selected);
+  });
+  time("clear", [&] { window.main.ClearList(); });
+}
+
+}  // namespace
+
+int main(int count, char** arguments) {
+  const std::string_view mode = count == 3 ? arguments[1] : "";
+  const std::u16string argument = count == 3 ? swr::Utf8ToWide(arguments[2]) : u"";
+  const size_t number = count == 3 ? std::strtoul(arguments[2], nullptr, 10) : 0;
+  if (mode == "hash") {
+    TimeHashing(argument);
+  } else if (mode == "window") {
+    TimeWindow(argument, false, true, false);
+  } else if (mode == "box") {
+    TimeWindow(argument, false, true, true);
+  } else if (mode == "verify") {
+    TimeWindow(argument, true, true, false);
+  } else if (mode == "load") {
+    TimeWindow(argument, true, false, false);
+  } else if (mode == "memory") {
+    MeasureMemory(number);
+  } else if (mode == "actions") {
+    TimeActions(number);
+  } else {
+    std::fputs("usage: long_list hash|window|box|verify|load|memory|actions FOLDER|FILE|ROWS\n",
+               stderr);
+    return 2;
+  }
+  return 0;
+}

@@ -1,0 +1,35 @@
+#include "app/window/row_paths.h"
+
+#include <algorithm>
+
+#include "swr/text/text.h"
+
+namespace app {
+namespace {
+
+uint64_t HashOf(const std::u16string& path) {
+  return std::hash<std::u16string>()(swr::CaseKey(path));
+}
+
+}  // namespace
+
+void RowPaths::Find(const std::u16string& path, const std::function<void(size_t)>& found) {
+  if (rows_.empty()) return;
+  if (!isMade_) Make();
+  for (const Entry& entry : std::ranges::equal_range(entries_, HashOf(path), {}, &Entry::hash)) {
+    const auto& row = rows_[entry.index];
+    if (row != nullptr && swr::EqualsNoCase(row->path, path)) found(entry.index);
+  }
+}
+
+void RowPaths::Make() {
+  entries_.clear();
+  entries_.reserve(rows_.size());
+  for (size_t i = 0; i < rows_.size(); ++i) {
+    if (rows_[i] != nullptr) entries_.push_back({HashOf(rows_[i]->path), i});
+  }
+  std::ranges::sort(entries_);
+  isMade_ = true;
+}
+
+}  // namespace app
