@@ -83,10 +83,19 @@ class Loop {
     return true;
   }
 
+  // As much as the dialog takes in one turn. False when there was nothing.
   bool TakeResults() {
-    auto taken = results_.Take();
+    auto taken = results_.Take(1000);
     if (taken.empty()) return false;
-    Turn([&] { main.OnHashResults(std::move(taken)); });
+    Turn([&] {
+      const auto start = Clock::now();
+      bool moreGathered = true;
+      while (moreGathered) {
+        moreGathered = taken.size() == 1000 && SecondsSince(start) < 0.025;
+        main.OnHashResults(std::move(taken));
+        if (moreGathered) taken = results_.Take(1000);
+      }
+    });
     if (!worker_.GetSnapshot().active) main.OnProgressTimer();
     return true;
   }
@@ -179,7 +188,7 @@ void FillList(FakeWindow& window, size_t count, double& textBytes) {
     row->status = app::RowStatus::Done;
     textBytes +=
         2.0 * static_cast<double>(row->path.size() + row->name.size() + row->folder.size());
-    swr::DigestSlot& slot = row->digests[swr::IndexOf(swr::AlgoId::Sha256)];
+    swr::DigestSlot& slot = row->digests.Make(swr::IndexOf(swr::AlgoId::Sha256));
     slot.present = true;
     slot.length = 32;
     for (size_t b = 0; b < 8; ++b) slot.bytes[b] = static_cast<uint8_t>(i * 2654435761 >> (8 * b));

@@ -9,6 +9,7 @@
 #include <memory>
 #include <optional>
 #include <ostream>
+#include <set>
 #include <span>
 #include <string>
 #include <utility>
@@ -272,10 +273,9 @@ class FakeQueue final : public HashQueue {
  public:
   void Enqueue(HashJob job) override { jobs.push_back(std::move(job)); }
   void Remove(std::span<const uint64_t> rowIds) override {
-    for (const uint64_t rowId : rowIds) {
-      removed.push_back(rowId);
-      std::erase_if(jobs, [&](const HashJob& job) { return job.rowId == rowId; });
-    }
+    removed.insert(removed.end(), rowIds.begin(), rowIds.end());
+    const std::set<uint64_t> ids(rowIds.begin(), rowIds.end());
+    std::erase_if(jobs, [&](const HashJob& job) { return ids.contains(job.rowId); });
   }
   void CancelAll() override {
     ++cancels;
@@ -365,7 +365,7 @@ struct FakeWindow {
   // What the test does not say of a result.
   static void FillIn(const HashJob& job, swr::HashOutcome& outcome) {
     for (const swr::AlgoId id : swr::IdsFromMask(job.mask)) {
-      swr::DigestSlot& slot = outcome.digests[swr::IndexOf(id)];
+      swr::DigestSlot& slot = outcome.digests.Make(swr::IndexOf(id));
       if (slot.present) continue;
       slot.present = true;
       slot.length = static_cast<uint8_t>(swr::GetAlgo(id).digestSize);

@@ -40,7 +40,7 @@ inline std::u16string FilledHex(size_t bytes, uint8_t fill) {
 }
 
 inline void PutDigest(ListRow& row, const FilledDigest& digest) {
-  swr::DigestSlot& slot = row.digests[swr::IndexOf(digest.algo)];
+  swr::DigestSlot& slot = row.digests.Make(swr::IndexOf(digest.algo));
   slot.present = true;
   slot.length = static_cast<uint8_t>(swr::GetAlgo(digest.algo).digestSize);
   std::fill_n(slot.bytes.begin(), slot.length, digest.fill);

@@ -1,5 +1,9 @@
 // The one door into the list: start-up arguments, drops and the Add commands all come through here.
+#include <algorithm>
+#include <cstdint>
+#include <deque>
 #include <string>
+#include <string_view>
 #include <unordered_set>
 #include <utility>
 
@@ -8,7 +12,6 @@
 #include "swr/paths/folder_walk.h"
 #include "swr/paths/path_forms.h"
 #include "swr/system/file.h"
-#include "swr/text/text.h"
 
 namespace app {
 namespace {
@@ -23,6 +26,45 @@ class WaitCursor {
 
  private:
   Desktop& desktop_;
+};
+
+// Waking the worker costs more than a small file does.
+constexpr size_t RowsQueuedAtOnce = 64;
+
+// The identity of the files in the list: their paths, in which the case of A to Z does not count.
+class KnownPaths {
+ public:
+  explicit KnownPaths(size_t count) { known_.reserve(2 * count + 1024); }
+
+  bool Has(const std::u16string& path) const { return known_.contains(path); }
+  // A row's own path, which lives as long as this object.
+  void Add(const std::u16string& rowPath) { known_.insert(rowPath); }
+  // A path that the walk came by, and that of the row that was made of it.
+  void AddWalked(const std::u16string& walked, const std::u16string& rowPath) {
+    known_.insert(walked == rowPath ? rowPath : others_.emplace_back(walked));
+  }
+
+ private:
+  static char16_t Lower(char16_t unit) {
+    return unit >= u'A' && unit <= u'Z' ? static_cast<char16_t>(unit - u'A' + u'a') : unit;
+  }
+
+  // FNV-1a, over code units.
+  struct Hash {
+    size_t operator()(std::u16string_view path) const {
+      uint64_t hash = 0xCBF29CE484222325;
+      for (const char16_t unit : path) hash = (hash ^ Lower(unit)) * 0x100000001B3;
+      return static_cast<size_t>(hash ^ hash >> 32);
+    }
+  };
+  struct Equal {
+    bool operator()(std::u16string_view a, std::u16string_view b) const {
+      return std::ranges::equal(a, b, {}, Lower, Lower);
+    }
+  };
+
+  std::deque<std::u16string> others_;  // what the views of paths that are no row's own look at
+  std::unordered_set<std::u16string_view, Hash, Equal> known_;
 };
 
 }  // namespace
@@ -48,28 +90,36 @@ void MainWindow::AddPaths(const std::vector<std::u16string>& paths) {
   {
     const WaitCursor wait(desktop_);
     const size_t firstNew = rows.size();
-    // Lower-cased paths: the identity of a file in the list.
-    std::unordered_set<std::u16string> seen;
-    for (const auto& row : rows) seen.insert(swr::ToLowerText(row->path));
+    KnownPaths known(rows.size());
+    for (const auto& row : rows) known.Add(row->path);
+    // The worker begins with the first files while the last are still looked for.
+    size_t queued = firstNew;
+    const auto queueNewRows = [&] {
+      for (; queued < rows.size(); ++queued) QueueRow(*rows[queued], algorithms);
+    };
 
     for (const std::u16string& path : paths) {
       if (swr::IsDirectoryPath(path)) {
-        const swr::WalkOptions options{.recursive = true, .includeHidden = includeHidden};
+        const swr::WalkOptions options{
+            .recursive = true, .includeHidden = includeHidden, .withSizes = false};
         swr::WalkFolder(path, options, [&](const swr::FoundFile& found) {
           // By the path as it was walked, so that a file that is there already costs no look at the
           // file system.
-          if (seen.insert(swr::ToLowerText(found.path)).second) rows.push_back(MakeRow(found.path));
+          if (known.Has(found.path)) return;
+          rows.push_back(MakeRow(found.path));
+          known.AddWalked(found.path, rows.back()->path);
+          if (rows.size() - queued == RowsQueuedAtOnce) queueNewRows();
         });
       } else {
         std::unique_ptr<ListRow> row = MakeRow(path);
-        if (!seen.insert(swr::ToLowerText(row->path)).second) continue;
+        if (known.Has(row->path)) continue;
+        known.Add(row->path);
         if (paths.size() == 1 && swr::IsChecksumFileName(row->path)) checksumCandidate = row->path;
         rows.push_back(std::move(row));
       }
     }
-
+    queueNewRows();
     IndexAddedRows();
-    for (size_t i = firstNew; i < rows.size(); ++i) QueueRow(*rows[i], algorithms);
     view_.SetRowCount(rows.size());
     if (rows.size() > firstNew) {
       view_.ClearSelection();

@@ -7,34 +7,43 @@
 
 namespace app {
 
+std::optional<size_t> MainWindow::IndexOfRow(uint64_t id) const {
+  if (id >= rowIndex_.size() || rowIndex_[id] == NoRow) return std::nullopt;
+  return rowIndex_[id];
+}
+
 ListRow* MainWindow::FindRow(uint64_t id) {
-  const auto found = rowIndex_.find(id);
-  return found == rowIndex_.end() ? nullptr : rows[found->second].get();
+  const auto index = IndexOfRow(id);
+  return index ? rows[*index].get() : nullptr;
 }
 
 void MainWindow::RepaintRow(uint64_t id) {
-  const auto found = rowIndex_.find(id);
-  if (found != rowIndex_.end()) view_.RedrawRow(found->second);
-}
-
-void MainWindow::RebuildRowIndex() {
-  rowIndex_.clear();
-  rowIndex_.reserve(rows.size());
-  for (size_t i = 0; i < rows.size(); ++i) rowIndex_.emplace(rows[i]->id, i);
-  tally_.CountAll();
-  paths_.Forget();
-}
-
-void MainWindow::IndexAddedRows() {
-  rowIndex_.reserve(rows.size());
-  for (size_t i = tally_.CountedRows(); i < rows.size(); ++i) rowIndex_.emplace(rows[i]->id, i);
-  tally_.CountAdded();
-  paths_.Forget();
+  if (const auto index = IndexOfRow(id)) view_.RedrawRow(*index);
 }
 
 void MainWindow::CountAgain(const ListRow& row) {
-  const auto found = rowIndex_.find(row.id);
-  if (found != rowIndex_.end()) tally_.CountAgain(found->second);
+  if (const auto index = IndexOfRow(row.id)) tally_.CountAgain(*index);
+}
+
+void MainWindow::RebuildRowIndex() {
+  std::ranges::fill(rowIndex_, NoRow);
+  IndexRowsFrom(0);
+  tally_.CountAll();
+}
+
+void MainWindow::IndexAddedRows() {
+  IndexRowsFrom(tally_.CountedRows());
+  tally_.CountAdded();
+}
+
+// Ids are given in ascending order and never again, so a table by id stays as short as can be.
+void MainWindow::IndexRowsFrom(size_t first) {
+  for (size_t i = first; i < rows.size(); ++i) {
+    const uint64_t id = rows[i]->id;
+    if (id >= rowIndex_.size()) rowIndex_.resize(id + 1, NoRow);
+    rowIndex_[id] = i;
+  }
+  paths_.Forget();
 }
 
 bool MainWindow::QueueRow(ListRow& row, swr::AlgoMask mask) {

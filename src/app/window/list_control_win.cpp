@@ -43,6 +43,10 @@ void ListControl::SetRowCount(size_t count) {
 }
 
 void ListControl::RedrawRow(size_t index) {
+  // Most rows of a long list are out of sight, and the control does not look.
+  const auto top = static_cast<size_t>(SendMessageW(list_, LVM_GETTOPINDEX, 0, 0));
+  const auto shown = static_cast<size_t>(SendMessageW(list_, LVM_GETCOUNTPERPAGE, 0, 0));
+  if (index < top || index > top + shown) return;
   SendMessageW(list_, LVM_REDRAWITEMS, index, static_cast<LPARAM>(index));
 }
 

@@ -1,7 +1,6 @@
 // One file in the list.
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -24,8 +23,8 @@ struct ListRow {
   std::u16string folder;  // of `path`, before that separator
   uint64_t size = 0;      // bytes; from the file system, then what hashing read
   swr::FileTime modified = 0;
-  // Indexed by AlgoId. Never taken away while the row lives, whatever algorithms are selected.
-  std::array<swr::DigestSlot, swr::AlgoCount> digests;
+  // Never taken away while the row lives, whatever algorithms are selected.
+  swr::DigestSlots digests;
   swr::AlgoMask pendingMask = 0;  // queued for this row and not yet reported
   RowStatus status = RowStatus::Waiting;
   uint32_t error = 0;    // Windows error code of a failed row

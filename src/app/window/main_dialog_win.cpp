@@ -42,6 +42,8 @@ constexpr UINT ProgressInterval = 200;  // ms
 // input, so the window stays at hand however fast files finish.
 constexpr UINT_PTR IDT_RESULTS = 2;
 constexpr UINT ResultsInterval = 15;  // ms
+constexpr size_t ResultsAtOnce = 1000;
+constexpr ULONGLONG LongestIntake = 25;  // milliseconds
 
 bool IsHighContrast() {
   HIGHCONTRASTW contrast = {};
@@ -353,12 +355,16 @@ INT_PTR MainDialog::OnResultsWait(WPARAM, LPARAM) {
   return TRUE;
 }
 
+// A folder of small files is hashed before it is walked to its end, and its results have gathered.
+// The user is not to wait for all of them.
 void MainDialog::TakeResults() {
-  std::vector<std::unique_ptr<ResultMessage>> results = results_->Take();
-  if (results.empty()) {
-    KillTimer(window_, IDT_RESULTS);
-  } else {
-    main_->OnHashResults(std::move(results));
+  const ULONGLONG start = GetTickCount64();
+  bool moreGathered = true;
+  while (moreGathered && GetTickCount64() - start < LongestIntake) {
+    std::vector<std::unique_ptr<ResultMessage>> results = results_->Take(ResultsAtOnce);
+    if (results.empty()) KillTimer(window_, IDT_RESULTS);
+    moreGathered = results.size() == ResultsAtOnce;
+    if (!results.empty()) main_->OnHashResults(std::move(results));
   }
 }
 

@@ -10,7 +10,6 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 #include "app/desktop/desktop.h"
@@ -171,11 +170,12 @@ class MainWindow {
   FixedColumnWidths fixedWidths;
 
  private:
+  void IndexRowsFrom(size_t first);
   // To be called after a change of what the tally counts of a row.
   void CountAgain(const ListRow& row);
   void StartProgressTimer();
   void StopProgressTimer();
-  void OnHashResult(const ResultMessage& result);
+  void OnHashResult(ResultMessage& result);
   void MarkHashingRow(const WorkerSnapshot& snapshot);
   void ShowFigures(const WorkerSnapshot& snapshot);
   // Ascending. What the list view still takes for selected beyond the rows' end is left out.
@@ -204,7 +204,10 @@ class MainWindow {
   Desktop& desktop_;
   HashQueue& queue_;
   Installation& installation_;
-  std::unordered_map<uint64_t, size_t> rowIndex_;  // from id to index in `rows`
+  // The index in `rows` of the row with this id, if there is one.
+  std::optional<size_t> IndexOfRow(uint64_t id) const;
+  static constexpr size_t NoRow = SIZE_MAX;
+  std::vector<size_t> rowIndex_;  // by id; NoRow for a row that is gone
   ListTally tally_{rows};
   RowPaths paths_{rows};
   uint64_t nextRowId_ = 1;

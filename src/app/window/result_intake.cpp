@@ -26,10 +26,11 @@ void MainWindow::OnHashResults(std::vector<std::unique_ptr<ResultMessage>> resul
   FinishFileCompare();
 }
 
-void MainWindow::OnHashResult(const ResultMessage& result) {
-  ListRow* row = FindRow(result.rowId);
-  if (row == nullptr) return;  // removed meanwhile
-  const swr::HashOutcome& outcome = result.outcome;
+void MainWindow::OnHashResult(ResultMessage& result) {
+  const auto index = IndexOfRow(result.rowId);
+  if (!index) return;  // removed meanwhile
+  ListRow* row = rows[*index].get();
+  swr::HashOutcome& outcome = result.outcome;
   row->pendingMask &= ~result.mask & swr::AllAlgosMask;
   if (outcome.cancelled) {
     if (row->pendingMask == 0) row->status = RowStatus::Cancelled;
@@ -38,15 +39,19 @@ void MainWindow::OnHashResult(const ResultMessage& result) {
     row->error = outcome.error;
     row->pendingMask = 0;
   } else {
-    for (const swr::AlgoId id : swr::IdsFromMask(result.mask)) {
-      row->digests[swr::IndexOf(id)] = outcome.digests[swr::IndexOf(id)];
+    if (row->digests.IsEmpty()) {
+      row->digests = std::move(outcome.digests);
+    } else {
+      for (const swr::AlgoId id : swr::IdsFromMask(result.mask)) {
+        row->digests.Make(swr::IndexOf(id)) = outcome.digests[swr::IndexOf(id)];
+      }
     }
     row->changed = row->changed || outcome.changed;
     row->size = outcome.bytesRead;
     row->status = row->pendingMask == 0 ? RowStatus::Done : RowStatus::Waiting;
   }
-  CountAgain(*row);
-  RepaintRow(row->id);
+  tally_.CountAgain(*index);
+  view_.RedrawRow(*index);
 }
 
 // The worker sends nothing when it starts a file. The match is by path: a list can hold the same

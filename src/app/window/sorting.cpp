@@ -17,11 +17,11 @@ void MainWindow::SortByColumn(size_t column) {
   // The texts are made once and not for each comparison.
   const bool bySize = columns[column].kind == ColumnKind::Size;
   std::vector<std::u16string> texts(bySize ? 0 : rows.size());
-  for (size_t i = 0; i < texts.size(); ++i) texts[i] = CellText(i, column);
+  for (size_t i = 0; i < texts.size(); ++i) texts[i] = swr::SystemNaturalKey(CellText(i, column));
   const auto goesBefore = [&](size_t a, size_t b) {
     if (sortDescending) std::swap(a, b);
     return bySize ? rows[a]->size < rows[b]->size
-                  : swr::SystemCompareNatural(texts[a], texts[b]) < 0;
+                  : swr::SystemCompareNaturalKeys(texts[a], texts[b]) < 0;
   };
   std::vector<size_t> order(rows.size());
   std::iota(order.begin(), order.end(), size_t{0});

@@ -1,5 +1,7 @@
 #include "app/worker/result_queue.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace app {
@@ -14,10 +16,14 @@ void ResultQueue::PostResult(std::unique_ptr<ResultMessage> result) {
 
 void ResultQueue::PostProgress() { announcements_.progress(); }
 
-std::vector<std::unique_ptr<ResultMessage>> ResultQueue::Take() {
+std::vector<std::unique_ptr<ResultMessage>> ResultQueue::Take(size_t most) {
   const std::lock_guard lock(mutex_);
   if (results_.empty()) announced_ = false;
-  return std::exchange(results_, {});
+  const auto end = results_.begin() + static_cast<ptrdiff_t>(std::min(most, results_.size()));
+  std::vector<std::unique_ptr<ResultMessage>> taken(std::move_iterator(results_.begin()),
+                                                    std::move_iterator(end));
+  results_.erase(results_.begin(), end);
+  return taken;
 }
 
 }  // namespace app

@@ -6,6 +6,9 @@
 // has gathered, in its own time, until it finds nothing.
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
+#include <deque>
 #include <functional>
 #include <memory>
 #include <mutex>
@@ -28,15 +31,16 @@ class ResultQueue final : public WorkerSink {
   void PostResult(std::unique_ptr<ResultMessage> result) override;
   void PostProgress() override;
 
-  // All results that have gathered, in order; ownership passes to the caller. Called on the
-  // window's thread. After an empty answer the next result is announced again.
-  std::vector<std::unique_ptr<ResultMessage>> Take();
+  // The results that have gathered, in order, but no more than `most`; ownership passes to the
+  // caller. Called on the window's thread. After an empty answer the next result is announced
+  // again.
+  std::vector<std::unique_ptr<ResultMessage>> Take(size_t most = SIZE_MAX);
 
  private:
   Announcements announcements_;
   std::mutex mutex_;
-  std::vector<std::unique_ptr<ResultMessage>> results_;  // under mutex_
-  bool announced_ = false;                               // under mutex_
+  std::deque<std::unique_ptr<ResultMessage>> results_;  // under mutex_
+  bool announced_ = false;                              // under mutex_
 };
 
 }  // namespace app

@@ -2,8 +2,10 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <span>
+#include <vector>
 
 namespace swr {
 
@@ -18,6 +20,38 @@ struct Digest {
 // Place of one algorithm's digest. The digest means something only when `present`.
 struct DigestSlot : Digest {
   bool present = false;
+};
+
+// The digests of one file, a place for each algorithm by its index (IndexOf of algorithms.h). Only
+// those that are there take room: most files have one digest to three of fifteen.
+class DigestSlots {
+ public:
+  // A slot that is not present for an algorithm without a digest.
+  const DigestSlot& operator[](size_t index) const {
+    static constexpr DigestSlot none;
+    for (const Entry& entry : entries_) {
+      if (entry.index == index) return entry.slot;
+    }
+    return none;
+  }
+  // The slot as one that can be written; not present yet when it is new. Valid until another one
+  // is made.
+  DigestSlot& Make(size_t index) {
+    for (Entry& entry : entries_) {
+      if (entry.index == index) return entry.slot;
+    }
+    return entries_.emplace_back(static_cast<uint8_t>(index), DigestSlot{}).slot;
+  }
+
+  bool IsEmpty() const { return entries_.empty(); }
+
+ private:
+  struct Entry {
+    uint8_t index = 0;
+    DigestSlot slot;
+  };
+
+  std::vector<Entry> entries_;  // in the order in which they were made
 };
 
 }  // namespace swr

@@ -189,7 +189,7 @@ void HashInParallel(File& file, ConsumerContext& context, const HashOptions& opt
 
 void CollectDigests(HasherList& hashers, const std::vector<AlgoId>& ids, HashOutcome& outcome) {
   for (size_t i = 0; i < hashers.size(); ++i) {
-    DigestSlot& slot = outcome.digests[IndexOf(ids[i])];
+    DigestSlot& slot = outcome.digests.Make(IndexOf(ids[i]));
     static_cast<Digest&>(slot) = hashers[i]->Final();
     slot.present = true;
   }

@@ -5,7 +5,6 @@
 // so that the slowest algorithm sets the pace and no byte is read twice or copied.
 #pragma once
 
-#include <array>
 #include <atomic>
 #include <cstdint>
 #include <functional>
@@ -17,7 +16,7 @@
 namespace swr {
 
 struct HashOutcome {
-  std::array<DigestSlot, AlgoCount> digests;  // indexed by AlgoId
+  DigestSlots digests;
   uint64_t bytesRead = 0;  // bytes read and handed on at the moment the run ended
   uint32_t error = 0;      // Windows error code; 0 for none
   bool cancelled = false;

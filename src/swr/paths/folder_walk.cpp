@@ -15,23 +15,36 @@ namespace {
 // Files before folders, then natural order. Two names of one folder that are equal in that order
 // (they differ in case or in leading zeros) follow their code units, so that the order of rows does
 // not depend on the file system.
-bool ComesBefore(const DirectoryEntry& a, const DirectoryEntry& b) {
-  if (a.isDirectory != b.isDirectory) return b.isDirectory;
-  const int order = SystemCompareNatural(a.name, b.name);
-  return order != 0 ? order < 0 : a.name < b.name;
+void SortEntries(std::vector<DirectoryEntry>& entries) {
+  struct Keyed {
+    std::u16string key;
+    DirectoryEntry entry;
+  };
+  std::vector<Keyed> keyed;
+  keyed.reserve(entries.size());
+  for (DirectoryEntry& entry : entries) {
+    std::u16string key = SystemNaturalKey(entry.name);
+    keyed.push_back({std::move(key), std::move(entry)});
+  }
+  std::ranges::sort(keyed, [](const Keyed& a, const Keyed& b) {
+    if (a.entry.isDirectory != b.entry.isDirectory) return b.entry.isDirectory;
+    const int order = SystemCompareNaturalKeys(a.key, b.key);
+    return order != 0 ? order < 0 : a.entry.name < b.entry.name;
+  });
+  for (size_t i = 0; i < entries.size(); ++i) entries[i] = std::move(keyed[i].entry);
 }
 
 // The entries of one folder that the walk is about, in its order. False when the folder can't be
 // listed.
 bool ListDirectory(const std::u16string& folder, const WalkOptions& options,
                    std::vector<DirectoryEntry>& entries) {
-  const uint32_t error = ReadDirectory(ToLongPath(folder), entries);
+  const uint32_t error = ReadDirectory(ToLongPath(folder), entries, options.withSizes);
   // An empty root of a drive has no entry at all, not even "." and "..".
   if (error != 0) return error == ErrorFileNotFound;
   std::erase_if(entries, [&](const DirectoryEntry& entry) {
     return (entry.isHidden && !options.includeHidden) || (entry.isDirectory && entry.isLink);
   });
-  std::sort(entries.begin(), entries.end(), ComesBefore);
+  SortEntries(entries);
   return true;
 }
 

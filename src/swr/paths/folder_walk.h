@@ -18,6 +18,7 @@ struct FoundFile {
 struct WalkOptions {
   bool recursive = true;
   bool includeHidden = false;  // report hidden and system entries, and go into such folders
+  bool withSizes = true;       // else FoundFile::size may be 0, which saves a call for each file
   const std::atomic<bool>* cancel = nullptr;  // may be null; looked at before each entry
 };
 

@@ -19,6 +19,6 @@ struct DirectoryEntry {
 // On failure returns a Windows error code and appends nothing. An error in the middle of a listing
 // ends it as if the folder were finished.
 [[nodiscard]] uint32_t ReadDirectory(const std::u16string& folder,
-                                     std::vector<DirectoryEntry>& entries);
+                                     std::vector<DirectoryEntry>& entries, bool withSizes = true);
 
 }  // namespace swr

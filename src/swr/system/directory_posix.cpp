@@ -22,7 +22,7 @@ struct DirectoryStreamTraits {
   static void Close(DIR* value) noexcept { closedir(value); }
 };
 
-DirectoryEntry MakeEntry(DIR* stream, const dirent& found) {
+DirectoryEntry MakeEntry(DIR* stream, const dirent& found, bool withSizes) {
   DirectoryEntry entry{.name = PathTextFromBytes(found.d_name),
                        .isHidden = found.d_name[0] == '.',
                        .isLink = found.d_type == DT_LNK};
@@ -30,6 +30,7 @@ DirectoryEntry MakeEntry(DIR* stream, const dirent& found) {
     entry.isDirectory = true;
     return entry;
   }
+  if (found.d_type == DT_REG && !withSizes) return entry;
   struct stat status;
   // Some file systems leave the type to this call.
   if (found.d_type == DT_UNKNOWN &&
@@ -46,7 +47,8 @@ DirectoryEntry MakeEntry(DIR* stream, const dirent& found) {
 
 }  // namespace
 
-uint32_t ReadDirectory(const std::u16string& folder, std::vector<DirectoryEntry>& entries) {
+uint32_t ReadDirectory(const std::u16string& folder, std::vector<DirectoryEntry>& entries,
+                       bool withSizes) {
   if (const auto fault = InjectedFault(SystemCall::ListDirectory)) return *fault;
   const UniqueHandle<DirectoryStreamTraits> stream(opendir(PathBytesFromText(folder).c_str()));
   if (!stream) {
@@ -56,7 +58,7 @@ uint32_t ReadDirectory(const std::u16string& folder, std::vector<DirectoryEntry>
   while (const dirent* found = readdir(stream.Get())) {
     const std::string_view name = found->d_name;
     if (name == "." || name == "..") continue;
-    entries.push_back(MakeEntry(stream.Get(), *found));
+    entries.push_back(MakeEntry(stream.Get(), *found, withSizes));
   }
   return 0;
 }

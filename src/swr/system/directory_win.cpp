@@ -20,7 +20,8 @@ struct FindHandleTraits {
 
 }  // namespace
 
-uint32_t ReadDirectory(const std::u16string& folder, std::vector<DirectoryEntry>& entries) {
+uint32_t ReadDirectory(const std::u16string& folder, std::vector<DirectoryEntry>& entries,
+                       bool /*withSizes: they come along*/) {
   if (const auto fault = InjectedFault(SystemCall::ListDirectory)) return *fault;
   // Behind the long prefix the system takes a path literally, so a second separator behind a drive
   // root would name nothing.

@@ -22,6 +22,7 @@ std::optional<std::u16string> SystemFullPath(const std::u16string& path) {
   absolute += path;
 
   std::vector<std::u16string_view> steps;
+  steps.reserve(16);
   std::u16string_view rest = absolute;
   while (!rest.empty()) {
     const size_t end = rest.find(u'/');
@@ -35,6 +36,7 @@ std::optional<std::u16string> SystemFullPath(const std::u16string& path) {
     }
   }
   std::u16string full;
+  full.reserve(absolute.size());
   for (const std::u16string_view step : steps) {
     full += u'/';
     full += step;

@@ -15,6 +15,10 @@ bool SystemEqualsNoCase(std::u16string_view a, std::u16string_view b);
 // The order in which a person expects names: runs of digits by value, letters without case.
 // Negative, 0 or positive. Names that differ may still compare equal.
 int SystemCompareNatural(const std::u16string& a, const std::u16string& b);
+// The same for a text that is compared many times: what is made of it once, and the comparison of
+// two such keys. A key is nothing to be shown or kept.
+std::u16string SystemNaturalKey(std::u16string text);
+int SystemCompareNaturalKeys(const std::u16string& a, const std::u16string& b);
 
 // Whether `name` fits one of the patterns, which are separated by ";" and may hold "*" and "?".
 bool SystemMatchesPattern(const std::u16string& name, const std::u16string& patterns);

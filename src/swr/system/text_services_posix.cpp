@@ -6,10 +6,12 @@
 #include <unicode/unistr.h>
 #include <unicode/ustring.h>
 
+#include <array>
 #include <cerrno>
 #include <cstring>
 #include <memory>
 #include <stdexcept>
+#include <vector>
 
 #include "swr/system/errno_posix.h"
 #include "swr/system/error_codes.h"
@@ -92,6 +94,20 @@ bool SystemEqualsNoCase(std::u16string_view a, std::u16string_view b) {
 int SystemCompareNatural(const std::u16string& a, const std::u16string& b) {
   UErrorCode status = U_ZERO_ERROR;
   return NaturalOrder().compare(a.data(), AsInt32(a.size()), b.data(), AsInt32(b.size()), status);
+}
+
+std::u16string SystemNaturalKey(std::u16string text) {
+  const icu::UnicodeString whole(false, text.data(), AsInt32(text.size()));
+  std::array<uint8_t, 256> bytes;
+  int32_t size = NaturalOrder().getSortKey(whole, bytes.data(), AsInt32(bytes.size()));
+  if (static_cast<size_t>(size) <= bytes.size()) return {bytes.begin(), bytes.begin() + size};
+  std::vector<uint8_t> all(static_cast<size_t>(size));
+  size = NaturalOrder().getSortKey(whole, all.data(), size);
+  return {all.begin(), all.begin() + size};
+}
+
+int SystemCompareNaturalKeys(const std::u16string& a, const std::u16string& b) {
+  return a.compare(b);
 }
 
 bool SystemMatchesPattern(const std::u16string& name, const std::u16string& patterns) {

@@ -49,6 +49,13 @@ int SystemCompareNatural(const std::u16string& a, const std::u16string& b) {
   return StrCmpLogicalW(AsWide(a), AsWide(b));
 }
 
+// The platform has no key for this order.
+std::u16string SystemNaturalKey(std::u16string text) { return text; }
+
+int SystemCompareNaturalKeys(const std::u16string& a, const std::u16string& b) {
+  return SystemCompareNatural(a, b);
+}
+
 bool SystemMatchesPattern(const std::u16string& name, const std::u16string& patterns) {
   return PathMatchSpecW(AsWide(name), AsWide(patterns)) != FALSE;
 }

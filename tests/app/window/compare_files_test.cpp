@@ -38,7 +38,9 @@ struct TwoRows {
   // The front job ends with digests of these bytes.
   void Finish(uint8_t fill) {
     swr::HashOutcome outcome;
-    for (swr::DigestSlot& slot : outcome.digests) slot.bytes.fill(fill);
+    for (const AlgoId id : swr::IdsFromMask(swr::AllAlgosMask)) {
+      outcome.digests.Make(swr::IndexOf(id)).bytes.fill(fill);
+    }
     window.Finish(outcome);
   }
 

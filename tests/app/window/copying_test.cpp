@@ -19,7 +19,7 @@ const std::u16string Sha1 = u"a0a1a2a3a4a5a6a7a8a9aaabacadaeafb0b1b2b3";
 
 void Give(ListRow& row, const std::vector<AlgoId>& algos) {
   for (const AlgoId algo : algos) {
-    swr::DigestSlot& slot = row.digests[swr::IndexOf(algo)];
+    swr::DigestSlot& slot = row.digests.Make(swr::IndexOf(algo));
     slot.present = true;
     slot.length = static_cast<uint8_t>(swr::GetAlgo(algo).digestSize);
     for (uint8_t i = 0; i < slot.length; ++i) slot.bytes[i] = static_cast<uint8_t>(0xA0 + i);

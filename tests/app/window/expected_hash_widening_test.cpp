@@ -144,7 +144,7 @@ TEST(WideningTest, TheFirstMatchEndsIt) {
   window.view.SetExpectedText(WantedHex(20));
   ASSERT_EQ(window.queue.jobs.size(), 2u);
   swr::HashOutcome found;
-  found.digests[swr::IndexOf(AlgoId::Sha1)].bytes.fill(Wanted);
+  found.digests.Make(swr::IndexOf(AlgoId::Sha1)).bytes.fill(Wanted);
   window.Finish(found);
   EXPECT_EQ(window.Result(),
             (ResultLine{u"Match. The SHA-1 of a is the expected hash.", ResultKind::Good}));

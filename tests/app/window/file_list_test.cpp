@@ -38,7 +38,7 @@ TEST(RepaintRowTest, PaintsTheRowOfTheIdOnly) {
 TEST(QueueRowTest, AsksOnlyForWhatTheRowLacksAndNobodyAskedFor) {
   FakeWindow window;
   ListRow& row = window.AddRow(u"a", 7);
-  row.digests[swr::IndexOf(AlgoId::Md5)].present = true;
+  row.digests.Make(swr::IndexOf(AlgoId::Md5)).present = true;
   row.status = RowStatus::Done;
 
   window.main.QueueRow(row, Md5 | Sha256);

@@ -12,7 +12,7 @@ namespace {
 using swr::AlgoId;
 
 void Give(ListRow& row, AlgoId algo) {
-  swr::DigestSlot& slot = row.digests[swr::IndexOf(algo)];
+  swr::DigestSlot& slot = row.digests.Make(swr::IndexOf(algo));
   slot.present = true;
   slot.length = static_cast<uint8_t>(swr::GetAlgo(algo).digestSize);
   slot.bytes.fill(0xAB);

@@ -86,7 +86,7 @@ TEST(CellTextTest, EachColumn) {
   EXPECT_EQ(window.main.CellText(0, 4), FakeDigestText(AlgoId::Md5));
   EXPECT_EQ(window.main.CellText(0, 5), u"Done");
 
-  row.digests[swr::IndexOf(AlgoId::Crc32)].bytes.fill(0xAB);
+  row.digests.Make(swr::IndexOf(AlgoId::Crc32)).bytes.fill(0xAB);
   window.main.OnCommand(ID_UPPERCASE);
   EXPECT_EQ(window.main.CellText(0, 3), u"ABABABAB");
 }

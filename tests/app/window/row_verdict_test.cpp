@@ -20,7 +20,7 @@ ListRow MakeRow(RowStatus status, std::initializer_list<AlgoId> present) {
   ListRow row;
   row.status = status;
   for (const AlgoId id : present) {
-    swr::DigestSlot& slot = row.digests[swr::IndexOf(id)];
+    swr::DigestSlot& slot = row.digests.Make(swr::IndexOf(id));
     slot.present = true;
     slot.length = static_cast<uint8_t>(swr::GetAlgo(id).digestSize);
     std::fill_n(slot.bytes.begin(), slot.length, GoodByte);
@@ -123,7 +123,7 @@ TEST(CompareRowTest, Table) {
     ListRow row = MakeRow(test.status, {});
     row.error = test.error;
     for (const AlgoId id : test.present) {
-      row.digests[swr::IndexOf(id)] = MakeRow(test.status, {id}).digests[swr::IndexOf(id)];
+      row.digests.Make(swr::IndexOf(id)) = MakeRow(test.status, {id}).digests[swr::IndexOf(id)];
     }
     const CompareResult result = CompareRow(row, test.expected, test.candidates);
     EXPECT_EQ(result.outcome, test.outcome);

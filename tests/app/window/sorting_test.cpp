@@ -85,8 +85,8 @@ TEST(SortingTest, EqualRowsKeepTheirOrderInBothDirections) {
 TEST(SortingTest, RowsWithoutADigestComeFirst) {
   FakeWindow window;
   ListRow& done = window.AddRow(u"done");
-  done.digests[swr::IndexOf(swr::AlgoId::Md5)].present = true;
-  done.digests[swr::IndexOf(swr::AlgoId::Md5)].length = 16;
+  done.digests.Make(swr::IndexOf(swr::AlgoId::Md5)).present = true;
+  done.digests.Make(swr::IndexOf(swr::AlgoId::Md5)).length = 16;
   window.AddRow(u"waiting");
   window.main.SortByColumn(Md5);
   EXPECT_EQ(Names(window), (Texts{u"waiting", u"done"}));

@@ -351,7 +351,7 @@ class RandomRun {
       for (const AlgoId id : result.algos) {
         const DigestBytes bytes = DigestOf(id, PickFill());
         result.digests[id] = bytes;
-        swr::DigestSlot& slot = outcome.digests[swr::IndexOf(id)];
+        swr::DigestSlot& slot = outcome.digests.Make(swr::IndexOf(id));
         slot.present = true;
         slot.length = static_cast<uint8_t>(bytes.size());
         std::ranges::copy(bytes, slot.bytes.begin());
