@@ -4,18 +4,25 @@
 //   hash_files --memory ALGORITHM[,...] FILE         prints how many KiB the peak of resident
 //   memory
 //                                                    lies over what the process held before
+//   hash_files --seconds ALGORITHM[,...] FILE        prints how long the hashing took
+//   hash_files --in-memory ALGORITHM FILE            the same of the file's bytes, read before
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
+#include <iterator>
 #include <string>
 #include <string_view>
 
 #include "swr/hash/digest_text.h"
 #include "swr/hash/hash_file.h"
+#include "swr/hash/hasher.h"
 #include "swr/system/thread_schedule.h"
 #include "swr/text/encoding.h"
 
 namespace {
+
+using Clock = std::chrono::steady_clock;
 
 swr::AlgoMask ParseMask(std::string_view names) {
   swr::AlgoMask mask = 0;
@@ -57,20 +64,46 @@ bool HashOne(const char* name, swr::AlgoMask mask) {
   return true;
 }
 
+double SecondsSince(Clock::time_point start) {
+  return std::chrono::duration<double>(Clock::now() - start).count();
+}
+
+double SecondsInMemory(const char* name, swr::AlgoMask mask) {
+  std::ifstream file(name, std::ios::binary);
+  const std::string bytes(std::istreambuf_iterator<char>(file), {});
+  const auto hasher = swr::MakeHasher(swr::IdsFromMask(mask).front());
+  const auto start = Clock::now();
+  hasher->Update(bytes.data(), bytes.size());
+  hasher->Final();
+  return SecondsSince(start);
+}
+
 }  // namespace
 
 int main(int count, char** arguments) {
-  const bool measuresMemory = count > 1 && std::string_view(arguments[1]) == "--memory";
-  const int first = measuresMemory ? 2 : 1;
+  const std::string_view option = count > 1 && arguments[1][0] == '-' ? arguments[1] : "";
+  const int first = option.empty() ? 1 : 2;
   if (count < first + 2) {
-    std::fputs("usage: hash_files [--memory] ALGORITHM[,ALGORITHM...] FILE...\n", stderr);
+    std::fputs(
+        "usage: hash_files [--memory|--seconds|--in-memory] ALGORITHM[,ALGORITHM...] FILE...\n",
+        stderr);
     return 2;
   }
   const swr::AlgoMask mask = ParseMask(arguments[first]);
   swr::PreferThroughput();
+  if (option == "--in-memory") {
+    std::printf("%.6f\n", SecondsInMemory(arguments[first + 1], mask));
+    return 0;
+  }
+  if (option == "--seconds") {
+    const auto start = Clock::now();
+    swr::HashFile(swr::Utf8ToWide(arguments[first + 1]), mask, {});
+    std::printf("%.6f\n", SecondsSince(start));
+    return 0;
+  }
   const long before = ReadStatus("VmRSS");
   bool succeeded = true;
   for (int i = first + 1; i < count; ++i) succeeded = HashOne(arguments[i], mask) && succeeded;
-  if (measuresMemory) std::printf("%ld\n", ReadStatus("VmHWM") - before);
+  if (option == "--memory") std::printf("%ld\n", ReadStatus("VmHWM") - before);
   return succeeded ? 0 : 1;
 }

@@ -16,9 +16,11 @@ uint64_t HashOf(const std::u16string& path) {
 void RowPaths::Find(const std::u16string& path, const std::function<void(size_t)>& found) {
   if (rows_.empty()) return;
   if (!isMade_) Make();
-  for (const Entry& entry : std::ranges::equal_range(entries_, HashOf(path), {}, &Entry::hash)) {
-    const auto& row = rows_[entry.index];
-    if (row != nullptr && swr::EqualsNoCase(row->path, path)) found(entry.index);
+  const uint64_t hash = HashOf(path);
+  auto entry = std::lower_bound(entries_.begin(), entries_.end(), Entry{.hash = hash});
+  for (; entry != entries_.end() && entry->hash == hash; ++entry) {
+    const auto& row = rows_[entry->index];
+    if (row != nullptr && swr::EqualsNoCase(row->path, path)) found(entry->index);
   }
 }
 
@@ -28,7 +30,7 @@ void RowPaths::Make() {
   for (size_t i = 0; i < rows_.size(); ++i) {
     if (rows_[i] != nullptr) entries_.push_back({HashOf(rows_[i]->path), i});
   }
-  std::ranges::sort(entries_);
+  std::sort(entries_.begin(), entries_.end());
   isMade_ = true;
 }
 

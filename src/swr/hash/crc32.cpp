@@ -40,6 +40,12 @@ uint32_t LoadWord(const uint8_t* data) {
 }  // namespace
 
 uint32_t Crc32Update(uint32_t state, const uint8_t* data, uint64_t size) {
+  static const bool canFold = CanFoldCrc32();
+  return canFold && size >= ShortestFoldedPiece ? Crc32ByFolding(state, data, size)
+                                                : Crc32ByTables(state, data, size);
+}
+
+uint32_t Crc32ByTables(uint32_t state, const uint8_t* data, uint64_t size) {
   for (; size >= 8; data += 8, size -= 8) {
     const uint32_t a = LoadWord(data) ^ state;
     const uint32_t b = LoadWord(data + 4);

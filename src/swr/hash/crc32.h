@@ -12,4 +12,11 @@ inline constexpr uint32_t Crc32Start = 0xFFFFFFFF;
 // the last state.
 uint32_t Crc32Update(uint32_t state, const uint8_t* data, uint64_t size);
 
+// The two ways in which Crc32Update works; both give the same. The tables work on any processor.
+uint32_t Crc32ByTables(uint32_t state, const uint8_t* data, uint64_t size);
+// Many times as fast, where the processor multiplies without carries; crc32_folding.cpp.
+bool CanFoldCrc32();
+inline constexpr uint64_t ShortestFoldedPiece = 64;  // bytes
+uint32_t Crc32ByFolding(uint32_t state, const uint8_t* data, uint64_t size);
+
 }  // namespace swr

@@ -40,7 +40,8 @@ class DigestSlots {
     for (Entry& entry : entries_) {
       if (entry.index == index) return entry.slot;
     }
-    return entries_.emplace_back(static_cast<uint8_t>(index), DigestSlot{}).slot;
+    entries_.push_back({static_cast<uint8_t>(index), {}});
+    return entries_.back().slot;
   }
 
   bool IsEmpty() const { return entries_.empty(); }

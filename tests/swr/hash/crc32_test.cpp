@@ -46,16 +46,16 @@ TEST(Crc32Test, LooksUpEachByteInEachPlace) {
     for (int value = 0; value < 256; ++value) {
       std::string word(8, '\0');
       word[place] = static_cast<char>(value);
-      ASSERT_EQ(Crc32Update(0, AsBytes(word), 8), PlainUpdate(0, word))
+      ASSERT_EQ(Crc32ByTables(0, AsBytes(word), 8), PlainUpdate(0, word))
           << "byte " << value << " in place " << place;
     }
   }
 }
 
 TEST(Crc32Test, FollowsTheDefinitionAtEachLengthAndAddress) {
-  const std::string bytes = CountingBytes(64 + 16);
+  const std::string bytes = CountingBytes(160 + 16);
   for (size_t offset = 0; offset < 16; ++offset) {
-    for (size_t length = 0; length <= 64; ++length) {
+    for (size_t length = 0; length <= 160; ++length) {
       const std::string_view piece = std::string_view(bytes).substr(offset, length);
       ASSERT_EQ(Crc32Update(Crc32Start, AsBytes(piece), length), PlainUpdate(Crc32Start, piece))
           << length << " bytes at " << offset;
@@ -73,6 +73,34 @@ TEST(Crc32Test, CarriesTheStateFromPieceToPiece) {
       state = Crc32Update(state, AsBytes(part), part.size());
     }
     EXPECT_EQ(state, whole) << "pieces of " << piece;
+  }
+}
+
+// The two ways against each other, and against the definition, in pieces of any length, place and
+// state; the processor of the tests is to have both.
+TEST(Crc32Test, FoldingAndTablesAgree) {
+  ASSERT_TRUE(CanFoldCrc32());
+  std::mt19937 random(128);
+  std::string bytes(5000, '\0');
+  for (char& byte : bytes) byte = static_cast<char>(random());
+  for (int round = 0; round < 3000; ++round) {
+    const size_t offset = random() % 200;
+    const size_t length = ShortestFoldedPiece + random() % (round % 10 == 0 ? 4000 : 300);
+    const std::string_view piece = std::string_view(bytes).substr(offset, length);
+    const auto state = static_cast<uint32_t>(random());
+    const uint32_t folded = Crc32ByFolding(state, AsBytes(piece), length);
+    ASSERT_EQ(folded, Crc32ByTables(state, AsBytes(piece), length)) << length << " at " << offset;
+    ASSERT_EQ(folded, PlainUpdate(state, piece)) << length << " at " << offset;
+  }
+}
+
+TEST(Crc32Test, FoldsEachLengthAroundTheEndsOfBlocks) {
+  ASSERT_TRUE(CanFoldCrc32());
+  const std::string bytes = CountingBytes(400);
+  for (size_t length = ShortestFoldedPiece; length <= bytes.size(); ++length) {
+    const std::string_view piece = std::string_view(bytes).substr(0, length);
+    ASSERT_EQ(Crc32ByFolding(Crc32Start, AsBytes(piece), length), PlainUpdate(Crc32Start, piece))
+        << length;
   }
 }
 
