@@ -81,7 +81,12 @@ struct Files {
 
 class RandomRun {
  public:
-  RandomRun(Files& files, uint32_t seed) : files_(files), random_(seed) { TakePicture(); }
+  // Checksum files have up to `longestList` lines, and results come in batches of up to a tenth of
+  // that, or of three.
+  RandomRun(Files& files, uint32_t seed, size_t longestList = 3)
+      : files_(files), random_(seed), longestList_(longestList) {
+    TakePicture();
+  }
 
   // Lets something happen to both. The result says what.
   std::string Step() {
@@ -193,7 +198,7 @@ class RandomRun {
     const std::u16string path = files_.tree.Path(u"list");
     std::vector<ReferenceFileRow> listed;
     std::u16string text;
-    const auto count = static_cast<uint32_t>(1 + Pick(3));
+    const auto count = static_cast<uint32_t>(1 + Pick(longestList_));
     for (uint32_t line = 1; line <= count; ++line) {
       ReferenceFileRow row = MakeRow(Pick(NameCount));
       const AlgoId algo = PickAlgo();
@@ -366,7 +371,8 @@ class RandomRun {
     if (window_.queue.jobs.empty()) return OneIn(2) ? EditBox() : SelectAlgos();
     std::vector<ReferenceResult> results;
     std::vector<std::pair<HashJob, swr::HashOutcome>> reports;
-    for (size_t count = 1 + Pick(3); count > 0 && !window_.queue.jobs.empty(); --count) {
+    const size_t most = std::max<size_t>(3, longestList_ / 10);
+    for (size_t count = 1 + Pick(most); count > 0 && !window_.queue.jobs.empty(); --count) {
       const auto index =
           static_cast<std::ptrdiff_t>(OneIn(3) ? Pick(window_.queue.jobs.size()) : 0);
       const HashJob job = window_.queue.jobs[static_cast<size_t>(index)];
@@ -448,6 +454,7 @@ class RandomRun {
 
   Files& files_;
   std::mt19937 random_;
+  const size_t longestList_;
   FakeWindow window_;
   ReferenceWindow reference_;
   uint64_t nextId_ = 1;
@@ -457,19 +464,25 @@ class RandomRun {
   std::optional<std::u16string> message_;
 };
 
-TEST(VerdictModelTest, WhateverHappensAllVerdictsFollowTheRules) {
-  constexpr uint32_t runs = 600;
-  constexpr int steps = 50;
+void ExpectRuns(uint32_t runs, int steps, size_t longestList) {
   Files files;
   for (uint32_t seed = 1; seed <= runs; ++seed) {
-    RandomRun run(files, seed);
+    RandomRun run(files, seed, longestList);
     std::string events;
     for (int step = 0; step < steps; ++step) {
       events += run.Step() + "; ";
       run.Check();
-      if (HasFailure()) FAIL() << "seed " << seed << ": " << events;
+      if (::testing::Test::HasFailure()) FAIL() << "seed " << seed << ": " << events;
     }
   }
+}
+
+TEST(VerdictModelTest, WhateverHappensAllVerdictsFollowTheRules) { ExpectRuns(600, 50, 3); }
+
+// The running counts of a long list against a judge that counts from scratch after each event.
+TEST(VerdictModelTest, SoTheyDoInLongLists) {
+  ExpectRuns(40, 60, 60);
+  ExpectRuns(3, 60, 2000);
 }
 
 }  // namespace
