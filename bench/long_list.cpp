@@ -95,7 +95,7 @@ class Loop {
       const auto start = Clock::now();
       bool moreGathered = true;
       while (moreGathered) {
-        moreGathered = taken.size() == 1000 && SecondsSince(start) < 0.025;
+        moreGathered = taken.size() == 1000 && SecondsSince(start) < 0.035;
         main.OnHashResults(std::move(taken));
         if (moreGathered) taken = results_.Take(1000);
       }

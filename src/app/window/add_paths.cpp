@@ -4,8 +4,8 @@
 #include <deque>
 #include <string>
 #include <string_view>
-#include <unordered_set>
 #include <utility>
+#include <vector>
 
 #include "app/window/main_window.h"
 #include "swr/checksums/checksum_file.h"
@@ -31,40 +31,66 @@ class WaitCursor {
 // Waking the worker costs more than a small file does.
 constexpr size_t RowsQueuedAtOnce = 64;
 
-// The identity of the files in the list: their paths, in which the case of A to Z does not count.
+// The identity of the files in the list: their paths, in which the case of A to Z does not count. A
+// table with open addressing: a walk asks it for each file, and where a set of the standard library
+// goes to memory several times for that, this goes once.
 class KnownPaths {
  public:
-  explicit KnownPaths(size_t count) { known_.reserve(2 * count + 1024); }
-
-  bool Has(const std::u16string& path) const { return known_.contains(path); }
-  // A row's own path, which lives as long as this object.
-  void Add(const std::u16string& rowPath) { known_.insert(rowPath); }
+  bool Has(const std::u16string& path) const {
+    return places_[PlaceOf(path, HashOf(path))].path != nullptr;
+  }
+  // The path of a row, which outlives this object.
+  void Add(const std::u16string& path) {
+    if (2 * ++count_ > places_.size()) Grow();
+    const size_t hash = HashOf(path);
+    places_[PlaceOf(path, hash)] = {hash, &path};
+  }
   // A path that the walk came by, and that of the row that was made of it.
   void AddWalked(const std::u16string& walked, const std::u16string& rowPath) {
-    known_.insert(walked == rowPath ? rowPath : others_.emplace_back(walked));
+    Add(walked == rowPath ? rowPath : others_.emplace_back(walked));
   }
 
  private:
+  struct Place {
+    size_t hash = 0;
+    const std::u16string* path = nullptr;
+  };
+
   static char16_t Lower(char16_t unit) {
     return unit >= u'A' && unit <= u'Z' ? static_cast<char16_t>(unit - u'A' + u'a') : unit;
   }
-
   // FNV-1a, over code units.
-  struct Hash {
-    size_t operator()(std::u16string_view path) const {
-      uint64_t hash = 0xCBF29CE484222325;
-      for (const char16_t unit : path) hash = (hash ^ Lower(unit)) * 0x100000001B3;
-      return static_cast<size_t>(hash ^ hash >> 32);
+  static size_t HashOf(std::u16string_view path) {
+    uint64_t hash = 0xCBF29CE484222325;
+    for (const char16_t unit : path) hash = (hash ^ Lower(unit)) * 0x100000001B3;
+    return static_cast<size_t>(hash ^ hash >> 32);
+  }
+  size_t NextPlace(size_t place) const { return (place + 1) & (places_.size() - 1); }
+  // Where the path stands, or the empty place where it would.
+  size_t PlaceOf(std::u16string_view path, size_t hash) const {
+    size_t place = hash & (places_.size() - 1);
+    while (places_[place].path != nullptr) {
+      const bool isSame = places_[place].hash == hash &&
+                          std::ranges::equal(*places_[place].path, path, {}, Lower, Lower);
+      if (isSame) break;
+      place = NextPlace(place);
     }
-  };
-  struct Equal {
-    bool operator()(std::u16string_view a, std::u16string_view b) const {
-      return std::ranges::equal(a, b, {}, Lower, Lower);
+    return place;
+  }
+  void Grow() {
+    std::vector<Place> old(2 * places_.size());
+    old.swap(places_);
+    for (const Place& kept : old) {
+      if (kept.path == nullptr) continue;
+      size_t place = kept.hash & (places_.size() - 1);
+      while (places_[place].path != nullptr) place = NextPlace(place);
+      places_[place] = kept;
     }
-  };
+  }
 
-  std::deque<std::u16string> others_;  // what the views of paths that are no row's own look at
-  std::unordered_set<std::u16string_view, Hash, Equal> known_;
+  std::vector<Place> places_ = std::vector<Place>(1024);  // a power of two, half of them empty
+  size_t count_ = 0;
+  std::deque<std::u16string> others_;  // the paths that are no row's own
 };
 
 }  // namespace
@@ -90,7 +116,7 @@ void MainWindow::AddPaths(const std::vector<std::u16string>& paths) {
   {
     const WaitCursor wait(desktop_);
     const size_t firstNew = rows.size();
-    KnownPaths known(rows.size());
+    KnownPaths known;
     for (const auto& row : rows) known.Add(row->path);
     // The worker begins with the first files while the last are still looked for.
     size_t queued = firstNew;

@@ -8,8 +8,9 @@
 namespace app {
 
 std::optional<size_t> MainWindow::IndexOfRow(uint64_t id) const {
-  if (id >= rowIndex_.size() || rowIndex_[id] == NoRow) return std::nullopt;
-  return rowIndex_[id];
+  if (id >= rowIndex_.size()) return std::nullopt;
+  const size_t index = rowIndex_[static_cast<size_t>(id)];
+  return index == NoRow ? std::nullopt : std::optional(index);
 }
 
 ListRow* MainWindow::FindRow(uint64_t id) {
@@ -39,7 +40,7 @@ void MainWindow::IndexAddedRows() {
 // Ids are given in ascending order and never again, so a table by id stays as short as can be.
 void MainWindow::IndexRowsFrom(size_t first) {
   for (size_t i = first; i < rows.size(); ++i) {
-    const uint64_t id = rows[i]->id;
+    const auto id = static_cast<size_t>(rows[i]->id);
     if (id >= rowIndex_.size()) rowIndex_.resize(id + 1, NoRow);
     rowIndex_[id] = i;
   }

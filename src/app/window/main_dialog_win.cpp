@@ -43,7 +43,7 @@ constexpr UINT ProgressInterval = 200;  // ms
 constexpr UINT_PTR IDT_RESULTS = 2;
 constexpr UINT ResultsInterval = 15;  // ms
 constexpr size_t ResultsAtOnce = 1000;
-constexpr ULONGLONG LongestIntake = 25;  // milliseconds
+constexpr ULONGLONG LongestIntake = 35;  // milliseconds
 
 bool IsHighContrast() {
   HIGHCONTRASTW contrast = {};
