@@ -26,7 +26,7 @@ class RowPaths {
 
  private:
   struct Entry {
-    uint64_t hash = 0;  // of the path's CaseKey
+    uint64_t hash = 0;  // CaseHash of the path
     size_t index = 0;
 
     auto operator<=>(const Entry&) const = default;

@@ -11,6 +11,12 @@ constexpr char16_t ToLowerUnit(char16_t unit) {
   return unit >= u'A' && unit <= u'Z' ? static_cast<char16_t>(unit - u'A' + u'a') : unit;
 }
 
+// As EqualsNoCase takes it.
+char16_t ToUpperUnit(char16_t unit) {
+  if (unit >= 128) return SystemUpperUnit(unit);
+  return unit >= u'a' && unit <= u'z' ? static_cast<char16_t>(unit - u'a' + u'A') : unit;
+}
+
 }  // namespace
 
 std::u16string_view TrimText(std::u16string_view text) {
@@ -31,16 +37,11 @@ bool EqualsNoCase(std::u16string_view a, std::u16string_view b) {
   return SystemEqualsNoCase(a.substr(same), b.substr(same));
 }
 
-std::u16string CaseKey(std::u16string_view text) {
-  std::u16string key(text);
-  for (char16_t& unit : key) {
-    if (unit >= 128) {
-      unit = SystemUpperUnit(unit);
-    } else if (unit >= u'a' && unit <= u'z') {
-      unit = static_cast<char16_t>(unit - u'a' + u'A');
-    }
-  }
-  return key;
+uint64_t CaseHash(std::u16string_view text) {
+  // FNV-1a, over code units.
+  uint64_t hash = 0xCBF29CE484222325;
+  for (const char16_t unit : text) hash = (hash ^ ToUpperUnit(unit)) * 0x100000001B3;
+  return hash;
 }
 
 bool EndsWithNoCase(std::u16string_view text, std::u16string_view suffix) {

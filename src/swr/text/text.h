@@ -2,6 +2,7 @@
 // UTF-16 code units.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -14,8 +15,8 @@ std::u16string_view TrimText(std::u16string_view text);
 
 // Equal by code unit, ignoring case as the system does, without regard to the locale.
 bool EqualsNoCase(std::u16string_view a, std::u16string_view b);
-// A key for look-ups: two texts have the same key exactly when they are EqualsNoCase.
-std::u16string CaseKey(std::u16string_view text);
+// For look-ups: the same for all texts that are EqualsNoCase, and hardly ever for others.
+uint64_t CaseHash(std::u16string_view text);
 bool EndsWithNoCase(std::u16string_view text, std::u16string_view suffix);
 
 // A to Z in lower case; every other letter keeps its case, so that paths which differ only in the
