@@ -1,0 +1,16 @@
+// What a harness demands of the code under it, beside not crashing.
+#pragma once
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace fuzz {
+
+// Ends the process with a report when `holds` is false; the fuzzer keeps the input that led here.
+inline void Demand(bool holds, const char* what) {
+  if (holds) return;
+  std::fprintf(stderr, "does not hold: %s\n", what);
+  std::abort();
+}
+
+}  // namespace fuzz

@@ -1,0 +1,115 @@
+// What is saved and read again, in the three formats that can be read. The only differences allowed
+// are those that docs/formats.md tells of.
+#include <fuzzer/FuzzedDataProvider.h>
+
+#include <algorithm>
+#include <optional>
+
+#include "fuzz/demand.h"
+#include "fuzz/fuzz_input.h"
+#include "swr/checksums/checksum_file.h"
+#include "swr/checksums/checksum_writer.h"
+#include "swr/text/text.h"
+
+namespace {
+
+using swr::AlgoId;
+
+struct Listed {
+  std::u16string name;
+  std::vector<uint8_t> digest;
+  std::vector<AlgoId> algos;
+
+  bool operator==(const Listed&) const = default;
+};
+
+// Never empty, and with replacement characters where a file could not be written in UTF-8.
+std::u16string MakeName(FuzzedDataProvider& input) {
+  const std::u16string name = swr::Utf8ToWide(input.ConsumeRandomLengthString(40));
+  return name.empty() ? u"x" : name;
+}
+
+std::vector<swr::ExportRow> MakeRows(FuzzedDataProvider& input) {
+  std::vector<swr::ExportRow> rows(input.ConsumeIntegralInRange<size_t>(0, 4));
+  for (swr::ExportRow& row : rows) {
+    row.name = MakeName(input);
+    for (const AlgoId id :
+         swr::IdsFromMask(input.ConsumeIntegral<uint16_t>() & swr::AllAlgosMask)) {
+      swr::ExportDigest digest = {.algo = id};
+      digest.digest.length = static_cast<uint8_t>(swr::GetAlgo(id).digestSize);
+      input.ConsumeData(digest.digest.bytes.data(), digest.digest.length);
+      row.digests.push_back(digest);
+    }
+  }
+  return rows;
+}
+
+// A carriage return is written as an escape that is not read.
+std::u16string NameThatComesBack(std::u16string name) {
+  for (size_t at = 0; (at = name.find(u'\r', at)) != name.npos;) name.replace(at, 1, u"\\r");
+  return name;
+}
+
+// SFV has neither escapes nor quotes: a name that looks like a comment is lost, and so are blanks
+// around a name and the mark of a signed text's hyphen.
+std::optional<std::u16string> NameThatComesBackFromSfv(std::u16string_view name) {
+  if (name.starts_with(u"- ")) name.remove_prefix(2);
+  name.remove_prefix(std::min(name.find_first_not_of(u" \t"), name.size()));
+  if (name.starts_with(u'#') || name.starts_with(u';')) return std::nullopt;
+  name = swr::TrimText(name);
+  if (name.empty()) return std::nullopt;
+  return std::u16string(name);
+}
+
+std::vector<Listed> Read(const std::string& bytes, std::u16string_view path) {
+  std::vector<Listed> listed;
+  for (const swr::ChecksumLine& line :
+       swr::ParseChecksumText(swr::DecodeTextBytes(bytes), path).lines) {
+    listed.push_back({line.name, line.digest, line.candidates});
+  }
+  return listed;
+}
+
+void DemandComesBack(const std::vector<swr::ExportRow>& rows, const swr::ExportOptions& options,
+                     std::u16string_view path) {
+  std::vector<Listed> expected;
+  for (const swr::ExportRow& row : rows) {
+    for (const swr::ExportDigest& digest : row.digests) {
+      if (options.hasAlgo && digest.algo != options.algo) continue;
+      const std::optional<std::u16string> name = options.format == swr::ExportFormat::Sfv
+                                                     ? NameThatComesBackFromSfv(row.name)
+                                                     : NameThatComesBack(row.name);
+      if (!name) continue;
+      expected.push_back(
+          {*name, {digest.digest.View().begin(), digest.digest.View().end()}, {digest.algo}});
+    }
+  }
+  fuzz::Demand(Read(swr::RenderChecksums(rows, options), path) == expected,
+               "what is saved is what is read");
+}
+
+}  // namespace
+
+int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  FuzzedDataProvider input(data, size);
+  swr::ExportOptions options = {.crLf = input.ConsumeBool(), .uppercase = input.ConsumeBool()};
+  std::vector<swr::ExportRow> rows = MakeRows(input);
+
+  options.format = swr::ExportFormat::Tagged;
+  DemandComesBack(rows, options, u"list.digests");
+  options.format = swr::ExportFormat::Sha256Sum;
+  options.hasAlgo = true;
+  for (const swr::AlgoInfo& algo : swr::AllAlgos()) {
+    options.algo = algo.id;
+    DemandComesBack(rows, options, u"list" + swr::ExtensionForAlgo(algo.id));
+  }
+  // No file that can be saved as SFV has a line end in its name.
+  for (swr::ExportRow& row : rows) {
+    std::ranges::replace_if(
+        row.name, [](char16_t unit) { return unit == u'\n' || unit == u'\r'; }, u'_');
+  }
+  options.format = swr::ExportFormat::Sfv;
+  options.algo = AlgoId::Crc32;
+  DemandComesBack(rows, options, u"list.sfv");
+  return 0;
+}
