@@ -272,6 +272,9 @@ class FakeDesktop final : public Desktop {
 class FakeQueue final : public HashQueue {
  public:
   void Enqueue(HashJob job) override { jobs.push_back(std::move(job)); }
+  void EnqueueAll(std::vector<HashJob> all) override {
+    std::ranges::move(all, std::back_inserter(jobs));
+  }
   void Remove(std::span<const uint64_t> rowIds) override {
     removed.insert(removed.end(), rowIds.begin(), rowIds.end());
     const std::set<uint64_t> ids(rowIds.begin(), rowIds.end());

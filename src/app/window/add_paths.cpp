@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "app/window/main_window.h"
+#include "app/window/new_rows.h"
 #include "swr/checksums/checksum_file.h"
 #include "swr/paths/folder_walk.h"
 #include "swr/paths/path_forms.h"
@@ -27,9 +28,6 @@ class WaitCursor {
  private:
   Desktop& desktop_;
 };
-
-// Waking the worker costs more than a small file does.
-constexpr size_t RowsQueuedAtOnce = 64;
 
 // The identity of the files in the list: their paths, in which the case of A to Z does not count. A
 // table with open addressing: a walk asks it for each file, and where a set of the standard library
@@ -118,11 +116,7 @@ void MainWindow::AddPaths(const std::vector<std::u16string>& paths) {
     const size_t firstNew = rows.size();
     KnownPaths known;
     for (const auto& row : rows) known.Add(row->path);
-    // The worker begins with the first files while the last are still looked for.
-    size_t queued = firstNew;
-    const auto queueNewRows = [&] {
-      for (; queued < rows.size(); ++queued) QueueRow(*rows[queued], algorithms);
-    };
+    NewRows newRows(*this);
 
     for (const std::u16string& path : paths) {
       if (swr::IsDirectoryPath(path)) {
@@ -132,20 +126,17 @@ void MainWindow::AddPaths(const std::vector<std::u16string>& paths) {
           // By the path as it was walked, so that a file that is there already costs no look at the
           // file system.
           if (known.Has(found.path)) return;
-          rows.push_back(MakeRow(found.path));
-          known.AddWalked(found.path, rows.back()->path);
-          if (rows.size() - queued == RowsQueuedAtOnce) queueNewRows();
+          known.AddWalked(found.path, newRows.Add(MakeRow(found.path)).path);
         });
       } else {
         std::unique_ptr<ListRow> row = MakeRow(path);
         if (known.Has(row->path)) continue;
         known.Add(row->path);
         if (paths.size() == 1 && swr::IsChecksumFileName(row->path)) checksumCandidate = row->path;
-        rows.push_back(std::move(row));
+        newRows.Add(std::move(row));
       }
     }
-    queueNewRows();
-    IndexAddedRows();
+    newRows.Finish();
     view_.SetRowCount(rows.size());
     if (rows.size() > firstNew) {
       view_.ClearSelection();

@@ -40,12 +40,12 @@ void MainWindow::CompareExpected() {
 // up again for a new value only, or Cancel would be without effect.
 bool MainWindow::QueueCandidates(const swr::ParsedHash& expected, bool withCancelled) {
   const swr::AlgoMask mask = swr::CandidateMask(expected.candidates);
-  bool queued = false;
+  std::vector<HashJob> jobs;
   for (const auto& row : rows) {
     if (row->status == RowStatus::Cancelled && !withCancelled) continue;
-    queued = QueueRow(*row, mask) || queued;
+    if (auto job = JobFor(*row, mask)) jobs.push_back(*std::move(job));
   }
-  return queued;
+  return QueueJobs(std::move(jobs));
 }
 
 void MainWindow::OnExpectedEdited() {

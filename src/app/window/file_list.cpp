@@ -47,28 +47,44 @@ void MainWindow::IndexRowsFrom(size_t first) {
   paths_.Forget();
 }
 
-bool MainWindow::QueueRow(ListRow& row, swr::AlgoMask mask) {
-  if (row.status == RowStatus::Failed) return false;
+std::optional<HashJob> MainWindow::JobFor(ListRow& row, swr::AlgoMask mask) {
+  if (row.status == RowStatus::Failed) return std::nullopt;
   swr::AlgoMask newMask = 0;
   for (const swr::AlgoId id : swr::IdsFromMask(mask & ~row.pendingMask)) {
     if (!row.digests[swr::IndexOf(id)].present) newMask |= swr::MaskOf(id);
   }
-  if (newMask == 0) return false;
+  if (newMask == 0) return std::nullopt;
   row.pendingMask |= newMask;
   if (row.status != RowStatus::Hashing) row.status = RowStatus::Waiting;
   CountAgain(row);
-  queue_.Enqueue({.rowId = row.id, .path = row.path, .mask = newMask, .size = row.size});
+  return HashJob{.rowId = row.id, .path = row.path, .mask = newMask, .size = row.size};
+}
+
+bool MainWindow::QueueJobs(std::vector<HashJob> jobs) {
+  if (jobs.empty()) return false;
+  queue_.EnqueueAll(std::move(jobs));
   StartProgressTimer();
   return true;
 }
 
-void MainWindow::QueueAllRows() {
-  for (const auto& row : rows) {
-    swr::AlgoMask mask = algorithms;
-    if (row->hasExpected) mask |= swr::CandidateMask(row->expectedAlgos);
-    QueueRow(*row, mask & swr::AllAlgosMask);
-  }
+bool MainWindow::QueueRow(ListRow& row, swr::AlgoMask mask) {
+  std::vector<HashJob> jobs;
+  if (auto job = JobFor(row, mask)) jobs.push_back(*std::move(job));
+  return QueueJobs(std::move(jobs));
 }
+
+void MainWindow::QueueRowsFrom(size_t first) {
+  std::vector<HashJob> jobs;
+  for (size_t i = first; i < rows.size(); ++i) {
+    ListRow& row = *rows[i];
+    swr::AlgoMask mask = algorithms;
+    if (row.hasExpected) mask |= swr::CandidateMask(row.expectedAlgos);
+    if (auto job = JobFor(row, mask & swr::AllAlgosMask)) jobs.push_back(*std::move(job));
+  }
+  QueueJobs(std::move(jobs));
+}
+
+void MainWindow::QueueAllRows() { QueueRowsFrom(0); }
 
 void MainWindow::RemoveRows(std::vector<size_t> indexes) {
   std::vector<uint64_t> ids;

@@ -54,6 +54,8 @@ class MainWindow {
   // The same for every row with the selected algorithms and, where a checksum file expects
   // something of it, the algorithms that this may belong to.
   void QueueAllRows();
+  // QueueAllRows for the rows from this index on.
+  void QueueRowsFrom(size_t first);
   void RemoveRows(std::vector<size_t> indexes);
   void ClearList();
   void CancelAll();
@@ -171,6 +173,11 @@ class MainWindow {
 
  private:
   void IndexRowsFrom(size_t first);
+  // What the worker is to do so that the row has these digests, which count as asked for from now
+  // on. Nothing when there is nothing to do.
+  std::optional<HashJob> JobFor(ListRow& row, swr::AlgoMask mask);
+  // False when there are none.
+  bool QueueJobs(std::vector<HashJob> jobs);
   // To be called after a change of what the tally counts of a row.
   void CountAgain(const ListRow& row);
   void StartProgressTimer();
@@ -185,7 +192,8 @@ class MainWindow {
   // What every change of the rows ends with: result line, details, status line.
   void RefreshVerdicts();
   bool QueueCandidates(const swr::ParsedHash& expected, bool withCancelled);
-  void AddListedFiles(std::vector<swr::ChecksumLine>& lines, const std::u16string& checksumFile);
+  void RemoveRowsListedIn(const std::vector<swr::ChecksumLine>& lines,
+                          const std::u16string& checksumFile);
   void ForgetPlainRow(const std::u16string& path);
   void FinishFileCompare();
   // To be called after a result for the row that is to be looked up.

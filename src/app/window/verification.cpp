@@ -4,8 +4,10 @@
 #include <utility>
 
 #include "app/window/main_window.h"
+#include "app/window/new_rows.h"
 #include "swr/checksums/checksum_file.h"
 #include "swr/checksums/listed_path.h"
+#include "swr/system/full_path.h"
 #include "swr/text/decimal_text.h"
 #include "swr/text/display_text.h"
 #include "swr/text/text_file.h"
@@ -30,8 +32,9 @@ void MainWindow::VerifyChecksumFile(const std::u16string& path) {
                                           path + u"\n\n" + swr::FormatErrorText(error) + u"."));
     return;
   }
-  swr::ChecksumSet set = swr::ParseChecksumText(*text, path);
-  if (set.lines.empty()) {
+  swr::ChecksumTextReader reader(*text, path);
+  std::optional<swr::ChecksumLine> line = reader.Next();
+  if (!line) {
     desktop_.ShowTaskDialog(
         MessageDialog(TaskDialogIcon::Warning, u"No checksums were found in this file.",
                       path + u"\n\nChecksum files have lines like \"<hash>  <file name>\" or "
@@ -40,41 +43,45 @@ void MainWindow::VerifyChecksumFile(const std::u16string& path) {
   }
 
   const size_t firstNew = rows.size();
-  AddListedFiles(set.lines, path);
-  RebuildRowIndex();
-  QueueAllRows();
+  if (!rows.empty()) {
+    RemoveRowsListedIn(swr::ParseChecksumText(*text, path).lines, path);
+    QueueAllRows();
+  }
+  NewRows newRows(*this);
+  for (; line; line = reader.Next()) {
+    std::unique_ptr<ListRow> row = MakeRow(swr::ResolveListedPath(path, line->name));
+    row->hasExpected = true;
+    row->expectedBytes = std::move(line->digest);
+    row->expectedAlgos = std::move(line->candidates);
+    row->checksumFile = path;
+    row->checksumLine = line->lineNumber;
+    newRows.Add(std::move(row));
+  }
+  newRows.Finish();
   view_.ClearSelection();
   view_.SetRowCount(rows.size());
   view_.ScrollToRow(std::min(firstNew, rows.size() - 1));
-  if (!set.skippedLines.empty()) {
-    ShowBanner(BannerKind::SkippedLines, SkippedLinesText(set.skippedLines), {});
+  if (!reader.SkippedLines().empty()) {
+    ShowBanner(BannerKind::SkippedLines, SkippedLinesText(reader.SkippedLines()), {});
   }
   RefreshVerdicts();
 }
 
 // A listed file replaces the rows of its path that nothing is expected of yet.
-void MainWindow::AddListedFiles(std::vector<swr::ChecksumLine>& lines,
-                                const std::u16string& checksumFile) {
+void MainWindow::RemoveRowsListedIn(const std::vector<swr::ChecksumLine>& lines,
+                                    const std::u16string& checksumFile) {
   std::vector<uint64_t> replaced;
-  RowList added;
-  added.reserve(lines.size());
-  for (swr::ChecksumLine& line : lines) {
-    std::unique_ptr<ListRow> row = MakeRow(swr::ResolveListedPath(checksumFile, line.name));
-    row->hasExpected = true;
-    row->expectedBytes = std::move(line.digest);
-    row->expectedAlgos = std::move(line.candidates);
-    row->checksumFile = checksumFile;
-    row->checksumLine = line.lineNumber;
-    paths_.Find(row->path, [&](size_t i) {
+  for (const swr::ChecksumLine& line : lines) {
+    const std::u16string path = swr::ResolveListedPath(checksumFile, line.name);
+    paths_.Find(swr::SystemFullPath(path).value_or(path), [&](size_t i) {
       if (rows[i]->hasExpected) return;
       replaced.push_back(rows[i]->id);
       rows[i].reset();
     });
-    added.push_back(std::move(row));
   }
   queue_.Remove(replaced);
   std::erase(rows, nullptr);
-  std::ranges::move(added, std::back_inserter(rows));
+  RebuildRowIndex();
 }
 
 }  // namespace app

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <span>
 #include <string>
+#include <vector>
 
 #include "swr/hash/algorithms.h"
 
@@ -34,6 +35,8 @@ class HashQueue {
  public:
   virtual ~HashQueue() = default;
   virtual void Enqueue(HashJob job) = 0;
+  // Many at once, in this order: costs the worker one interruption.
+  virtual void EnqueueAll(std::vector<HashJob> jobs) = 0;
   // Drops the queued jobs of these rows without a message, and cancels the job that runs on one of
   // them, whose result still comes. Costs one walk over the queue, however many rows.
   virtual void Remove(std::span<const uint64_t> rowIds) = 0;

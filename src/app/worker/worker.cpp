@@ -16,7 +16,7 @@ Worker::~Worker() {
   {
     const std::lock_guard lock(mutex_);
     stop_ = true;
-    queue_.clear();
+    DropQueue();
     cancel_ = true;
   }
   wake_.notify_all();
@@ -30,22 +30,44 @@ uint64_t Worker::SystemTicks() {
 }
 
 void Worker::Enqueue(HashJob job) {
+  std::vector<HashJob> jobs;
+  jobs.push_back(std::move(job));
+  EnqueueAll(std::move(jobs));
+}
+
+void Worker::EnqueueAll(std::vector<HashJob> jobs) {
+  if (jobs.empty()) return;
   {
     const std::lock_guard lock(mutex_);
-    if (!busy_ && queue_.empty()) {
+    if (!busy_ && IsQueueEmpty()) {
       doneBytes_ = 0;
       totalBytes_ = 0;
       batchStartTick_ = ticks_();
     }
-    totalBytes_ += job.size;
-    queue_.push_back(std::move(job));
+    // What is moved for this is never more than what was dropped.
+    if (2 * next_ >= queue_.size()) DropTakenJobs();
+    for (HashJob& job : jobs) {
+      totalBytes_ += job.size;
+      queue_.push_back(std::move(job));
+    }
   }
   wake_.notify_one();
+}
+
+void Worker::DropQueue() {
+  queue_.clear();
+  next_ = 0;
+}
+
+void Worker::DropTakenJobs() {
+  queue_.erase(queue_.begin(), queue_.begin() + static_cast<ptrdiff_t>(next_));
+  next_ = 0;
 }
 
 void Worker::Remove(std::span<const uint64_t> rowIds) {
   const std::unordered_set<uint64_t> removed(rowIds.begin(), rowIds.end());
   const std::lock_guard lock(mutex_);
+  DropTakenJobs();
   std::erase_if(queue_, [&](const HashJob& job) {
     if (!removed.contains(job.rowId)) return false;
     totalBytes_ -= std::min(job.size, totalBytes_);
@@ -56,20 +78,20 @@ void Worker::Remove(std::span<const uint64_t> rowIds) {
 
 void Worker::CancelAll() {
   const std::lock_guard lock(mutex_);
-  queue_.clear();
+  DropQueue();
   if (busy_) cancel_ = true;
 }
 
 WorkerSnapshot Worker::GetSnapshot() const {
   const std::lock_guard lock(mutex_);
-  WorkerSnapshot snapshot{.active = busy_ || !queue_.empty(),
+  WorkerSnapshot snapshot{.active = busy_ || !IsQueueEmpty(),
                           .currentPath = currentPath_,
                           .currentBytes = busy_ ? currentBytes_.load() : 0,
                           .currentSize = currentSize_};
   snapshot.doneBytes = doneBytes_ + snapshot.currentBytes;
   // A file that grew can't push the figure past the total.
   snapshot.totalBytes = std::max(totalBytes_, snapshot.doneBytes);
-  snapshot.remainingJobs = queue_.size() + (busy_ ? 1 : 0);
+  snapshot.remainingJobs = queue_.size() - next_ + (busy_ ? 1 : 0);
   const uint64_t elapsed = ticks_() - batchStartTick_;
   if (elapsed > 500) {
     snapshot.bytesPerSecond =
@@ -82,11 +104,10 @@ void Worker::Run() {
   swr::PreferThroughput();
   std::unique_lock lock(mutex_);
   while (true) {
-    wake_.wait(lock, [this] { return stop_ || !queue_.empty(); });
+    wake_.wait(lock, [this] { return stop_ || !IsQueueEmpty(); });
     // Stop wins over queued work.
     if (stop_) return;
-    const HashJob job = std::move(queue_.front());
-    queue_.pop_front();
+    HashJob job = std::move(queue_[next_++]);
     busy_ = true;
     currentId_ = job.rowId;
     currentPath_ = job.path;
@@ -94,18 +115,19 @@ void Worker::Run() {
     currentBytes_ = 0;
     cancel_ = false;
     lock.unlock();
-    RunJob(job);
+    RunJob(std::move(job));
     lock.lock();
   }
 }
 
-void Worker::RunJob(const HashJob& job) {
+void Worker::RunJob(HashJob job) {
   const swr::HashOptions options{.cancel = &cancel_,
                                  .progress = [this](uint64_t bytes) { OnBytesRead(bytes); }};
   auto result = std::make_unique<ResultMessage>();
   result->rowId = job.rowId;
   result->mask = job.mask;
   result->outcome = swr::HashFile(job.path, job.mask, options);
+  result->path = std::move(job.path);
   {
     const std::lock_guard lock(mutex_);
     busy_ = false;

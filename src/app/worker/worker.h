@@ -5,13 +5,14 @@
 
 #include <atomic>
 #include <condition_variable>
+#include <cstddef>
 #include <cstdint>
-#include <deque>
 #include <functional>
 #include <memory>
 #include <mutex>
 #include <string>
 #include <thread>
+#include <vector>
 
 #include "app/worker/hash_queue.h"
 #include "swr/hash/algorithms.h"
@@ -23,6 +24,9 @@ namespace app {
 struct ResultMessage {
   uint64_t rowId = 0;
   swr::AlgoMask mask = 0;  // the job's
+  // The job's; it goes back to the thread that made it, because freeing it on the worker's would
+  // have both wait for the same heap.
+  std::u16string path;
   swr::HashOutcome outcome;
 };
 
@@ -51,6 +55,7 @@ class Worker final : public HashQueue {
   Worker& operator=(const Worker&) = delete;
 
   void Enqueue(HashJob job) override;
+  void EnqueueAll(std::vector<HashJob> jobs) override;
   void Remove(std::span<const uint64_t> rowIds) override;
   void CancelAll() override;
   WorkerSnapshot GetSnapshot() const override;
@@ -60,7 +65,11 @@ class Worker final : public HashQueue {
  private:
   static uint64_t SystemTicks();
   void Run();
-  void RunJob(const HashJob& job);
+  // These three under mutex_.
+  bool IsQueueEmpty() const { return next_ == queue_.size(); }
+  void DropQueue();
+  void DropTakenJobs();
+  void RunJob(HashJob job);
   void OnBytesRead(uint64_t bytes);
 
   WorkerSink& sink_;
@@ -69,7 +78,10 @@ class Worker final : public HashQueue {
   mutable std::mutex mutex_;
   std::condition_variable wake_;
   // From here to batchStartTick_: under mutex_.
-  std::deque<HashJob> queue_;
+  // The jobs from `next_` on wait. Those before it are empty shells, thrown away on the window's
+  // thread: the two threads would wait for the same heap if each freed what the other has made.
+  std::vector<HashJob> queue_;
+  size_t next_ = 0;
   bool stop_ = false;
   bool busy_ = false;
   uint64_t currentId_ = 0;

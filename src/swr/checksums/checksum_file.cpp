@@ -35,38 +35,6 @@ constexpr std::array<NameEnding, 17> nameEndings = {{
     {u".md2", AlgoId::Md2},
 }};
 
-// Tells the frame and the signature of a clear-signed text from its body. The signature itself is
-// not checked.
-class ClearSignature {
- public:
-  // True for a line that belongs to the frame or the signature.
-  bool Takes(std::u16string_view line) {
-    switch (state_) {
-      case State::Body:
-        if (line == u"-----BEGIN PGP SIGNED MESSAGE-----") {
-          state_ = State::Header;
-          return true;
-        }
-        if (line == u"-----BEGIN PGP SIGNATURE-----") {
-          state_ = State::Signature;
-          return true;
-        }
-        return false;
-      case State::Header:
-        if (line.empty()) state_ = State::Body;
-        return true;
-      case State::Signature:
-        if (line == u"-----END PGP SIGNATURE-----") state_ = State::Body;
-        return true;
-    }
-    return false;
-  }
-
- private:
-  enum class State : uint8_t { Body, Header, Signature };
-  State state_ = State::Body;
-};
-
 bool ParseLine(std::u16string_view line, std::optional<AlgoId> hint, ChecksumLine& result) {
   if (hint == AlgoId::Crc32) {
     return ParseSfvLine(line, result) || ParseTaggedLine(line, result) ||
@@ -106,30 +74,57 @@ bool IsChecksumFileName(std::u16string_view path) {
   return EndsWithNoCase(name, u".digests") || EndsWithNoCase(name, u".checksums");
 }
 
-ChecksumSet ParseChecksumText(std::u16string_view text, std::u16string_view path) {
-  const std::optional<AlgoId> hint = AlgoFromChecksumFileName(path);
-  ChecksumSet set;
-  ClearSignature signature;
-  for (uint32_t number = 1; !text.empty(); ++number) {
-    const size_t end = text.find(u'\n');
-    std::u16string_view line = text.substr(0, end);
-    text.remove_prefix(end == text.npos ? text.size() : end + 1);
+bool ChecksumTextReader::IsFrame(std::u16string_view line) {
+  switch (part_) {
+    case Part::Body:
+      if (line == u"-----BEGIN PGP SIGNED MESSAGE-----") {
+        part_ = Part::SignedHeader;
+        return true;
+      }
+      if (line == u"-----BEGIN PGP SIGNATURE-----") {
+        part_ = Part::Signature;
+        return true;
+      }
+      return false;
+    case Part::SignedHeader:
+      if (line.empty()) part_ = Part::Body;
+      return true;
+    case Part::Signature:
+      if (line == u"-----END PGP SIGNATURE-----") part_ = Part::Body;
+      return true;
+  }
+  return false;
+}
+
+std::optional<ChecksumLine> ChecksumTextReader::Next() {
+  while (!rest_.empty()) {
+    ++number_;
+    const size_t end = rest_.find(u'\n');
+    std::u16string_view line = rest_.substr(0, end);
+    rest_.remove_prefix(end == rest_.npos ? rest_.size() : end + 1);
     if (line.ends_with(u'\r')) line.remove_suffix(1);
-    if (number == 1 && line.starts_with(u'\uFEFF')) line.remove_prefix(1);
-    if (signature.Takes(TrimText(line))) continue;
+    if (number_ == 1 && line.starts_with(u'\uFEFF')) line.remove_prefix(1);
+    if (IsFrame(TrimText(line))) continue;
     if (line.starts_with(u"- ")) line.remove_prefix(2);  // the dash-escape of a signed text
     const size_t first = line.find_first_not_of(u" \t");
     if (first == line.npos) continue;
     line.remove_prefix(first);
     if (line.front() == u'#' || line.front() == u';') continue;
     ChecksumLine parsed;
-    if (ParseLine(line, hint, parsed)) {
-      parsed.lineNumber = number;
-      set.lines.push_back(std::move(parsed));
-    } else {
-      set.skippedLines.push_back(number);
+    if (ParseLine(line, hint_, parsed)) {
+      parsed.lineNumber = number_;
+      return parsed;
     }
+    skippedLines_.push_back(number_);
   }
+  return std::nullopt;
+}
+
+ChecksumSet ParseChecksumText(std::u16string_view text, std::u16string_view path) {
+  ChecksumTextReader reader(text, path);
+  ChecksumSet set;
+  while (auto line = reader.Next()) set.lines.push_back(*std::move(line));
+  set.skippedLines = reader.SkippedLines();
   return set;
 }
 

@@ -22,9 +22,34 @@ struct ChecksumSet {
   std::vector<uint32_t> skippedLines;
 };
 
-// Reads a whole file. Plain, tagged and SFV lines may be mixed; blank lines and comments are passed
-// over, and so are the frame and signature of a PGP clear-signed text, which is not checked. `path`
-// is the file's own, for what its name implies.
+// Reads the text of a file checksum by checksum. Plain, tagged and SFV lines may be mixed; blank
+// lines and comments are passed over, and so are the frame and signature of a PGP clear-signed
+// text, which is not checked.
+class ChecksumTextReader {
+ public:
+  // `text` must outlive the object. `path` is the file's own, for what its name implies.
+  ChecksumTextReader(std::u16string_view text, std::u16string_view path)
+      : rest_(text), hint_(AlgoFromChecksumFileName(path)) {}
+
+  // Nothing at the end of the text.
+  std::optional<ChecksumLine> Next();
+  // As ChecksumSet has them, of the lines that Next came by.
+  const std::vector<uint32_t>& SkippedLines() const { return skippedLines_; }
+
+ private:
+  enum class Part : uint8_t { Body, SignedHeader, Signature };
+
+  // True for a line of the frame or signature of a clear-signed text.
+  bool IsFrame(std::u16string_view line);
+
+  std::u16string_view rest_;
+  std::optional<AlgoId> hint_;
+  uint32_t number_ = 0;  // of the last line that was read
+  Part part_ = Part::Body;
+  std::vector<uint32_t> skippedLines_;
+};
+
+// The whole of it at once.
 ChecksumSet ParseChecksumText(std::u16string_view text, std::u16string_view path);
 
 }  // namespace swr

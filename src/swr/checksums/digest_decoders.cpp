@@ -1,5 +1,7 @@
 #include "swr/checksums/digest_decoders.h"
 
+#include <array>
+#include <cstddef>
 #include <string>
 
 #include "swr/text/text.h"
@@ -7,13 +9,21 @@
 namespace swr {
 namespace {
 
+// The values of the hexadecimal digits by code unit, -1 for what is none. Long lists are mostly
+// digits.
+constexpr std::array<int8_t, 128> hexValues = [] {
+  std::array<int8_t, 128> values = {};
+  values.fill(-1);
+  for (int8_t i = 0; i < 10; ++i) values[static_cast<size_t>(u'0' + i)] = i;
+  for (int8_t i = 10; i < 16; ++i) {
+    values[static_cast<size_t>(u'a' + i - 10)] = i;
+    values[static_cast<size_t>(u'A' + i - 10)] = i;
+  }
+  return values;
+}();
+
 // The value of a hexadecimal digit, or -1.
-int HexValue(char16_t unit) {
-  if (unit >= u'0' && unit <= u'9') return unit - u'0';
-  if (unit >= u'a' && unit <= u'f') return unit - u'a' + 10;
-  if (unit >= u'A' && unit <= u'F') return unit - u'A' + 10;
-  return -1;
-}
+int HexValue(char16_t unit) { return unit < hexValues.size() ? hexValues[unit] : -1; }
 
 // The value of a base64 digit of either alphabet, or -1.
 int Base64Value(char16_t unit) {

@@ -1,5 +1,6 @@
 #include "swr/text/encoding.h"
 
+#include <algorithm>
 #include <cstdint>
 
 #include "swr/system/text_services.h"
@@ -22,6 +23,11 @@ std::u16string DecodeUtf16(std::string_view bytes, ByteOrder order) {
   return text;
 }
 
+// Most checksum files hold nothing else, and need no converter.
+bool IsAscii(std::string_view bytes) {
+  return std::ranges::none_of(bytes, [](char byte) { return (byte & 0x80) != 0; });
+}
+
 }  // namespace
 
 std::u16string Utf8ToWide(std::string_view bytes) { return SystemDecodeUtf8(bytes); }
@@ -32,6 +38,7 @@ std::u16string DecodeTextBytes(std::string_view bytes) {
   if (bytes.starts_with("\xEF\xBB\xBF")) return Utf8ToWide(bytes.substr(3));
   if (bytes.starts_with("\xFF\xFE")) return DecodeUtf16(bytes.substr(2), ByteOrder::LowFirst);
   if (bytes.starts_with("\xFE\xFF")) return DecodeUtf16(bytes.substr(2), ByteOrder::HighFirst);
+  if (IsAscii(bytes)) return {bytes.begin(), bytes.end()};
   return SystemIsValidUtf8(bytes) ? Utf8ToWide(bytes) : SystemDecodeAnsi(bytes);
 }
 
