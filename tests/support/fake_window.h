@@ -9,9 +9,9 @@
 #include <memory>
 #include <optional>
 #include <ostream>
-#include <set>
 #include <span>
 #include <string>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -277,7 +277,7 @@ class FakeQueue final : public HashQueue {
   }
   void Remove(std::span<const uint64_t> rowIds) override {
     removed.insert(removed.end(), rowIds.begin(), rowIds.end());
-    const std::set<uint64_t> ids(rowIds.begin(), rowIds.end());
+    const std::unordered_set<uint64_t> ids(rowIds.begin(), rowIds.end());
     std::erase_if(jobs, [&](const HashJob& job) { return ids.contains(job.rowId); });
   }
   void CancelAll() override {

@@ -49,14 +49,15 @@ std::u16string MainWindow::HashesText(const std::vector<size_t>& selected) const
 void MainWindow::CopyLines() {
   const std::vector<size_t> selected = SelectedIndexes();
   swr::AlgoMask common = selected.empty() ? 0 : algorithms;
-  for (const size_t index : selected) {
-    common = swr::CandidateMask(PresentAlgos(*rows[index], common));
-  }
+  for (const size_t index : selected) common &= rows[index]->digests.PresentMask();
   if (common == 0) return;
   const swr::AlgoId algo = swr::IdsFromMask(common).front();
   std::u16string text;
   for (const size_t index : selected) {
-    text += HexOf(*rows[index], algo, uppercase) + u"  " + rows[index]->name + u"\r\n";
+    text += HexOf(*rows[index], algo, uppercase);
+    text += u"  ";
+    text += rows[index]->name;
+    text += u"\r\n";
   }
   desktop_.WriteClipboardText(text);
 }

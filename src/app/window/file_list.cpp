@@ -49,10 +49,7 @@ void MainWindow::IndexRowsFrom(size_t first) {
 
 std::optional<HashJob> MainWindow::JobFor(ListRow& row, swr::AlgoMask mask) {
   if (row.status == RowStatus::Failed) return std::nullopt;
-  swr::AlgoMask newMask = 0;
-  for (const swr::AlgoId id : swr::IdsFromMask(mask & ~row.pendingMask)) {
-    if (!row.digests[swr::IndexOf(id)].present) newMask |= swr::MaskOf(id);
-  }
+  const swr::AlgoMask newMask = mask & ~row.pendingMask & ~row.digests.PresentMask();
   if (newMask == 0) return std::nullopt;
   row.pendingMask |= newMask;
   if (row.status != RowStatus::Hashing) row.status = RowStatus::Waiting;

@@ -44,9 +44,7 @@ struct ListRow {
 
 // The algorithms of `mask` whose digest the row has, ascending.
 inline std::vector<swr::AlgoId> PresentAlgos(const ListRow& row, swr::AlgoMask mask) {
-  std::vector<swr::AlgoId> present = swr::IdsFromMask(mask);
-  std::erase_if(present, [&](swr::AlgoId id) { return !row.digests[swr::IndexOf(id)].present; });
-  return present;
+  return swr::IdsFromMask(mask & row.digests.PresentMask());
 }
 
 }  // namespace app

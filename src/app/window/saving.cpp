@@ -27,7 +27,7 @@ using SavedRows = std::vector<const ListRow*>;
 // The algorithms of `mask` whose digests all these rows have.
 swr::AlgoMask CommonAlgos(const SavedRows& targets, swr::AlgoMask mask) {
   if (targets.empty()) return 0;
-  for (const ListRow* row : targets) mask = swr::CandidateMask(PresentAlgos(*row, mask));
+  for (const ListRow* row : targets) mask &= row->digests.PresentMask();
   return mask;
 }
 

@@ -45,6 +45,12 @@ class DigestSlots {
   }
 
   bool IsEmpty() const { return entries_.empty(); }
+  // Bit n is set where the slot n is present.
+  uint32_t PresentMask() const {
+    uint32_t mask = 0;
+    for (const Entry& entry : entries_) mask |= uint32_t{entry.slot.present} << entry.index;
+    return mask;
+  }
 
  private:
   struct Entry {

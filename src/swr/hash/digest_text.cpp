@@ -9,11 +9,10 @@ namespace {
 template <typename Text>
 Text ToHex(std::span<const uint8_t> bytes, bool uppercase) {
   const std::string_view digits = uppercase ? "0123456789ABCDEF" : "0123456789abcdef";
-  Text text;
-  text.reserve(bytes.size() * 2);
-  for (const uint8_t byte : bytes) {
-    text.push_back(static_cast<typename Text::value_type>(digits[byte >> 4]));
-    text.push_back(static_cast<typename Text::value_type>(digits[byte & 15]));
+  Text text(bytes.size() * 2, 0);
+  for (size_t i = 0; i < bytes.size(); ++i) {
+    text[2 * i] = static_cast<typename Text::value_type>(digits[bytes[i] >> 4]);
+    text[2 * i + 1] = static_cast<typename Text::value_type>(digits[bytes[i] & 15]);
   }
   return text;
 }
