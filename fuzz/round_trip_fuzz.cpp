@@ -51,8 +51,9 @@ std::u16string NameThatComesBack(std::u16string name) {
 }
 
 // SFV has neither escapes nor quotes: a name that looks like a comment is lost, and so are blanks
-// around a name and the mark of a signed text's hyphen.
+// around a name and a hyphen in front that looks like that of a signed text.
 std::optional<std::u16string> NameThatComesBackFromSfv(std::u16string_view name) {
+  if (name == u"-") return std::nullopt;
   if (name.starts_with(u"- ")) name.remove_prefix(2);
   name.remove_prefix(std::min(name.find_first_not_of(u" \t"), name.size()));
   if (name.starts_with(u'#') || name.starts_with(u';')) return std::nullopt;
@@ -84,8 +85,10 @@ void DemandComesBack(const std::vector<swr::ExportRow>& rows, const swr::ExportO
           {*name, {digest.digest.View().begin(), digest.digest.View().end()}, {digest.algo}});
     }
   }
-  fuzz::Demand(Read(swr::RenderChecksums(rows, options), path) == expected,
-               "what is saved is what is read");
+  const std::string saved = swr::RenderChecksums(rows, options);
+  const bool comesBack = Read(saved, path) == expected;
+  if (!comesBack) std::fwrite(saved.data(), 1, saved.size(), stderr);
+  fuzz::Demand(comesBack, "what is saved is what is read");
 }
 
 }  // namespace

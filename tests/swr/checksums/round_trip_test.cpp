@@ -131,6 +131,8 @@ TEST(RoundTripTest, WhatDoesNotComeBack) {
       {"a name that looks like an SFV comment", ExportFormat::Sfv, u"a.sfv", u";a", {}},
       {"another one", ExportFormat::Sfv, u"a.sfv", u"#a", {}},
       {"blanks around a name in SFV", ExportFormat::Sfv, u"a.sfv", u" a  ", {u"a"}},
+      {"a hyphen in front, as that of a signed text", ExportFormat::Sfv, u"a.sfv", u"- a", {u"a"}},
+      {"a name that is nothing but that hyphen", ExportFormat::Sfv, u"a.sfv", u"-", {}},
       {"SFV has no escapes to read", ExportFormat::Sfv, u"a.sfv", u"a\\nb", {u"a\\nb"}},
   };
   ExportDigest digest = {.algo = AlgoId::Crc32};
