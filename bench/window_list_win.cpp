@@ -1,0 +1,138 @@
+// What a long list costs in the real window. Times are seconds.
+//
+//   window_list hash FOLDER                SHA-256 of each file by HashFile alone, in a plain loop
+//   window_list hash-twice FOLDER          the same, and once more for SHA3-256 and BLAKE3
+//   window_list drop SUMWRIGHT FOLDER      the folder dropped on the window, until all is hashed
+//   window_list box SUMWRIGHT FOLDER       the same with a value in the Expected hash box that no
+//                                          file has
+//   window_list verify SUMWRIGHT LIST      a checksum file verified, until all is judged
+//
+// "longest message" is the longest that the window stayed away from its messages while the worker
+// hashed, in milliseconds.
+#include "swr/system/windows_api_win.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <exception>
+#include <functional>
+#include <stdexcept>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "resources/resource_ids.h"
+#include "swr/hash/hash_file.h"
+#include "swr/paths/folder_walk.h"
+#include "swr/paths/path_forms.h"
+#include "swr/system/thread_schedule.h"
+#include "swr/system/wide_text_win.h"
+#include "swr/text/encoding.h"
+#include "tests/ui/desktop_state_win.h"
+#include "tests/ui/running_window_win.h"
+
+namespace app::testing {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr swr::AlgoMask Sha256 = swr::MaskOf(swr::AlgoId::Sha256);
+// What else a value of 32 bytes may be.
+constexpr swr::AlgoMask OtherCandidates =
+    swr::MaskOf(swr::AlgoId::Sha3_256) | swr::MaskOf(swr::AlgoId::Blake3);
+// Of no file.
+constexpr char16_t ForeignDigest[] =
+    u"00000000000000000000000000000000000000000000000000000000000000ff";
+
+double SecondsSince(Clock::time_point start) {
+  return std::chrono::duration<double>(Clock::now() - start).count();
+}
+
+void Print(const char* what, double figure, const char* unit) {
+  std::printf("%s\t%.6g\t%s\n", what, figure, unit);
+}
+
+void TimeHashing(const std::u16string& folder, bool twice) {
+  std::vector<std::u16string> files;
+  swr::WalkFolder(folder, {.recursive = true, .includeHidden = false},
+                  [&](const swr::FoundFile& found) { files.push_back(found.path); });
+  // The thread is the worker's equal, or the machine would treat it otherwise.
+  std::thread([&] {
+    swr::PreferThroughput();
+    const auto start = Clock::now();
+    for (const std::u16string& file : files) swr::HashFile(swr::ToLongPath(file), Sha256, {});
+    for (size_t i = 0; twice && i < files.size(); ++i) {
+      swr::HashFile(swr::ToLongPath(files[i]), OtherCandidates, {});
+    }
+    Print("total", SecondsSince(start), "s");
+  }).join();
+}
+
+// `start` gives the window its work and returns when that is taken in.
+void TimeWindow(const RunningWindow& window, const std::function<void()>& start) {
+  const auto begin = Clock::now();
+  start();
+  Print("taken in", SecondsSince(begin), "s");
+  double longest = 0;
+  while (window.IsShown(IDC_CANCEL)) {
+    const auto asked = Clock::now();
+    window.Ask();
+    longest = std::max(longest, SecondsSince(asked) * 1000);
+    std::this_thread::sleep_for(std::chrono::milliseconds(5));
+  }
+  Print("total", SecondsSince(begin), "s");
+  Print("longest message", longest, "ms");
+  std::fprintf(stderr, "%s; %s\n", swr::WideToUtf8(window.Text(IDC_STATUS_TEXT)).c_str(),
+               swr::WideToUtf8(window.Text(IDC_RESULT)).c_str());
+}
+
+void TimeDrop(const std::u16string& folder, bool withBox) {
+  const RunningWindow window({.keepSettings = true});
+  if (withBox) window.SetExpected(ForeignDigest);
+  TimeWindow(window, [&] { window.Drop({folder}); });
+}
+
+void TimeVerification(const std::u16string& list) {
+  const RunningWindow window({.keepSettings = true});
+  window.Drop({list});
+  window.WaitUntilIdle();
+  TimeWindow(window, [&] {
+    window.FollowBannerLink(u"a");
+    WaitFor([&] { return window.IsShown(IDC_CANCEL); });
+  });
+}
+
+int Run(const std::vector<std::u16string>& arguments) {
+  if (arguments.size() < 3) throw std::runtime_error("say what is to be measured, and on what");
+  const std::u16string& mode = arguments[1];
+  if (mode == u"hash" || mode == u"hash-twice") {
+    TimeHashing(arguments[2], mode == u"hash-twice");
+    return 0;
+  }
+  if (arguments.size() != 4) throw std::runtime_error("give the program and a path");
+  SetProgramPath(swr::WideToUtf8(arguments[2]));
+  ForgetSettings();
+  WriteSetting(u"Algorithms", Sha256);
+  if (mode == u"drop" || mode == u"box") {
+    TimeDrop(arguments[3], mode == u"box");
+  } else if (mode == u"verify") {
+    TimeVerification(arguments[3]);
+  } else {
+    throw std::runtime_error("there is no such measurement");
+  }
+  return 0;
+}
+
+}  // namespace
+}  // namespace app::testing
+
+int wmain(int count, wchar_t** values) {
+  std::vector<std::u16string> arguments;
+  for (int i = 0; i < count; ++i) arguments.push_back(swr::FromWide(values[i]));
+  try {
+    return app::testing::Run(arguments);
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "window_list: %s\n", error.what());
+    return 1;
+  }
+}
