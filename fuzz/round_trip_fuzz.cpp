@@ -62,6 +62,13 @@ std::optional<std::u16string> NameThatComesBackFromSfv(std::u16string_view name)
   return std::u16string(name);
 }
 
+// In a file named for CRC32 every line that ends so is one of SFV, this one too.
+bool EndsLikeSfv(std::u16string_view name) {
+  const size_t blank = name.rfind(u' ');
+  const std::u16string_view last = blank == name.npos ? u"" : name.substr(blank + 1);
+  return last.size() == 8 && last.find_first_not_of(u"0123456789abcdefABCDEF") == last.npos;
+}
+
 std::vector<Listed> Read(const std::string& bytes, std::u16string_view path) {
   std::vector<Listed> listed;
   for (const swr::ChecksumLine& line :
@@ -104,7 +111,11 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   options.hasAlgo = true;
   for (const swr::AlgoInfo& algo : swr::AllAlgos()) {
     options.algo = algo.id;
-    DemandComesBack(rows, options, u"list" + swr::ExtensionForAlgo(algo.id));
+    std::vector<swr::ExportRow> saved = rows;
+    if (algo.id == AlgoId::Crc32) {
+      std::erase_if(saved, [](const swr::ExportRow& row) { return EndsLikeSfv(row.name); });
+    }
+    DemandComesBack(saved, options, u"list" + swr::ExtensionForAlgo(algo.id));
   }
   // No file that can be saved as SFV has a line end in its name.
   for (swr::ExportRow& row : rows) {

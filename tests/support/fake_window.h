@@ -195,7 +195,10 @@ class FakeDesktop final : public Desktop {
     ++clipboardReads;
     return clipboard;
   }
-  void WriteClipboardText(const std::u16string& text) override { Copy(text); }
+  void WriteClipboardText(const std::u16string& text) override {
+    clipboard = text;
+    ++clipboardSequence;
+  }
   void OpenAddress(const std::u16string& address) override { openedAddresses.push_back(address); }
   void OpenFolder(const std::u16string& folder) override { openedFolders.push_back(folder); }
   void OpenCommandPrompt(const std::u16string& folder, const std::u16string& command) override {

@@ -49,10 +49,16 @@ std::u16string MainWindow::HashesText(const std::vector<size_t>& selected) const
 void MainWindow::CopyLines() {
   const std::vector<size_t> selected = SelectedIndexes();
   swr::AlgoMask common = selected.empty() ? 0 : algorithms;
-  for (const size_t index : selected) common &= rows[index]->digests.PresentMask();
+  size_t nameUnits = 0;
+  for (const size_t index : selected) {
+    common &= rows[index]->digests.PresentMask();
+    nameUnits += rows[index]->name.size();
+  }
   if (common == 0) return;
   const swr::AlgoId algo = swr::IdsFromMask(common).front();
   std::u16string text;
+  // Of a million lines it would be moved often while it grows.
+  text.reserve(nameUnits + selected.size() * (2 * swr::GetAlgo(algo).digestSize + 4));
   for (const size_t index : selected) {
     text += HexOf(*rows[index], algo, uppercase);
     text += u"  ";

@@ -132,6 +132,11 @@ TEST(RoundTripTest, WhatDoesNotComeBack) {
       {"another one", ExportFormat::Sfv, u"a.sfv", u"#a", {}},
       {"blanks around a name in SFV", ExportFormat::Sfv, u"a.sfv", u" a  ", {u"a"}},
       {"a hyphen in front, as that of a signed text", ExportFormat::Sfv, u"a.sfv", u"- a", {u"a"}},
+      {"a name that ends like a line of SFV, in a file named for CRC32",
+       ExportFormat::Sha256Sum,
+       u"a.crc32",
+       u"report 20261121",
+       {u"00000000  report"}},
       {"SFV has no escapes to read", ExportFormat::Sfv, u"a.sfv", u"a\\nb", {u"a\\nb"}},
   };
   ExportDigest digest = {.algo = AlgoId::Crc32};
