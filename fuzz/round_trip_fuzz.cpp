@@ -65,7 +65,7 @@ std::optional<std::u16string> NameThatComesBackFromSfv(std::u16string_view name)
 // In a file named for CRC32 every line that ends so is one of SFV, this one too.
 bool EndsLikeSfv(std::u16string_view name) {
   const size_t blank = name.rfind(u' ');
-  const std::u16string_view last = blank == name.npos ? u"" : name.substr(blank + 1);
+  const std::u16string_view last = name.substr(blank == name.npos ? 0 : blank + 1);
   return last.size() == 8 && last.find_first_not_of(u"0123456789abcdefABCDEF") == last.npos;
 }
 
