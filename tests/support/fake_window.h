@@ -22,6 +22,7 @@
 #include "app/worker/hash_queue.h"
 #include "swr/hash/hash_file.h"
 #include "swr/paths/path_forms.h"
+#include "swr/system/fault_injection.h"
 #include "swr/text/encoding.h"
 #include "tests/support/fake_install_system.h"
 
@@ -214,21 +215,25 @@ class FakeDesktop final : public Desktop {
     signatureChecks.emplace_back(rowId, path);
   }
   std::optional<uint32_t> ReadDwordSetting(const std::u16string& name) override {
+    if (swr::InjectedFault(swr::SystemCall::ReadSetting)) return std::nullopt;
     const auto found = dwordSettings.find(name);
     if (found == dwordSettings.end()) return std::nullopt;
     return found->second;
   }
   bool ReadBinarySetting(const std::u16string& name, std::span<uint8_t> data) override {
+    if (swr::InjectedFault(swr::SystemCall::ReadSetting)) return false;
     const auto found = binarySettings.find(name);
     if (found == binarySettings.end() || found->second.size() != data.size()) return false;
     std::ranges::copy(found->second, data.begin());
     return true;
   }
   void WriteDwordSetting(const std::u16string& name, uint32_t value) override {
+    if (swr::InjectedFault(swr::SystemCall::WriteSetting)) return;
     dwordSettings[name] = value;
     settingsWritten.push_back(name);
   }
   void WriteBinarySetting(const std::u16string& name, std::span<const uint8_t> data) override {
+    if (swr::InjectedFault(swr::SystemCall::WriteSetting)) return;
     binarySettings[name] = {data.begin(), data.end()};
     settingsWritten.push_back(name);
   }

@@ -45,10 +45,8 @@ class InstalledFaults final : public FaultPlan {
   uint32_t Count(SystemCall call) const { return counts_[static_cast<size_t>(call)]; }
 
  private:
-  static constexpr size_t callCount = static_cast<size_t>(SystemCall::CreateDigest) + 1;
-
   const std::vector<PlannedFault> faults_;
-  std::array<std::atomic<uint32_t>, callCount> counts_ = {};
+  std::array<std::atomic<uint32_t>, SystemCallCount> counts_ = {};
 };
 
 }  // namespace swr::testing

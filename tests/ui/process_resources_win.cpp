@@ -6,24 +6,13 @@
 #include <stdexcept>
 #include <vector>
 
+#include "tests/support/process_handles_win.h"
+
 namespace app::testing {
 namespace {
 
-// Wine counts neither handles nor drawing objects in the calls made for it, but has the lists of
-// both where Windows has them: the handles of all processes...
-struct HandleEntry {
-  ULONG process;
-  BYTE type;
-  BYTE flags;
-  USHORT handle;
-  void* object;
-  ULONG access;
-};
-struct HandleList {
-  ULONG count;
-  HandleEntry entries[1];
-};
-// ...and in each process a table of its drawing objects.
+// Wine does not count drawing objects in the call made for it, but has in each process a table of
+// them where Windows has it.
 struct GdiEntry {
   uint64_t object;
   uint32_t owner;
@@ -34,21 +23,6 @@ struct GdiEntry {
 };
 constexpr size_t GdiTableLength = 65536;
 constexpr size_t GdiTablePlace = 0xF8;  // of its address, in the environment block of a process
-
-uint32_t CountHandles(DWORD process) {
-  constexpr auto handleInformation = static_cast<SYSTEM_INFORMATION_CLASS>(16);
-  std::vector<std::byte> memory(size_t{1} << 16);
-  ULONG needed = 0;
-  while (NtQuerySystemInformation(handleInformation, memory.data(),
-                                  static_cast<ULONG>(memory.size()), &needed) != 0) {
-    if (memory.size() > size_t{1} << 26) throw std::runtime_error("no list of handles");
-    memory.resize(memory.size() * 2);
-  }
-  const auto& list = *reinterpret_cast<const HandleList*>(memory.data());
-  uint32_t count = 0;
-  for (ULONG i = 0; i < list.count; ++i) count += list.entries[i].process == process ? 1 : 0;
-  return count;
-}
 
 template <typename Value>
 void Read(HANDLE process, uint64_t address, Value* values, size_t count) {
@@ -75,7 +49,7 @@ uint32_t CountGdiObjects(HANDLE process) {
 }  // namespace
 
 ProcessResources CountResources(HANDLE process) {
-  return {.handles = CountHandles(GetProcessId(process)),
+  return {.handles = swr::testing::CountHandles(GetProcessId(process)),
           .gdiObjects = CountGdiObjects(process),
           .userObjects = GetGuiResources(process, GR_USEROBJECTS)};
 }

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "swr/system/fault_injection.h"
 #include "swr/system/wide_text_win.h"
 
 namespace app {
@@ -15,6 +16,7 @@ constexpr wchar_t settingsKey[] = L"Software\\Zendrik\\Sumwright";
 }  // namespace
 
 std::optional<uint32_t> ReadRegistryDword(const std::u16string& name) {
+  if (swr::InjectedFault(swr::SystemCall::ReadSetting)) return std::nullopt;
   DWORD value = 0;
   DWORD size = sizeof value;
   if (RegGetValueW(HKEY_CURRENT_USER, settingsKey, swr::AsWide(name), RRF_RT_REG_DWORD, nullptr,
@@ -25,6 +27,7 @@ std::optional<uint32_t> ReadRegistryDword(const std::u16string& name) {
 }
 
 bool ReadRegistryBinary(const std::u16string& name, std::span<uint8_t> data) {
+  if (swr::InjectedFault(swr::SystemCall::ReadSetting)) return false;
   // The caller's bytes are for a value of their size only.
   std::vector<uint8_t> stored(data.size());
   DWORD size = static_cast<DWORD>(stored.size());
@@ -38,11 +41,13 @@ bool ReadRegistryBinary(const std::u16string& name, std::span<uint8_t> data) {
 }
 
 void WriteRegistryDword(const std::u16string& name, uint32_t value) {
+  if (swr::InjectedFault(swr::SystemCall::WriteSetting)) return;
   RegSetKeyValueW(HKEY_CURRENT_USER, settingsKey, swr::AsWide(name), REG_DWORD, &value,
                   sizeof value);
 }
 
 void WriteRegistryBinary(const std::u16string& name, std::span<const uint8_t> data) {
+  if (swr::InjectedFault(swr::SystemCall::WriteSetting)) return;
   RegSetKeyValueW(HKEY_CURRENT_USER, settingsKey, swr::AsWide(name), REG_BINARY, data.data(),
                   static_cast<DWORD>(data.size()));
 }

@@ -2,6 +2,7 @@
 
 #include <cstring>
 
+#include "swr/system/fault_injection.h"
 #include "swr/system/full_path.h"
 #include "swr/system/unique_handle.h"
 #include "swr/system/wide_text_win.h"
@@ -32,6 +33,7 @@ using PublishedHandle = uint64_t;
 static_assert(sizeof(PublishedHandle) == 8);
 
 swr::UniqueHandle<MappedViewTraits> MapView(HANDLE mapping, DWORD access) {
+  if (swr::InjectedFault(swr::SystemCall::MapView)) return {};
   return swr::UniqueHandle<MappedViewTraits>(
       MapViewOfFile(mapping, access, 0, 0, sizeof(PublishedHandle)));
 }
@@ -42,11 +44,13 @@ HWND AsWindow(uint64_t window) { return reinterpret_cast<HWND>(static_cast<UINT_
 
 // The handle stays open: the object lasts as long as a process that has it.
 bool WindowsInstanceSystem::AnotherInstanceExists() {
+  if (swr::InjectedFault(swr::SystemCall::InstanceSign)) return false;
   const HANDLE instance = CreateMutexW(nullptr, FALSE, InstanceName);
   return instance != nullptr && GetLastError() == ERROR_ALREADY_EXISTS;
 }
 
 uint64_t WindowsInstanceSystem::PublishedWindow() {
+  if (swr::InjectedFault(swr::SystemCall::OpenMapping)) return 0;
   const Handle mapping(OpenFileMappingW(FILE_MAP_READ, FALSE, WindowName));
   if (!mapping) return 0;
   const auto view = MapView(mapping.Get(), FILE_MAP_READ);
@@ -71,6 +75,7 @@ bool WindowsInstanceSystem::Deliver(uint64_t window, const std::u16string& paylo
   data.dwData = static_cast<ULONG_PTR>(HandOverMark);
   data.cbData = static_cast<DWORD>(payload.size() * sizeof(char16_t));
   data.lpData = const_cast<char16_t*>(payload.data());
+  if (swr::InjectedFault(swr::SystemCall::DeliverMessage)) return false;
   DWORD process = 0;
   GetWindowThreadProcessId(AsWindow(window), &process);
   // The window is not the foreground process's; without leave it would only flash in the taskbar.
@@ -82,8 +87,11 @@ bool WindowsInstanceSystem::Deliver(uint64_t window, const std::u16string& paylo
 
 void PublishMainWindow(HWND window) {
   // The handle stays open, so that the object outlives this function.
-  static const HANDLE mapping = CreateFileMappingW(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0,
-                                                   sizeof(PublishedHandle), WindowName);
+  static HANDLE mapping = nullptr;
+  if (mapping == nullptr && !swr::InjectedFault(swr::SystemCall::CreateMapping)) {
+    mapping = CreateFileMappingW(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0,
+                                 sizeof(PublishedHandle), WindowName);
+  }
   if (mapping == nullptr) return;
   const auto view = MapView(mapping, FILE_MAP_WRITE);
   if (!view) return;

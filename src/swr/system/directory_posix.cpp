@@ -31,6 +31,7 @@ DirectoryEntry MakeEntry(DIR* stream, const dirent& found, bool withSizes) {
     return entry;
   }
   if (found.d_type == DT_REG && !withSizes) return entry;
+  if (InjectedFault(SystemCall::EntryFacts)) return entry;
   struct stat status;
   // Some file systems leave the type to this call.
   if (found.d_type == DT_UNKNOWN &&
@@ -55,7 +56,9 @@ uint32_t ReadDirectory(const std::u16string& folder, std::vector<DirectoryEntry>
     // Windows tells a missing folder from a missing file; here both are ENOENT.
     return errno == ENOENT ? ErrorPathNotFound : ErrorFromErrno(errno);
   }
-  while (const dirent* found = readdir(stream.Get())) {
+  while (!InjectedFault(SystemCall::NextEntry)) {
+    const dirent* found = readdir(stream.Get());
+    if (found == nullptr) break;
     const std::string_view name = found->d_name;
     if (name == "." || name == "..") continue;
     entries.push_back(MakeEntry(stream.Get(), *found, withSizes));

@@ -42,7 +42,7 @@ uint32_t ReadDirectory(const std::u16string& folder, std::vector<DirectoryEntry>
          .isDirectory = (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0,
          .isHidden = (attributes & (FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM)) != 0,
          .isLink = (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0});
-  } while (FindNextFileW(find.Get(), &data));
+  } while (!InjectedFault(SystemCall::NextEntry) && FindNextFileW(find.Get(), &data));
   return 0;
 }
 

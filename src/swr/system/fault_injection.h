@@ -1,8 +1,10 @@
-// Lets a test make the system fail. Each function of this folder that calls the system asks here
-// first; outside tests nothing is installed and the question costs one load.
+// Lets a test make the system fail. Each function that calls the system on the way of hashing,
+// walking, reading, saving, settings and hand-over asks here first; outside tests nothing is
+// installed and the question costs one load.
 #pragma once
 
 #include <atomic>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 
@@ -10,15 +12,28 @@ namespace swr {
 
 enum class SystemCall : uint8_t {
   OpenFile,
+  FileKind,  // whether what was opened is a file, or a pipe or device
   ReadFile,
   CreateNewFile,
   WriteFile,
   FileFacts,
   PathFacts,
   ListDirectory,
+  NextEntry,   // of a listing, its end included
+  EntryFacts,  // what a listing asks of an entry beside its name; Windows tells it with the name
+  FullPath,
   OpenDigestProvider,
   CreateDigest,
+  // Of the program, beside the core.
+  ReadSetting,
+  WriteSetting,
+  InstanceSign,
+  OpenMapping,
+  CreateMapping,
+  MapView,
+  DeliverMessage,
 };
+inline constexpr size_t SystemCallCount = static_cast<size_t>(SystemCall::DeliverMessage) + 1;
 
 class FaultPlan {
  public:

@@ -43,7 +43,8 @@ class File {
  public:
   // Opens an existing file for one pass from its start. On success `file` holds it and the result
   // is 0; on failure `file` is untouched. A folder fails with 5 (access denied) where the system
-  // does not open folders, and opens where it does.
+  // does not open folders, and opens where it does. A pipe or device fails with 50 (not supported):
+  // reading one can take for ever.
   [[nodiscard]] static uint32_t Open(const std::u16string& path, FileSharing sharing, File& file);
 
   // Facts of the open file itself, whatever its path names by now.

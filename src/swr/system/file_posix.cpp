@@ -38,6 +38,7 @@ uint32_t File::Open(const std::u16string& path, FileSharing /*sharing*/, File& f
   if (descriptor < 0) return ErrorFromErrno(errno);
   File opened;
   opened.handle_.Reset(descriptor);
+  if (const auto fault = InjectedFault(SystemCall::FileKind)) return *fault;
   struct stat status;
   if (fstat(descriptor, &status) != 0) return ErrorFromErrno(errno);
   // Pipes, sockets and devices have no content that ends.
@@ -80,11 +81,13 @@ std::optional<FileFacts> QueryFacts(const std::u16string& path, uint32_t& error)
 uint32_t WriteWholeFile(const std::u16string& path, std::string_view bytes) {
   if (const auto fault = InjectedFault(SystemCall::CreateNewFile)) return *fault;
   constexpr mode_t everybody = 0666;  // less what the user's mask takes away
+  // Without O_NONBLOCK the open of a named pipe would wait for somebody who reads it.
   const UniqueHandle<FileHandleTraits> file(
-      open(PathBytesFromText(path).c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, everybody));
+      open(PathBytesFromText(path).c_str(),
+           O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOCTTY | O_NONBLOCK, everybody));
   if (!file) return ErrorFromErrno(errno);
-  if (const auto fault = InjectedFault(SystemCall::WriteFile)) return *fault;
   while (!bytes.empty()) {
+    if (const auto fault = InjectedFault(SystemCall::WriteFile)) return *fault;
     const ssize_t written = write(AsDescriptor(file.Get()), bytes.data(), bytes.size());
     if (written >= 0) {
       bytes.remove_prefix(static_cast<size_t>(written));

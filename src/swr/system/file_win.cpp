@@ -2,6 +2,8 @@
 
 #include "swr/system/windows_api_win.h"
 
+#include <utility>
+
 #include "swr/system/error_codes.h"
 #include "swr/system/fault_injection.h"
 #include "swr/system/wide_text_win.h"
@@ -25,7 +27,13 @@ uint32_t File::Open(const std::u16string& path, FileSharing sharing, File& file)
       CreateFileW(AsWide(path), FILE_READ_DATA | FILE_READ_ATTRIBUTES | SYNCHRONIZE, share, nullptr,
                   OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr);
   if (handle == INVALID_HANDLE_VALUE) return GetLastError();
-  file.handle_.Reset(reinterpret_cast<intptr_t>(handle));
+  File opened;
+  opened.handle_.Reset(reinterpret_cast<intptr_t>(handle));
+  if (const auto fault = InjectedFault(SystemCall::FileKind)) return *fault;
+  // Pipes and devices have no content that ends; a read from one can wait for ever.
+  const DWORD kind = GetFileType(handle);
+  if (kind == FILE_TYPE_CHAR || kind == FILE_TYPE_PIPE) return ErrorNotSupported;
+  file = std::move(opened);
   return 0;
 }
 

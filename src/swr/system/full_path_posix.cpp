@@ -5,12 +5,13 @@
 #include <system_error>
 #include <vector>
 
+#include "swr/system/fault_injection.h"
 #include "swr/system/path_bytes_posix.h"
 
 namespace swr {
 
 std::optional<std::u16string> SystemFullPath(const std::u16string& path) {
-  if (path.empty()) return std::nullopt;
+  if (path.empty() || InjectedFault(SystemCall::FullPath)) return std::nullopt;
   std::u16string absolute;
   if (path.front() != u'/') {
     std::error_code error;

@@ -4,11 +4,13 @@
 
 #include <array>
 
+#include "swr/system/fault_injection.h"
 #include "swr/system/wide_text_win.h"
 
 namespace swr {
 
 std::optional<std::u16string> SystemFullPath(const std::u16string& path) {
+  if (InjectedFault(SystemCall::FullPath)) return std::nullopt;
   // Nearly every path fits the small buffer; the large one costs an allocation of 64 KiB.
   std::array<wchar_t, 1024> small;
   DWORD length = GetFullPathNameW(AsWide(path), small.size(), small.data(), nullptr);

@@ -3,12 +3,13 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
-#include <map>
-#include <set>
+
+#include "tests/support/fake_instances.h"
 
 namespace app {
 namespace {
 
+using testing::FakeInstances;
 using Paths = std::vector<std::u16string>;
 using namespace std::string_literals;
 
@@ -66,37 +67,6 @@ TEST(HandOverPayloadTest, MayLieAtAnyAddress) {
   EXPECT_EQ(ReadHandOver(HandOverMark, std::span(shifted).subspan(1)),
             (Paths{u"C:\\a.txt", u"C:\\b"}));
 }
-
-// Records what is asked of it. The window comes into being after a number of waits.
-class FakeInstances final : public InstanceSystem {
- public:
-  bool AnotherInstanceExists() override {
-    signLeft = true;
-    return anotherExists;
-  }
-  uint64_t PublishedWindow() override { return waits < publishedAfter ? 0 : window; }
-  bool IsWindow(uint64_t asked) override { return asked == window && waits >= aliveAfter; }
-  void WaitForWindow() override { ++waits; }
-  std::optional<std::u16string> FullPath(const std::u16string& path) override {
-    const auto found = fullPaths.find(path);
-    if (found == fullPaths.end()) return std::nullopt;
-    return found->second;
-  }
-  bool Deliver(uint64_t to, const std::u16string& payload) override {
-    deliveries.emplace_back(to, payload);
-    return takes;
-  }
-
-  bool anotherExists = true;
-  bool signLeft = false;
-  uint64_t window = 0x1'0002'0003;
-  int publishedAfter = 0;
-  int aliveAfter = 0;
-  int waits = 0;
-  std::map<std::u16string, std::u16string> fullPaths;
-  bool takes = true;
-  std::vector<std::pair<uint64_t, std::u16string>> deliveries;
-};
 
 struct ForwardTest : ::testing::Test {
   FakeInstances instances;

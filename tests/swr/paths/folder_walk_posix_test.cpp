@@ -7,6 +7,7 @@
 
 #include "swr/paths/folder_walk.h"
 #include "swr/system/path_bytes_posix.h"
+#include "tests/support/fault_plan.h"
 #include "tests/support/temp_tree.h"
 
 namespace swr::testing {
@@ -58,6 +59,20 @@ TEST(FolderWalkPosixTest, ReportsALinkToAFileAsAFile) {
   EXPECT_EQ(found[0].size, 0u);
   EXPECT_EQ(found[1].relativePath, u"link");
   EXPECT_EQ(found[1].size, 5u);
+}
+
+// What can't be told of a link leaves it a file, which then fails by itself if it is none; a link
+// to a folder is not entered in any case.
+TEST(FolderWalkPosixTest, TakesALinkOfWhichNothingIsToldForAFile) {
+  TempTree tree;
+  tree.AddFile(u"folder/inside");
+  AddLink(tree, u"to folder", "folder");
+  AddLink(tree, u"to file", "folder/inside");
+  const Names withFolderLink = {u"to file", u"to folder", u"folder/inside"};
+  EXPECT_EQ(RelativePathsIn(tree, {.withSizes = false}), (Names{u"to file", u"folder/inside"}));
+  const InstalledFaults faults({{.call = SystemCall::EntryFacts, .nth = 0, .code = 5}});
+  EXPECT_EQ(RelativePathsIn(tree, {.withSizes = false}), withFolderLink);
+  EXPECT_EQ(faults.Count(SystemCall::EntryFacts), 2u);
 }
 
 // Windows holds names apart that differ only in case where a folder is told to; Wine never does.

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "swr/paths/path_forms.h"
@@ -67,6 +69,32 @@ TEST(DirectoryTest, AppendsNothingWhenItFails) {
   const InstalledFaults faults({{.call = SystemCall::ListDirectory, .code = 21}});
   EXPECT_EQ(ReadDirectory(ToLongPath(tree.Root()), entries), 21u);
   EXPECT_TRUE(entries.empty());
+}
+
+TEST(DirectoryTest, TakesAnErrorInTheMiddleForTheEnd) {
+  TempTree tree;
+  for (const std::u16string_view name : {u"a", u"b", u"c", u"d"}) tree.AddFile(name);
+  const auto namesWith = [&](std::vector<PlannedFault> planned, uint32_t* looks = nullptr) {
+    const InstalledFaults faults(std::move(planned));
+    std::vector<DirectoryEntry> entries;
+    EXPECT_EQ(ReadDirectory(ToLongPath(tree.Root()), entries), 0u);
+    if (looks != nullptr) *looks = faults.Count(SystemCall::NextEntry);
+    std::vector<std::u16string> names;
+    for (const DirectoryEntry& entry : entries) names.push_back(entry.name);
+    return names;
+  };
+  uint32_t looks = 0;
+  const std::vector<std::u16string> all = namesWith({}, &looks);
+  ASSERT_EQ(all.size(), 4u);
+  size_t before = 0;
+  for (uint32_t nth = 1; nth <= looks; ++nth) {
+    SCOPED_TRACE(nth);
+    const auto names = namesWith({{.call = SystemCall::NextEntry, .nth = nth, .code = 59}});
+    EXPECT_TRUE(std::equal(names.begin(), names.end(), all.begin()));
+    EXPECT_TRUE(names.size() == before || names.size() == before + 1);
+    before = names.size();
+  }
+  EXPECT_EQ(before, all.size()) << "all but the end was seen";
 }
 
 }  // namespace

@@ -1,0 +1,141 @@
+// Every call of the system that fails while a folder is taken into the list.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "swr/paths/path_forms.h"
+#include "swr/system/directory.h"
+#include "swr/text/display_text.h"
+#include "tests/support/every_fault.h"
+#include "tests/support/fake_window.h"
+#include "tests/support/temp_tree.h"
+
+namespace app::testing {
+namespace {
+
+using swr::SystemCall;
+using swr::testing::HasFailed;
+using swr::testing::InstalledFaults;
+using swr::testing::MaybeFailed;
+using swr::testing::TempTree;
+using Texts = std::vector<std::u16string>;
+
+struct WalkedTree {
+  static const WalkedTree& Get() {
+    static const WalkedTree walked;
+    return walked;
+  }
+
+  // The files in the order of the walk; folders in the order in which they are listed.
+  TempTree tree;
+  Texts files = {tree.AddFile(u"root/a2", "1"),           tree.AddFile(u"root/a10", "2"),
+                 tree.AddFile(u"root/sub/b", "3"),        tree.AddFile(u"root/sub/c", "4"),
+                 tree.AddFile(u"root/sub/deep/d", "5"),   tree.AddFile(u"root/sub/deep/e", "6"),
+                 tree.AddFile(u"root/sub/deeper/f", "7"), tree.AddFile(u"root/tail/g", "8")};
+  Texts folders = {tree.Path(u"root"), tree.Path(u"root/sub"), tree.Path(u"root/sub/deep"),
+                   tree.Path(u"root/sub/deeper"), tree.Path(u"root/tail")};
+  // How many looks for a next entry each listing takes, found by a walk with nothing failing.
+  std::vector<uint32_t> looks = [this] {
+    std::vector<uint32_t> counts;
+    for (const std::u16string& folder : folders) {
+      const InstalledFaults calls;
+      std::vector<swr::DirectoryEntry> entries;
+      EXPECT_EQ(swr::ReadDirectory(swr::ToLongPath(folder), entries, false), 0u);
+      counts.push_back(calls.Count(SystemCall::NextEntry));
+    }
+    return counts;
+  }();
+
+  bool IsBelow(const std::u16string& file, size_t folder) const {
+    return file.starts_with(swr::JoinPath(folders[folder], u""));
+  }
+};
+
+class WalkScenario {
+ public:
+  void Run() { window_.main.AddPaths({WalkedTree::Get().folders[0]}); }
+
+  void Check(const MaybeFailed& failed) {
+    const WalkedTree& walked = WalkedTree::Get();
+    EXPECT_TRUE(window_.desktop.messages.empty()) << "a folder that can't be read says nothing";
+    EXPECT_FALSE(window_.view.banner);
+    EXPECT_FALSE(window_.desktop.waiting) << "the cursor is what it was";
+    if (HasFailed(failed, SystemCall::PathFacts, 1)) {
+      CheckTheFolderAsAFile();
+    } else if (HasFailed(failed, SystemCall::ListDirectory)) {
+      Texts rest = walked.files;
+      std::erase_if(rest, [&](const auto& file) { return walked.IsBelow(file, failed->nth - 1); });
+      EXPECT_EQ(Paths(), rest);
+    } else if (HasFailed(failed, SystemCall::NextEntry)) {
+      CheckAListingThatIsCut(failed->nth);
+    } else {
+      EXPECT_EQ(Paths(), walked.files);
+    }
+    CheckRows(failed);
+  }
+
+ private:
+  Texts Paths() const {
+    Texts paths;
+    for (const auto& row : window_.main.rows) paths.push_back(row->path);
+    return paths;
+  }
+
+  // What can't be told to be a folder goes down the road of files, and fails there as a folder.
+  void CheckTheFolderAsAFile() {
+    EXPECT_EQ(Paths(), Texts{WalkedTree::Get().folders[0]});
+    window_.HashQueuedFiles();
+    EXPECT_EQ(window_.StatusCell(0), swr::FormatErrorText(swr::ErrorIsDirectory));
+  }
+
+  // An error in the middle of a listing counts as its end: what was listed before comes with all
+  // that is below it, and all other folders come whole.
+  void CheckAListingThatIsCut(uint32_t nth) {
+    const WalkedTree& walked = WalkedTree::Get();
+    size_t cut = 0;
+    while (nth > walked.looks[cut]) nth -= walked.looks[cut++];
+    std::vector<swr::DirectoryEntry> listed;
+    {
+      const InstalledFaults faults({{.call = SystemCall::NextEntry, .nth = nth, .code = 5}});
+      EXPECT_EQ(swr::ReadDirectory(swr::ToLongPath(walked.folders[cut]), listed, false), 0u);
+    }
+    Texts expected;
+    for (const std::u16string& file : walked.files) {
+      const bool isListed = std::ranges::any_of(listed, [&](const swr::DirectoryEntry& entry) {
+        const std::u16string path = swr::JoinPath(walked.folders[cut], entry.name);
+        return file == path || (entry.isDirectory && file.starts_with(swr::JoinPath(path, u"")));
+      });
+      if (isListed || !walked.IsBelow(file, cut)) expected.push_back(file);
+    }
+    EXPECT_EQ(Paths(), expected);
+  }
+
+  // A file of which the system tells nothing is a failed row and is not queued; all others are.
+  void CheckRows(const MaybeFailed& failed) {
+    size_t failedRows = 0;
+    for (const auto& row : window_.main.rows)
+      failedRows += row->status == RowStatus::Failed ? 1 : 0;
+    if (HasFailed(failed, SystemCall::PathFacts) && failed->nth > 1) {
+      const size_t index = failed->nth - 2;
+      ASSERT_LT(index, window_.main.rows.size());
+      EXPECT_EQ(window_.main.rows[index]->error, failed->code);
+      EXPECT_EQ(window_.StatusCell(index), swr::IsMissingError(failed->code)
+                                               ? u"Missing"
+                                               : swr::FormatErrorText(failed->code));
+      EXPECT_EQ(failedRows, 1u);
+      EXPECT_EQ(window_.queue.jobs.size(), window_.main.rows.size() - 1);
+    } else if (!HasFailed(failed, SystemCall::PathFacts)) {
+      EXPECT_EQ(failedRows, 0u);
+      EXPECT_EQ(window_.queue.jobs.size(), window_.main.rows.size());
+    }
+  }
+
+  FakeWindow window_;
+};
+
+TEST(WalkingFaultsTest, EachCallFailsWithEachCode) { swr::testing::FailEachCall<WalkScenario>(); }
+
+}  // namespace
+}  // namespace app::testing
