@@ -59,6 +59,7 @@ class FakeView final : public View {
   size_t SelectedRowCount() const override { return selected.size(); }
   void ClearSelection() override { selected.clear(); }
   void SelectRow(size_t index) override {
+    if (!takesSelection) return;
     selected.push_back(index);
     focused = index;
   }
@@ -135,6 +136,7 @@ class FakeView final : public View {
   int redrawnWhole = 0;
   int listPaints = 0;  // of the whole list, for whatever reason
   std::vector<size_t> selected;
+  bool takesSelection = true;
   std::optional<size_t> focused;
   std::optional<size_t> scrolledTo;
   bool editHasFocus = false;

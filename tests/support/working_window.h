@@ -39,7 +39,7 @@ class WorkingWindow {
       if (IsIdle()) return true;
       std::unique_lock lock(mutex_);
       if (std::chrono::steady_clock::now() > deadline) return false;
-      announced_.wait_for(lock, 5ms, [this] { return std::exchange(waiting_, false); });
+      announced_.wait_for(lock, 1ms, [this] { return std::exchange(waiting_, false); });
     }
   }
   std::u16string StatusCell(size_t row) const {

@@ -1,6 +1,7 @@
 #include "app/instance/instance_win.h"
 
 #include <cstring>
+#include <utility>
 
 #include "swr/system/fault_injection.h"
 #include "swr/system/full_path.h"
@@ -42,11 +43,14 @@ HWND AsWindow(uint64_t window) { return reinterpret_cast<HWND>(static_cast<UINT_
 
 }  // namespace
 
-// The handle stays open: the object lasts as long as a process that has it.
 bool WindowsInstanceSystem::AnotherInstanceExists() {
+  // Stays open: the object lasts as long as a process that has it.
+  static Handle sign;
   if (swr::InjectedFault(swr::SystemCall::InstanceSign)) return false;
-  const HANDLE instance = CreateMutexW(nullptr, FALSE, InstanceName);
-  return instance != nullptr && GetLastError() == ERROR_ALREADY_EXISTS;
+  Handle opened(CreateMutexW(nullptr, FALSE, InstanceName));
+  const bool existed = opened && GetLastError() == ERROR_ALREADY_EXISTS;
+  if (!sign) sign = std::move(opened);
+  return existed;
 }
 
 uint64_t WindowsInstanceSystem::PublishedWindow() {
