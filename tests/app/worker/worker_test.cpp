@@ -2,14 +2,12 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <array>
 #include <atomic>
 #include <chrono>
 #include <condition_variable>
 #include <functional>
 #include <mutex>
-#include <random>
 #include <string>
 #include <thread>
 #include <vector>
@@ -280,54 +278,6 @@ TEST(WorkerEndTest, ClosingDuringAJobDropsTheQueueAndWaits) {
 TEST(WorkerEndTest, ClosingAnIdleWorkerEndsAtOnce) {
   Sink sink;
   Worker worker(sink);
-}
-
-// Random uses from the window's thread against a worker at full speed: nothing is lost, nothing
-// comes twice, and every end is a clean one.
-TEST(WorkerScheduleTest, RandomSchedules) {
-  TempTree tree;
-  const std::u16string small = tree.AddFile(u"small", "0123456789");
-  const std::u16string large = tree.AddFile(u"large", std::string(3 << 20, 'x'));
-  std::mt19937 random(20260115);
-  for (int round = 0; round < 200; ++round) {
-    SCOPED_TRACE(round);
-    Sink sink;
-    std::vector<uint64_t> seen;
-    uint64_t nextId = 1;
-    {
-      Worker worker(sink);
-      for (int step = 0; step < 30; ++step) {
-        switch (random() % 8) {
-          case 0:
-            worker.Remove(std::array{uint64_t{1} + random() % nextId});
-            break;
-          case 1:
-            if (random() % 4 == 0) worker.CancelAll();
-            break;
-          case 2: {
-            const WorkerSnapshot snapshot = worker.GetSnapshot();
-            EXPECT_GE(snapshot.totalBytes, snapshot.doneBytes);
-            EXPECT_EQ(snapshot.active, snapshot.remainingJobs > 0);
-            worker.AcknowledgeProgress();
-            break;
-          }
-          default:
-            worker.Enqueue({.rowId = nextId++,
-                            .path = random() % 4 == 0 ? large : small,
-                            .mask = swr::DefaultAlgoMask,
-                            .size = 10});
-        }
-      }
-    }
-    for (const auto& result : sink.Wait(0)) {
-      seen.push_back(result->rowId);
-      EXPECT_EQ(result->outcome.error, 0u);
-      EXPECT_EQ(result->outcome.digests[swr::IndexOf(swr::AlgoId::Md5)].present,
-                !result->outcome.cancelled);
-    }
-    EXPECT_TRUE(std::is_sorted(seen.begin(), seen.end()));
-    EXPECT_EQ(std::adjacent_find(seen.begin(), seen.end()), seen.end());
-  }
 }
 
 }  // namespace
