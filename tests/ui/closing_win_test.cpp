@@ -1,0 +1,73 @@
+// The window is closed in the middle of a long file: the program ends at once, and whole.
+#include "swr/system/windows_api_win.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <string>
+
+#include "resources/resource_ids.h"
+#include "swr/hash/algorithms.h"
+#include "tests/support/process_handles_win.h"
+#include "tests/support/temp_tree.h"
+#include "tests/ui/desktop_state_win.h"
+#include "tests/ui/running_window_win.h"
+
+namespace app::testing {
+namespace {
+
+using std::chrono::milliseconds;
+using std::chrono::steady_clock;
+using swr::testing::CountThreads;
+using swr::testing::TempTree;
+
+constexpr uint64_t FileSize = uint64_t{4} << 30;
+constexpr milliseconds Patience{1000};
+
+struct ClosingCase {
+  const char* description;
+  swr::AlgoMask algorithms;
+  milliseconds delay;  // from the first progress to the close
+};
+
+void ExpectToEndAtOnce(const ClosingCase& test) {
+  SCOPED_TRACE(test.description);
+  ForgetSettings();
+  WriteSetting(u"Algorithms", static_cast<uint32_t>(test.algorithms));
+  WriteSetting(u"ShowLegacy", 1);
+  TempTree tree;
+  const std::u16string path = tree.AddFile(u"long.bin");
+  swr::testing::ResizeFile(path, FileSize);
+  RunningWindow window({.keepSettings = true});
+  window.Drop({path});
+  ASSERT_TRUE(WaitFor([&] { return window.ProgressPosition() > 0; }));
+  Sleep(static_cast<DWORD>(test.delay.count()));
+  const DWORD process = window.ProcessId();
+  // The window's, the worker's, and one for each algorithm.
+  const auto hashing = static_cast<uint32_t>(swr::IdsFromMask(test.algorithms).size());
+  ASSERT_GE(CountThreads(process), 2 + hashing) << "the file is being read";
+
+  // A thread that is not waited for would make it end with another exit code.
+  const auto start = steady_clock::now();
+  EXPECT_EQ(window.Close(), 0);
+  const auto taken = std::chrono::duration_cast<milliseconds>(steady_clock::now() - start);
+  EXPECT_LT(taken, Patience);
+  EXPECT_EQ(CountThreads(process), 0u);
+  ::testing::Test::RecordProperty("milliseconds_" + std::to_string(hashing) + "_algorithms_" +
+                                      std::to_string(test.delay.count()),
+                                  static_cast<int>(taken.count()));
+}
+
+TEST(ClosingTest, EndsTheProgramWithinASecondAndLeavesNoThread) {
+  const ClosingCase cases[] = {
+      {"as it begins", swr::DefaultAlgoMask, milliseconds(0)},
+      {"a little later", swr::DefaultAlgoMask, milliseconds(130)},
+      {"well under way", swr::DefaultAlgoMask, milliseconds(700)},
+      // Those of the slowest have four chunks before them, which they finish.
+      {"all algorithms", swr::AllAlgosMask, milliseconds(300)},
+  };
+  for (const ClosingCase& test : cases) ExpectToEndAtOnce(test);
+}
+
+}  // namespace
+}  // namespace app::testing
