@@ -38,6 +38,8 @@ void WriteBytes(const std::u16string& path, std::string_view bytes);
 void AppendBytes(const std::u16string& path, std::string_view bytes);
 // Cuts the file or grows it by zeros, which take no space on the disk.
 void ResizeFile(const std::u16string& path, uint64_t size);
+// Writes one byte in place, within the file.
+void OverwriteByte(const std::u16string& path, uint64_t position, char byte);
 void RemoveFile(const std::u16string& path);
 void RemoveEmptyFolder(const std::u16string& path);
 // The time of the last write.

@@ -63,6 +63,14 @@ void ResizeFile(const std::u16string& path, uint64_t size) {
   Check(truncate(PathBytesFromText(path).c_str(), static_cast<off_t>(size)) == 0, "truncate", path);
 }
 
+void OverwriteByte(const std::u16string& path, uint64_t position, char byte) {
+  const int file = open(PathBytesFromText(path).c_str(), O_WRONLY | O_CLOEXEC);
+  Check(file >= 0, "open", path);
+  const ssize_t written = pwrite(file, &byte, 1, static_cast<off_t>(position));
+  close(file);
+  Check(written == 1, "pwrite", path);
+}
+
 void RemoveFile(const std::u16string& path) {
   Check(unlink(PathBytesFromText(path).c_str()) == 0, "unlink", path);
 }

@@ -112,6 +112,14 @@ void ResizeFile(const std::u16string& path, uint64_t size) {
         "SetEndOfFile", path);
 }
 
+void OverwriteByte(const std::u16string& path, uint64_t position, char byte) {
+  const FileHandle file = OpenFile(path, GENERIC_WRITE, OPEN_EXISTING);
+  LARGE_INTEGER place;
+  place.QuadPart = static_cast<LONGLONG>(position);
+  Check(SetFilePointerEx(file.Get(), place, nullptr, FILE_BEGIN), "SetFilePointerEx", path);
+  Write(file, path, {&byte, 1});
+}
+
 void RemoveFile(const std::u16string& path) {
   Check(DeleteFileW(AsWide(ExactPath(path))), "DeleteFileW", path);
 }

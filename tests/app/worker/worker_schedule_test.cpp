@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
-#include <cstdlib>
 #include <functional>
 #include <memory>
 #include <mutex>
@@ -22,6 +21,7 @@
 #include "swr/hash/hasher.h"
 #include "swr/text/encoding.h"
 #include "tests/support/own_resources.h"
+#include "tests/support/run_length.h"
 #include "tests/support/temp_tree.h"
 #include "tests/support/working_window.h"
 
@@ -37,11 +37,6 @@ constexpr uint64_t UsualSchedules = 250;
 constexpr uint64_t UsualSeed = 20260115;
 constexpr swr::AlgoMask ScheduledAlgos =
     MaskOf(AlgoId::Crc32) | MaskOf(AlgoId::Md5) | MaskOf(AlgoId::Sha256) | MaskOf(AlgoId::Blake3);
-
-uint64_t FromEnvironment(const char* name, uint64_t usual) {
-  const char* text = std::getenv(name);
-  return text == nullptr ? usual : std::strtoull(text, nullptr, 10);
-}
 
 class Chance {
  public:
@@ -61,8 +56,8 @@ class Chance {
 
 // Runs the schedules, none of which may leave a thread or an open file.
 void RunSchedules(const std::function<void(Chance&)>& schedule) {
-  const uint64_t count = FromEnvironment("SUMWRIGHT_SCHEDULES", UsualSchedules);
-  const uint64_t seed = FromEnvironment("SUMWRIGHT_SEED", UsualSeed);
+  const uint64_t count = swr::testing::NumberFromEnvironment("SUMWRIGHT_SCHEDULES", UsualSchedules);
+  const uint64_t seed = swr::testing::NumberFromEnvironment("SUMWRIGHT_SEED", UsualSeed);
   swr::testing::OwnResources before;
   for (uint64_t i = 0; i < count && !::testing::Test::HasFailure(); ++i) {
     SCOPED_TRACE("schedule of seed " + std::to_string(seed + i));

@@ -1,0 +1,180 @@
+// Files that somebody else cuts, grows or rewrites at a random moment while they are hashed: an
+// outcome without the mark has the digests of the file as it stood, before the change or after it.
+//
+// SUMWRIGHT_CHANGES says how many times each change is made, SUMWRIGHT_CHANGED_MIB how long the
+// long file is, and SUMWRIGHT_SEED with which number chance begins; the test prints it.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <cstdio>
+#include <functional>
+#include <random>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "swr/hash/digest_text.h"
+#include "swr/hash/hash_file.h"
+#include "swr/system/error_codes.h"
+#include "tests/support/run_length.h"
+#include "tests/support/temp_tree.h"
+
+namespace swr::testing {
+namespace {
+
+using std::chrono::microseconds;
+using std::chrono::steady_clock;
+
+constexpr uint64_t UsualChanges = 20;
+constexpr uint64_t UsualMiB = 64;
+constexpr AlgoMask Algos = MaskOf(AlgoId::Xxh128) | MaskOf(AlgoId::Crc32);
+
+enum class Change : uint8_t { Cut, Grow, Rewrite };
+constexpr struct {
+  Change change;
+  const char* name;
+} changes[] = {{Change::Cut, "cut"}, {Change::Grow, "grown"}, {Change::Rewrite, "rewritten"}};
+
+// How often the change came when.
+struct Moments {
+  int before = 0;  // wholly before the file was opened
+  int marked = 0;
+  int after = 0;     // wholly after the end
+  int unmarked = 0;  // at the same time, and yet the file was read as it stood before or after
+};
+
+class ChangingFile {
+ public:
+  ChangingFile(uint64_t size, uint64_t seed) : size_(size), random_(seed) {
+    MakeAnew();
+    const auto start = steady_clock::now();
+    original_ = Hash(HashFile(path_, Algos, {}));
+    duration_ = std::chrono::duration_cast<microseconds>(steady_clock::now() - start);
+  }
+
+  void HashOnceWhile(Change change, Moments& moments) {
+    MakeAnew();
+    const uint64_t position = random_() % size_;
+    const microseconds delay(random_() % static_cast<uint64_t>(duration_.count() * 5 / 4 + 50));
+    std::atomic<bool> begins = false;
+    steady_clock::time_point changeStart;
+    steady_clock::time_point changeEnd;
+    std::thread other([&] {
+      while (!begins) std::this_thread::yield();
+      const auto due = steady_clock::now() + delay;
+      // A sleep would be over late by more than a short file takes.
+      while (steady_clock::now() < due) std::this_thread::yield();
+      changeStart = steady_clock::now();
+      Make(change, position);
+      changeEnd = steady_clock::now();
+    });
+    begins = true;
+    // Now and then the change comes first.
+    if (random_() % 8 == 0) std::this_thread::sleep_for(delay / 2);
+    const auto hashStart = steady_clock::now();
+    const HashOutcome outcome = HashFile(path_, Algos, {});
+    const auto hashEnd = steady_clock::now();
+    other.join();
+
+    EXPECT_EQ(outcome.error, 0u);
+    EXPECT_FALSE(outcome.cancelled);
+    // Nobody writes to the file any more.
+    const HashOutcome again = HashFile(path_, Algos, {});
+    EXPECT_FALSE(again.changed);
+    const std::string changed = Hash(again);
+    EXPECT_NE(changed, original_);
+    const std::string found = Hash(outcome);
+    if (changeEnd < hashStart) {
+      ++moments.before;
+      EXPECT_FALSE(outcome.changed);
+      EXPECT_EQ(found, changed);
+    } else if (changeStart > hashEnd) {
+      ++moments.after;
+      // How long it takes without a change; the first time took longer.
+      duration_ = std::chrono::duration_cast<microseconds>(hashEnd - hashStart);
+      EXPECT_FALSE(outcome.changed);
+      EXPECT_EQ(found, original_);
+    } else if (outcome.changed) {
+      ++moments.marked;
+    } else {
+      ++moments.unmarked;
+      EXPECT_TRUE(found == original_ || found == changed) << found;
+    }
+  }
+
+ private:
+  // Zeros, which take no space, and so long untouched that any write shows in the file's time.
+  void MakeAnew() {
+    WriteBytes(path_, "");
+    ResizeFile(path_, size_);
+    SetModifiedTime(path_, ModifiedTime(path_) - 36'000'000'000);
+  }
+  // One call of the system, so that there is nothing between before and after.
+  void Make(Change change, uint64_t position) {
+    switch (change) {
+      case Change::Cut:
+        ResizeFile(path_, position);
+        break;
+      case Change::Grow:
+        ResizeFile(path_, size_ + 1 + position / 8);
+        break;
+      case Change::Rewrite:
+        OverwriteByte(path_, position, '\xA5');
+        break;
+    }
+  }
+  static std::string Hash(const HashOutcome& outcome) {
+    std::string text;
+    for (const AlgoId id : IdsFromMask(Algos)) {
+      EXPECT_TRUE(outcome.digests[IndexOf(id)].present);
+      text += DigestToHex(outcome.digests[IndexOf(id)], false) + " ";
+    }
+    return text;
+  }
+
+  const uint64_t size_;
+  std::mt19937_64 random_;
+  TempTree tree_;
+  std::u16string path_ = tree_.AddFile(u"changing");
+  std::string original_;
+  microseconds duration_{0};
+};
+
+// Returns how many changes came in time to be marked, of each kind.
+std::vector<int> HashWhileItChanges(uint64_t size, uint64_t rounds) {
+  const uint64_t seed = NumberFromEnvironment("SUMWRIGHT_SEED", 20261121);
+  ChangingFile file(size, seed);
+  std::vector<int> marked;
+  for (const auto& [change, name] : changes) {
+    Moments moments;
+    for (uint64_t i = 0; i < rounds && !::testing::Test::HasFailure(); ++i) {
+      SCOPED_TRACE("seed " + std::to_string(seed) + ", " + name + ", time " + std::to_string(i));
+      file.HashOnceWhile(change, moments);
+    }
+    std::printf(
+        "%llu bytes, %s %llu times, seed %llu: %d marked, %d before, %d after, %d without "
+        "harm\n",
+        static_cast<unsigned long long>(size), name, static_cast<unsigned long long>(rounds),
+        static_cast<unsigned long long>(seed), moments.marked, moments.before, moments.after,
+        moments.unmarked);
+    marked.push_back(moments.marked);
+  }
+  return marked;
+}
+
+TEST(HashFileChangingTest, ALongFileIsMarkedUnlessItWasReadAsItStood) {
+  const std::vector<int> marked =
+      HashWhileItChanges(NumberFromEnvironment("SUMWRIGHT_CHANGED_MIB", UsualMiB) << 20,
+                         NumberFromEnvironment("SUMWRIGHT_CHANGES", UsualChanges));
+  for (const int count : marked) EXPECT_GT(count, 0) << "no change came in time";
+}
+
+// It is read in one go, on one thread, and so fast that most changes come too late.
+TEST(HashFileChangingTest, AShortFileIsMarkedUnlessItWasReadAsItStood) {
+  HashWhileItChanges(600'000, 5 * NumberFromEnvironment("SUMWRIGHT_CHANGES", UsualChanges));
+}
+
+}  // namespace
+}  // namespace swr::testing
