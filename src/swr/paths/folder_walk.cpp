@@ -48,29 +48,53 @@ bool ListDirectory(const std::u16string& folder, const WalkOptions& options,
   return true;
 }
 
-bool WalkFolderLevel(const std::u16string& folder, const std::u16string& prefix,
-                     const std::u16string& pattern, const WalkOptions& options,
-                     const FoundFileCallback& callback) {
+// One folder that is under way. The lengths are those of its path and of its part below the root.
+struct Level {
   std::vector<DirectoryEntry> entries;
-  if (!ListDirectory(folder, options, entries)) return false;
-  for (const DirectoryEntry& entry : entries) {
-    if (options.cancel != nullptr && options.cancel->load(std::memory_order_relaxed)) break;
-    std::u16string path = JoinPath(folder, entry.name);
-    std::u16string relative = JoinPath(prefix, entry.name);
-    if (entry.isDirectory) {
-      if (options.recursive) WalkFolderLevel(path, relative, pattern, options, callback);
-    } else if (pattern.empty() || SystemMatchesPattern(entry.name, pattern)) {
-      callback({.path = std::move(path), .relativePath = std::move(relative), .size = entry.size});
-    }
-  }
-  return true;
-}
+  size_t next = 0;
+  size_t folderLength = 0;
+  size_t prefixLength = 0;
+};
 
 }  // namespace
 
+// The levels are kept here and not on the thread's stack, which a deep enough tree would overrun.
 bool WalkFolder(const std::u16string& root, const WalkOptions& options,
                 const FoundFileCallback& callback, const std::u16string& pattern) {
-  return WalkFolderLevel(root, {}, pattern, options, callback);
+  std::vector<Level> levels;
+  std::u16string folder = root;
+  std::u16string prefix;
+  const auto enter = [&] {
+    Level level{.folderLength = folder.size(), .prefixLength = prefix.size()};
+    if (!ListDirectory(folder, options, level.entries)) return false;
+    levels.push_back(std::move(level));
+    return true;
+  };
+  if (!enter()) return false;
+  while (!levels.empty()) {
+    if (options.cancel != nullptr && options.cancel->load(std::memory_order_relaxed)) break;
+    Level& level = levels.back();
+    folder.resize(level.folderLength);
+    prefix.resize(level.prefixLength);
+    if (level.next == level.entries.size()) {
+      levels.pop_back();
+      continue;
+    }
+    const DirectoryEntry& entry = level.entries[level.next++];
+    std::u16string path = JoinPath(folder, entry.name);
+    std::u16string relative = JoinPath(prefix, entry.name);
+    if (!entry.isDirectory) {
+      if (pattern.empty() || SystemMatchesPattern(entry.name, pattern)) {
+        callback(
+            {.path = std::move(path), .relativePath = std::move(relative), .size = entry.size});
+      }
+    } else if (options.recursive) {
+      folder = std::move(path);
+      prefix = std::move(relative);
+      enter();  // one that can't be listed is passed over
+    }
+  }
+  return true;
 }
 
 }  // namespace swr

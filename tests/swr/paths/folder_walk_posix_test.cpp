@@ -1,7 +1,9 @@
 // Links, and names that only a POSIX system has.
 #include <gtest/gtest.h>
+#include <pthread.h>
 #include <unistd.h>
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -59,6 +61,31 @@ TEST(FolderWalkPosixTest, ReportsALinkToAFileAsAFile) {
   EXPECT_EQ(found[0].size, 0u);
   EXPECT_EQ(found[1].relativePath, u"link");
   EXPECT_EQ(found[1].size, 5u);
+}
+
+// Systems let a tree be made that is deeper than a thread's stack is long.
+TEST(FolderWalkPosixTest, TakesNoMoreStackForADeepTree) {
+  TempTree tree;
+  std::u16string relative;
+  for (int level = 0; level < 900; ++level) relative += u"d/";
+  tree.AddFile(relative + u"file");
+  const auto walk = [](void* root) -> void* {
+    auto* paths = new Names;
+    WalkFolder(*static_cast<const std::u16string*>(root), {},
+               [&](const FoundFile& file) { paths->push_back(file.relativePath); });
+    return paths;
+  };
+  pthread_attr_t attributes;
+  ASSERT_EQ(pthread_attr_init(&attributes), 0);
+  ASSERT_EQ(pthread_attr_setstacksize(&attributes, 128 * 1024), 0);
+  pthread_t thread;
+  auto root = tree.Root();
+  ASSERT_EQ(pthread_create(&thread, &attributes, walk, &root), 0);
+  void* found = nullptr;
+  ASSERT_EQ(pthread_join(thread, &found), 0);
+  pthread_attr_destroy(&attributes);
+  const std::unique_ptr<Names> paths(static_cast<Names*>(found));
+  EXPECT_EQ(*paths, Names{relative + u"file"});
 }
 
 // What can't be told of a link leaves it a file, which then fails by itself if it is none; a link
