@@ -1,0 +1,127 @@
+// Paths at and beyond what systems allow: deep trees, names of 255 units, paths of tens of
+// thousands. What can be read is read; what can't is a row that says so, and the next file follows.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "resources/resource_ids.h"
+#include "swr/paths/path_forms.h"
+#include "tests/support/temp_tree.h"
+#include "tests/support/working_window.h"
+
+namespace app::testing {
+namespace {
+
+using swr::AlgoId;
+using swr::testing::TempTree;
+using Texts = std::vector<std::u16string>;
+
+constexpr size_t LongestName = 255;
+
+struct OddPathsTest : ::testing::Test {
+  OddPathsTest() { window.main.SetAlgoMask(swr::MaskOf(AlgoId::Md5)); }
+  void Add(const Texts& paths) {
+    window.main.AddPaths(paths);
+    EXPECT_TRUE(window.WaitUntilIdle());
+  }
+  Texts Statuses() const {
+    Texts statuses;
+    for (size_t i = 0; i < window.main.rows.size(); ++i) statuses.push_back(window.StatusCell(i));
+    return statuses;
+  }
+
+  TempTree tree;
+  WorkingWindow window;
+};
+
+TEST_F(OddPathsTest, ATreeOfFiveHundredLevels) {
+  std::u16string relative;
+  Texts files;
+  for (int level = 1; level <= 500; ++level) {
+    relative += u"d/";
+    if (level % 250 == 0) files.push_back(tree.AddFile(relative + u"file", "abc"));
+  }
+  Add({tree.Root()});
+  Texts paths;
+  for (const auto& row : window.main.rows) paths.push_back(row->path);
+  EXPECT_EQ(paths, files);
+  EXPECT_EQ(Statuses(), Texts(2, u"Done"));
+}
+
+TEST_F(OddPathsTest, NamesOf255Units) {
+  const std::u16string name(LongestName, u'n');
+  const std::u16string inside = tree.AddFile(name + u"/" + name, "abc");
+  const std::u16string beside = tree.AddFile(u"list.md5", "");
+  Add({tree.Path(name), beside});
+  EXPECT_EQ(Statuses(), (Texts{u"Done", u"Done"}));
+  EXPECT_EQ(window.main.rows[0]->path, inside);
+  EXPECT_EQ(window.main.rows[0]->name, name);
+
+  // There and back again through a list.
+  const std::u16string target = tree.Path(u"out.md5");
+  window.desktop.saveTarget = SaveTarget{target, 0};
+  window.main.OnCommand(ID_SAVE_CHECKSUMS);
+  EXPECT_TRUE(window.desktop.messages.empty());
+  window.main.ClearList();
+  window.main.VerifyChecksumFile(target);
+  EXPECT_TRUE(window.WaitUntilIdle());
+  EXPECT_EQ(Statuses(), (Texts{u"OK (MD5)", u"OK (MD5)"}));
+}
+
+TEST_F(OddPathsTest, PathsThatAreTooLong) {
+  const std::u16string last = tree.AddFile(u"last", "abc");
+  for (const size_t units : {5'000u, 32'000u, 32'766u, 32'767u, 32'768u, 40'000u, 200'000u}) {
+    for (const size_t step : {size_t{2}, size_t{200}, units}) {
+      SCOPED_TRACE(std::to_string(units) + " units in steps of " + std::to_string(step));
+      const std::u16string separator = swr::JoinPath(u"x", u"y").substr(1, 1);
+      std::u16string path = tree.Root() + separator;
+      path.reserve(units);
+      while (path.size() < units) {
+        const bool isSeparator = path.size() % step == 0 && path.size() + 1 < units;
+        path += isSeparator && path.back() != separator[0] ? separator[0] : u'n';
+      }
+      window.main.ClearList();
+      Add({path, last});
+      ASSERT_EQ(window.main.rows.size(), 2u);
+      EXPECT_EQ(window.main.rows[0]->path, path);
+      EXPECT_EQ(window.main.rows[0]->status, RowStatus::Failed);
+      EXPECT_NE(window.main.rows[0]->error, 0u);
+      EXPECT_NE(window.StatusCell(0), u"");
+      EXPECT_EQ(window.StatusCell(1), u"Done");
+      EXPECT_TRUE(window.desktop.messages.empty());
+    }
+  }
+}
+
+TEST_F(OddPathsTest, AListThatNamesAFileTooFarAway) {
+  tree.AddFile(u"good", "abc");
+  const std::string line = "900150983cd24fb0d6963f7d28e17f72  ";
+  const std::u16string list =
+      tree.AddFile(u"list.md5", line + std::string(32'000, 'n') + "\n" + line + "good\n" + line +
+                                    "../../" + std::string(70'000, 'x') + "/y\n");
+  window.main.VerifyChecksumFile(list);
+  EXPECT_TRUE(window.WaitUntilIdle());
+  ASSERT_EQ(window.main.rows.size(), 3u);
+  EXPECT_EQ(window.main.rows[0]->status, RowStatus::Failed);
+  EXPECT_EQ(window.StatusCell(1), u"OK (MD5)");
+  EXPECT_EQ(window.main.rows[2]->status, RowStatus::Failed);
+  EXPECT_EQ(window.Result().kind, ResultKind::Bad);
+}
+
+TEST_F(OddPathsTest, AListWhoseOwnPathIsTooLong) {
+  const std::u16string path = swr::JoinPath(tree.Root(), std::u16string(32'000, u'n'));
+  window.main.VerifyChecksumFile(path);
+  ASSERT_EQ(window.desktop.messages.size(), 1u);
+  EXPECT_EQ(window.desktop.messages[0].mainInstruction, u"The checksum file can't be read.");
+  window.desktop.messages.clear();
+
+  Add({tree.AddFile(u"file", "abc")});
+  window.desktop.saveTarget = SaveTarget{path, 0};
+  window.main.OnCommand(ID_SAVE_CHECKSUMS);
+  ASSERT_EQ(window.desktop.messages.size(), 1u);
+  EXPECT_EQ(window.desktop.messages[0].mainInstruction, u"The checksums couldn't be saved.");
+}
+
+}  // namespace
+}  // namespace app::testing
