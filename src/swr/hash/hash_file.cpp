@@ -41,7 +41,8 @@ struct ConsumerContext {
   std::condition_variable chunkReady;  // all hashers want each chunk: notify all
   std::condition_variable slotFree;    // only the reader waits: notify one
   uint64_t published = 0;              // chunks handed to the hashing threads so far
-  bool stop = false;                   // no further chunk will come
+  // No digest is wanted any more, of what was published either. Written under `mutex`.
+  std::atomic<bool> stop = false;
   std::array<RingSlot, RingLength> slots;
   HasherList& hashers;
 };
@@ -87,12 +88,13 @@ void Prefetch(const std::byte* data, uint32_t size) {
 
 // Another core has written the chunk, and fetching it from there line by line would cost a fast
 // algorithm a third of its speed. So each stretch is asked for while the one before is digested.
-// The stretches are long enough for the widest variants of BLAKE3.
-void Update(Hasher& hasher, const RingSlot& slot) {
+// The stretches are long enough for the widest variants of BLAKE3. A stop is seen between two of
+// them: slow algorithms take long for a whole chunk.
+void Update(Hasher& hasher, const RingSlot& slot, const std::atomic<bool>& stop) {
   constexpr uint32_t stretch = 16384;
   const std::byte* data = slot.data.get();
   uint32_t left = slot.length;
-  while (left > 0) {
+  while (left > 0 && !stop.load(std::memory_order_relaxed)) {
     const uint32_t size = std::min(left, stretch);
     left -= size;
     Prefetch(data + size, std::min(left, stretch));
@@ -107,12 +109,11 @@ void ConsumerMain(ConsumerContext& context, size_t index) {
   for (uint64_t i = 0;; ++i) {
     std::unique_lock lock(context.mutex);
     context.chunkReady.wait(lock, [&] { return context.published > i || context.stop; });
-    // Stop ends a thread only when it has caught up.
-    if (context.published <= i) return;
+    if (context.stop) return;
     RingSlot& slot = context.slots[i % RingLength];
     lock.unlock();
 
-    Update(hasher, slot);
+    Update(hasher, slot, context.stop);
     const bool last = slot.last;
 
     lock.lock();
