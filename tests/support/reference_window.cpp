@@ -17,16 +17,6 @@ std::u16string Number(uint64_t value) {
 
 std::u16string Name(AlgoId id) { return std::u16string(swr::GetAlgo(id).name); }
 
-std::u16string Hex(const DigestBytes& bytes, bool uppercase) {
-  const std::u16string_view digits = uppercase ? u"0123456789ABCDEF" : u"0123456789abcdef";
-  std::u16string text;
-  for (const uint8_t byte : bytes) {
-    text += digits[byte / 16];
-    text += digits[byte % 16];
-  }
-  return text;
-}
-
 std::u16string Names(const std::vector<AlgoId>& algos, const std::u16string& word) {
   std::u16string text = Name(algos.front());
   for (size_t i = 1; i < algos.size(); ++i) {
@@ -36,11 +26,49 @@ std::u16string Names(const std::vector<AlgoId>& algos, const std::u16string& wor
   return text;
 }
 
+// As the details tell it: to the byte where the short form rounds.
+std::u16string ExactSize(uint64_t bytes) {
+  std::u16string text = swr::FormatSize(bytes);
+  if (bytes < 1024) return text;
+  std::u16string digits = Number(bytes);
+  for (size_t place = digits.size(); place > 3;) digits.insert(place -= 3, u",");
+  return text + u" (" + digits + u" bytes)";
+}
+
 bool IsMissing(const ReferenceFileRow& row) {
   return row.status == RowStatus::Failed && (row.error == 2 || row.error == 3);
 }
 
 }  // namespace
+
+std::vector<AlgoId> ReferenceAlgosOfSize(size_t bytes) {
+  switch (bytes) {
+    case 4:
+      return {AlgoId::Crc32};
+    case 8:
+      return {AlgoId::Xxh64, AlgoId::Xxh3_64};
+    case 16:
+      return {AlgoId::Md5, AlgoId::Xxh128, AlgoId::Md4, AlgoId::Md2};
+    case 20:
+      return {AlgoId::Sha1};
+    case 32:
+      return {AlgoId::Sha256, AlgoId::Sha3_256, AlgoId::Blake3};
+    case 48:
+      return {AlgoId::Sha384, AlgoId::Sha3_384};
+    default:
+      return {AlgoId::Sha512, AlgoId::Sha3_512};
+  }
+}
+
+std::u16string ReferenceHex(const DigestBytes& bytes, bool uppercase) {
+  const std::u16string_view digits = uppercase ? u"0123456789ABCDEF" : u"0123456789abcdef";
+  std::u16string text;
+  for (const uint8_t byte : bytes) {
+    text += digits[byte / 16];
+    text += digits[byte % 16];
+  }
+  return text;
+}
 
 ReferenceWindow::Judgement ReferenceWindow::Judge(const ReferenceFileRow& row,
                                                   const ReferenceClaim& claim) {
@@ -378,15 +406,15 @@ std::u16string ReferenceWindow::OneRowDetails(const ReferenceFileRow& row) const
   if (row.status == RowStatus::Failed) {
     text += u"\r\nError:\t" + swr::FormatErrorText(row.error) + u".";
   } else {
-    text += u"\r\nSize:\t" + swr::FormatSize(row.size);
+    text += u"\r\nSize:\t" + ExactSize(row.size);
     if (!row.modified.empty()) text += u"\r\nModified:\t" + row.modified;
     for (const auto& [id, bytes] : row.digests) {
-      text += u"\r\n" + Name(id) + u":\t" + Hex(bytes, uppercase);
+      text += u"\r\n" + Name(id) + u":\t" + ReferenceHex(bytes, uppercase);
     }
     text += u"\r\nSignature:\t" + row.signature;
   }
   if (row.listed) {
-    text += u"\r\nExpected:\t" + Hex(row.listed->bytes, uppercase) + u" (" + row.checksumFile +
+    text += u"\r\nExpected:\t" + ReferenceHex(row.listed->bytes, uppercase) + u" (" + row.checksumFile +
             u", line " + Number(row.checksumLine) + u")";
   }
   return text;

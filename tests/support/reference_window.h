@@ -22,6 +22,10 @@ namespace app::testing {
 using DigestBytes = std::vector<uint8_t>;
 using AlgoSet = std::set<swr::AlgoId>;
 
+// The algorithms that a digest of this length may belong to, in the order of trial.
+std::vector<swr::AlgoId> ReferenceAlgosOfSize(size_t bytes);
+std::u16string ReferenceHex(const DigestBytes& bytes, bool uppercase);
+
 // A digest that somebody claims, and the algorithms that it may belong to in the order of trial.
 struct ReferenceClaim {
   DigestBytes bytes;

@@ -1,5 +1,6 @@
 #include "tests/ui/process_resources_win.h"
 
+#include <psapi.h>
 #include <winternl.h>
 
 #include <cstddef>
@@ -52,6 +53,15 @@ ProcessResources CountResources(HANDLE process) {
   return {.handles = swr::testing::CountHandles(GetProcessId(process)),
           .gdiObjects = CountGdiObjects(process),
           .userObjects = GetGuiResources(process, GR_USEROBJECTS)};
+}
+
+ProcessMemory MeasureMemory(HANDLE process) {
+  PROCESS_MEMORY_COUNTERS_EX counters = {};
+  if (!GetProcessMemoryInfo(process, reinterpret_cast<PROCESS_MEMORY_COUNTERS*>(&counters),
+                            sizeof counters)) {
+    throw std::runtime_error("the memory of the process can't be measured");
+  }
+  return {.workingSet = counters.WorkingSetSize, .privateBytes = counters.PrivateUsage};
 }
 
 }  // namespace app::testing

@@ -13,7 +13,13 @@ struct ProcessResources {
   uint32_t userObjects = 0;  // 0 under Wine, which does not say
 };
 
-// The process must be open for reading. Throws std::runtime_error when nothing can be counted.
+struct ProcessMemory {
+  uint64_t workingSet = 0;    // bytes
+  uint64_t privateBytes = 0;  // that no other process shares
+};
+
+// The process must be open for reading. Both throw std::runtime_error when nothing can be counted.
 ProcessResources CountResources(HANDLE process);
+ProcessMemory MeasureMemory(HANDLE process);
 
 }  // namespace app::testing

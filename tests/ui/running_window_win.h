@@ -137,6 +137,8 @@ class RunningWindow {
   // Takes an entry of the menu that has popped up.
   void ChooseFromMenu(uint32_t id) const;
 
+  // Returns when all messages that were posted so far have been handled.
+  void WaitForPostedMessages() const;
   // Waits until no row is waiting or being hashed and the status line shows no progress.
   void WaitUntilIdle() const;
   // Returns when the window answers a message.
@@ -145,13 +147,14 @@ class RunningWindow {
   bool TakesInput() const { return IsWindowEnabled(window_) != FALSE; }
 
   ProcessResources Resources() const { return CountResources(process_.Handle()); }
+  ProcessMemory Memory() const { return MeasureMemory(process_.Handle()); }
 
   // The end: the exit code.
   int Close();
+  bool HasEnded() const { return process_.HasEnded(); }
   int WaitForEnd() const { return process_.WaitForEnd(); }
 
  private:
-  void WaitForPostedMessages() const;
   std::vector<MenuItem> ItemsOf(uint64_t menu) const;
   int ColumnOf(const std::u16string& heading) const;
   bool HasUnfinishedRow() const;

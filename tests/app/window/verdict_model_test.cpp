@@ -29,26 +29,6 @@ constexpr size_t NameCount = 7;
 constexpr const char16_t* Names[NameCount] = {u"f0", u"f1", u"f2", u"f3", u"f4", u"m0", u"m1"};
 constexpr uint64_t Sizes[FileCount] = {1, 1, 2, 3, 1};
 
-// The algorithms that a digest of this length may belong to, in the order of trial.
-std::vector<AlgoId> AlgosOfSize(size_t bytes) {
-  switch (bytes) {
-    case 4:
-      return {AlgoId::Crc32};
-    case 8:
-      return {AlgoId::Xxh64, AlgoId::Xxh3_64};
-    case 16:
-      return {AlgoId::Md5, AlgoId::Xxh128, AlgoId::Md4, AlgoId::Md2};
-    case 20:
-      return {AlgoId::Sha1};
-    case 32:
-      return {AlgoId::Sha256, AlgoId::Sha3_256, AlgoId::Blake3};
-    case 48:
-      return {AlgoId::Sha384, AlgoId::Sha3_384};
-    default:
-      return {AlgoId::Sha512, AlgoId::Sha3_512};
-  }
-}
-
 swr::AlgoMask MaskOfSet(const AlgoSet& algos) {
   swr::AlgoMask mask = 0;
   for (const AlgoId id : algos) mask |= swr::MaskOf(id);
@@ -209,7 +189,7 @@ class RandomRun {
         claim.algos = {algo};
         text += swr::Utf8ToWide(swr::GetAlgo(algo).upperTag) + u" (" + row.name + u") = " + hex;
       } else {
-        claim.algos = AlgosOfSize(claim.bytes.size());
+        claim.algos = ReferenceAlgosOfSize(claim.bytes.size());
         text += hex + u"  " + row.name;
       }
       text += u"\n";
@@ -283,7 +263,7 @@ class RandomRun {
       ReferenceClaim claim = {.bytes = DigestOf(algo, fill)};
       text = FilledHex(claim.bytes.size(), fill);
       claim.isNamed = OneIn(3);
-      claim.algos = claim.isNamed ? std::vector{algo} : AlgosOfSize(claim.bytes.size());
+      claim.algos = claim.isNamed ? std::vector{algo} : ReferenceAlgosOfSize(claim.bytes.size());
       if (OneIn(2) || claim.isNamed) claim.fileName = Names[Pick(NameCount)];
       if (claim.isNamed) {
         text =

@@ -1,0 +1,323 @@
+#include "tests/ui/long_run/comparison.h"
+
+#include <algorithm>
+#include <map>
+#include <utility>
+
+#include "swr/text/display_text.h"
+#include "swr/text/encoding.h"
+
+namespace app::testing {
+namespace {
+
+using swr::AlgoId;
+using Texts = std::vector<std::u16string>;
+
+constexpr size_t NameColumn = 0;
+constexpr size_t FolderColumn = 1;
+constexpr size_t SizeColumn = 2;
+constexpr size_t FirstDigestColumn = 3;
+
+std::string Utf8(const std::u16string& text) { return swr::WideToUtf8(text); }
+
+void Expect(const std::string& what, const std::u16string& seen, const std::u16string& expected) {
+  if (seen == expected) return;
+  throw Disagreement(what + "\n  is:         " + Utf8(seen) + "\n  instead of: " + Utf8(expected));
+}
+
+void Require(bool holds, const std::string& what) {
+  if (!holds) throw Disagreement(what);
+}
+
+// The value behind this label in the details, or nothing.
+std::optional<std::u16string> Detail(const std::u16string& details, const std::u16string& label) {
+  const std::u16string mark = u"\r\n" + label + u":\t";
+  const size_t start = details.find(mark);
+  if (start == details.npos) return std::nullopt;
+  const size_t end = details.find(u"\r\n", start + 2);
+  const size_t value = start + mark.size();
+  return details.substr(value, end == details.npos ? end : end - value);
+}
+
+// Which row of its file this is: "(list, line 3)", or nothing.
+std::u16string PlaceInList(const ModelRow& row) {
+  if (!row.listed) return {};
+  const std::string line = std::to_string(row.checksumLine);
+  return u"(" + row.checksumFile + u", line " + std::u16string(line.begin(), line.end()) + u")";
+}
+std::u16string PlaceInList(const SeenRow& seen) {
+  const std::u16string expected = Detail(seen.details, u"Expected").value_or(u"");
+  return expected.empty() ? u"" : expected.substr(expected.find(u'('));
+}
+
+std::optional<DigestBytes> FromHex(const std::u16string& text) {
+  DigestBytes bytes;
+  for (size_t i = 0; i + 1 < text.size(); i += 2) {
+    bytes.push_back(static_cast<uint8_t>(std::stoi(Utf8(text.substr(i, 2)), nullptr, 16)));
+  }
+  return bytes;
+}
+
+// "1.5 MB (1,572,864 bytes)", "17 bytes".
+uint64_t ExactSizeOf(const std::u16string& text) {
+  uint64_t size = 0;
+  for (const char16_t unit : text.substr(text.find(u'(') == text.npos ? 0 : text.find(u'('))) {
+    if (unit >= u'0' && unit <= u'9') size = size * 10 + (unit - u'0');
+  }
+  return size;
+}
+
+// One row of the model against what is seen of it.
+class RowCheck {
+ public:
+  RowCheck(const WindowModel& model, ModelRow& row, const SeenRow& seen)
+      : model_(model), row_(row), seen_(seen), file_(model.FileOf(row)) {}
+
+  // The row as the judge is to see it.
+  ReferenceFileRow Learn() {
+    judged_.path = file_.path;
+    judged_.name = file_.name;
+    judged_.folder = file_.folder;
+    judged_.modified = row_.modified;
+    judged_.listed = row_.listed;
+    judged_.checksumFile = row_.checksumFile;
+    judged_.checksumLine = row_.checksumLine;
+    judged_.signature = Detail(seen_.details, u"Signature").value_or(u"");
+    if (IsSeenFailed()) {
+      LearnFailure();
+    } else {
+      LearnDigests();
+    }
+    judged_.digests = row_.digests;
+    judged_.size = row_.size;
+    return judged_;
+  }
+
+  std::string Place() const { return "row of " + Utf8(file_.path); }
+
+ private:
+  const std::u16string& Status() const { return seen_.cells.back(); }
+  std::vector<FileState> States() const {
+    return {file_.states.begin() + static_cast<std::ptrdiff_t>(row_.firstState),
+            file_.states.end()};
+  }
+  static std::u16string FailureText(uint32_t error) {
+    return error == 2 ? u"Missing" : swr::FormatErrorText(error);
+  }
+
+  // Whether the row may and does say that it could not be read.
+  bool IsSeenFailed() {
+    if (row_.error != 0) return true;
+    if (std::ranges::includes(KeysOf(row_.digests), row_.asked)) return false;
+    for (const FileState& state : States()) {
+      if (state.error == 0 || Status() != FailureText(state.error)) continue;
+      row_.error = state.error;
+      for (const FileState& other : States()) {
+        row_.isSizeUnknown = row_.isSizeUnknown || other.isTorn ||
+                             (other.content != nullptr && other.content->size != row_.size);
+      }
+      return true;
+    }
+    return false;
+  }
+
+  static AlgoSet KeysOf(const std::map<AlgoId, DigestBytes>& digests) {
+    AlgoSet keys;
+    for (const auto& [id, bytes] : digests) keys.insert(id);
+    return keys;
+  }
+
+  // Details of such a row show no digests, and nothing depends on them but their columns.
+  void LearnFailure() {
+    judged_.status = RowStatus::Failed;
+    judged_.error = row_.error;
+    size_t column = FirstDigestColumn;
+    for (const AlgoId id : model_.selectedAlgos) {
+      const std::u16string& cell = seen_.cells[column++];
+      if (!cell.empty() && !row_.digests.contains(id)) LearnDigest(id, cell);
+    }
+  }
+
+  void LearnDigests() {
+    const size_t before = row_.digests.size();
+    for (const swr::AlgoInfo& info : swr::AllAlgos()) {
+      const auto seen = Detail(seen_.details, std::u16string(info.name));
+      if (seen && !row_.digests.contains(info.id)) LearnDigest(info.id, *seen);
+    }
+    if (row_.digests.size() > before) LearnSize();
+    AlgoSet wanted = model_.selectedAlgos;
+    if (row_.listed) wanted.insert(row_.listed->algos.begin(), row_.listed->algos.end());
+    const bool hasAll = std::ranges::includes(KeysOf(row_.digests), wanted);
+    // An attempt that failed takes back what was asked for; a later one may have gone well.
+    const bool mayHaveFailed =
+        std::ranges::any_of(States(), [](const FileState& state) { return state.error != 0; });
+    if (mayHaveFailed && !hasAll) row_.mayLack = true;
+    Require(hasAll || row_.mayLack, Place() + " lacks digests: " + Utf8(seen_.details));
+    row_.mayLack = row_.mayLack && !hasAll;
+
+    const bool isCancelled = Status() == u"Cancelled";
+    Require(!isCancelled || row_.mayBeCancelled, Place() + " was not cancelled");
+    row_.mayBeCancelled = isCancelled;
+    judged_.status = isCancelled ? RowStatus::Cancelled : RowStatus::Done;
+    constexpr std::u16string_view changedText = u"Done, but the file changed while it was read";
+    judged_.changed = row_.mayBeChanged && Status() == changedText;
+    // Where no verdict stands in its place, the row says whether it knows of a change.
+    if (Status() == u"Done") row_.mayBeChanged = false;
+  }
+
+  // A digest that was not there before is that of a content that the file had meanwhile.
+  void LearnDigest(AlgoId id, const std::u16string& hex) {
+    const std::string name = Utf8(std::u16string(swr::GetAlgo(id).name));
+    Require(row_.asked.contains(id), Place() + ": nobody asked for its " + name);
+    const DigestBytes bytes = *FromHex(hex);
+    bool isRight = false;
+    for (const FileState& state : States()) {
+      if (state.isTorn) row_.mayBeChanged = true;
+      isRight = isRight || state.isTorn ||
+                (state.content != nullptr && state.content->digests.at(id) == bytes);
+    }
+    Require(isRight, Place() + " has a wrong " + name + ": " + Utf8(hex));
+    row_.digests[id] = bytes;
+  }
+
+  void LearnSize() {
+    const uint64_t seen = ExactSizeOf(Detail(seen_.details, u"Size").value_or(u""));
+    const auto states = States();
+    const bool isRight = std::ranges::any_of(states, [&](const FileState& state) {
+      return state.isTorn || (state.content != nullptr && state.content->size == seen);
+    });
+    Require(isRight, Place() + " has a wrong size: " + Utf8(seen_.details));
+    row_.size = seen;
+  }
+
+  const WindowModel& model_;
+  ModelRow& row_;
+  const SeenRow& seen_;
+  const WorldFile& file_;
+  ReferenceFileRow judged_;
+};
+
+bool MatchesBox(const ReferenceFileRow& row, const ReferenceClaim& claim) {
+  return row.status != RowStatus::Failed && std::ranges::any_of(claim.algos, [&](AlgoId id) {
+    const auto digest = row.digests.find(id);
+    return digest != row.digests.end() && digest->second == claim.bytes;
+  });
+}
+
+// A value that no row has was looked for in every row with every algorithm that it may be of.
+void CheckSearch(const ReferenceWindow& judge) {
+  if (!judge.box.claim) return;
+  const ReferenceClaim& claim = *judge.box.claim;
+  const auto isMatch = [&](const ReferenceFileRow& row) { return MatchesBox(row, claim); };
+  if (std::ranges::any_of(judge.rows, isMatch)) return;
+  for (const ReferenceFileRow& row : judge.rows) {
+    if (row.status != RowStatus::Done) continue;
+    for (const AlgoId id : claim.algos) {
+      Require(row.digests.contains(id),
+              "the expected hash was not looked for in " + Utf8(row.path));
+    }
+  }
+}
+
+Texts HeadingsOf(const WindowModel& model) {
+  Texts headings = {u"Name", u"Folder", u"Size"};
+  for (const AlgoId id : model.selectedAlgos) headings.emplace_back(swr::GetAlgo(id).name);
+  headings.push_back(u"Status");
+  return headings;
+}
+
+void CheckSums(const WindowModel& model, ReferenceWindow& judge, const SeenWindow& seen) {
+  const auto isUnknown = [](const ModelRow& row) { return row.isSizeUnknown; };
+  if (std::ranges::any_of(model.rows, isUnknown)) return;
+  uint64_t total = 0;
+  for (const ReferenceFileRow& row : judge.rows) total += row.size;
+  const size_t count = judge.rows.size();
+  const std::string number = std::to_string(count) + (count == 1 ? " file, " : " files, ");
+  Expect("the status line", seen.statusLine,
+         count == 0 ? u"" : swr::Utf8ToWide(number) + swr::FormatSize(total));
+  if (count < 2) return;
+  for (size_t i = 0; i < count; ++i) judge.selection.insert(i);
+  Expect("the details of all rows", seen.detailsOfAll, judge.Details());
+}
+
+}  // namespace
+
+std::u16string ReferenceCell(const ReferenceWindow& judge, const ReferenceFileRow& row,
+                             const std::u16string& heading) {
+  if (heading == u"Name") return row.name;
+  if (heading == u"Folder") return row.folder;
+  if (heading == u"Size") {
+    return row.status == RowStatus::Failed ? u"" : swr::FormatSize(row.size);
+  }
+  if (heading == u"Status") return judge.StatusCell(row);
+  for (const auto& [id, bytes] : row.digests) {
+    if (heading == swr::GetAlgo(id).name) return ReferenceHex(bytes, judge.uppercase);
+  }
+  return {};
+}
+
+void TakeOrder(WindowModel& model, const std::vector<SeenRow>& seen) {
+  if (model.isOrderKnown) return;
+  using Key = std::pair<std::u16string, std::u16string>;
+  std::map<std::u16string, size_t> rowsOfFile;
+  for (const ModelRow& row : model.rows) ++rowsOfFile[model.FileOf(row).path];
+  std::map<Key, size_t> places;
+  for (size_t i = 0; i < model.rows.size(); ++i) {
+    const std::u16string& path = model.FileOf(model.rows[i]).path;
+    places[{path, rowsOfFile[path] > 1 ? PlaceInList(model.rows[i]) : u""}] = i;
+  }
+  std::vector<ModelRow> ordered;
+  for (const SeenRow& row : seen) {
+    const std::u16string path = row.cells[FolderColumn] + u"\\" + row.cells[NameColumn];
+    const auto place = places.find({path, rowsOfFile[path] > 1 ? PlaceInList(row) : u""});
+    Require(place != places.end(), "there is no reason for a row of " + Utf8(path));
+    ordered.push_back(model.rows[place->second]);
+    places.erase(place);
+  }
+  Require(places.empty(), "a row is not there: " + (places.empty() ? "" : Utf8(places.begin()->first.first)));
+  model.rows = std::move(ordered);
+  model.isOrderKnown = true;
+}
+
+ReferenceWindow Compare(WindowModel& model, const SeenWindow& seen) {
+  Require(seen.rows.size() == model.rows.size(),
+          "there are " + std::to_string(seen.rows.size()) + " rows instead of " +
+              std::to_string(model.rows.size()));
+  Require(seen.headings == HeadingsOf(model), "the columns are others");
+  std::vector<int> marks(seen.headings.size(), 0);
+  if (model.sortColumn) marks[*model.sortColumn] = model.sortDescending ? -1 : 1;
+  Require(seen.sortMarks == marks, "the headings are marked otherwise");
+  TakeOrder(model, seen.rows);
+
+  ReferenceWindow judge;
+  judge.box = model.box;
+  judge.selectedAlgos = model.selectedAlgos;
+  judge.uppercase = model.uppercase;
+  for (size_t i = 0; i < model.rows.size(); ++i) {
+    RowCheck check(model, model.rows[i], seen.rows[i]);
+    Expect("the name in row " + std::to_string(i), seen.rows[i].cells[NameColumn],
+           model.FileOf(model.rows[i]).name);
+    Expect("the folder of the " + check.Place(), seen.rows[i].cells[FolderColumn],
+           model.FileOf(model.rows[i]).folder);
+    judge.rows.push_back(check.Learn());
+  }
+  for (size_t i = 0; i < judge.rows.size(); ++i) {
+    const std::string place = " in the row of " + Utf8(judge.rows[i].path);
+    for (size_t column = SizeColumn; column < seen.headings.size(); ++column) {
+      Expect(Utf8(seen.headings[column]) + place, seen.rows[i].cells[column],
+             ReferenceCell(judge, judge.rows[i], seen.headings[column]));
+    }
+    judge.selection = {i};
+    Expect("the details" + place, seen.rows[i].details, judge.Details());
+  }
+  judge.selection.clear();
+  CheckSearch(judge);
+  Expect("the result line", seen.resultLine, judge.Line().text);
+  Expect("the details of no row", seen.detailsOfNone, judge.Details());
+  CheckSums(model, judge, seen);
+  judge.selection.clear();
+  model.isAtRest = true;
+  return judge;
+}
+
+}  // namespace app::testing

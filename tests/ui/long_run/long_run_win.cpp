@@ -1,0 +1,196 @@
+// Uses the real window at random for a long time:
+//   long_run.exe SUMWRIGHT.EXE [--minutes N] [--seed N]
+// See usageText below for what is done and what is told in the end.
+#include "swr/system/windows_api_win.h"
+
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <deque>
+#include <exception>
+#include <string>
+
+#include "tests/ui/long_run/dice.h"
+#include "tests/ui/long_run/file_world_win.h"
+#include "tests/ui/long_run/hang_probe_win.h"
+#include "tests/ui/long_run/random_user_win.h"
+#include "tests/ui/long_run/resource_series.h"
+#include "tests/ui/running_window_win.h"
+
+namespace app::testing {
+namespace {
+
+using std::chrono::milliseconds;
+using std::chrono::steady_clock;
+
+constexpr char usageText[] =
+    "long_run.exe SUMWRIGHT.EXE [--minutes N] [--seed N]\n"
+    "\n"
+    "Uses the window at random: drops, removes, cancels, sorts, verifies, clears, changes\n"
+    "algorithms, options, size and DPI, opens dialogs and menus, starts the program again, and\n"
+    "changes files behind its back. Every few dozen actions it waits until the window is at rest and\n"
+    "compares all rows, columns, details, lines and some colours with what a slow judge says. Each\n"
+    "time it has cleared the list it measures what the program holds of the system.\n"
+    "\n"
+    "Ends with 1 when the window disagrees with the judge, crashes, gives no answer for 2 seconds,\n"
+    "or holds more in the end than in the beginning. A seed chooses the same actions again; how far\n"
+    "the hashing has come at each of them is left to the machine.\n"
+    "\n"
+    "  --minutes N   how long; 2 by default\n"
+    "  --seed N      where chance begins; 20261121 by default\n";
+
+constexpr milliseconds LongestAnswer{2000};
+constexpr size_t LoggedActions = 60;
+
+struct Options {
+  double minutes = 2;
+  uint32_t seed = 20261121;
+};
+
+// What was done last, for whoever has to find out what went wrong.
+class ActionLog {
+ public:
+  explicit ActionLog(uint32_t seed) : seed_(seed) {}
+
+  void Add(std::string action) {
+    actions_.push_back(std::to_string(++count_) + " " + std::move(action));
+    if (actions_.size() > LoggedActions) actions_.pop_front();
+  }
+  size_t Count() const { return count_; }
+  void Print() const {
+    std::printf("The last actions, with --seed %u:\n", seed_);
+    for (const std::string& action : actions_) std::printf("  %s\n", action.c_str());
+    std::fflush(stdout);
+  }
+
+ private:
+  uint32_t seed_;
+  size_t count_ = 0;
+  std::deque<std::string> actions_;
+};
+
+ResourceSample Measure(const RunningWindow& window) {
+  const ProcessResources resources = window.Resources();
+  const ProcessMemory memory = window.Memory();
+  return {.handles = resources.handles,
+          .gdiObjects = resources.gdiObjects,
+          .userObjects = resources.userObjects,
+          .workingSet = memory.workingSet,
+          .privateBytes = memory.privateBytes};
+}
+
+class LongRun {
+ public:
+  explicit LongRun(const Options& options)
+      : options_(options), dice_(options.seed), world_(dice_), log_(options.seed) {}
+
+  // The exit code.
+  int Run() {
+    std::printf("long run: seed %u, %g minutes\n", options_.seed, options_.minutes);
+    std::fflush(stdout);
+    try {
+      const auto start = steady_clock::now();
+      const std::chrono::duration<double> length(options_.minutes * 60);
+      for (size_t rounds = 0; steady_clock::now() - start < length; ++rounds) {
+        Round();
+        if (rounds % 10 == 9) std::fflush(stdout);
+      }
+      if (window_.Close() != 0) return Fail("the program ends with an error");
+    } catch (const std::exception& failure) {
+      return Fail(failure.what());
+    }
+    const bool isGood = Summarize();
+    return isGood ? 0 : 1;
+  }
+
+ private:
+  // Some actions, and then one or both of the things that want a window at rest.
+  void Round() {
+    for (size_t actions = 10 + dice_.Pick(40); actions > 0; --actions) {
+      log_.Add(user_.Act());
+      if (window_.HasEnded()) throw std::runtime_error("the program has ended");
+    }
+    rows_ += user_.CompareAll();
+    ++comparisons_;
+    if (!dice_.OneIn(3)) return;
+    user_.ClearAll();
+    log_.Add("cleared to measure");
+    resources_.Add(Measure(window_));
+  }
+
+  int Fail(const char* why) {
+    std::printf("FAILED: %s\n", why);
+    if (window_.HasEnded()) std::printf("the program has ended, code %d\n", window_.WaitForEnd());
+    log_.Print();
+    std::printf("  then: %s\n", user_.Doing().c_str());
+    Summarize();
+    return 1;
+  }
+
+  bool Summarize() const {
+    std::printf("seed %u, %g minutes\n", options_.seed, options_.minutes);
+    std::printf("%zu actions\n", log_.Count());
+    for (const auto& [name, count] : user_.Counts()) {
+      std::printf("  %zu %s\n", count, name.c_str());
+    }
+    std::printf("%zu comparisons of all rows, %zu rows in all\n", comparisons_, rows_);
+    std::printf("longest time to an answer: %d ms, of %zu questions; the machine alone: %d ms\n",
+                static_cast<int>(probe_.LongestAnswer().count()), probe_.Questions(),
+                static_cast<int>(probe_.LongestPause().count()));
+    const ResourceSeries::Verdict verdict = resources_.Judge();
+    std::printf("after Clear List, %zu times:\n%s", resources_.Count(), verdict.text.c_str());
+    const bool hung = probe_.LongestAnswer() > LongestAnswer;
+    if (hung) std::printf("FAILED: the window gave no answer for too long\n");
+    if (verdict.hasGrown) std::printf("FAILED: the program holds more and more\n");
+    std::fflush(stdout);
+    return !hung && !verdict.hasGrown;
+  }
+
+  Options options_;
+  Dice dice_;
+  FileWorld world_;
+  ActionLog log_;
+  RunningWindow window_;
+  RandomUser user_{dice_, world_, window_};
+  ResourceSeries resources_;
+  size_t comparisons_ = 0;
+  size_t rows_ = 0;
+  HangProbe probe_{window_.Handle(), LongestAnswer, [] {
+                     std::printf("the window has given no answer for 2 seconds\n");
+                     std::fflush(stdout);
+                   }};
+};
+
+}  // namespace
+}  // namespace app::testing
+
+int main(int argumentCount, char** arguments) {
+  app::testing::Options options;
+  std::string program;
+  for (int i = 1; i < argumentCount; ++i) {
+    const std::string argument = arguments[i];
+    const bool hasValue = i + 1 < argumentCount;
+    if (argument == "--minutes" && hasValue) {
+      options.minutes = std::atof(arguments[++i]);
+    } else if (argument == "--seed" && hasValue) {
+      options.seed = static_cast<uint32_t>(std::strtoul(arguments[++i], nullptr, 10));
+    } else if (program.empty() && argument.front() != '-') {
+      program = argument;
+    } else {
+      std::fputs(app::testing::usageText, argument == "--help" ? stdout : stderr);
+      return argument == "--help" ? 0 : 2;
+    }
+  }
+  if (program.empty() || options.minutes <= 0) {
+    std::fputs(app::testing::usageText, stderr);
+    return 2;
+  }
+  SetProcessDpiAwarenessContext(DPI_AWARENESS_CONTEXT_PER_MONITOR_AWARE_V2);
+  app::testing::SetProgramPath(program);
+  try {
+    return app::testing::LongRun(options).Run();
+  } catch (const std::exception& failure) {
+    std::printf("FAILED: %s\n", failure.what());
+    return 1;
+  }
+}

@@ -1,0 +1,212 @@
+// What a random user puts into the list and takes out of it.
+#include <algorithm>
+#include <chrono>
+#include <stdexcept>
+
+#include "resources/resource_ids.h"
+#include "swr/text/encoding.h"
+#include "tests/ui/long_run/random_user_win.h"
+#include "tests/ui/program_dialog_win.h"
+
+namespace app::testing {
+namespace {
+
+// Beyond this many rows a list is cleared instead of made longer.
+constexpr size_t LongList = 900;
+
+}  // namespace
+
+std::vector<size_t> RandomUser::SomeFiles(size_t most) {
+  std::vector<size_t> files;
+  for (size_t count = 1 + dice_.Pick(most); count > 0; --count) {
+    const size_t file = dice_.OneIn(8) ? dice_.Of(world_.LongFiles()) : dice_.Of(world_.PlainFiles());
+    files.push_back(file);
+  }
+  return files;
+}
+
+std::string RandomUser::DropFiles() {
+  std::vector<size_t> files = SomeFiles(6);
+  // Alone a checksum file would be offered as what it is.
+  if (files.size() > 1 && dice_.OneIn(5)) files.push_back(dice_.Of(world_.Lists()));
+  window_.Drop(PathsOf(files));
+  const size_t added = model_.Add(files);
+  ExpectRowCount("a drop of files");
+  return std::to_string(added) + " new";
+}
+
+std::string RandomUser::DropFolder() {
+  const std::u16string& folder = dice_.Of(world_.Folders());
+  std::vector<std::u16string> paths = {folder};
+  std::vector<size_t> files = world_.Walk(folder, model_.includeHidden);
+  if (dice_.OneIn(3)) {
+    const std::vector<size_t> more = SomeFiles(3);
+    for (const std::u16string& path : PathsOf(more)) paths.push_back(path);
+    files.insert(files.end(), more.begin(), more.end());
+  }
+  window_.Drop(paths);
+  const size_t added = model_.Add(files);
+  ExpectRowCount("a drop of a folder");
+  return std::to_string(added) + " new";
+}
+
+std::string RandomUser::DropCrowd() {
+  if (model_.rows.size() > LongList) return Clear();
+  window_.Drop({world_.Crowd()});
+  const size_t added = model_.Add(world_.Walk(world_.Crowd(), model_.includeHidden));
+  ExpectRowCount("a drop of many files");
+  return std::to_string(added) + " new";
+}
+
+// A checksum file that no row came from, so that a row of the window can be told from any other.
+std::optional<size_t> RandomUser::FreshList() {
+  const size_t list = dice_.Of(world_.Lists());
+  return model_.HasRowsOf(list) ? std::nullopt : std::optional(list);
+}
+
+// A checksum file that is of no use gives a message and no rows.
+void RandomUser::RefuseList(size_t list) {
+  const std::u16string expected = world_.Files()[list].Now().error != 0
+                                      ? u"The checksum file can't be read."
+                                      : u"No checksums were found in this file.";
+  const ProgramDialog message(window_, u"Sumwright");
+  const std::u16string seen = message.Instruction();
+  message.Press(IDOK);
+  if (seen != expected) {
+    throw Disagreement("a checksum file is refused with: " + swr::WideToUtf8(seen));
+  }
+}
+
+std::string RandomUser::DropList() {
+  const auto list = FreshList();
+  if (!list || model_.HasFile(*list)) return "none left";
+  const WorldFile& file = world_.Files()[*list];
+  const std::string name = swr::WideToUtf8(file.name);
+  ShowUp();
+  window_.Drop({file.path});
+  model_.Add({*list});
+  ExpectRowCount("a drop of a checksum file");
+  if (!window_.IsShown(IDC_BANNER) ||
+      !window_.Text(IDC_BANNER).starts_with(u"This looks like a checksum file.")) {
+    throw Disagreement("a dropped checksum file is not offered");
+  }
+  if (dice_.OneIn(8)) return name + " left alone";
+  const bool isWanted = !dice_.OneIn(8);
+  window_.FollowBannerLink(isWanted ? u"a" : u"x");
+  window_.WaitForPostedMessages();
+  if (!isWanted) return name + " dismissed";
+  model_.ForgetPlainRow(*list);
+  if (file.Now().error != 0 || file.list->empty()) {
+    RefuseList(*list);
+    ExpectRowCount("a refused checksum file");
+    return name + " refused";
+  }
+  model_.LoadList(*list);
+  ExpectRowCount("a checksum file");
+  return name + " loaded";
+}
+
+std::string RandomUser::PickList() {
+  const auto list = FreshList();
+  if (!list) return "none left";
+  const WorldFile& file = world_.Files()[*list];
+  if (file.Now().error != 0 || file.list->empty()) return "none of use";
+  ShowUp();
+  window_.PostCommand(ID_VERIFY_FILE);
+  const ProgramDialog dialog(window_, u"Verify Checksum File");
+  if (dice_.OneIn(4)) {
+    dialog.Press(IDCANCEL);
+    return "not after all";
+  }
+  dialog.SetFileName(file.path);
+  dialog.Press(IDOK);
+  model_.LoadList(*list);
+  // The file is read when the dialog is gone.
+  WaitFor([&] { return static_cast<size_t>(window_.RowCount()) == model_.rows.size(); });
+  ExpectRowCount("a picked checksum file");
+  return swr::WideToUtf8(file.name);
+}
+
+// As many at once; each hands its paths to the window.
+void RandomUser::StartWith(size_t processes) {
+  std::vector<ProgramProcess> started;
+  if (processes > 1) model_.isOrderKnown = false;
+  for (size_t i = 0; i < processes; ++i) {
+    StartOptions options{.keepSettings = true};
+    std::vector<size_t> files;
+    if (dice_.OneIn(4)) {
+      const std::u16string& folder = dice_.Of(world_.Folders());
+      files = world_.Walk(folder, model_.includeHidden);
+      options.arguments = {folder};
+    } else if (dice_.OneIn(3)) {
+      files = {SomeFiles(1).front()};
+      options.folder = world_.Files()[files[0]].folder;
+      options.arguments = {u".\\" + world_.Files()[files[0]].name};
+    } else {
+      files = SomeFiles(4);
+      options.arguments = PathsOf(files);
+    }
+    started.emplace_back(options);
+    model_.Add(files);
+  }
+  for (const ProgramProcess& process : started) {
+    if (process.WaitForEnd() != 0) throw Disagreement("a second start ends with an error");
+  }
+  ExpectRowCount("second starts");
+}
+
+std::string RandomUser::StartAgain() {
+  const size_t processes = 1 + dice_.Pick(3);
+  StartWith(processes);
+  return std::to_string(processes);
+}
+
+std::string RandomUser::RemoveSome() {
+  if (!KnowOrder()) return "none there";
+  const std::vector<int> chosen = SomeRows(6);
+  window_.SelectOnly(chosen);
+  model_.Remove({chosen.begin(), chosen.end()});
+  constexpr int deleteKey = 0x2E;
+  switch (dice_.Pick(3)) {
+    case 0:
+      window_.Command(ID_REMOVE);
+      break;
+    case 1:
+      window_.PressKey(IDC_LIST, deleteKey);
+      window_.WaitForPostedMessages();
+      break;
+    default:
+      window_.Command(ID_CTX_REMOVE);
+      break;
+  }
+  ExpectRowCount("a removal");
+  return std::to_string(chosen.size());
+}
+
+std::string RandomUser::RemoveAll() {
+  window_.Command(ID_SELECT_ALL);
+  window_.Command(ID_REMOVE);
+  model_.rows.clear();
+  model_.Remove({});
+  ExpectRowCount("a removal of all");
+  return {};
+}
+
+std::string RandomUser::Cancel() {
+  if (window_.IsShown(IDC_CANCEL) && dice_.OneIn(2)) {
+    window_.Click(IDC_CANCEL);
+  } else {
+    window_.Command(IDC_CANCEL);
+  }
+  model_.Cancel();
+  return {};
+}
+
+std::string RandomUser::Clear() {
+  window_.Command(ID_CLEAR_LIST);
+  model_.Clear();
+  ExpectRowCount("Clear List");
+  return {};
+}
+
+}  // namespace app::testing

@@ -1,0 +1,120 @@
+#include "tests/ui/long_run/window_reader_win.h"
+
+#include <algorithm>
+#include <chrono>
+#include <map>
+#include <numeric>
+#include <stdexcept>
+#include <thread>
+#include <utility>
+
+#include "resources/resource_ids.h"
+#include "swr/text/encoding.h"
+
+namespace app::testing {
+namespace {
+
+using std::chrono::milliseconds;
+using std::chrono::seconds;
+using swr::testing::AskWindow;
+
+// The check of a signature has a thread of its own.
+std::u16string SettledDetails(const RunningWindow& window, int row) {
+  window.SelectOnly({row});
+  std::u16string details;
+  const bool isSettled = WaitFor([&] {
+    details = window.Text(IDC_DETAILS);
+    return details.find(u"Signature:\tChecking...") == details.npos;
+  });
+  if (!isSettled) throw std::runtime_error("a signature is never checked to the end");
+  return details;
+}
+
+}  // namespace
+
+void WaitForRest(const RunningWindow& window) {
+  const auto isUnfinished = [](const std::u16string& status) {
+    return status == u"Waiting" || status == u"Hashing";
+  };
+  const auto isAtRest = [&] {
+    return !window.IsShown(IDC_CANCEL) &&
+           std::ranges::none_of(window.Column(u"Status"), isUnfinished);
+  };
+  // Longer than the pause between two looks of the program at its worker.
+  constexpr milliseconds pause{250};
+  const auto end = std::chrono::steady_clock::now() + seconds(180);
+  for (int looks = 0; looks < 2;) {
+    if (std::chrono::steady_clock::now() > end) {
+      throw std::runtime_error("the program does not come to rest");
+    }
+    looks = isAtRest() ? looks + 1 : 0;
+    if (looks < 2) std::this_thread::sleep_for(looks == 0 ? milliseconds(40) : pause);
+  }
+}
+
+SeenWindow ReadWindow(const RunningWindow& window) {
+  SeenWindow seen;
+  seen.headings = window.List().ColumnHeadings();
+  seen.sortMarks = window.SortMarks();
+  const int count = window.RowCount();
+  std::vector<int> columns(seen.headings.size());
+  std::iota(columns.begin(), columns.end(), 0);
+  for (auto& cells : window.List().Texts(0, count, columns)) {
+    seen.rows.push_back({.cells = std::move(cells)});
+  }
+  for (int i = 0; i < count; ++i) {
+    seen.rows[static_cast<size_t>(i)].details = SettledDetails(window, i);
+  }
+  seen.resultLine = window.Text(IDC_RESULT);
+  seen.statusLine = window.Text(IDC_STATUS_TEXT);
+  if (count > 1) {
+    window.Command(ID_SELECT_ALL);
+    seen.detailsOfAll = window.Text(IDC_DETAILS);
+  }
+  window.SelectOnly({});
+  seen.detailsOfNone = window.Text(IDC_DETAILS);
+  return seen;
+}
+
+std::vector<SeenRow> ReadOrder(const RunningWindow& window) {
+  std::vector<SeenRow> seen;
+  std::map<std::vector<std::u16string>, int> times;
+  for (auto& cells : window.List().Texts(0, window.RowCount(), {0, 1})) {
+    ++times[cells];
+    seen.push_back({.cells = std::move(cells)});
+  }
+  for (size_t i = 0; i < seen.size(); ++i) {
+    if (times[seen[i].cells] == 1) continue;
+    window.SelectOnly({static_cast<int>(i)});
+    seen[i].details = window.Text(IDC_DETAILS);
+  }
+  return seen;
+}
+
+void CheckColours(const RunningWindow& window, const ReferenceWindow& judge) {
+  const HWND list = window.Control(IDC_LIST);
+  SetForegroundWindow(window.Handle());
+  const int top = window.TopRow();
+  const int shown = std::min(static_cast<int>(AskWindow(list, LVM_GETCOUNTPERPAGE)),
+                             static_cast<int>(judge.rows.size()) - top);
+  for (int row = top; row < top + std::min(shown, 4); ++row) {
+    uint32_t expected = 0xFFFFFF;
+    switch (judge.Tint(judge.rows[static_cast<size_t>(row)])) {
+      case RowTint::Good:
+        expected = 0xDEF4DE;
+        break;
+      case RowTint::Bad:
+        expected = 0xFADEDE;
+        break;
+      case RowTint::None:
+        break;
+    }
+    if (!WaitFor([&] { return window.RowBackground(row) == expected; }, seconds(10))) {
+      throw Disagreement("the colour of row " + std::to_string(row) + " is " +
+                         std::to_string(window.RowBackground(row)) + " instead of " +
+                         std::to_string(expected));
+    }
+  }
+}
+
+}  // namespace app::testing
