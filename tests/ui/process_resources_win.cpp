@@ -56,12 +56,11 @@ ProcessResources CountResources(HANDLE process) {
 }
 
 ProcessMemory MeasureMemory(HANDLE process) {
-  PROCESS_MEMORY_COUNTERS_EX counters = {};
-  if (!GetProcessMemoryInfo(process, reinterpret_cast<PROCESS_MEMORY_COUNTERS*>(&counters),
-                            sizeof counters)) {
+  PROCESS_MEMORY_COUNTERS counters = {};
+  if (!GetProcessMemoryInfo(process, &counters, sizeof counters)) {
     throw std::runtime_error("the memory of the process can't be measured");
   }
-  return {.workingSet = counters.WorkingSetSize, .privateBytes = counters.PrivateUsage};
+  return {.workingSet = counters.WorkingSetSize, .privateBytes = counters.PagefileUsage};
 }
 
 }  // namespace app::testing

@@ -310,17 +310,18 @@ std::vector<int> RunningWindow::SortMarks() const {
   return marks;
 }
 
+// Both requests are written once: the number of the row travels beside them.
 void RunningWindow::SelectOnly(const std::vector<int>& rows) const {
-  const auto setState = [&](int row, UINT state) {
-    LVITEMW request = {};
-    request.state = state;
-    request.stateMask = LVIS_SELECTED;
-    caller_->Scratch().Write(0, &request, sizeof request);
+  LVITEMW requests[2] = {};
+  for (LVITEMW& request : requests) request.stateMask = LVIS_SELECTED;
+  requests[1].state = LVIS_SELECTED;
+  caller_->Scratch().Write(0, requests, sizeof requests);
+  const auto setState = [&](int row, size_t request) {
     AskWindow(Control(IDC_LIST), LVM_SETITEMSTATE, static_cast<WPARAM>(row),
-              static_cast<LPARAM>(caller_->ScratchAddress()));
+              static_cast<LPARAM>(caller_->ScratchAddress() + request * sizeof(LVITEMW)));
   };
   setState(-1, 0);
-  for (const int row : rows) setState(row, LVIS_SELECTED);
+  for (const int row : rows) setState(row, 1);
 }
 
 uint32_t RunningWindow::RowBackground(int row) const {
@@ -330,8 +331,8 @@ uint32_t RunningWindow::RowBackground(int row) const {
   AskWindow(Control(IDC_LIST), LVM_GETITEMRECT, static_cast<WPARAM>(row),
             static_cast<LPARAM>(caller_->ScratchAddress()));
   caller_->Scratch().Read(0, &rect, sizeof rect);
-  // Above the text, inside of the frame that shows the focus.
-  POINT place = {rect.left + 8, rect.top + 2};
+  // Above the text, inside of the frame that shows the focus, and in sight.
+  POINT place = {std::max(rect.left, LONG{0}) + 8, rect.top + 2};
   ClientToScreen(Control(IDC_LIST), &place);
   const HDC screen = GetDC(nullptr);
   const COLORREF color = GetPixel(screen, place.x, place.y);
@@ -353,6 +354,15 @@ void RunningWindow::ClickHeading(int column) const {
             static_cast<LPARAM>(caller_->ScratchAddress()));
   RECT rect = {};
   caller_->Scratch().Read(0, &rect, sizeof rect);
+  // One that is out of sight is brought into it first; a header takes no click outside of itself.
+  RECT list = {};
+  GetClientRect(Control(IDC_LIST), &list);
+  POINT corner = {rect.left, rect.top};
+  MapWindowPoints(header, Control(IDC_LIST), &corner, 1);
+  const LONG width = rect.right - rect.left;
+  if (corner.x < 0 || corner.x + width > list.right) {
+    AskWindow(Control(IDC_LIST), LVM_SCROLL, static_cast<WPARAM>(corner.x), 0);
+  }
   const LPARAM middle = MAKELPARAM((rect.left + rect.right) / 2, (rect.top + rect.bottom) / 2);
   AskWindow(header, WM_LBUTTONDOWN, MK_LBUTTON, middle);
   AskWindow(header, WM_LBUTTONUP, 0, middle);

@@ -286,7 +286,13 @@ ReferenceWindow Compare(WindowModel& model, const SeenWindow& seen) {
   Require(seen.headings == HeadingsOf(model), "the columns are others");
   std::vector<int> marks(seen.headings.size(), 0);
   if (model.sortColumn) marks[*model.sortColumn] = model.sortDescending ? -1 : 1;
-  Require(seen.sortMarks == marks, "the headings are marked otherwise");
+  if (seen.sortMarks != marks) {
+    std::string text = "the marks of the headings, as they are and as they must be:";
+    for (size_t i = 0; i < marks.size(); ++i) {
+      text += " " + std::to_string(seen.sortMarks[i]) + "/" + std::to_string(marks[i]);
+    }
+    throw Disagreement(text);
+  }
   TakeOrder(model, seen.rows);
 
   ReferenceWindow judge;

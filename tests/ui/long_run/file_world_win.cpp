@@ -23,7 +23,7 @@ using swr::AlgoId;
 
 constexpr uint32_t MissingFile = 2;
 constexpr uint32_t HeldFile = 32;
-constexpr size_t CrowdSize = 600;
+constexpr size_t CrowdSize = 120;
 
 std::shared_ptr<const FileContent> ContentOf(const std::u16string& path) {
   const swr::HashOutcome outcome = swr::HashFile(path, swr::AllAlgosMask, {});

@@ -68,7 +68,7 @@ class FileWorld {
   const std::vector<size_t>& LongFiles() const { return longFiles_; }
   const std::vector<size_t>& PlainFiles() const { return plainFiles_; }
   // A place for a file that the program is to write.
-  std::u16string SavePlace() const { return tree_.Path(u"staging/saved.sha256"); }
+  std::u16string SavePlace() const { return tree_.Path(u"staging/saved"); }
 
   // Each of these happens at once for whoever opens the file, but for Tear. They say what they did.
   std::string Replace(size_t file);

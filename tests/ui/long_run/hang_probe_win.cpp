@@ -11,6 +11,7 @@ using std::chrono::milliseconds;
 using std::chrono::steady_clock;
 
 constexpr milliseconds Pause{20};
+constexpr milliseconds Noticeable{200};
 
 }  // namespace
 
@@ -28,14 +29,20 @@ void HangProbe::Ask(HWND window, milliseconds longest, const std::function<void(
   bool isTold = false;
   while (!ends_) {
     const auto asked = steady_clock::now();
+    const long long pausesBefore = pauses_;
     DWORD_PTR answer = 0;
     bool isAnswered = false;
     while (!ends_ && !isAnswered && IsWindow(window)) {
       isAnswered = SendMessageTimeoutW(window, WM_NULL, 0, 0, SMTO_NORMAL,
                                        static_cast<UINT>(longest.count()), &answer) != 0;
-      const auto time = duration_cast<milliseconds>(steady_clock::now() - asked);
-      longest_ = std::max<long long>(longest_, time.count());
-      if (time > longest && !std::exchange(isTold, true)) hung();
+      auto time = duration_cast<milliseconds>(steady_clock::now() - asked).count();
+      if (time > Noticeable.count()) {
+        // The other thread has to wake up too before it can tell.
+        std::this_thread::sleep_for(4 * Pause);
+        time -= std::min<long long>(time, pauses_ - pausesBefore);
+      }
+      longest_ = std::max<long long>(longest_, time);
+      if (time > longest.count() && !std::exchange(isTold, true)) hung();
     }
     ++questions_;
     std::this_thread::sleep_for(Pause);
@@ -46,8 +53,9 @@ void HangProbe::Sleep() {
   while (!ends_) {
     const auto start = steady_clock::now();
     std::this_thread::sleep_for(Pause);
-    const auto late = duration_cast<milliseconds>(steady_clock::now() - start - Pause);
-    pause_ = std::max<long long>(pause_, late.count());
+    const auto late = duration_cast<milliseconds>(steady_clock::now() - start - Pause).count();
+    pause_ = std::max<long long>(pause_, late);
+    if (late > Noticeable.count()) pauses_ += late;
   }
 }
 

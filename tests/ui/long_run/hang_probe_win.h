@@ -21,8 +21,9 @@ class HangProbe {
   HangProbe& operator=(const HangProbe&) = delete;
 
   size_t Questions() const { return questions_; }
+  // Without the time for which the machine itself stood still meanwhile: a thread that does nothing
+  // but sleep tells.
   std::chrono::milliseconds LongestAnswer() const { return std::chrono::milliseconds(longest_); }
-  // By how much a thread that did nothing but sleep was woken too late: the machine's own share.
   std::chrono::milliseconds LongestPause() const { return std::chrono::milliseconds(pause_); }
 
  private:
@@ -33,6 +34,7 @@ class HangProbe {
   std::atomic<size_t> questions_ = 0;
   std::atomic<long long> longest_ = 0;
   std::atomic<long long> pause_ = 0;
+  std::atomic<long long> pauses_ = 0;  // all together
   std::thread asking_;  // last: they use all of the above
   std::thread sleeping_;
 };

@@ -91,10 +91,7 @@ class LongRun {
     try {
       const auto start = steady_clock::now();
       const std::chrono::duration<double> length(options_.minutes * 60);
-      for (size_t rounds = 0; steady_clock::now() - start < length; ++rounds) {
-        Round();
-        if (rounds % 10 == 9) std::fflush(stdout);
-      }
+      while (steady_clock::now() - start < length) Round();
       if (window_.Close() != 0) return Fail("the program ends with an error");
     } catch (const std::exception& failure) {
       return Fail(failure.what());
@@ -115,7 +112,14 @@ class LongRun {
     if (!dice_.OneIn(3)) return;
     user_.ClearAll();
     log_.Add("cleared to measure");
-    resources_.Add(Measure(window_));
+    const ResourceSample sample = Measure(window_);
+    resources_.Add(sample);
+    std::printf("after %zu actions: %llu handles, %llu GDI objects, %llu KiB in use, %llu private\n",
+                log_.Count(), static_cast<unsigned long long>(sample.handles),
+                static_cast<unsigned long long>(sample.gdiObjects),
+                static_cast<unsigned long long>(sample.workingSet / 1024),
+                static_cast<unsigned long long>(sample.privateBytes / 1024));
+    std::fflush(stdout);
   }
 
   int Fail(const char* why) {

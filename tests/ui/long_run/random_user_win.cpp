@@ -74,7 +74,7 @@ size_t RandomUser::CompareAll() {
 }
 
 void RandomUser::ClearAll() {
-  ShowUp();
+  ShowNormal();
   constexpr int dpi = 96;
   constexpr Size size = {900, 700};
   window_.ChangeDpi(dpi, size);

@@ -88,6 +88,7 @@ class RandomUser {
   std::string ChangeFile();
   std::string Wait();
   void ShowUp() const;
+  void ShowNormal() const;
 
   // Makes the model's order known. False for an empty list.
   bool KnowOrder();

@@ -54,6 +54,7 @@ void RandomUser::SortRows(const std::u16string& heading) {
 std::string RandomUser::Sort() {
   // Some of it at rest, when the order can be told.
   if (dice_.OneIn(6)) CompareAll();
+  ShowUp();
   const std::vector<std::u16string> headings = window_.List().ColumnHeadings();
   const size_t column = dice_.Pick(headings.size());
   const std::u16string& heading = headings[column];

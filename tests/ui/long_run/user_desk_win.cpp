@@ -28,6 +28,15 @@ void RandomUser::ShowUp() const {
   }
 }
 
+void RandomUser::ShowNormal() const {
+  ShowUp();
+  if (!IsZoomed(window_.Handle())) return;
+  AskWindow(window_.Handle(), WM_SYSCOMMAND, SC_RESTORE);
+  if (!WaitFor([&] { return !IsZoomed(window_.Handle()); })) {
+    throw std::runtime_error("the window stays maximized");
+  }
+}
+
 std::string RandomUser::ResizeWindow() {
   if (dice_.OneIn(3)) {
     window_.MoveTo(static_cast<int>(dice_.Pick(600)), static_cast<int>(dice_.Pick(400)));
@@ -131,9 +140,16 @@ std::string RandomUser::Save() {
   const std::u16string place = world_.SavePlace();
   dialog.SetFileName(place);
   dialog.Press(IDOK);
-  if (!WaitFor([&] { return DeleteFileW(swr::AsWide(place)) != FALSE; })) {
-    throw Disagreement("checksums were not saved");
-  }
+  // The dialog may have given the name another ending.
+  const auto deleteSaved = [&] {
+    WIN32_FIND_DATAW found = {};
+    const HANDLE search = FindFirstFileW(swr::AsWide(place + u"*"), &found);
+    if (search == INVALID_HANDLE_VALUE) return false;
+    FindClose(search);
+    const std::u16string folder = place.substr(0, place.rfind(u'\\') + 1);
+    return DeleteFileW(swr::AsWide(folder + swr::FromWide(found.cFileName))) != FALSE;
+  };
+  if (!WaitFor(deleteSaved)) throw Disagreement("checksums were not saved");
   return {};
 }
 

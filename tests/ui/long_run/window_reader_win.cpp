@@ -68,6 +68,7 @@ SeenWindow ReadWindow(const RunningWindow& window) {
   seen.resultLine = window.Text(IDC_RESULT);
   seen.statusLine = window.Text(IDC_STATUS_TEXT);
   if (count > 1) {
+    window.FocusOn(IDC_LIST);  // or a text with the focus would be selected instead
     window.Command(ID_SELECT_ALL);
     seen.detailsOfAll = window.Text(IDC_DETAILS);
   }
