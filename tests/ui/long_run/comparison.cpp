@@ -226,6 +226,12 @@ Texts HeadingsOf(const WindowModel& model) {
   return headings;
 }
 
+std::u16string Joined(const Texts& texts) {
+  std::u16string joined;
+  for (const std::u16string& text : texts) joined += text + u" ";
+  return joined;
+}
+
 void CheckSums(const WindowModel& model, ReferenceWindow& judge, const SeenWindow& seen) {
   const auto isUnknown = [](const ModelRow& row) { return row.isSizeUnknown; };
   if (std::ranges::any_of(model.rows, isUnknown)) return;
@@ -283,7 +289,7 @@ ReferenceWindow Compare(WindowModel& model, const SeenWindow& seen) {
   Require(seen.rows.size() == model.rows.size(),
           "there are " + std::to_string(seen.rows.size()) + " rows instead of " +
               std::to_string(model.rows.size()));
-  Require(seen.headings == HeadingsOf(model), "the columns are others");
+  Expect("the columns", Joined(seen.headings), Joined(HeadingsOf(model)));
   std::vector<int> marks(seen.headings.size(), 0);
   if (model.sortColumn) marks[*model.sortColumn] = model.sortDescending ? -1 : 1;
   if (seen.sortMarks != marks) {

@@ -12,11 +12,16 @@ using std::chrono::steady_clock;
 
 constexpr milliseconds Pause{20};
 constexpr milliseconds Noticeable{200};
+constexpr milliseconds Slow{1000};
+
+long long MillisecondsSince(steady_clock::time_point start) {
+  return duration_cast<milliseconds>(steady_clock::now() - start).count();
+}
 
 }  // namespace
 
-HangProbe::HangProbe(HWND window, milliseconds longest, std::function<void()> hung)
-    : asking_([=, this] { Ask(window, longest, hung); }), sleeping_([this] { Sleep(); }) {}
+HangProbe::HangProbe(HWND window, SlowAnswer tell)
+    : asking_([=, this] { Ask(window, tell); }), sleeping_([this] { Sleep(); }) {}
 
 HangProbe::~HangProbe() {
   ends_ = true;
@@ -25,25 +30,24 @@ HangProbe::~HangProbe() {
 }
 
 // A window that is gone gives no answer at once; that it is gone is for others to notice.
-void HangProbe::Ask(HWND window, milliseconds longest, const std::function<void()>& hung) {
-  bool isTold = false;
+void HangProbe::Ask(HWND window, const SlowAnswer& tell) {
   while (!ends_) {
     const auto asked = steady_clock::now();
     const long long pausesBefore = pauses_;
     DWORD_PTR answer = 0;
     bool isAnswered = false;
     while (!ends_ && !isAnswered && IsWindow(window)) {
-      isAnswered = SendMessageTimeoutW(window, WM_NULL, 0, 0, SMTO_NORMAL,
-                                       static_cast<UINT>(longest.count()), &answer) != 0;
-      auto time = duration_cast<milliseconds>(steady_clock::now() - asked).count();
-      if (time > Noticeable.count()) {
-        // The other thread has to wake up too before it can tell.
-        std::this_thread::sleep_for(4 * Pause);
-        time -= std::min<long long>(time, pauses_ - pausesBefore);
-      }
-      longest_ = std::max<long long>(longest_, time);
-      if (time > longest.count() && !std::exchange(isTold, true)) hung();
+      isAnswered = SendMessageTimeoutW(window, WM_NULL, 0, 0, SMTO_NORMAL, 1000, &answer) != 0;
     }
+    const long long time = MillisecondsSince(asked);
+    long long own = time;
+    if (time > Noticeable.count()) {
+      // The other thread has to wake up too before it can tell.
+      std::this_thread::sleep_for(4 * Pause);
+      own -= std::min(time, pauses_ - pausesBefore);
+    }
+    longest_ = std::max(longest_.load(), own);
+    if (time > Slow.count()) tell(milliseconds(time), milliseconds(time - own));
     ++questions_;
     std::this_thread::sleep_for(Pause);
   }
@@ -53,8 +57,8 @@ void HangProbe::Sleep() {
   while (!ends_) {
     const auto start = steady_clock::now();
     std::this_thread::sleep_for(Pause);
-    const auto late = duration_cast<milliseconds>(steady_clock::now() - start - Pause).count();
-    pause_ = std::max<long long>(pause_, late);
+    const long long late = MillisecondsSince(start) - Pause.count();
+    pause_ = std::max(pause_.load(), late);
     if (late > Noticeable.count()) pauses_ += late;
   }
 }

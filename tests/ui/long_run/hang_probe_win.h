@@ -14,20 +14,22 @@ namespace app::testing {
 
 class HangProbe {
  public:
-  // Calls `hung` on a thread of its own, once, when the window has not answered for so long.
-  HangProbe(HWND window, std::chrono::milliseconds longest, std::function<void()> hung);
+  // Told on a thread of its own of each answer that took long: after what time it came, and for how
+  // much of that the machine stood still.
+  using SlowAnswer = std::function<void(std::chrono::milliseconds, std::chrono::milliseconds)>;
+  HangProbe(HWND window, SlowAnswer tell);
   ~HangProbe();
   HangProbe(const HangProbe&) = delete;
   HangProbe& operator=(const HangProbe&) = delete;
 
   size_t Questions() const { return questions_; }
-  // Without the time for which the machine itself stood still meanwhile: a thread that does nothing
-  // but sleep tells.
+  // Without the time for which the machine stood still meanwhile, and Wine with it: that is known of
+  // a thread that does nothing but sleep, which then is woken late.
   std::chrono::milliseconds LongestAnswer() const { return std::chrono::milliseconds(longest_); }
   std::chrono::milliseconds LongestPause() const { return std::chrono::milliseconds(pause_); }
 
  private:
-  void Ask(HWND window, std::chrono::milliseconds longest, const std::function<void()>& hung);
+  void Ask(HWND window, const SlowAnswer& tell);
   void Sleep();
 
   std::atomic<bool> ends_ = false;

@@ -88,6 +88,8 @@ class LongRun {
   int Run() {
     std::printf("long run: seed %u, %g minutes\n", options_.seed, options_.minutes);
     std::fflush(stdout);
+    // Away from where menus open, whose entries would take to it.
+    SetCursorPos(GetSystemMetrics(SM_CXSCREEN) - 1, GetSystemMetrics(SM_CYSCREEN) - 1);
     try {
       const auto start = steady_clock::now();
       const std::chrono::duration<double> length(options_.minutes * 60);
@@ -126,7 +128,7 @@ class LongRun {
     std::printf("FAILED: %s\n", why);
     if (window_.HasEnded()) std::printf("the program has ended, code %d\n", window_.WaitForEnd());
     log_.Print();
-    std::printf("  then: %s\n", user_.Doing().c_str());
+    std::printf("  then: %s\n", user_.Doing());
     Summarize();
     return 1;
   }
@@ -138,7 +140,7 @@ class LongRun {
       std::printf("  %zu %s\n", count, name.c_str());
     }
     std::printf("%zu comparisons of all rows, %zu rows in all\n", comparisons_, rows_);
-    std::printf("longest time to an answer: %d ms, of %zu questions; the machine alone: %d ms\n",
+    std::printf("longest time to an answer: %d ms, of %zu questions; the machine's longest pause: %d ms\n",
                 static_cast<int>(probe_.LongestAnswer().count()), probe_.Questions(),
                 static_cast<int>(probe_.LongestPause().count()));
     const ResourceSeries::Verdict verdict = resources_.Judge();
@@ -159,8 +161,11 @@ class LongRun {
   ResourceSeries resources_;
   size_t comparisons_ = 0;
   size_t rows_ = 0;
-  HangProbe probe_{window_.Handle(), LongestAnswer, [] {
-                     std::printf("the window has given no answer for 2 seconds\n");
+  HangProbe probe_{window_.Handle(), [this](milliseconds time, milliseconds machine) {
+                     std::printf("answered after %d ms, of which the machine stood still for %d ms; "
+                                 "at: %s\n",
+                                 static_cast<int>(time.count()), static_cast<int>(machine.count()),
+                                 user_.Doing());
                      std::fflush(stdout);
                    }};
 };

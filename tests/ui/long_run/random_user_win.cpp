@@ -62,7 +62,7 @@ std::string RandomUser::Act() {
 }
 
 size_t RandomUser::CompareAll() {
-  doing_ += ", then compared";
+  doing_ = "comparing";
   WaitForRest(window_);
   judge_ = Compare(model_, ReadWindow(window_));
   // What the files have been before does not matter to anything that is read from here on.
@@ -74,6 +74,7 @@ size_t RandomUser::CompareAll() {
 }
 
 void RandomUser::ClearAll() {
+  doing_ = "clearing";
   ShowNormal();
   constexpr int dpi = 96;
   constexpr Size size = {900, 700};

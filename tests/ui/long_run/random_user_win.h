@@ -1,6 +1,7 @@
 // Somebody who uses the window at random, without waiting for it, and tells the model what was done.
 #pragma once
 
+#include <atomic>
 #include <cstddef>
 #include <map>
 #include <optional>
@@ -33,8 +34,8 @@ class RandomUser {
 
   // How often each kind of thing was done.
   const std::map<std::string, size_t>& Counts() const { return counts_; }
-  // What it is at, or was at last.
-  const std::string& Doing() const { return doing_; }
+  // What it is at, or was at last. On any thread.
+  const char* Doing() const { return doing_; }
 
  private:
   struct Kind {
@@ -102,7 +103,7 @@ class RandomUser {
   WindowModel model_;
   ReferenceWindow judge_;  // of the last comparison
   std::map<std::string, size_t> counts_;
-  std::string doing_;
+  std::atomic<const char*> doing_ = "starting";
 };
 
 }  // namespace app::testing
