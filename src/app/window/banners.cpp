@@ -61,6 +61,8 @@ void MainWindow::ForgetPlainRow(const std::u16string& path) {
   RebuildRowIndex();
   view_.ClearSelection();
   view_.SetRowCount(rows.size());
+  // The file may turn out to be of no use; then nothing else follows.
+  RefreshVerdicts();
 }
 
 }  // namespace app

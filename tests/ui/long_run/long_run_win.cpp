@@ -93,6 +93,7 @@ class LongRun {
     try {
       const auto start = steady_clock::now();
       const std::chrono::duration<double> length(options_.minutes * 60);
+      WarmUp();
       while (steady_clock::now() - start < length) Round();
       if (window_.Close() != 0) return Fail("the program ends with an error");
     } catch (const std::exception& failure) {
@@ -103,15 +104,29 @@ class LongRun {
   }
 
  private:
-  // Some actions, and then one or both of the things that want a window at rest.
-  void Round() {
-    for (size_t actions = 10 + dice_.Pick(40); actions > 0; --actions) {
-      log_.Add(user_.Act());
-      if (window_.HasEnded()) throw std::runtime_error("the program has ended");
-    }
+  // Everything once, in the order of chance's list, and the largest window.
+  void WarmUp() {
+    for (size_t kind = 0; kind < RandomUser::KindCount(); ++kind) Note(user_.Act(kind));
+    ShowWindow(window_.Handle(), SW_MAXIMIZE);
+    Compare();
+    user_.ClearAll();
+  }
+
+  void Note(std::string action) {
+    log_.Add(std::move(action));
+    if (window_.HasEnded()) throw std::runtime_error("the program has ended");
+  }
+
+  void Compare() {
     rows_ += user_.CompareAll();
     ++comparisons_;
-    if (!dice_.OneIn(3)) return;
+  }
+
+  // Some actions, and then one or both of the things that want a window at rest.
+  void Round() {
+    for (size_t actions = 10 + dice_.Pick(30); actions > 0; --actions) Note(user_.Act());
+    Compare();
+    if (dice_.OneIn(2)) return;
     user_.ClearAll();
     log_.Add("cleared to measure");
     const ResourceSample sample = Measure(window_);

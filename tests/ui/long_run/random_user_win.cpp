@@ -46,19 +46,22 @@ const std::vector<RandomUser::Kind>& RandomUser::Kinds() {
   return kinds;
 }
 
+size_t RandomUser::KindCount() { return Kinds().size(); }
+
 std::string RandomUser::Act() {
   size_t total = 0;
   for (const Kind& kind : Kinds()) total += kind.weight;
   size_t place = dice_.Pick(total);
-  for (const Kind& kind : Kinds()) {
-    if (place < kind.weight) {
-      ++counts_[kind.name];
-      doing_ = kind.name;
-      return std::string(kind.name) + ": " + (this->*kind.act)();
-    }
-    place -= kind.weight;
-  }
-  return {};
+  size_t number = 0;
+  while (place >= Kinds()[number].weight) place -= Kinds()[number++].weight;
+  return Act(number);
+}
+
+std::string RandomUser::Act(size_t number) {
+  const Kind& kind = Kinds()[number];
+  ++counts_[kind.name];
+  doing_ = kind.name;
+  return std::string(kind.name) + ": " + (this->*kind.act)();
 }
 
 size_t RandomUser::CompareAll() {

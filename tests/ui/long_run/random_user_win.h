@@ -27,6 +27,9 @@ class RandomUser {
   // Does something; the result says what. Throws Disagreement when the window is not as it must
   // be, and std::runtime_error when it does not answer.
   std::string Act();
+  // The same with one of the kinds of things that there are, from 0 on.
+  std::string Act(size_t kind);
+  static size_t KindCount();
   // Waits until the window is at rest and compares all of it. The number of rows.
   size_t CompareAll();
   // Clears the list and waits until that is done. The window then has always the same size.

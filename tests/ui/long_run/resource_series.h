@@ -21,9 +21,10 @@ class ResourceSeries {
   void Add(const ResourceSample& sample) { samples_.push_back(sample); }
   size_t Count() const { return samples_.size(); }
 
-  // Compares the medians of an early and a late quarter. The first samples do not count: until
-  // everything was used once, the system's own libraries settle in. Fewer than twelve samples say
-  // nothing.
+  // Compares an early quarter of the samples with a late one, by the least of each: what is cached
+  // or not yet given back comes and goes, a leak raises the floor. The first sixth does not count:
+  // until everything was used once, the system's own libraries settle in. Fewer than six samples
+  // say nothing.
   struct Verdict {
     std::string text;  // a line for each resource
     bool hasGrown = false;

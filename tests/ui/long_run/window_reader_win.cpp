@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <iterator>
 #include <map>
 #include <numeric>
 #include <stdexcept>
@@ -30,16 +31,31 @@ std::u16string SettledDetails(const RunningWindow& window, int row) {
   return details;
 }
 
+// These columns of all rows, a few at a time: a window that is asked for everything at once is late
+// with its answer to anybody else.
+std::vector<std::vector<std::u16string>> CellsOf(const RunningWindow& window,
+                                                 const std::vector<int>& columns) {
+  constexpr int cellsAtOnce = 32;
+  const int step = std::max(1, cellsAtOnce / static_cast<int>(columns.size()));
+  std::vector<std::vector<std::u16string>> cells;
+  for (int row = 0, count = window.RowCount(); row < count; row += step) {
+    std::ranges::move(window.List().Texts(row, std::min(step, count - row), columns),
+                      std::back_inserter(cells));
+  }
+  return cells;
+}
+
+bool HasUnfinishedRow(const RunningWindow& window) {
+  const int status = window.List().ColumnCount() - 1;
+  return std::ranges::any_of(CellsOf(window, {status}), [](const auto& cells) {
+    return cells.front() == u"Waiting" || cells.front() == u"Hashing";
+  });
+}
+
 }  // namespace
 
 void WaitForRest(const RunningWindow& window) {
-  const auto isUnfinished = [](const std::u16string& status) {
-    return status == u"Waiting" || status == u"Hashing";
-  };
-  const auto isAtRest = [&] {
-    return !window.IsShown(IDC_CANCEL) &&
-           std::ranges::none_of(window.Column(u"Status"), isUnfinished);
-  };
+  const auto isAtRest = [&] { return !window.IsShown(IDC_CANCEL) && !HasUnfinishedRow(window); };
   // Longer than the pause between two looks of the program at its worker.
   constexpr milliseconds pause{250};
   const auto end = std::chrono::steady_clock::now() + seconds(180);
@@ -59,7 +75,7 @@ SeenWindow ReadWindow(const RunningWindow& window) {
   const int count = window.RowCount();
   std::vector<int> columns(seen.headings.size());
   std::iota(columns.begin(), columns.end(), 0);
-  for (auto& cells : window.List().Texts(0, count, columns)) {
+  for (auto& cells : CellsOf(window, columns)) {
     seen.rows.push_back({.cells = std::move(cells)});
   }
   for (int i = 0; i < count; ++i) {
@@ -80,7 +96,7 @@ SeenWindow ReadWindow(const RunningWindow& window) {
 std::vector<SeenRow> ReadOrder(const RunningWindow& window) {
   std::vector<SeenRow> seen;
   std::map<std::vector<std::u16string>, int> times;
-  for (auto& cells : window.List().Texts(0, window.RowCount(), {0, 1})) {
+  for (auto& cells : CellsOf(window, {0, 1})) {
     ++times[cells];
     seen.push_back({.cells = std::move(cells)});
   }
