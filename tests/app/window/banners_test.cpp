@@ -180,6 +180,8 @@ TEST(ChecksumFileOfferTest, AListWithoutChecksumsIsToldAndItsRowIsGoneAllTheSame
                 offered.list + u"\n\nChecksum files have lines like \"<hash>  <file name>\" or "
                                u"\"SHA256 (<file name>) = <hash>\".")}));
   EXPECT_FALSE(bannerStood) << "the banner goes first";
+  EXPECT_EQ(offered.window.view.statusText, u"") << "it counts the row that is gone";
+  EXPECT_EQ(offered.window.view.details, u"");
   EXPECT_TRUE(offered.window.main.rows.empty());
   EXPECT_EQ(offered.window.view.rowCount, 0u);
 }

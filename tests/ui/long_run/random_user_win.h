@@ -3,6 +3,7 @@
 
 #include <atomic>
 #include <cstddef>
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -93,6 +94,8 @@ class RandomUser {
   std::string Wait();
   void ShowUp() const;
   void ShowNormal() const;
+  // Returns when the menu that this asks for has popped up.
+  void PopUp(const std::function<void()>& ask) const;
 
   // Makes the model's order known. False for an empty list.
   bool KnowOrder();

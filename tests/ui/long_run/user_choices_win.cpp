@@ -95,10 +95,7 @@ std::string RandomUser::ChooseAlgo() {
   AlgoId algo = static_cast<AlgoId>(dice_.Pick(swr::AlgoCount));
   if (IsLegacy(algo) && !model_.showLegacy) algo = AlgoId::Sha3_256;
   ShowUp();
-  window_.PostCommand(IDC_ALGO_MORE);
-  if (!WaitFor([&] { return !window_.OpenMenu().empty(); })) {
-    throw std::runtime_error("the menu of algorithms does not open");
-  }
+  PopUp([&] { window_.PostCommand(IDC_ALGO_MORE); });
   window_.ChooseFromMenu(AlgoMenuFirstCommand + static_cast<uint32_t>(algo));
   WaitFor([&] { return window_.OpenMenu().empty(); });
   window_.WaitForPostedMessages();
