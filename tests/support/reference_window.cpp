@@ -414,8 +414,8 @@ std::u16string ReferenceWindow::OneRowDetails(const ReferenceFileRow& row) const
     text += u"\r\nSignature:\t" + row.signature;
   }
   if (row.listed) {
-    text += u"\r\nExpected:\t" + ReferenceHex(row.listed->bytes, uppercase) + u" (" + row.checksumFile +
-            u", line " + Number(row.checksumLine) + u")";
+    text += u"\r\nExpected:\t" + ReferenceHex(row.listed->bytes, uppercase) + u" (" +
+            row.checksumFile + u", line " + Number(row.checksumLine) + u")";
   }
   return text;
 }

@@ -199,9 +199,9 @@ class RowCheck {
 
 bool MatchesBox(const ReferenceFileRow& row, const ReferenceClaim& claim) {
   return row.status != RowStatus::Failed && std::ranges::any_of(claim.algos, [&](AlgoId id) {
-    const auto digest = row.digests.find(id);
-    return digest != row.digests.end() && digest->second == claim.bytes;
-  });
+           const auto digest = row.digests.find(id);
+           return digest != row.digests.end() && digest->second == claim.bytes;
+         });
 }
 
 // A value that no row has was looked for in every row with every algorithm that it may be of.
@@ -280,15 +280,16 @@ void TakeOrder(WindowModel& model, const std::vector<SeenRow>& seen) {
     ordered.push_back(model.rows[place->second]);
     places.erase(place);
   }
-  Require(places.empty(), "a row is not there: " + (places.empty() ? "" : Utf8(places.begin()->first.first)));
+  Require(places.empty(),
+          "a row is not there: " + (places.empty() ? "" : Utf8(places.begin()->first.first)));
   model.rows = std::move(ordered);
   model.isOrderKnown = true;
 }
 
 ReferenceWindow Compare(WindowModel& model, const SeenWindow& seen) {
-  Require(seen.rows.size() == model.rows.size(),
-          "there are " + std::to_string(seen.rows.size()) + " rows instead of " +
-              std::to_string(model.rows.size()));
+  Require(seen.rows.size() == model.rows.size(), "there are " + std::to_string(seen.rows.size()) +
+                                                     " rows instead of " +
+                                                     std::to_string(model.rows.size()));
   Expect("the columns", Joined(seen.headings), Joined(HeadingsOf(model)));
   std::vector<int> marks(seen.headings.size(), 0);
   if (model.sortColumn) marks[*model.sortColumn] = model.sortDescending ? -1 : 1;

@@ -99,14 +99,17 @@ FileWorld::FileWorld(Dice& dice) : dice_(dice) {
   }
   for (const char16_t* name :
        {u"tree/SHA256SUMS", u"tree/all.md5", u"tree/tree.sfv", u"tree/CHECKSUMS",
-        u"tree/checksum.txt", u"tree/sub 1/files.sha512", u"tree/rubbish.sha1",
-        u"tree/mixed.b3"}) {
+        u"tree/checksum.txt", u"tree/sub 1/files.sha512", u"tree/rubbish.sha1", u"tree/mixed.b3"}) {
     lists_.push_back(Add(name));
   }
   for (const size_t list : lists_) PutInPlace(list, MakeList(list));
   swr::testing::Hide(root_ + u"\\secret");
-  folders_ = {root_, root_ + u"\\sub 1", root_ + u"\\sub 2", root_ + u"\\many",
-              root_ + u"\\Ünïcode ☃", root_ + u"\\sub 2\\deep"};
+  folders_ = {root_,
+              root_ + u"\\sub 1",
+              root_ + u"\\sub 2",
+              root_ + u"\\many",
+              root_ + u"\\Ünïcode ☃",
+              root_ + u"\\sub 2\\deep"};
 }
 
 FileWorld::~FileWorld() { LetGo(); }

@@ -38,9 +38,9 @@ struct WorldFile {
   std::u16string path;
   std::u16string name;
   std::u16string folder;
-  std::vector<std::u16string> steps;  // the folders between the root and the file
-  bool isHidden = false;              // or in a folder that is
-  std::vector<FileState> states;      // the last is the present one
+  std::vector<std::u16string> steps;            // the folders between the root and the file
+  bool isHidden = false;                        // or in a folder that is
+  std::vector<FileState> states;                // the last is the present one
   std::optional<std::vector<ListedLine>> list;  // of a checksum file; empty for a useless one
 
   const FileState& Now() const { return states.back(); }

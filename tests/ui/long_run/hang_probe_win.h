@@ -23,8 +23,8 @@ class HangProbe {
   HangProbe& operator=(const HangProbe&) = delete;
 
   size_t Questions() const { return questions_; }
-  // Without the time for which the machine stood still meanwhile, and Wine with it: that is known of
-  // a thread that does nothing but sleep, which then is woken late.
+  // Without the time for which the machine stood still meanwhile, and Wine with it: that is known
+  // of a thread that does nothing but sleep, which then is woken late.
   std::chrono::milliseconds LongestAnswer() const { return std::chrono::milliseconds(longest_); }
   std::chrono::milliseconds LongestPause() const { return std::chrono::milliseconds(pause_); }
 
@@ -37,7 +37,7 @@ class HangProbe {
   std::atomic<long long> longest_ = 0;
   std::atomic<long long> pause_ = 0;
   std::atomic<long long> pauses_ = 0;  // all together
-  std::thread asking_;  // last: they use all of the above
+  std::thread asking_;                 // last: they use all of the above
   std::thread sleeping_;
 };
 

@@ -28,12 +28,16 @@ constexpr char usageText[] =
     "\n"
     "Uses the window at random: drops, removes, cancels, sorts, verifies, clears, changes\n"
     "algorithms, options, size and DPI, opens dialogs and menus, starts the program again, and\n"
-    "changes files behind its back. Every few dozen actions it waits until the window is at rest and\n"
-    "compares all rows, columns, details, lines and some colours with what a slow judge says. Each\n"
+    "changes files behind its back. Every few dozen actions it waits until the window is at rest "
+    "and\n"
+    "compares all rows, columns, details, lines and some colours with what a slow judge says. "
+    "Each\n"
     "time it has cleared the list it measures what the program holds of the system.\n"
     "\n"
-    "Ends with 1 when the window disagrees with the judge, crashes, gives no answer for 2 seconds,\n"
-    "or holds more in the end than in the beginning. A seed chooses the same actions again; how far\n"
+    "Ends with 1 when the window disagrees with the judge, crashes, gives no answer for 2 "
+    "seconds,\n"
+    "or holds more in the end than in the beginning. A seed chooses the same actions again; how "
+    "far\n"
     "the hashing has come at each of them is left to the machine.\n"
     "\n"
     "  --minutes N   how long; 2 by default\n"
@@ -131,11 +135,12 @@ class LongRun {
     log_.Add("cleared to measure");
     const ResourceSample sample = Measure(window_);
     resources_.Add(sample);
-    std::printf("after %zu actions: %llu handles, %llu GDI objects, %llu KiB in use, %llu private\n",
-                log_.Count(), static_cast<unsigned long long>(sample.handles),
-                static_cast<unsigned long long>(sample.gdiObjects),
-                static_cast<unsigned long long>(sample.workingSet / 1024),
-                static_cast<unsigned long long>(sample.privateBytes / 1024));
+    std::printf(
+        "after %zu actions: %llu handles, %llu GDI objects, %llu KiB in use, %llu private\n",
+        log_.Count(), static_cast<unsigned long long>(sample.handles),
+        static_cast<unsigned long long>(sample.gdiObjects),
+        static_cast<unsigned long long>(sample.workingSet / 1024),
+        static_cast<unsigned long long>(sample.privateBytes / 1024));
     std::fflush(stdout);
   }
 
@@ -155,9 +160,10 @@ class LongRun {
       std::printf("  %zu %s\n", count, name.c_str());
     }
     std::printf("%zu comparisons of all rows, %zu rows in all\n", comparisons_, rows_);
-    std::printf("longest time to an answer: %d ms, of %zu questions; the machine's longest pause: %d ms\n",
-                static_cast<int>(probe_.LongestAnswer().count()), probe_.Questions(),
-                static_cast<int>(probe_.LongestPause().count()));
+    std::printf(
+        "longest time to an answer: %d ms, of %zu questions; the machine's longest pause: %d ms\n",
+        static_cast<int>(probe_.LongestAnswer().count()), probe_.Questions(),
+        static_cast<int>(probe_.LongestPause().count()));
     const ResourceSeries::Verdict verdict = resources_.Judge();
     std::printf("after Clear List, %zu times:\n%s", resources_.Count(), verdict.text.c_str());
     const bool hung = probe_.LongestAnswer() > LongestAnswer;
@@ -177,10 +183,11 @@ class LongRun {
   size_t comparisons_ = 0;
   size_t rows_ = 0;
   HangProbe probe_{window_.Handle(), [this](milliseconds time, milliseconds machine) {
-                     std::printf("answered after %d ms, of which the machine stood still for %d ms; "
-                                 "at: %s\n",
-                                 static_cast<int>(time.count()), static_cast<int>(machine.count()),
-                                 user_.Doing());
+                     std::printf(
+                         "answered after %d ms, of which the machine stood still for %d ms; "
+                         "at: %s\n",
+                         static_cast<int>(time.count()), static_cast<int>(machine.count()),
+                         user_.Doing());
                      std::fflush(stdout);
                    }};
 };

@@ -14,6 +14,7 @@ const std::vector<RandomUser::Kind>& RandomUser::Kinds() {
       {"folders dropped", 8, &RandomUser::DropFolder},
       {"crowds dropped", 1, &RandomUser::DropCrowd},
       {"checksum files dropped", 10, &RandomUser::DropList},
+      {"files picked", 2, &RandomUser::PickFiles},
       {"checksum files picked", 2, &RandomUser::PickList},
       {"second starts", 4, &RandomUser::StartAgain},
       {"some rows removed", 8, &RandomUser::RemoveSome},

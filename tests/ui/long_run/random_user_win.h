@@ -1,4 +1,5 @@
-// Somebody who uses the window at random, without waiting for it, and tells the model what was done.
+// Somebody who uses the window at random, without waiting for it, and tells the model what was
+// done.
 #pragma once
 
 #include <atomic>
@@ -54,6 +55,7 @@ class RandomUser {
   std::string DropFolder();
   std::string DropCrowd();
   std::string DropList();
+  std::string PickFiles();
   std::string PickList();
   std::string StartAgain();
   std::string RemoveSome();
@@ -101,6 +103,7 @@ class RandomUser {
   bool KnowOrder();
   std::vector<int> SomeRows(size_t most);
   void ExpectRowCount(const char* after) const;
+  void ExpectPickedRows(const char* after) const;
   std::vector<std::u16string> PathsOf(const std::vector<size_t>& files) const;
 
   Dice& dice_;

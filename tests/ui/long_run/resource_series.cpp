@@ -7,7 +7,7 @@ namespace {
 
 struct Resource {
   const char* name;
-  uint64_t ResourceSample::* value;
+  uint64_t ResourceSample::*value;
   // What it may be more in the end, for what is cached late. Wine's working set holds pictures of
   // windows, which come and go.
   uint64_t tolerance;

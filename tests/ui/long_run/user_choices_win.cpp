@@ -61,8 +61,8 @@ std::string RandomUser::Sort() {
   window_.ClickHeading(static_cast<int>(column));
   model_.sortDescending = model_.sortColumn == column && !model_.sortDescending;
   model_.sortColumn = column;
-  const bool isUnknown = std::ranges::any_of(
-      model_.rows, [](const ModelRow& row) { return row.isSizeUnknown; });
+  const bool isUnknown =
+      std::ranges::any_of(model_.rows, [](const ModelRow& row) { return row.isSizeUnknown; });
   const bool isForeseen = model_.isOrderKnown && (model_.isAtRest || column < 2) && !isUnknown;
   const std::string what = "by " + swr::WideToUtf8(heading);
   if (!isForeseen) {
@@ -217,8 +217,8 @@ std::string RandomUser::CompareTwo() {
     expected = u"The two files are identical.";
   }
   if (isForeseen && seen != expected) {
-    throw Disagreement("of two files is said: " + swr::WideToUtf8(seen) + " instead of: " +
-                       swr::WideToUtf8(expected));
+    throw Disagreement("of two files is said: " + swr::WideToUtf8(seen) +
+                       " instead of: " + swr::WideToUtf8(expected));
   }
   return swr::WideToUtf8(seen);
 }

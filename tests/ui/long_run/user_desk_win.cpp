@@ -53,8 +53,8 @@ std::string RandomUser::ResizeWindow() {
     window_.MoveTo(static_cast<int>(dice_.Pick(600)), static_cast<int>(dice_.Pick(400)));
     return "moved";
   }
-  window_.Resize({static_cast<int>(100 + dice_.Pick(1800)),
-                  static_cast<int>(100 + dice_.Pick(1500))});
+  window_.Resize(
+      {static_cast<int>(100 + dice_.Pick(1800)), static_cast<int>(100 + dice_.Pick(1500))});
   return "resized";
 }
 
@@ -74,7 +74,7 @@ std::string RandomUser::ChangeDpi() {
 
 // Keys that change nothing but the selection, the focus and what is in sight.
 std::string RandomUser::PressKeys() {
-  constexpr int keys[] = {VK_DOWN, VK_UP,    VK_NEXT,  VK_PRIOR, VK_HOME, VK_END,
+  constexpr int keys[] = {VK_DOWN,  VK_UP,    VK_NEXT,   VK_PRIOR, VK_HOME, VK_END,
                           VK_SPACE, VK_RIGHT, VK_ESCAPE, VK_TAB,   'A',     'F'};
   for (size_t count = 1 + dice_.Pick(6); count > 0; --count) {
     window_.PressKey(IDC_LIST, dice_.Of(keys));

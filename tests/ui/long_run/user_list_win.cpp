@@ -19,7 +19,8 @@ constexpr size_t LongList = 150;
 std::vector<size_t> RandomUser::SomeFiles(size_t most) {
   std::vector<size_t> files;
   for (size_t count = 1 + dice_.Pick(most); count > 0; --count) {
-    const size_t file = dice_.OneIn(8) ? dice_.Of(world_.LongFiles()) : dice_.Of(world_.PlainFiles());
+    const size_t file =
+        dice_.OneIn(8) ? dice_.Of(world_.LongFiles()) : dice_.Of(world_.PlainFiles());
     files.push_back(file);
   }
   return files;
@@ -106,6 +107,23 @@ std::string RandomUser::DropList() {
   return name + " loaded";
 }
 
+std::string RandomUser::PickFiles() {
+  const size_t file = dice_.Of(world_.PlainFiles());
+  ShowUp();
+  window_.PostCommand(ID_ADD_FILES);
+  const ProgramDialog dialog(window_, u"Add Files");
+  // The dialog itself refuses names of files that are not there.
+  if (dice_.OneIn(3) || !world_.Files()[file].IsThere()) {
+    dialog.Press(IDCANCEL);
+    return "not after all";
+  }
+  dialog.SetFileName(world_.Files()[file].path);
+  dialog.Press(IDOK);
+  const size_t added = model_.Add({file});
+  ExpectPickedRows("a picked file");
+  return std::to_string(added) + " new";
+}
+
 std::string RandomUser::PickList() {
   const auto list = FreshList();
   if (!list) return "none left";
@@ -121,10 +139,14 @@ std::string RandomUser::PickList() {
   dialog.SetFileName(file.path);
   dialog.Press(IDOK);
   model_.LoadList(*list);
-  // The file is read when the dialog is gone.
-  WaitFor([&] { return static_cast<size_t>(window_.RowCount()) == model_.rows.size(); });
-  ExpectRowCount("a picked checksum file");
+  ExpectPickedRows("a picked checksum file");
   return swr::WideToUtf8(file.name);
+}
+
+// What was picked is taken in when the dialog is gone.
+void RandomUser::ExpectPickedRows(const char* after) const {
+  WaitFor([&] { return static_cast<size_t>(window_.RowCount()) == model_.rows.size(); });
+  ExpectRowCount(after);
 }
 
 // As many at once; each hands its paths to the window.

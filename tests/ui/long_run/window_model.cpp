@@ -92,8 +92,8 @@ void WindowModel::Clear() {
 void WindowModel::Cancel() {
   if (isAtRest) return;
   for (ModelRow& row : rows) {
-    const bool lacksAny = std::ranges::any_of(
-        row.asked, [&](swr::AlgoId id) { return !row.digests.contains(id); });
+    const bool lacksAny =
+        std::ranges::any_of(row.asked, [&](swr::AlgoId id) { return !row.digests.contains(id); });
     if (row.error != 0 || !lacksAny) continue;
     row.mayLack = true;
     row.mayBeCancelled = true;

@@ -24,8 +24,8 @@ struct ModelRow {
   uint32_t checksumLine = 0;
   std::u16string modified;
   uint64_t size = 0;
-  bool isSizeUnknown = false;  // it failed after a try that may have gone well
-  uint32_t error = 0;          // why it can't be read; 0 while it can
+  bool isSizeUnknown = false;                  // it failed after a try that may have gone well
+  uint32_t error = 0;                          // why it can't be read; 0 while it can
   std::map<swr::AlgoId, DigestBytes> digests;  // seen in the window
   AlgoSet asked;                               // digests that it may have
   size_t firstState = 0;                       // of its file, since it is in the list
