@@ -8,8 +8,8 @@
 namespace app {
 
 std::optional<size_t> MainWindow::IndexOfRow(uint64_t id) const {
-  if (id >= rowIndex_.size()) return std::nullopt;
-  const size_t index = rowIndex_[static_cast<size_t>(id)];
+  if (id < firstIndexedId_ || id - firstIndexedId_ >= rowIndex_.size()) return std::nullopt;
+  const size_t index = rowIndex_[static_cast<size_t>(id - firstIndexedId_)];
   return index == NoRow ? std::nullopt : std::optional(index);
 }
 
@@ -27,7 +27,12 @@ void MainWindow::CountAgain(const ListRow& row) {
 }
 
 void MainWindow::RebuildRowIndex() {
-  std::ranges::fill(rowIndex_, NoRow);
+  if (rows.empty()) {
+    // No id of before comes again, so a long session of short lists needs no long table.
+    rowIndex_ = {};
+  } else {
+    std::ranges::fill(rowIndex_, NoRow);
+  }
   IndexRowsFrom(0);
   tally_.CountAll();
 }
@@ -39,10 +44,14 @@ void MainWindow::IndexAddedRows() {
 
 // Ids are given in ascending order and never again, so a table by id stays as short as can be.
 void MainWindow::IndexRowsFrom(size_t first) {
+  if (rowIndex_.empty() && first < rows.size()) {
+    const auto lowest = std::ranges::min_element(rows, {}, [](const auto& row) { return row->id; });
+    firstIndexedId_ = (*lowest)->id;
+  }
   for (size_t i = first; i < rows.size(); ++i) {
-    const auto id = static_cast<size_t>(rows[i]->id);
-    if (id >= rowIndex_.size()) rowIndex_.resize(id + 1, NoRow);
-    rowIndex_[id] = i;
+    const auto place = static_cast<size_t>(rows[i]->id - firstIndexedId_);
+    if (place >= rowIndex_.size()) rowIndex_.resize(place + 1, NoRow);
+    rowIndex_[place] = i;
   }
   paths_.Forget();
 }

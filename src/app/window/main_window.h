@@ -215,7 +215,8 @@ class MainWindow {
   // The index in `rows` of the row with this id, if there is one.
   std::optional<size_t> IndexOfRow(uint64_t id) const;
   static constexpr size_t NoRow = SIZE_MAX;
-  std::vector<size_t> rowIndex_;  // by id; NoRow for a row that is gone
+  std::vector<size_t> rowIndex_;  // by id, from the first one on; NoRow for a row that is gone
+  uint64_t firstIndexedId_ = 0;
   ListTally tally_{rows};
   RowPaths paths_{rows};
   uint64_t nextRowId_ = 1;

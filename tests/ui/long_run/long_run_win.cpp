@@ -98,7 +98,9 @@ class LongRun {
       const auto start = steady_clock::now();
       const std::chrono::duration<double> length(options_.minutes * 60);
       WarmUp();
+      MeasureAgainAndAgain();
       while (steady_clock::now() - start < length) Round();
+      MeasureAgainAndAgain();
       if (window_.Close() != 0) return Fail("the program ends with an error");
     } catch (const std::exception& failure) {
       return Fail(failure.what());
@@ -130,7 +132,19 @@ class LongRun {
   void Round() {
     for (size_t actions = 10 + dice_.Pick(30); actions > 0; --actions) Note(user_.Act());
     Compare();
-    if (dice_.OneIn(2)) return;
+    if (dice_.OneIn(2)) ClearAndMeasure();
+  }
+
+  // However few rounds there was time for, each of these shows what stays behind.
+  void MeasureAgainAndAgain() {
+    for (int i = 0; i < 5; ++i) {
+      user_.FillList();
+      Compare();
+      ClearAndMeasure();
+    }
+  }
+
+  void ClearAndMeasure() {
     user_.ClearAll();
     log_.Add("cleared to measure");
     const ResourceSample sample = Measure(window_);

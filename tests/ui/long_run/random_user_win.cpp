@@ -92,6 +92,14 @@ void RandomUser::ClearAll() {
   ExpectRowCount("Clear List");
 }
 
+void RandomUser::FillList() {
+  doing_ = "filling the list";
+  const std::u16string& folder = world_.Folders()[0];
+  window_.Drop({folder});
+  model_.Add(world_.Walk(folder, model_.includeHidden));
+  ExpectRowCount("a drop of all files");
+}
+
 bool RandomUser::KnowOrder() {
   if (!model_.isOrderKnown) TakeOrder(model_, ReadOrder(window_));
   return !model_.rows.empty();

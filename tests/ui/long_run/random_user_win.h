@@ -34,6 +34,8 @@ class RandomUser {
   static size_t KindCount();
   // Waits until the window is at rest and compares all of it. The number of rows.
   size_t CompareAll();
+  // Drops all files but the crowd.
+  void FillList();
   // Clears the list and waits until that is done. The window then has always the same size.
   void ClearAll();
 
