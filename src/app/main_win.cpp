@@ -10,6 +10,7 @@
 
 #include "app/instance/instance_win.h"
 #include "app/window/main_dialog_win.h"
+#include "swr/system/system_library_win.h"
 #include "swr/system/unique_handle.h"
 #include "swr/system/wide_text_win.h"
 
@@ -35,6 +36,7 @@ std::vector<std::u16string> CommandLinePaths() {
 }  // namespace
 
 int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR, int showCommand) {
+  swr::UseSystemLibrariesOnly();
   const std::vector<std::u16string> paths = CommandLinePaths();
   app::WindowsInstanceSystem instances;
   if (app::ForwardToFirstInstance(instances, paths)) return 0;

@@ -14,6 +14,7 @@
 #include "swr/hash/digest_text.h"
 #include "swr/paths/path_forms.h"
 #include "swr/provenance/signature.h"
+#include "swr/system/system_library_win.h"
 #include "swr/system/unique_handle.h"
 #include "swr/system/wide_text_win.h"
 
@@ -40,7 +41,7 @@ using CatalogAdmin = UniqueHandle<CatalogAdminTraits>;
 template <typename Function>
 Function FindInWintrust(const char* name) {
   return reinterpret_cast<Function>(
-      reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"wintrust.dll"), name)));
+      reinterpret_cast<void*>(GetProcAddress(LoadSystemLibrary(L"wintrust.dll"), name)));
 }
 
 // The forms with a named hash algorithm, which systems before Windows 8 lack.

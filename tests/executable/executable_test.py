@@ -1,0 +1,193 @@
+#!/usr/bin/python3
+"""What a scanner of executables reads from the program's file: hardening, imports, manifest.
+
+    executable_test.py SUMWRIGHT.EXE SUMWRIGHT.MAP
+
+The map is the linker's; it tells where the functions lie that a stripped file no longer names.
+"""
+
+import pathlib
+import re
+import struct
+import sys
+import xml.etree.ElementTree
+
+import pefile
+
+# Loaded with the program. Windows takes these from its own folder in every version ("known DLLs"),
+# whatever lies beside the program; comctl32 comes from the side-by-side store by the manifest.
+LOADED_AT_START = {"advapi32.dll", "comctl32.dll", "gdi32.dll", "kernel32.dll", "msvcrt.dll", "ole32.dll",
+                   "shell32.dll", "shlwapi.dll", "user32.dll"}
+# Loaded when first called, by full path.
+DELAYED = {"bcrypt.dll", "crypt32.dll", "uxtheme.dll", "wintrust.dll"}
+# Asked for a function that older systems lack, as they are there already; on 32-bit Windows the
+# compiler's start-up code asks whether its own library is there, which it takes only if so.
+ASKED = {True: {"ntdll.dll"}, False: {"ntdll.dll", "libgcc_s_dw2-1.dll"}}
+# Whatever ends in these would be a way out of the machine.
+NETWORK = re.compile(r"ws2_32|wsock32|mswsock|winhttp|wininet|urlmon|dnsapi|iphlpapi|rasapi|netapi|wldap|"
+                     r"httpapi|webio|websocket|winrnr|bitsadmin|wsdapi|xmlhttp|socket|internetopen|urldownload|"
+                     r"cryptretrieveobject", re.IGNORECASE)
+
+failures = 0
+
+
+def expect(what, found, expected):
+    global failures
+    if found != expected:
+        failures += 1
+        print(f"{what}: {found!r} instead of {expected!r}")
+
+
+class Program:
+    def __init__(self, path, linker_map):
+        symbols = re.findall(r"^ +0x([0-9a-f]+) {2,}(\S+)$", linker_map.read_text(), re.MULTILINE)
+        self.pe = pefile.PE(path)
+        self.is_64 = self.pe.OPTIONAL_HEADER.Magic == 0x20B
+        self.base = self.pe.OPTIONAL_HEADER.ImageBase
+        self.sections = [(section.Name.rstrip(b"\0").decode(), section.VirtualAddress, section.get_data(),
+                          section.Characteristics) for section in self.pe.sections]
+        self.symbols = {name: int(address, 16) - self.base for address, name in symbols}
+
+    def code(self):
+        return [(address, data) for _, address, data, flags in self.sections
+                if flags & pefile.SECTION_CHARACTERISTICS["IMAGE_SCN_MEM_EXECUTE"]]
+
+    def relocated(self):
+        """The offsets of what the loader moves along with the program."""
+        return [entry.rva for block in self.pe.DIRECTORY_ENTRY_BASERELOC for entry in block.entries
+                if entry.type != 0]
+
+    def references(self):
+        """How often each address of the program is spoken of: by instructions relative to themselves,
+        and by absolute addresses, in code and data.
+
+        No disassembly: each four bytes of code are taken for a distance. That four bytes which mean
+        something else hit one given address happens once in some thousand programs.
+        """
+        counts = {}
+        for start, data in self.code():
+            for offset in range(len(data) - 3):
+                target = start + offset + 4 + struct.unpack_from("<i", data, offset)[0]
+                counts[target] = counts.get(target, 0) + 1
+        for address in self.relocated():
+            target = self.pe.get_qword_at_rva(address) if self.is_64 else self.pe.get_dword_at_rva(address)
+            counts[target - self.base] = counts.get(target - self.base, 0) + 1
+        for name, _, data, _ in self.sections:
+            if name == ".xdata":  # names handlers of exceptions by their distance from the program's start
+                for (target,) in struct.iter_unpack("<I", data[:len(data) // 4 * 4]):
+                    counts[target] = counts.get(target, 0) + 1
+        return counts
+
+    def find_stubs(self):
+        """Each jump through an import's slot that has a name of its own, by slot: what calls by name go to."""
+        named = set(self.symbols.values())
+        found = {}
+        for start, data in self.code():
+            for match in re.finditer(rb"\xff\x25(....)", data, re.DOTALL):
+                stub = start + match.start()
+                if stub in named:
+                    if self.is_64:
+                        slot = stub + 6 + struct.unpack("<i", match.group(1))[0]
+                    else:
+                        slot = struct.unpack("<I", match.group(1))[0] - self.base
+                    found[slot] = stub
+        return found
+
+
+def check_headers(program):
+    flags = program.pe.OPTIONAL_HEADER.DllCharacteristics
+    names = {name for name, bit in pefile.DLL_CHARACTERISTICS.items() if isinstance(name, str) and flags & bit}
+    expected = {"IMAGE_DLLCHARACTERISTICS_DYNAMIC_BASE", "IMAGE_DLLCHARACTERISTICS_NX_COMPAT"}
+    if program.is_64:
+        expected |= {"IMAGE_DLLCHARACTERISTICS_HIGH_ENTROPY_VA"}
+    expect("DLL characteristics", sorted(names), sorted(expected))
+    # Without them the flag moves nothing.
+    expect("relocations are stripped", bool(program.pe.FILE_HEADER.Characteristics & 1), False)
+    expect("addresses that move with the program", len(program.relocated()) > 500, True)
+    if program.is_64:
+        # Windows keeps a program below 4 GiB, with few random bits, if that is where it wants to be.
+        expect("image base above 4 GiB", program.base > 0xFFFFFFFF, True)
+
+
+def check_sections(program):
+    write = pefile.SECTION_CHARACTERISTICS["IMAGE_SCN_MEM_WRITE"]
+    execute = pefile.SECTION_CHARACTERISTICS["IMAGE_SCN_MEM_EXECUTE"]
+    expect("sections with code", [name for name, _, _, flags in program.sections if flags & execute], [".text"])
+    expect("sections that are written and executed",
+           [name for name, _, _, flags in program.sections if flags & write and flags & execute], [])
+
+
+def check_imports(program):
+    tables = {table.dll.decode().lower(): table.imports for table in program.pe.DIRECTORY_ENTRY_IMPORT}
+    expect("libraries loaded at the start", sorted(tables), sorted(LOADED_AT_START))
+    references = program.references()
+    stubs = program.find_stubs()
+    unused = []
+    for table in tables.values():
+        for function in table:
+            slot = function.address - program.base
+            stub = stubs.get(slot)
+            # The stub speaks of the slot itself.
+            direct = references.get(slot, 0) - (stub is not None)
+            if direct <= 0 and not references.get(stub, 0):
+                unused.append(function.name.decode())
+    expect("imports that no code speaks of", unused, [])
+    expect("imports", sum(map(len, tables.values())) > 200, True)
+
+
+def texts(data):
+    found = {match.decode() for match in re.findall(rb"[\x20-\x7e]{4,}", data)}
+    # Not the last letter and the null of the narrow text before it.
+    wide = re.findall(rb"(?<![\x20-\x7e])(?:[\x20-\x7e]\0){4,}", data)
+    return found | {match.decode("utf-16-le") for match in wide}
+
+
+def check_library_names(program):
+    """No library is spoken of but those that are meant to be, whether imported or asked for by name."""
+    resources = program.pe.OPTIONAL_HEADER.DATA_DIRECTORY[2].VirtualAddress
+    named, network = set(), set()
+    for _, address, data, _ in program.sections:
+        if address == resources:
+            continue
+        for text in texts(data):
+            named |= {name.lower() for name in re.findall(r"[\w.+-]+\.(?:dll|ocx|drv|cpl)\b", text, re.IGNORECASE)}
+            if NETWORK.search(text):
+                network.add(text)
+    expect("libraries named in the file", sorted(named), sorted(LOADED_AT_START | DELAYED | ASKED[program.is_64]))
+    expect("texts that speak of a network", sorted(network), [])
+
+
+def check_manifest(program):
+    manifests = [program.pe.get_data(language.data.struct.OffsetToData, language.data.struct.Size)
+                 for kind in program.pe.DIRECTORY_ENTRY_RESOURCE.entries if kind.id == 24
+                 for number in kind.directory.entries for language in number.directory.entries]
+    expect("manifests", len(manifests), 1)
+    root = xml.etree.ElementTree.fromstring(manifests[0])
+    levels = [element.attrib for element in root.iter() if element.tag.endswith("}requestedExecutionLevel")]
+    expect("level of execution", levels, [{"level": "asInvoker", "uiAccess": "false"}])
+
+
+def check_stack_guard(program, linker_map):
+    """Functions with arrays end in a look at the guard; it and the check are our own (stack_guard_win.cpp)."""
+    expect("the compiler's own guard library is linked", "libssp.a(" in linker_map.read_text(), False)
+    check = program.symbols["__stack_chk_fail"]
+    calls = 0
+    for start, data in program.code():
+        for match in re.finditer(rb"[\xe8\xe9](....)", data, re.DOTALL):
+            calls += start + match.start() + 5 + struct.unpack("<i", match.group(1))[0] == check
+    expect(f"{calls} functions under guard are enough", calls > 150, True)
+
+
+def main():
+    linker_map = pathlib.Path(sys.argv[2])
+    program = Program(sys.argv[1], linker_map)
+    check_headers(program)
+    check_sections(program)
+    check_imports(program)
+    check_library_names(program)
+    check_manifest(program)
+    check_stack_guard(program, linker_map)
+    sys.exit(1 if failures else 0)
+
+
+main()
