@@ -1,9 +1,9 @@
 // The value that the compiler puts on the stack before each array and looks at again before a
 // function returns, and the end of a process in which it was overwritten.
 //
-// The compiler's own library would draw the value from CryptGenRandom, for which Windows 7 looks for
-// a library in the program's folder before any code of the program runs. This one asks nothing but
-// the kernel: what other compilers for Windows take for it too.
+// The compiler's own library would draw the value from CryptGenRandom, for which Windows 7 looks
+// for a library in the program's folder before any code of the program runs. This one asks nothing
+// but the kernel: what other compilers for Windows take for it too.
 #include "swr/system/windows_api_win.h"
 
 #include <cstdint>
