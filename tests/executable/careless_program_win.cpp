@@ -1,0 +1,9 @@
+// Loads libraries by their bare names, as a program without precautions does:
+//   careless_program.exe NAME...
+// Shows that what the test plants is taken where nothing prevents it.
+#include "swr/system/windows_api_win.h"
+
+int wmain(int count, wchar_t** names) {
+  for (int i = 1; i < count; ++i) LoadLibraryW(names[i]);
+  return 0;
+}

@@ -1,0 +1,16 @@
+// A library that leaves a mark beside itself, "NAME.dll.loaded", when a process loads it: what somebody
+// could put into the folder of downloads under the name of one of Windows.
+#include "swr/system/windows_api_win.h"
+
+#include <array>
+#include <string>
+
+extern "C" BOOL WINAPI DllMain(HINSTANCE self, DWORD reason, void*) {
+  if (reason != DLL_PROCESS_ATTACH) return TRUE;
+  std::array<wchar_t, MAX_PATH> path;
+  const DWORD length = GetModuleFileNameW(self, path.data(), path.size());
+  const std::wstring mark = std::wstring(path.data(), length) + L".loaded";
+  CloseHandle(CreateFileW(mark.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
+                          FILE_ATTRIBUTE_NORMAL, nullptr));
+  return TRUE;
+}
