@@ -27,12 +27,9 @@ void MainWindow::CountAgain(const ListRow& row) {
 }
 
 void MainWindow::RebuildRowIndex() {
-  if (rows.empty()) {
-    // No id of before comes again, so a long session of short lists needs no long table.
-    rowIndex_ = {};
-  } else {
-    std::ranges::fill(rowIndex_, NoRow);
-  }
+  rowIndex_.clear();
+  // What an emptied list took is given back.
+  if (rows.empty()) rowIndex_.shrink_to_fit();
   IndexRowsFrom(0);
   tally_.CountAll();
 }
@@ -42,9 +39,10 @@ void MainWindow::IndexAddedRows() {
   tally_.CountAdded();
 }
 
-// Ids are given in ascending order and never again, so a table by id stays as short as can be.
+// Ids are given in ascending order and never again, so a table by id, from the lowest one on, stays
+// as short as can be.
 void MainWindow::IndexRowsFrom(size_t first) {
-  if (rowIndex_.empty() && first < rows.size()) {
+  if (rowIndex_.empty() && !rows.empty()) {
     const auto lowest = std::ranges::min_element(rows, {}, [](const auto& row) { return row->id; });
     firstIndexedId_ = (*lowest)->id;
   }

@@ -26,6 +26,21 @@ TEST(FindRowTest, KnowsEachIdAndNoOther) {
   EXPECT_EQ(window.main.FindRow(99), nullptr);
 }
 
+// Ids rise as long as the program runs; what they take of memory must not.
+TEST(FindRowTest, TheRowsOfALongSessionCostNoMoreThanThoseOfAShortOne) {
+  FakeWindow window;
+  const uint64_t first = window.AddRow(u"first").id;
+  window.main.ClearList();
+  window.nextId = uint64_t{1} << 50;
+  ListRow& a = window.AddRow(u"a");
+  ListRow& b = window.AddRow(u"b");
+  EXPECT_EQ(window.main.FindRow(a.id), &a);
+  EXPECT_EQ(window.main.FindRow(b.id), &b);
+  EXPECT_EQ(window.main.FindRow(first), nullptr);
+  EXPECT_EQ(window.main.FindRow(a.id - 1), nullptr);
+  EXPECT_EQ(window.main.FindRow(b.id + 1), nullptr);
+}
+
 TEST(RepaintRowTest, PaintsTheRowOfTheIdOnly) {
   FakeWindow window;
   window.AddRow(u"a");
