@@ -5,6 +5,7 @@
 
 #include <array>
 
+#include "swr/paths/path_forms.h"
 #include "swr/system/unique_handle.h"
 #include "swr/system/wide_text_win.h"
 
@@ -26,7 +27,8 @@ void OpenWithShell(const std::u16string& target) {
 void ShowInFileManager(const std::u16string& path, const std::u16string& folder) {
   const swr::UniqueHandle<ItemListTraits> item(ILCreateFromPathW(swr::AsWide(path)));
   if (!item) {
-    OpenWithShell(folder);
+    // A listed name can call any file a folder, a program too, which the shell would run.
+    if (swr::IsDirectoryPath(folder)) OpenWithShell(folder);
     return;
   }
   SHOpenFolderAndSelectItems(item.Get(), 0, nullptr, 0);

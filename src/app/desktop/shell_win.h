@@ -11,7 +11,8 @@ namespace app {
 // Opens an address with the user's browser, or a folder with the file manager.
 void OpenWithShell(const std::u16string& target);
 
-// Opens the folder of the file with the file selected; when that fails, `folder` itself.
+// Opens the folder of the file with the file selected; when that fails, `folder` itself if it
+// is one.
 void ShowInFileManager(const std::u16string& path, const std::u16string& folder);
 
 // Opens the system's command prompt in `folder`, which runs `command` and stays open.

@@ -4,6 +4,7 @@
 
 #include <vector>
 
+#include "app/desktop/addresses.h"
 #include "app/desktop/gdi_handles_win.h"
 #include "app/desktop/shell_win.h"
 #include "swr/system/wide_text_win.h"
@@ -34,7 +35,8 @@ const wchar_t* TextOrNothing(const std::u16string& text) {
 
 HRESULT CALLBACK OnTaskDialog(HWND, UINT notification, WPARAM, LPARAM lParam, LONG_PTR) {
   if (notification == TDN_HYPERLINK_CLICKED) {
-    OpenWithShell(swr::FromWide(reinterpret_cast<const wchar_t*>(lParam)));
+    const std::u16string address = swr::FromWide(reinterpret_cast<const wchar_t*>(lParam));
+    if (MayLinkTo(address)) OpenWithShell(address);
   }
   return S_OK;
 }

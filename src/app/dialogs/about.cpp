@@ -20,13 +20,14 @@ std::u16string Link(std::u16string_view address, std::u16string_view words) {
 }  // namespace
 
 TaskDialogSpec AboutDialog(const std::u16string& locationLine) {
-  return {.title = u"About Sumwright",
-          .mainInstruction = std::u16string(u"Sumwright ") + Version,
-          .content = std::u16string(Copyright) + u"\nFreeware from Zendrik.\n\n" + locationLine +
-                     u"\n\n" + Link(ProductPage, ProductPage) + u"\n" +
-                     Link(u"mailto:" + std::u16string(SupportMailbox), SupportMailbox),
-          .footer = Licences,
-          .customIcon = IDI_APP};
+  return {
+      .title = u"About Sumwright",
+      .mainInstruction = std::u16string(u"Sumwright ") + Version,
+      .content = std::u16string(Copyright) + u"\nFreeware from Zendrik.\n\n" + locationLine +
+                 u"\n\n" + Link(ProductPage, ProductPage) + u"\n" +
+                 Link(std::u16string(MailScheme) + std::u16string(SupportMailbox), SupportMailbox),
+      .footer = Licences,
+      .customIcon = IDI_APP};
 }
 
 }  // namespace app

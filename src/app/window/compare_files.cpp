@@ -3,6 +3,7 @@
 #include "app/window/main_window.h"
 #include "swr/hash/digest_text.h"
 #include "swr/text/display_text.h"
+#include "swr/text/shown_name.h"
 
 namespace app {
 namespace {
@@ -17,7 +18,7 @@ bool IsSettled(const ListRow& row) {
 
 TaskDialogSpec SizesDiffer(const ListRow& first, const ListRow& second) {
   const auto line = [](const ListRow& row) {
-    return row.name + u" (" + swr::FormatSize(row.size) + u")\n";
+    return swr::ShownName(row.name) + u" (" + swr::FormatSize(row.size) + u")\n";
   };
   return MessageDialog(TaskDialogIcon::Warning, u"The two files are different.",
                        line(first) + line(second) + u"\nTheir sizes differ.");
@@ -28,7 +29,8 @@ TaskDialogSpec Answer(const ListRow& first, const ListRow& second) {
   if (first.status == RowStatus::Failed || second.status == RowStatus::Failed) {
     return MessageDialog(TaskDialogIcon::Error, u"One of the files can't be read.");
   }
-  const std::u16string compared = first.name + u"\n" + second.name + u"\n\nCompared by " +
+  const std::u16string compared = swr::ShownName(first.name) + u"\n" + swr::ShownName(second.name) +
+                                  u"\n\nCompared by " +
                                   std::u16string(swr::GetAlgo(CompareAlgo).name);
   if (swr::DigestEquals(SlotOf(first), SlotOf(second).View())) {
     return MessageDialog(TaskDialogIcon::Information, u"The two files are identical.",

@@ -2,7 +2,9 @@
 #include <string_view>
 
 #include "app/window/main_window.h"
+#include "swr/checksums/name_escape.h"
 #include "swr/hash/digest_text.h"
+#include "swr/text/shown_name.h"
 
 namespace app {
 namespace {
@@ -11,13 +13,26 @@ std::u16string HexOf(const ListRow& row, swr::AlgoId id, bool uppercase) {
   return swr::DigestToWideHex(row.digests[swr::IndexOf(id)], uppercase);
 }
 
+// A file's name on a line of its own, as in a saved file: a line end within can't pass for another
+// line.
+struct LineName {
+  explicit LineName(const std::u16string& name)
+      : mark(swr::NameNeedsEscape(name) ? u"\\" : u""),
+        text(swr::NameNeedsEscape(name) ? swr::EscapeName(name) : name) {}
+
+  std::u16string_view mark;
+  std::u16string text;
+};
+
 // "SHA256 (name) = hex" for each digest of `mask` that the row has.
 std::u16string TaggedLines(const ListRow& row, swr::AlgoMask mask, bool uppercase) {
   std::u16string text;
+  const LineName name(row.name);
   for (const swr::AlgoId id : PresentAlgos(row, mask)) {
+    text += name.mark;
     const std::string_view tag = swr::GetAlgo(id).upperTag;
     text.append(tag.begin(), tag.end());
-    text += u" (" + row.name + u") = " + HexOf(row, id, uppercase) + u"\r\n";
+    text += u" (" + name.text + u") = " + HexOf(row, id, uppercase) + u"\r\n";
   }
   return text;
 }
@@ -60,9 +75,11 @@ void MainWindow::CopyLines() {
   // Of a million lines it would be moved often while it grows.
   text.reserve(nameUnits + selected.size() * (2 * swr::GetAlgo(algo).digestSize + 4));
   for (const size_t index : selected) {
+    const LineName name(rows[index]->name);
+    text += name.mark;
     text += HexOf(*rows[index], algo, uppercase);
     text += u"  ";
-    text += rows[index]->name;
+    text += name.text;
     text += u"\r\n";
   }
   desktop_.WriteClipboardText(text);
@@ -80,7 +97,10 @@ void MainWindow::CopyPaths() {
   const std::vector<size_t> selected = SelectedIndexes();
   std::u16string text;
   for (const size_t index : selected) {
-    text += rows[index]->path;
+    const std::u16string& path = rows[index]->path;
+    // A path that would look like two is none that Windows opens; it can come from a checksum file.
+    const bool looksLikeTwo = selected.size() > 1 && path.find_first_of(u"\r\n") != path.npos;
+    text += looksLikeTwo ? swr::ShownName(path) : path;
     if (selected.size() > 1) text += u"\r\n";
   }
   desktop_.WriteClipboardText(text);

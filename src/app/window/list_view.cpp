@@ -2,6 +2,7 @@
 #include "app/window/main_window.h"
 #include "swr/hash/digest_text.h"
 #include "swr/text/display_text.h"
+#include "swr/text/shown_name.h"
 
 namespace app {
 
@@ -11,9 +12,9 @@ std::u16string MainWindow::CellText(size_t row, size_t column) const {
   const ListRow& shown = *rows[row];
   switch (columns[column].kind) {
     case ColumnKind::Name:
-      return shown.name;
+      return swr::ShownName(shown.name);
     case ColumnKind::Folder:
-      return shown.folder;
+      return swr::ShownName(shown.folder);
     case ColumnKind::Size:
       return shown.status == RowStatus::Failed ? u"" : swr::FormatSize(shown.size);
     case ColumnKind::Digest: {

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "swr/text/decimal_text.h"
+#include "swr/text/shown_name.h"
 
 namespace app {
 namespace {
@@ -32,8 +33,8 @@ std::u16string AlgoName(swr::AlgoId id) { return std::u16string(swr::GetAlgo(id)
 ResultLine BoxLine(const BoxVerdict& verdict, const RowList& rows,
                    const swr::ParsedHash& expected) {
   if (verdict.matches == 1) {
-    return {u"Match. The " + AlgoName(verdict.matchAlgo) + u" of " + verdict.firstMatch->name +
-                u" is the expected hash.",
+    return {u"Match. The " + AlgoName(verdict.matchAlgo) + u" of " +
+                swr::ShownName(verdict.firstMatch->name) + u" is the expected hash.",
             ResultKind::Good};
   }
   if (verdict.matches > 1) {
@@ -48,9 +49,10 @@ ResultLine BoxLine(const BoxVerdict& verdict, const RowList& rows,
   }
   const ListRow& row = verdict.named != nullptr ? *verdict.named : *rows.front();
   if (row.status == RowStatus::Failed) {
-    return {row.name + u" can't be read, so it can't be compared.", ResultKind::Bad};
+    return {swr::ShownName(row.name) + u" can't be read, so it can't be compared.",
+            ResultKind::Bad};
   }
-  return {u"No match. " + row.name + u" has a different " +
+  return {u"No match. " + swr::ShownName(row.name) + u" has a different " +
               JoinAlgoNames(expected.candidates, u"and") + u".",
           ResultKind::Bad};
 }

@@ -10,6 +10,7 @@
 #include "swr/paths/path_forms.h"
 #include "swr/system/file.h"
 #include "swr/text/display_text.h"
+#include "swr/text/shown_name.h"
 
 namespace app {
 namespace {
@@ -122,7 +123,7 @@ void MainWindow::SaveChecksums() {
   if (error != 0) {
     desktop_.ShowTaskDialog(
         MessageDialog(TaskDialogIcon::Error, u"The checksums couldn't be saved.",
-                      target->path + u"\n\n" + swr::FormatErrorText(error) + u"."));
+                      swr::ShownName(target->path) + u"\n\n" + swr::FormatErrorText(error) + u"."));
   }
 }
 

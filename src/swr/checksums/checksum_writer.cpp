@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string_view>
 
+#include "swr/checksums/name_escape.h"
 #include "swr/hash/digest_text.h"
 #include "swr/text/encoding.h"
 
@@ -10,31 +11,6 @@ namespace swr {
 namespace {
 
 std::string_view LineEnd(const ExportOptions& options) { return options.crLf ? "\r\n" : "\n"; }
-
-// A name with a line end in it, or with the escape itself, can't stand on a line as it is.
-bool NameNeedsEscape(std::u16string_view name) {
-  return name.find_first_of(u"\\\n\r") != name.npos;
-}
-
-std::u16string EscapeName(std::u16string_view name) {
-  std::u16string escaped;
-  for (const char16_t unit : name) {
-    switch (unit) {
-      case u'\\':
-        escaped += u"\\\\";
-        break;
-      case u'\n':
-        escaped += u"\\n";
-        break;
-      case u'\r':
-        escaped += u"\\r";
-        break;
-      default:
-        escaped += unit;
-    }
-  }
-  return escaped;
-}
 
 // A name on a line that can be escaped, and the mark that says so.
 struct LineName {
