@@ -1,6 +1,7 @@
 // The rows of the list, and when a row needs more hashing.
 #include <algorithm>
 #include <functional>
+#include <span>
 #include <utility>
 
 #include "app/window/main_window.h"
@@ -42,16 +43,22 @@ void MainWindow::IndexAddedRows() {
 // Ids are given in ascending order and never again, so a table by id, from the lowest one on, stays
 // as short as can be.
 void MainWindow::IndexRowsFrom(size_t first) {
-  if (rowIndex_.empty() && !rows.empty()) {
-    const auto lowest = std::ranges::min_element(rows, {}, [](const auto& row) { return row->id; });
-    firstIndexedId_ = (*lowest)->id;
+  paths_.Forget();
+  if (first == rows.size()) return;
+  const auto idOf = [](const auto& row) { return row->id; };
+  const auto added = std::span(rows).subspan(first);
+  const uint64_t lowest = (*std::ranges::min_element(added, {}, idOf))->id;
+  if (rowIndex_.empty()) firstIndexedId_ = lowest;
+  if (lowest < firstIndexedId_) {
+    const auto missing = static_cast<size_t>(firstIndexedId_ - lowest);
+    rowIndex_.insert(rowIndex_.begin(), missing, NoRow);
+    firstIndexedId_ = lowest;
   }
   for (size_t i = first; i < rows.size(); ++i) {
     const auto place = static_cast<size_t>(rows[i]->id - firstIndexedId_);
     if (place >= rowIndex_.size()) rowIndex_.resize(place + 1, NoRow);
     rowIndex_[place] = i;
   }
-  paths_.Forget();
 }
 
 std::optional<HashJob> MainWindow::JobFor(ListRow& row, swr::AlgoMask mask) {

@@ -76,7 +76,7 @@ std::vector<std::u16string> Shown(const std::u16string& name, RowStatus status, 
 
   ListRow& other = window.AddRow(u"other");
   other.status = RowStatus::Done;
-  for (const uint64_t size : {100, 101}) {
+  for (const uint64_t size : {100u, 101u}) {
     other.size = size;
     PutDigest(other, {AlgoId::Sha256, 1});
     window.view.selected = {0, 1};
