@@ -1,0 +1,50 @@
+// What the shell is asked to open, with the real shell.
+#include "app/desktop/shell_win.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <string>
+#include <thread>
+
+#include "swr/system/file.h"
+#include "swr/text/encoding.h"
+#include "tests/support/temp_tree.h"
+
+namespace app::testing {
+namespace {
+
+using std::chrono::milliseconds;
+
+bool Exists(const std::u16string& path) {
+  uint32_t error = 0;
+  return swr::QueryFacts(path, error).has_value();
+}
+
+bool Appears(const std::u16string& path, milliseconds patience) {
+  for (milliseconds waited{0}; waited < patience; waited += milliseconds(50)) {
+    if (Exists(path)) return true;
+    std::this_thread::sleep_for(milliseconds(50));
+  }
+  return Exists(path);
+}
+
+// A checksum file can list "tool.bat\setup.exe", which makes a folder of a program.
+TEST(ShowInFileManagerTest, DoesNotStartAFolderThatIsAProgram) {
+  swr::testing::TempTree tree;
+  const std::u16string mark = tree.Path(u"started");
+  const std::u16string program =
+      tree.AddFile(u"tool.bat", "@echo started> \"" + swr::WideToUtf8(mark) + "\"\r\n");
+
+  ShowInFileManager(program + u"\\setup.exe", program);
+  EXPECT_FALSE(Appears(mark, milliseconds(1500)));
+
+  // It would have been seen.
+  OpenWithShell(program);
+  EXPECT_TRUE(Appears(mark, std::chrono::seconds(20)));
+  // The command prompt lets go of the program's file a moment later.
+  std::this_thread::sleep_for(milliseconds(500));
+}
+
+}  // namespace
+}  // namespace app::testing
