@@ -348,24 +348,29 @@ void RunningWindow::ScrollToRow(int row) const {
   AskWindow(Control(IDC_LIST), LVM_ENSUREVISIBLE, static_cast<WPARAM>(row), FALSE);
 }
 
-void RunningWindow::ClickHeading(int column) const {
+bool RunningWindow::ClickHeading(int column) const {
   const auto header = reinterpret_cast<HWND>(AskWindow(Control(IDC_LIST), LVM_GETHEADER));
   AskWindow(header, HDM_GETITEMRECT, static_cast<WPARAM>(column),
             static_cast<LPARAM>(caller_->ScratchAddress()));
   RECT rect = {};
   caller_->Scratch().Read(0, &rect, sizeof rect);
-  // One that is out of sight is brought into it first; a header takes no click outside of itself.
+  const POINT middle = {(rect.left + rect.right) / 2, (rect.top + rect.bottom) / 2};
+  // A header takes no click outside of what shows of it.
+  const auto placeInList = [&] {
+    POINT place = middle;
+    MapWindowPoints(header, Control(IDC_LIST), &place, 1);
+    return place.x;
+  };
   RECT list = {};
   GetClientRect(Control(IDC_LIST), &list);
-  POINT corner = {rect.left, rect.top};
-  MapWindowPoints(header, Control(IDC_LIST), &corner, 1);
-  const LONG width = rect.right - rect.left;
-  if (corner.x < 0 || corner.x + width > list.right) {
-    AskWindow(Control(IDC_LIST), LVM_SCROLL, static_cast<WPARAM>(corner.x), 0);
+  const auto isInSight = [&] { return placeInList() >= 0 && placeInList() < list.right; };
+  if (!isInSight()) {
+    AskWindow(Control(IDC_LIST), LVM_SCROLL, static_cast<WPARAM>(placeInList() - list.right / 2));
   }
-  const LPARAM middle = MAKELPARAM((rect.left + rect.right) / 2, (rect.top + rect.bottom) / 2);
-  AskWindow(header, WM_LBUTTONDOWN, MK_LBUTTON, middle);
-  AskWindow(header, WM_LBUTTONUP, 0, middle);
+  if (!isInSight()) return false;
+  AskWindow(header, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(middle.x, middle.y));
+  AskWindow(header, WM_LBUTTONUP, 0, MAKELPARAM(middle.x, middle.y));
+  return true;
 }
 
 void RunningWindow::Command(int id) const {

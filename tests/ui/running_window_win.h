@@ -112,7 +112,8 @@ class RunningWindow {
   // Of a row that shows, as it is on the screen: 0xRRGGBB.
   uint32_t RowBackground(int row) const;
   void ScrollToRow(int row) const;
-  void ClickHeading(int column) const;
+  // False when the heading can't be brought into sight: an empty list does not scroll.
+  bool ClickHeading(int column) const;
 
   // Commands.
   void Command(int id) const;

@@ -137,7 +137,7 @@ class LongRun {
 
   // However few rounds there was time for, each of these shows what stays behind.
   void MeasureAgainAndAgain() {
-    for (int i = 0; i < 5; ++i) {
+    for (size_t i = 0; i < ResourceSeries::SteadySamples; ++i) {
       user_.FillList();
       Compare();
       ClearAndMeasure();

@@ -21,10 +21,12 @@ class ResourceSeries {
   void Add(const ResourceSample& sample) { samples_.push_back(sample); }
   size_t Count() const { return samples_.size(); }
 
-  // Compares an early quarter of the samples with a late one, by the least of each: what is cached
-  // or not yet given back comes and goes, a leak raises the floor. The first sixth does not count:
-  // until everything was used once, the system's own libraries settle in. Fewer than six samples
-  // say nothing.
+  // Two looks at growth. An early quarter of the samples is compared with a late one, by the least
+  // of each: what is cached or not yet given back comes and goes, a leak raises the floor. The
+  // first sixth does not count: until everything was used once, the system's own libraries settle
+  // in. And in the last SteadySamples, between which the same was done again and again, nothing may
+  // grow.
+  static constexpr size_t SteadySamples = 5;
   struct Verdict {
     std::string text;  // a line for each resource
     bool hasGrown = false;

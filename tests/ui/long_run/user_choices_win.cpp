@@ -58,7 +58,7 @@ std::string RandomUser::Sort() {
   const std::vector<std::u16string> headings = window_.List().ColumnHeadings();
   const size_t column = dice_.Pick(headings.size());
   const std::u16string& heading = headings[column];
-  window_.ClickHeading(static_cast<int>(column));
+  if (!window_.ClickHeading(static_cast<int>(column))) return "by what is out of sight";
   model_.sortDescending = model_.sortColumn == column && !model_.sortDescending;
   model_.sortColumn = column;
   const bool isUnknown =

@@ -50,11 +50,11 @@ void RandomUser::PopUp(const std::function<void()>& ask) const {
 
 std::string RandomUser::ResizeWindow() {
   if (dice_.OneIn(3)) {
-    window_.MoveTo(static_cast<int>(dice_.Pick(600)), static_cast<int>(dice_.Pick(400)));
+    window_.MoveTo(static_cast<int>(dice_.Pick(300)), static_cast<int>(dice_.Pick(200)));
     return "moved";
   }
   window_.Resize(
-      {static_cast<int>(100 + dice_.Pick(1800)), static_cast<int>(100 + dice_.Pick(1500))});
+      {static_cast<int>(100 + dice_.Pick(1600)), static_cast<int>(100 + dice_.Pick(1200))});
   return "resized";
 }
 
