@@ -1,8 +1,10 @@
 #include "tests/ui/program_process_win.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <mutex>
 #include <stdexcept>
+#include <string>
 #include <thread>
 #include <utility>
 
@@ -27,6 +29,31 @@ std::wstring Quoted(const std::u16string& argument) {
     text += static_cast<wchar_t>(unit);
   }
   return text.append(backslashes, L'\\') + L'"';
+}
+
+// On a busy machine Wine fails to start a process once in a great while, so it is tried again, and
+// said.
+PROCESS_INFORMATION Start(const std::u16string& program, std::wstring commandLine,
+                          const StartOptions& options) {
+  STARTUPINFOW startup = {};
+  startup.cb = sizeof startup;
+  startup.dwFlags = STARTF_USESHOWWINDOW;
+  startup.wShowWindow = options.minimized ? SW_SHOWMINIMIZED : SW_SHOWNORMAL;
+  constexpr int attempts = 3;
+  DWORD error = 0;
+  for (int i = 0; i < attempts; ++i) {
+    PROCESS_INFORMATION made = {};
+    if (CreateProcessW(swr::AsWide(program), commandLine.data(), nullptr, nullptr, FALSE, 0,
+                       nullptr, options.folder.empty() ? nullptr : swr::AsWide(options.folder),
+                       &startup, &made)) {
+      return made;
+    }
+    error = GetLastError();
+    std::fprintf(stderr, "the program was not started, error %lu\n", error);
+    Sleep(500);
+  }
+  throw std::runtime_error("the program cannot be started, error " + std::to_string(error) +
+                           "; is its path right?");
 }
 
 }  // namespace
@@ -59,16 +86,7 @@ ProgramProcess::ProgramProcess(const StartOptions& options) {
   const std::u16string program = options.program.empty() ? ProgramUnderTest() : options.program;
   std::wstring commandLine = Quoted(program);
   for (const std::u16string& argument : options.arguments) commandLine += L' ' + Quoted(argument);
-  STARTUPINFOW startup = {};
-  startup.cb = sizeof startup;
-  startup.dwFlags = STARTF_USESHOWWINDOW;
-  startup.wShowWindow = options.minimized ? SW_SHOWMINIMIZED : SW_SHOWNORMAL;
-  PROCESS_INFORMATION made = {};
-  if (!CreateProcessW(swr::AsWide(program), commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr,
-                      options.folder.empty() ? nullptr : swr::AsWide(options.folder), &startup,
-                      &made)) {
-    throw std::runtime_error("the program cannot be started; is its path right?");
-  }
+  const PROCESS_INFORMATION made = Start(program, std::move(commandLine), options);
   CloseHandle(made.hThread);
   process_ = made.hProcess;
   id_ = made.dwProcessId;
