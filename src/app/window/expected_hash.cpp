@@ -19,7 +19,9 @@ void MainWindow::CompareExpected() {
   ResultLine line;
   bool queued = false;
   if (trimmed.empty()) {
-    line = VerificationLine(tally_.Verification(), queue_.GetSnapshot().active);
+    // What is on its way is not called unchecked.
+    const WorkerSnapshot snapshot = queue_.GetSnapshot();
+    line = VerificationLine(tally_.Verification(), snapshot.active || snapshot.resultsWait);
   } else if (!boxExpected) {
     line = NotAHashLine();
   } else if (rows.empty()) {

@@ -21,6 +21,7 @@ struct HashJob {
 // lasts until the next such moment.
 struct WorkerSnapshot {
   bool active = false;         // a job runs or waits
+  bool resultsWait = false;    // a finished job's result has not reached the window yet
   std::u16string currentPath;  // of the running job; empty between jobs
   uint64_t currentBytes = 0;   // read so far of the running job
   uint64_t currentSize = 0;    // the running job's size as it was queued

@@ -16,6 +16,11 @@ void ResultQueue::PostResult(std::unique_ptr<ResultMessage> result) {
 
 void ResultQueue::PostProgress() { announcements_.progress(); }
 
+bool ResultQueue::HoldsResults() const {
+  const std::lock_guard lock(mutex_);
+  return !results_.empty();
+}
+
 std::vector<std::unique_ptr<ResultMessage>> ResultQueue::Take(size_t most) {
   const std::lock_guard lock(mutex_);
   if (results_.empty()) announced_ = false;

@@ -30,6 +30,7 @@ class ResultQueue final : public WorkerSink {
 
   void PostResult(std::unique_ptr<ResultMessage> result) override;
   void PostProgress() override;
+  bool HoldsResults() const override;
 
   // The results that have gathered, in order, but no more than `most`; ownership passes to the
   // caller. Called on the window's thread. After an empty answer the next result is announced
@@ -38,7 +39,7 @@ class ResultQueue final : public WorkerSink {
 
  private:
   Announcements announcements_;
-  std::mutex mutex_;
+  mutable std::mutex mutex_;
   std::deque<std::unique_ptr<ResultMessage>> results_;  // under mutex_
   bool announced_ = false;                              // under mutex_
 };

@@ -85,6 +85,7 @@ void Worker::CancelAll() {
 WorkerSnapshot Worker::GetSnapshot() const {
   const std::lock_guard lock(mutex_);
   WorkerSnapshot snapshot{.active = busy_ || !IsQueueEmpty(),
+                          .resultsWait = sink_.HoldsResults(),
                           .currentPath = currentPath_,
                           .currentBytes = busy_ ? currentBytes_.load() : 0,
                           .currentSize = currentSize_};
@@ -128,12 +129,11 @@ void Worker::RunJob(HashJob job) {
   result->mask = job.mask;
   result->outcome = swr::HashFile(job.path, job.mask, options);
   result->path = std::move(job.path);
-  {
-    const std::lock_guard lock(mutex_);
-    busy_ = false;
-    currentPath_.clear();
-    doneBytes_ += job.size;
-  }
+  const std::lock_guard lock(mutex_);
+  busy_ = false;
+  currentPath_.clear();
+  doneBytes_ += job.size;
+  // Under the lock, or a snapshot could fall between the two and know of neither.
   sink_.PostResult(std::move(result));
 }
 

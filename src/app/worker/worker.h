@@ -30,8 +30,8 @@ struct ResultMessage {
   swr::HashOutcome outcome;
 };
 
-// Where the worker reports to. Both are called on the worker's thread and must not wait for the
-// window's.
+// Where the worker reports to. What is posted is posted on the worker's thread, and must neither
+// wait for the window's nor call the worker.
 class WorkerSink {
  public:
   virtual ~WorkerSink() = default;
@@ -39,6 +39,8 @@ class WorkerSink {
   virtual void PostResult(std::unique_ptr<ResultMessage> result) = 0;
   // Says that bytes moved on. Not called again before Worker::AcknowledgeProgress.
   virtual void PostProgress() = 0;
+  // Whether a result that was posted has not been taken over yet. Called on any thread.
+  virtual bool HoldsResults() const = 0;
 };
 
 // All but the thread's own body is called on the window's thread.

@@ -135,6 +135,21 @@ TEST(VerificationSummaryTest, TheBoxComesFirst) {
             (ResultLine{u"Not all files match: 0 OK, 1 FAILED.", ResultKind::Bad}));
 }
 
+// The worker is often done before the window has looked at the last results.
+TEST(VerificationSummaryTest, ResultsOnTheirWayAreNotCalledUnchecked) {
+  FakeWindow window;
+  AddRow(window, {.name = u"a", .digests = {{AlgoId::Sha256, Wanted}}, .expected = Wanted});
+  ListRow& row = AddRow(window, {.name = u"b", .status = RowStatus::Waiting, .expected = Wanted});
+  window.main.QueueRow(row, MaskOf(AlgoId::Sha256));
+  window.queue.snapshot = {.active = false, .resultsWait = true};
+  window.main.OnProgressTimer();
+  EXPECT_EQ(window.Result(), (ResultLine{u"Verifying 2 files...", ResultKind::Busy}));
+  window.queue.snapshot.resultsWait = false;
+  window.main.CompareExpected();
+  EXPECT_EQ(window.Result(),
+            (ResultLine{u"Not all files match: 1 OK, 1 not checked.", ResultKind::Bad}));
+}
+
 TEST(VerificationSummaryTest, TheTickThatEndsARunSaysIt) {
   FakeWindow window;
   ListRow& row = AddRow(window, {.name = u"a", .status = RowStatus::Waiting, .expected = Wanted});

@@ -119,13 +119,17 @@ class Results final : public WorkerSink {
     results_.push_back(std::move(result));
   }
   void PostProgress() override {}
+  bool HoldsResults() const override {
+    const std::lock_guard lock(mutex_);
+    return !results_.empty();
+  }
   std::vector<std::unique_ptr<ResultMessage>> Take() {
     const std::lock_guard lock(mutex_);
     return std::move(results_);
   }
 
  private:
-  std::mutex mutex_;
+  mutable std::mutex mutex_;
   std::vector<std::unique_ptr<ResultMessage>> results_;
 };
 

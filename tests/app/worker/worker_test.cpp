@@ -40,6 +40,11 @@ class Sink final : public WorkerSink {
     changed_.wait(lock, [this] { return !holds_; });
   }
 
+  bool HoldsResults() const override {
+    const std::lock_guard lock(mutex_);
+    return !results_.empty();
+  }
+
   void Hold() {
     const std::lock_guard lock(mutex_);
     holds_ = true;
@@ -65,7 +70,7 @@ class Sink final : public WorkerSink {
   }
 
  private:
-  std::mutex mutex_;
+  mutable std::mutex mutex_;
   std::condition_variable changed_;
   std::vector<std::unique_ptr<ResultMessage>> results_;
   int progressCount_ = 0;
@@ -145,6 +150,20 @@ TEST_F(WorkerTest, FiguresDuringAJob) {
   EXPECT_EQ(snapshot.currentBytes, 0u);
   EXPECT_EQ(snapshot.doneBytes, 130u) << "the sizes of the jobs, not the bytes read";
   EXPECT_EQ(snapshot.remainingJobs, 0u);
+}
+
+// Between a job that runs and a result that waits there is no moment of neither.
+TEST_F(WorkerTest, TellsOfResultsThatWait) {
+  EXPECT_FALSE(worker.GetSnapshot().resultsWait);
+  const HashJob job = Job(1, u"a");
+  for (int round = 0; round < 200; ++round) {
+    worker.Enqueue(job);
+    WorkerSnapshot snapshot = worker.GetSnapshot();
+    while (snapshot.active) snapshot = worker.GetSnapshot();
+    ASSERT_TRUE(snapshot.resultsWait);
+    ASSERT_EQ(sink.Wait(1).size(), 1u);
+    ASSERT_FALSE(worker.GetSnapshot().resultsWait);
+  }
 }
 
 TEST_F(WorkerTest, TheSpeedIsTheAverageOfTheBatchAfterHalfASecond) {
