@@ -141,7 +141,8 @@ TEST(VerificationSummaryTest, ResultsOnTheirWayAreNotCalledUnchecked) {
   AddRow(window, {.name = u"a", .digests = {{AlgoId::Sha256, Wanted}}, .expected = Wanted});
   ListRow& row = AddRow(window, {.name = u"b", .status = RowStatus::Waiting, .expected = Wanted});
   window.main.QueueRow(row, MaskOf(AlgoId::Sha256));
-  window.queue.snapshot = {.active = false, .resultsWait = true};
+  window.queue.jobs.clear();
+  window.queue.snapshot.resultsWait = true;
   window.main.OnProgressTimer();
   EXPECT_EQ(window.Result(), (ResultLine{u"Verifying 2 files...", ResultKind::Busy}));
   window.queue.snapshot.resultsWait = false;

@@ -11,19 +11,25 @@ struct Resource {
   // What there may be more late than early, for what the system's libraries still cache (they hold
   // about ten drawing objects more once every dialog was open at every DPI).
   uint64_t tolerance;
-  // What there may be more after the last samples, which is less than one for each of them.
+  // The same in a run of less than SettlingSamples.
+  uint64_t settlingTolerance;
+  // What there may be more after the last samples, beside their largest step, which may be one of
+  // the heap. Less than one for each of them.
   uint64_t steadyTolerance;
 };
 
 constexpr uint64_t MiB = uint64_t{1} << 20;
 constexpr uint64_t AnyNumber = UINT64_MAX / 2;
+// Some fifty minutes. The system's heap grows in steps of 6 MiB until it has its size: before the
+// early samples of such a run, but in the middle of a short one.
+constexpr size_t SettlingSamples = 180;
 constexpr Resource resources[] = {
-    {"handles", &ResourceSample::handles, 8, 2},
-    {"GDI objects", &ResourceSample::gdiObjects, 16, 2},
-    {"USER objects", &ResourceSample::userObjects, 8, 2},
-    {"private bytes", &ResourceSample::privateBytes, 4 * MiB, MiB / 2},
+    {"handles", &ResourceSample::handles, 8, 8, 2},
+    {"GDI objects", &ResourceSample::gdiObjects, 16, 16, 2},
+    {"USER objects", &ResourceSample::userObjects, 8, 8, 2},
+    {"private bytes", &ResourceSample::privateBytes, 4 * MiB, 24 * MiB, MiB / 2},
     // Told, not judged: under Wine it holds pictures of windows, which stay for a while.
-    {"working set", &ResourceSample::workingSet, AnyNumber, AnyNumber},
+    {"working set", &ResourceSample::workingSet, AnyNumber, AnyNumber, AnyNumber},
 };
 
 }  // namespace
@@ -45,8 +51,16 @@ ResourceSeries::Verdict ResourceSeries::Judge() const {
     const uint64_t late = least(samples_.size() - quarter);
     const uint64_t steady = samples_[samples_.size() - SteadySamples].*resource.value;
     const uint64_t last = samples_.back().*resource.value;
+    uint64_t largestStep = 0;
+    for (size_t i = samples_.size() - SteadySamples + 1; i < samples_.size(); ++i) {
+      const uint64_t before = samples_[i - 1].*resource.value;
+      const uint64_t now = samples_[i].*resource.value;
+      if (now > before) largestStep = std::max(largestStep, now - before);
+    }
+    const uint64_t tolerance =
+        samples_.size() < SettlingSamples ? resource.settlingTolerance : resource.tolerance;
     const bool grows =
-        late > early + resource.tolerance || last > steady + resource.steadyTolerance;
+        late > early + tolerance || last > steady + largestStep + resource.steadyTolerance;
     verdict.hasGrown = verdict.hasGrown || grows;
     verdict.text += std::string(resource.name) + ": " + std::to_string(early) + " early, " +
                     std::to_string(late) + " late; " + std::to_string(steady) + " to " +

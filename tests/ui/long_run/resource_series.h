@@ -25,7 +25,7 @@ class ResourceSeries {
   // of each: what is cached or not yet given back comes and goes, a leak raises the floor. The
   // first sixth does not count: until everything was used once, the system's own libraries settle
   // in. And in the last SteadySamples, between which the same was done again and again, nothing may
-  // grow.
+  // grow, but for a single step.
   static constexpr size_t SteadySamples = 5;
   struct Verdict {
     std::string text;  // a line for each resource

@@ -1,0 +1,68 @@
+#include "tests/ui/long_run/resource_series.h"
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <cstdint>
+
+namespace app::testing {
+namespace {
+
+constexpr size_t ShortRun = 16;
+constexpr size_t AnHour = 200;
+constexpr uint64_t MiB = uint64_t{1} << 20;
+
+// As many samples, each as `sampleAt` has it.
+template <typename SampleAt>
+bool Grows(size_t count, SampleAt sampleAt) {
+  ResourceSeries series;
+  for (size_t i = 0; i < count; ++i) series.Add(sampleAt(i));
+  return series.Judge().hasGrown;
+}
+
+TEST(ResourceSeriesTest, WhatStaysDoesNotGrow) {
+  for (const size_t count : {ShortRun, AnHour}) {
+    EXPECT_FALSE(Grows(count, [](size_t i) {
+      return ResourceSample{.handles = 53 + i % 2, .privateBytes = 30 * MiB};
+    }));
+  }
+}
+
+TEST(ResourceSeriesTest, ALeakEachTimeGrows) {
+  for (const size_t count : {ShortRun, AnHour}) {
+    EXPECT_TRUE(Grows(count, [](size_t i) { return ResourceSample{.handles = i}; }));
+    EXPECT_TRUE(Grows(count, [](size_t i) { return ResourceSample{.gdiObjects = i}; }));
+    EXPECT_TRUE(Grows(count, [](size_t i) { return ResourceSample{.userObjects = i}; }));
+    EXPECT_TRUE(Grows(count, [](size_t i) { return ResourceSample{.privateBytes = i * MiB / 4}; }));
+  }
+}
+
+TEST(ResourceSeriesTest, ALeakNowAndThenGrowsInAnHour) {
+  EXPECT_TRUE(Grows(AnHour, [](size_t i) { return ResourceSample{.handles = i / 10}; }));
+  EXPECT_TRUE(Grows(AnHour, [](size_t i) { return ResourceSample{.privateBytes = i * MiB / 20}; }));
+}
+
+TEST(ResourceSeriesTest, StepsOfTheHeapAreNoGrowthWhileItSettles) {
+  EXPECT_FALSE(Grows(ShortRun, [](size_t i) {
+    return ResourceSample{.privateBytes = (i < 6 ? 18 : i < 10 ? 24 : 30) * MiB};
+  }));
+  EXPECT_FALSE(Grows(ShortRun, [](size_t i) {
+    return ResourceSample{.privateBytes = (i < ShortRun - 2 ? 24 : 30) * MiB};
+  }));
+  EXPECT_FALSE(Grows(
+      AnHour, [](size_t i) { return ResourceSample{.privateBytes = (i < 30 ? 24 : 30) * MiB}; }));
+}
+
+TEST(ResourceSeriesTest, AStepThatStaysGrowsOnceTheHeapHasSettled) {
+  EXPECT_TRUE(Grows(
+      AnHour, [](size_t i) { return ResourceSample{.privateBytes = (i < 100 ? 24 : 30) * MiB}; }));
+}
+
+TEST(ResourceSeriesTest, WhatComesAndGoesIsNoGrowth) {
+  EXPECT_FALSE(Grows(AnHour, [](size_t i) {
+    return ResourceSample{.handles = 50, .privateBytes = (i % 3 == 0 ? 24 : 40) * MiB};
+  }));
+}
+
+}  // namespace
+}  // namespace app::testing
