@@ -14,14 +14,15 @@ struct Resource {
   // The same in a run of less than SettlingSamples.
   uint64_t settlingTolerance;
   // What there may be more after the last samples, beside their largest step, which may be one of
-  // the heap. Less than one for each of them.
+  // those steps. Less than one for each of them.
   uint64_t steadyTolerance;
 };
 
 constexpr uint64_t MiB = uint64_t{1} << 20;
 constexpr uint64_t AnyNumber = UINT64_MAX / 2;
-// Some fifty minutes. The system's heap grows in steps of 6 MiB until it has its size: before the
-// early samples of such a run, but in the middle of a short one.
+// Some fifty minutes. Private memory was seen to rise in steps of some 6 MiB, likely of the
+// system's heap, and then no more: before the early samples of such a run, but in the middle of a
+// short one.
 constexpr size_t SettlingSamples = 180;
 constexpr Resource resources[] = {
     {"handles", &ResourceSample::handles, 8, 8, 2},
