@@ -6,10 +6,10 @@
 //   long_list hash-twice FOLDER      the same, and once more for SHA3-256 and BLAKE3
 //   long_list window FOLDER          the folder dropped on the window, until all is hashed
 //   long_list box FOLDER             the same with a value in the Expected hash box that no file
-//   has long_list verify FILE            a checksum file opened in the window, until all is judged
-//   long_list load FILE              the same, until it stands in the window
-//   long_list memory ROWS            bytes a row, its texts apart, in a list of so many
-//   long_list actions ROWS           what one action costs in a list of so many hashed rows
+//   has long_list verify FILE            a checksum file opened in the window, until every row has
+//   its verdict long_list load FILE              the same, until it stands in the window long_list
+//   memory ROWS            bytes a row, its texts apart, in a list of so many long_list actions
+//   ROWS           what one action costs in a list of so many hashed rows
 #include <chrono>
 #include <condition_variable>
 #include <cstdio>

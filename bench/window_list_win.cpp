@@ -5,7 +5,8 @@
 //   window_list drop SUMWRIGHT FOLDER      the folder dropped on the window, until all is hashed
 //   window_list box SUMWRIGHT FOLDER       the same with a value in the Expected hash box that no
 //                                          file has
-//   window_list verify SUMWRIGHT LIST      a checksum file verified, until all is judged
+//   window_list verify SUMWRIGHT LIST      a checksum file verified, until every row has its
+//   verdict
 //
 // "longest message" is the longest that the window stayed away from its messages while the worker
 // hashed, in milliseconds.
@@ -104,7 +105,7 @@ void TimeVerification(const std::u16string& list) {
   window.WaitUntilIdle();
   TimeWindow(window, [&] {
     window.FollowBannerLink(u"a");
-    // A short list may be judged before the first look at it.
+    // A short list may be verified before the first look at it.
     WaitFor([&] { return window.RowCount() > 1; });
   });
 }

@@ -2,8 +2,8 @@
 #include <algorithm>
 #include <array>
 
-#include "fuzz/demand.h"
 #include "fuzz/fuzz_input.h"
+#include "fuzz/require.h"
 #include "swr/checksums/checksum_file.h"
 
 namespace {
@@ -19,35 +19,35 @@ constexpr std::array<std::u16string_view, 8> fileNames = {
     u"a.digests",
 };
 
-void DemandSound(const swr::ChecksumLine& line) {
-  using fuzz::Demand;
-  Demand(!line.candidates.empty(), "a line belongs to an algorithm");
+void RequireSound(const swr::ChecksumLine& line) {
+  using fuzz::Require;
+  Require(!line.candidates.empty(), "a line belongs to an algorithm");
   for (const swr::AlgoId id : line.candidates) {
-    Demand(std::ranges::count(line.candidates, id) == 1, "an algorithm is compared once");
+    Require(std::ranges::count(line.candidates, id) == 1, "an algorithm is compared once");
     // A plain line with the mark of XXH3 is kept whatever its length; verifying it fails.
-    Demand(line.digest.size() == swr::GetAlgo(id).digestSize || id == swr::AlgoId::Xxh3_64,
-           "a digest has its algorithm's length");
+    Require(line.digest.size() == swr::GetAlgo(id).digestSize || id == swr::AlgoId::Xxh3_64,
+            "a digest has its algorithm's length");
   }
 }
 
-void DemandNumbersInOrder(const swr::ChecksumSet& set, std::u16string_view text) {
+void RequireNumbersInOrder(const swr::ChecksumSet& set, std::u16string_view text) {
   std::vector<uint32_t> numbers = set.skippedLines;
-  fuzz::Demand(std::ranges::is_sorted(numbers), "skipped lines come in order");
+  fuzz::Require(std::ranges::is_sorted(numbers), "skipped lines come in order");
   uint32_t last = 0;
   for (const swr::ChecksumLine& line : set.lines) {
-    fuzz::Demand(line.lineNumber > last, "lines come in order");
+    fuzz::Require(line.lineNumber > last, "lines come in order");
     last = line.lineNumber;
     numbers.push_back(line.lineNumber);
   }
   std::ranges::sort(numbers);
-  fuzz::Demand(std::ranges::adjacent_find(numbers) == numbers.end(), "a line counts once");
+  fuzz::Require(std::ranges::adjacent_find(numbers) == numbers.end(), "a line counts once");
   const auto lines = 1 + std::ranges::count(text, u'\n');
-  fuzz::Demand(numbers.empty() || (numbers.front() >= 1 && numbers.back() <= lines),
-               "a line that is told of is there");
+  fuzz::Require(numbers.empty() || (numbers.front() >= 1 && numbers.back() <= lines),
+                "a line that is told of is there");
 }
 
-void DemandLineEndsDoNotMatter(const swr::ChecksumSet& set, std::u16string_view text,
-                               std::u16string_view path) {
+void RequireLineEndsDoNotMatter(const swr::ChecksumSet& set, std::u16string_view text,
+                                std::u16string_view path) {
   if (text.find(u'\r') != text.npos) return;
   std::u16string withReturns;
   for (const char16_t unit : text) {
@@ -55,8 +55,8 @@ void DemandLineEndsDoNotMatter(const swr::ChecksumSet& set, std::u16string_view 
     withReturns += unit;
   }
   const swr::ChecksumSet again = swr::ParseChecksumText(withReturns, path);
-  fuzz::Demand(again.lines == set.lines && again.skippedLines == set.skippedLines,
-               "the kind of line end does not matter");
+  fuzz::Require(again.lines == set.lines && again.skippedLines == set.skippedLines,
+                "the kind of line end does not matter");
 }
 
 }  // namespace
@@ -66,8 +66,8 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const std::u16string_view path = fileNames[data[0] % fileNames.size()];
   const std::u16string text = fuzz::TextOf(data + 1, size - 1);
   const swr::ChecksumSet set = swr::ParseChecksumText(text, path);
-  for (const swr::ChecksumLine& line : set.lines) DemandSound(line);
-  DemandNumbersInOrder(set, text);
-  DemandLineEndsDoNotMatter(set, text, path);
+  for (const swr::ChecksumLine& line : set.lines) RequireSound(line);
+  RequireNumbersInOrder(set, text);
+  RequireLineEndsDoNotMatter(set, text, path);
   return 0;
 }

@@ -1,15 +1,15 @@
 // The text of the Expected hash box.
 #include "fuzz/fuzz_input.h"
-#include "fuzz/parsed_hash_demands.h"
+#include "fuzz/parsed_hash_requirements.h"
 #include "swr/hash/digest_text.h"
 
 int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const std::u16string text = fuzz::TextOf(data, size);
   const std::optional<swr::ParsedHash> hash = swr::ParseExpectedHash(text);
-  fuzz::Demand(swr::ParseExpectedHash(text) == hash, "the same text is the same hash");
-  fuzz::Demand(swr::ParseExpectedHash(u"\n \t\r\n" + text) == hash, "blank lines do not count");
+  fuzz::Require(swr::ParseExpectedHash(text) == hash, "the same text is the same hash");
+  fuzz::Require(swr::ParseExpectedHash(u"\n \t\r\n" + text) == hash, "blank lines do not count");
   if (!hash) return 0;
-  fuzz::DemandSound(*hash);
-  fuzz::Demand(swr::ParseExpectedHash(text + u"\nnot a hash") == hash, "the first line counts");
+  fuzz::RequireSound(*hash);
+  fuzz::Require(swr::ParseExpectedHash(text + u"\nnot a hash") == hash, "the first line counts");
   return 0;
 }

@@ -1,30 +1,30 @@
 // Names in checksum files, and the paths that they mean. The text is the path of the checksum file
 // and, behind a line feed, the listed name.
-#include "fuzz/demand.h"
 #include "fuzz/fuzz_input.h"
+#include "fuzz/require.h"
 #include "swr/checksums/listed_path.h"
 #include "swr/paths/path_forms.h"
 #include "swr/text/text.h"
 
 namespace {
 
-void DemandSound(std::u16string_view file, std::u16string_view name, swr::PathStyle style) {
-  using fuzz::Demand;
+void RequireSound(std::u16string_view file, std::u16string_view name, swr::PathStyle style) {
+  using fuzz::Require;
   const bool isWindows = style == swr::PathStyle::Windows;
   const std::u16string path = swr::ResolveListedPath(file, name, style);
-  Demand(path.ends_with(isWindows ? path.substr(path.size() - name.size()) : std::u16string(name)),
-         "the name stands at the end");
+  Require(path.ends_with(isWindows ? path.substr(path.size() - name.size()) : std::u16string(name)),
+          "the name stands at the end");
   const bool isRooted = name.starts_with(u'/') || (isWindows && name.starts_with(u'\\'));
   const bool hasDrive = isWindows && name.size() >= 2 && name[1] == u':';
   if (isRooted || hasDrive) return;
   const size_t separator = file.find_last_of(u"\\/");
   const std::u16string_view folder = file.substr(0, separator == file.npos ? 0 : separator + 1);
-  Demand(path.starts_with(folder), "a relative name stands beside its checksum file");
-  Demand(path.size() == folder.size() + name.size(), "nothing is added to a name");
+  Require(path.starts_with(folder), "a relative name stands beside its checksum file");
+  Require(path.size() == folder.size() + name.size(), "nothing is added to a name");
 }
 
 // What is saved beside a file is found there again.
-void DemandComesBack(std::u16string_view file, std::u16string_view name) {
+void RequireRoundTrip(std::u16string_view file, std::u16string_view name) {
   const std::u16string_view folder = swr::SplitPath(file).folder;
   if (folder.empty() || folder.find(u'/') != folder.npos || folder.ends_with(u'\\')) return;
   std::u16string path(folder);
@@ -34,8 +34,8 @@ void DemandComesBack(std::u16string_view file, std::u16string_view name) {
       swr::MakeRelativePath(folder, path, swr::PathStyle::Windows), swr::PathStyle::Windows);
   std::u16string list(folder);
   list += u"\\list.md5";
-  fuzz::Demand(swr::ResolveListedPath(list, listed, swr::PathStyle::Windows) == path,
-               "a saved name means the file that it was saved for");
+  fuzz::Require(swr::ResolveListedPath(list, listed, swr::PathStyle::Windows) == path,
+                "a saved name means the file that it was saved for");
 }
 
 // Whether it can be the name of a file below a folder, in the spelling of Windows.
@@ -52,8 +52,8 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const std::u16string_view name =
       end == text.npos ? std::u16string_view() : std::u16string_view(text).substr(end + 1);
   for (const swr::PathStyle style : {swr::PathStyle::Windows, swr::PathStyle::Posix}) {
-    DemandSound(file, name, style);
+    RequireSound(file, name, style);
   }
-  if (IsPlainName(name)) DemandComesBack(file, name);
+  if (IsPlainName(name)) RequireRoundTrip(file, name);
   return 0;
 }

@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <optional>
 
-#include "fuzz/demand.h"
 #include "fuzz/fuzz_input.h"
+#include "fuzz/require.h"
 #include "swr/checksums/checksum_file.h"
 #include "swr/checksums/checksum_writer.h"
 #include "swr/text/text.h"
@@ -78,8 +78,8 @@ std::vector<Listed> Read(const std::string& bytes, std::u16string_view path) {
   return listed;
 }
 
-void DemandComesBack(const std::vector<swr::ExportRow>& rows, const swr::ExportOptions& options,
-                     std::u16string_view path) {
+void RequireRoundTrip(const std::vector<swr::ExportRow>& rows, const swr::ExportOptions& options,
+                      std::u16string_view path) {
   std::vector<Listed> expected;
   for (const swr::ExportRow& row : rows) {
     for (const swr::ExportDigest& digest : row.digests) {
@@ -95,7 +95,7 @@ void DemandComesBack(const std::vector<swr::ExportRow>& rows, const swr::ExportO
   const std::string saved = swr::RenderChecksums(rows, options);
   const bool comesBack = Read(saved, path) == expected;
   if (!comesBack) std::fwrite(saved.data(), 1, saved.size(), stderr);
-  fuzz::Demand(comesBack, "what is saved is what is read");
+  fuzz::Require(comesBack, "what is saved is what is read");
 }
 
 }  // namespace
@@ -106,7 +106,7 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   std::vector<swr::ExportRow> rows = MakeRows(input);
 
   options.format = swr::ExportFormat::Tagged;
-  DemandComesBack(rows, options, u"list.digests");
+  RequireRoundTrip(rows, options, u"list.digests");
   options.format = swr::ExportFormat::Sha256Sum;
   options.hasAlgo = true;
   for (const swr::AlgoInfo& algo : swr::AllAlgos()) {
@@ -115,7 +115,7 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     if (algo.id == AlgoId::Crc32) {
       std::erase_if(saved, [](const swr::ExportRow& row) { return EndsLikeSfv(row.name); });
     }
-    DemandComesBack(saved, options, u"list" + swr::ExtensionForAlgo(algo.id));
+    RequireRoundTrip(saved, options, u"list" + swr::ExtensionForAlgo(algo.id));
   }
   // No file that can be saved as SFV has a line end in its name.
   for (swr::ExportRow& row : rows) {
@@ -124,6 +124,6 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   }
   options.format = swr::ExportFormat::Sfv;
   options.algo = AlgoId::Crc32;
-  DemandComesBack(rows, options, u"list.sfv");
+  RequireRoundTrip(rows, options, u"list.sfv");
   return 0;
 }

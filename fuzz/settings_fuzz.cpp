@@ -3,8 +3,8 @@
 
 #include <map>
 
-#include "fuzz/demand.h"
 #include "fuzz/fuzz_input.h"
+#include "fuzz/require.h"
 #include "tests/support/fake_window.h"
 
 namespace {
@@ -29,15 +29,15 @@ struct OneRun {
   app::MainWindow main{view, desktop, queue, installation};
 };
 
-void DemandSound(const app::MainWindow& main) {
-  using fuzz::Demand;
-  Demand(main.algorithms != 0, "something is selected");
-  Demand((main.algorithms & ~swr::AllAlgosMask) == 0, "only known algorithms are selected");
-  Demand(main.showLegacy || (main.algorithms & swr::LegacyAlgoMask) == 0,
-         "legacy algorithms are selected only where they are shown");
+void RequireSound(const app::MainWindow& main) {
+  using fuzz::Require;
+  Require(main.algorithms != 0, "something is selected");
+  Require((main.algorithms & ~swr::AllAlgosMask) == 0, "only known algorithms are selected");
+  Require(main.showLegacy || (main.algorithms & swr::LegacyAlgoMask) == 0,
+          "legacy algorithms are selected only where they are shown");
   for (const uint32_t width : {main.fixedWidths.name, main.fixedWidths.folder,
                                main.fixedWidths.size, main.fixedWidths.status}) {
-    Demand(width >= 30 && width <= 2000, "a column can be seen and does not hide the others");
+    Require(width >= 30 && width <= 2000, "a column can be seen and does not hide the others");
   }
 }
 
@@ -55,11 +55,11 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         input.ConsumeBytes<uint8_t>(input.ConsumeIntegralInRange<size_t>(0, 24));
   }
   OneRun first(std::move(settings));
-  DemandSound(first.main);
+  RequireSound(first.main);
   const OneRun second(first.desktop);
-  fuzz::Demand(second.desktop.dwordSettings == first.desktop.dwordSettings,
-               "what is written is what is read");
-  fuzz::Demand(second.desktop.binarySettings == first.desktop.binarySettings,
-               "widths and place are written as they were read");
+  fuzz::Require(second.desktop.dwordSettings == first.desktop.dwordSettings,
+                "what is written is what is read");
+  fuzz::Require(second.desktop.binarySettings == first.desktop.binarySettings,
+                "widths and place are written as they were read");
   return 0;
 }

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """A session of the real window: which libraries it loads, and from where.
 
-    session_test.py SUMWRIGHT.EXE WINDOW_TESTS.EXE SIGNATURE_DRIVER.EXE PLANTED.DLL CARELESS_PROGRAM.EXE
+    session_test.py SUMWRIGHT.EXE WINDOW_TESTS.EXE SIGNATURE_DRIVER.EXE PLANTED.DLL UNPROTECTED_PROGRAM.EXE
 
 For use inside tools/wine-run --display. The program runs in a folder full of libraries that bear the
 names of those of Windows. It must take none of them, and none at all through which a process could
@@ -82,22 +82,22 @@ def check_libraries(what, folder, paths):
 
 
 def main():
-    program, window_tests, driver, planted, careless = sys.argv[1:]
+    program, window_tests, driver, planted, unprotected = sys.argv[1:]
     with tempfile.TemporaryDirectory(prefix="sumwright-session-") as scratch:
         folder = pathlib.Path(scratch, "Downloads")
         folder.mkdir()
-        careless = pathlib.Path(shutil.copy(careless, folder))
+        unprotected = pathlib.Path(shutil.copy(unprotected, folder))
         copy = pathlib.Path(shutil.copy(program, folder / "Sumwright.exe"))
 
         # Wine's own processes start without what follows, which they would not survive.
-        subprocess.run(["wine", careless], check=True, timeout=100)
+        subprocess.run(["wine", unprotected], check=True, timeout=100)
         # What is looked for is found in a program without precautions.
-        _, _, paths = loaded_by(careless, "wine", careless, *(f"{name}.dll" for name in sorted(NETWORK)))
-        expect("ways to a network that a careless program has loaded", network_libraries(paths), sorted(NETWORK))
+        _, _, paths = loaded_by(unprotected, "wine", unprotected, *(f"{name}.dll" for name in sorted(NETWORK)))
+        expect("ways to a network that an unprotected program has loaded", network_libraries(paths), sorted(NETWORK))
         for name in PLANTED:
             shutil.copy(planted, folder / f"{name}.dll")
-        loaded_by(careless, "wine", careless, *(f"{name}.dll" for name in PLANTED))
-        expect("planted libraries that a careless program runs", marks(folder), sorted(PLANTED))
+        loaded_by(unprotected, "wine", unprotected, *(f"{name}.dll" for name in PLANTED))
+        expect("planted libraries that an unprotected program runs", marks(folder), sorted(PLANTED))
         for mark in folder.glob("*.loaded"):
             mark.unlink()
 

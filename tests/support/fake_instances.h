@@ -17,7 +17,7 @@ namespace app::testing {
 class FakeInstances final : public InstanceSystem {
  public:
   bool AnotherInstanceExists() override {
-    if (swr::InjectedFault(swr::SystemCall::InstanceSign)) return false;
+    if (swr::InjectedFault(swr::SystemCall::InstanceMutex)) return false;
     signLeft = true;
     return anotherExists;
   }

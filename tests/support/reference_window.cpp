@@ -70,8 +70,8 @@ std::u16string ReferenceHex(const DigestBytes& bytes, bool uppercase) {
   return text;
 }
 
-ReferenceWindow::Judgement ReferenceWindow::Judge(const ReferenceFileRow& row,
-                                                  const ReferenceClaim& claim) {
+ReferenceWindow::Verdict ReferenceWindow::VerdictOf(const ReferenceFileRow& row,
+                                                    const ReferenceClaim& claim) {
   if (IsMissing(row)) return {Outcome::Missing};
   if (row.status == RowStatus::Failed) return {Outcome::Unreadable};
   size_t known = 0;
@@ -122,7 +122,7 @@ void ReferenceWindow::DropJobsOf(uint64_t rowId) {
 void ReferenceWindow::Widen(bool isNewValue) {
   if (!box.claim) return;
   for (const ReferenceFileRow& row : rows) {
-    if (Judge(row, *box.claim).outcome == Outcome::Match) return;
+    if (VerdictOf(row, *box.claim).outcome == Outcome::Match) return;
   }
   for (ReferenceFileRow& row : rows) {
     // What the user has cancelled stays so until something new is wanted.
@@ -296,12 +296,12 @@ std::u16string ReferenceWindow::StatusCell(const ReferenceFileRow& row) const {
   if (IsMissing(row)) return u"Missing";
   if (row.status == RowStatus::Failed) return swr::FormatErrorText(row.error);
   if (row.listed) {
-    const Judgement own = Judge(row, *row.listed);
+    const Verdict own = VerdictOf(row, *row.listed);
     if (own.outcome == Outcome::Match) return u"OK (" + Name(own.algo) + u")";
     if (own.outcome == Outcome::Mismatch) return u"FAILED";
   }
   if (box.claim) {
-    const Judgement pasted = Judge(row, *box.claim);
+    const Verdict pasted = VerdictOf(row, *box.claim);
     if (pasted.outcome == Outcome::Match) return u"Match (" + Name(pasted.algo) + u")";
   }
   return row.changed ? u"Done, but the file changed while it was read" : u"Done";
@@ -309,12 +309,12 @@ std::u16string ReferenceWindow::StatusCell(const ReferenceFileRow& row) const {
 
 RowTint ReferenceWindow::Tint(const ReferenceFileRow& row) const {
   if (row.listed) {
-    const Outcome own = Judge(row, *row.listed).outcome;
+    const Outcome own = VerdictOf(row, *row.listed).outcome;
     if (own == Outcome::Match) return RowTint::Good;
     if (own == Outcome::NotChecked) return RowTint::None;
     if (own != Outcome::Pending) return RowTint::Bad;
   }
-  if (box.claim && Judge(row, *box.claim).outcome == Outcome::Match) return RowTint::Good;
+  if (box.claim && VerdictOf(row, *box.claim).outcome == Outcome::Match) return RowTint::Good;
   return RowTint::None;
 }
 
@@ -337,9 +337,9 @@ ResultLine ReferenceWindow::BoxLine(const ReferenceClaim& claim) const {
   bool isPending = false;
   const ReferenceFileRow* blamed = rows.size() == 1 ? &rows.front() : nullptr;
   for (const ReferenceFileRow& row : rows) {
-    const Judgement judgement = Judge(row, claim);
-    if (judgement.outcome == Outcome::Match) matches.emplace_back(&row, judgement.algo);
-    if (judgement.outcome == Outcome::Pending) isPending = true;
+    const Verdict verdict = VerdictOf(row, claim);
+    if (verdict.outcome == Outcome::Match) matches.emplace_back(&row, verdict.algo);
+    if (verdict.outcome == Outcome::Pending) isPending = true;
     if (!claim.fileName.empty() && swr::EqualsNoCase(row.name, claim.fileName)) blamed = &row;
   }
   if (matches.size() == 1) {
@@ -369,7 +369,7 @@ ResultLine ReferenceWindow::Summary() const {
   uint64_t total = 0;
   for (const ReferenceFileRow& row : rows) {
     if (!row.listed) continue;
-    ++counts[Judge(row, *row.listed).outcome];
+    ++counts[VerdictOf(row, *row.listed).outcome];
     ++total;
   }
   if (total == 0) return {u"", ResultKind::None};

@@ -114,11 +114,11 @@ class ReferenceWindow {
 
  private:
   enum class Outcome { NotChecked, Pending, Match, Mismatch, Missing, Unreadable };
-  struct Judgement {
+  struct Verdict {
     Outcome outcome;
     swr::AlgoId algo = {};
   };
-  static Judgement Judge(const ReferenceFileRow& row, const ReferenceClaim& claim);
+  static Verdict VerdictOf(const ReferenceFileRow& row, const ReferenceClaim& claim);
   bool Ask(ReferenceFileRow& row, const AlgoSet& algos);
   void AskAll();
   void DropJobsOf(uint64_t rowId);

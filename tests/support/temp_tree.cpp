@@ -48,9 +48,9 @@ std::u16string TempTree::AddFile(std::u16string_view relative, std::string_view 
 
 FileTime ModifiedTime(const std::u16string& path) {
   uint32_t error = 0;
-  const auto facts = QueryFacts(ToLongPath(path), error);
-  if (!facts) ThrowFailure("QueryFacts", path, static_cast<long>(error));
-  return facts->modified;
+  const auto info = QueryFileInfo(ToLongPath(path), error);
+  if (!info) ThrowFailure("QueryFileInfo", path, static_cast<long>(error));
+  return info->modified;
 }
 
 std::string CountingBytes(size_t size) {

@@ -46,7 +46,7 @@ HWND AsWindow(uint64_t window) { return reinterpret_cast<HWND>(static_cast<UINT_
 bool WindowsInstanceSystem::AnotherInstanceExists() {
   // Stays open: the object lasts as long as a process that has it.
   static Handle sign;
-  if (swr::InjectedFault(swr::SystemCall::InstanceSign)) return false;
+  if (swr::InjectedFault(swr::SystemCall::InstanceMutex)) return false;
   Handle opened(CreateMutexW(nullptr, FALSE, InstanceName));
   const bool existed = opened && GetLastError() == ERROR_ALREADY_EXISTS;
   if (!sign) sign = std::move(opened);

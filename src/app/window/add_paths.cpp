@@ -100,9 +100,9 @@ std::unique_ptr<ListRow> MainWindow::MakeRow(const std::u16string& path) {
   const swr::PathParts parts = swr::SplitPath(row->path);
   row->name = parts.name;
   row->folder = parts.folder;
-  if (const auto facts = swr::QueryFacts(swr::ToLongPath(row->path), row->error)) {
-    row->size = facts->size;
-    row->modified = facts->modified;
+  if (const auto info = swr::QueryFileInfo(swr::ToLongPath(row->path), row->error)) {
+    row->size = info->size;
+    row->modified = info->modified;
   } else {
     row->status = RowStatus::Failed;
   }

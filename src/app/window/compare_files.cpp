@@ -2,8 +2,8 @@
 // by SHA-256, whatever algorithms are selected.
 #include "app/window/main_window.h"
 #include "swr/hash/digest_text.h"
+#include "swr/text/display_escape.h"
 #include "swr/text/display_text.h"
-#include "swr/text/shown_name.h"
 
 namespace app {
 namespace {
@@ -18,7 +18,7 @@ bool IsSettled(const ListRow& row) {
 
 TaskDialogSpec SizesDiffer(const ListRow& first, const ListRow& second) {
   const auto line = [](const ListRow& row) {
-    return swr::ShownName(row.name) + u" (" + swr::FormatSize(row.size) + u")\n";
+    return swr::EscapeForDisplay(row.name) + u" (" + swr::FormatSize(row.size) + u")\n";
   };
   return MessageDialog(TaskDialogIcon::Warning, u"The two files are different.",
                        line(first) + line(second) + u"\nTheir sizes differ.");
@@ -29,8 +29,8 @@ TaskDialogSpec Answer(const ListRow& first, const ListRow& second) {
   if (first.status == RowStatus::Failed || second.status == RowStatus::Failed) {
     return MessageDialog(TaskDialogIcon::Error, u"One of the files can't be read.");
   }
-  const std::u16string compared = swr::ShownName(first.name) + u"\n" + swr::ShownName(second.name) +
-                                  u"\n\nCompared by " +
+  const std::u16string compared = swr::EscapeForDisplay(first.name) + u"\n" +
+                                  swr::EscapeForDisplay(second.name) + u"\n\nCompared by " +
                                   std::u16string(swr::GetAlgo(CompareAlgo).name);
   if (swr::DigestEquals(SlotOf(first), SlotOf(second).View())) {
     return MessageDialog(TaskDialogIcon::Information, u"The two files are identical.",

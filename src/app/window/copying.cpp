@@ -4,7 +4,7 @@
 #include "app/window/main_window.h"
 #include "swr/checksums/name_escape.h"
 #include "swr/hash/digest_text.h"
-#include "swr/text/shown_name.h"
+#include "swr/text/display_escape.h"
 
 namespace app {
 namespace {
@@ -100,7 +100,7 @@ void MainWindow::CopyPaths() {
     const std::u16string& path = rows[index]->path;
     // A path that would look like two is none that Windows opens; it can come from a checksum file.
     const bool looksLikeTwo = selected.size() > 1 && path.find_first_of(u"\r\n") != path.npos;
-    text += looksLikeTwo ? swr::ShownName(path) : path;
+    text += looksLikeTwo ? swr::EscapeForDisplay(path) : path;
     if (selected.size() > 1) text += u"\r\n";
   }
   desktop_.WriteClipboardText(text);

@@ -9,8 +9,8 @@
 #include "swr/paths/path_forms.h"
 #include "swr/system/local_time.h"
 #include "swr/text/decimal_text.h"
+#include "swr/text/display_escape.h"
 #include "swr/text/display_text.h"
-#include "swr/text/shown_name.h"
 
 namespace app {
 namespace {
@@ -44,7 +44,7 @@ std::u16string ExpectedValueText(const ListRow& row, bool uppercase) {
   const std::string hex = swr::BytesToHex(row.expectedBytes, uppercase);
   std::u16string text(hex.begin(), hex.end());
   text += u" (";
-  text += swr::ShownName(swr::SplitPath(row.checksumFile).name);
+  text += swr::EscapeForDisplay(swr::SplitPath(row.checksumFile).name);
   return text + u", line " + swr::DecimalText(row.checksumLine) + u")";
 }
 
@@ -86,14 +86,14 @@ std::u16string OriginText(const swr::ZoneRecord& zone) {
 }  // namespace
 
 std::u16string MainWindow::RowDetails(ListRow& row) {
-  std::u16string text = swr::ShownName(row.name);
+  std::u16string text = swr::EscapeForDisplay(row.name);
   const auto add = [&](std::u16string_view label, std::u16string_view value) {
     text += u"\r\n";
     text += label;
     text += u":\t";
     text += value;
   };
-  add(u"Folder", swr::ShownName(row.folder));
+  add(u"Folder", swr::EscapeForDisplay(row.folder));
   if (row.status == RowStatus::Failed) {
     add(u"Error", swr::FormatErrorText(row.error) + u".");
   } else {
@@ -106,12 +106,12 @@ std::u16string MainWindow::RowDetails(ListRow& row) {
       row.signatureRequested = true;
       desktop_.StartSignatureCheck(row.id, row.path);
     }
-    add(u"Signature", swr::ShownName(SignatureText(row)));
+    add(u"Signature", swr::EscapeForDisplay(SignatureText(row)));
     if (!row.zone) row.zone = swr::ReadZoneRecord(row.path);
     if (row.zone->found) {
-      add(u"Downloaded from", swr::ShownName(OriginText(*row.zone)));
+      add(u"Downloaded from", swr::EscapeForDisplay(OriginText(*row.zone)));
       if (!row.zone->hostUrl.empty() && !row.zone->referrerUrl.empty()) {
-        add(u"From the page", swr::ShownName(row.zone->referrerUrl));
+        add(u"From the page", swr::EscapeForDisplay(row.zone->referrerUrl));
       }
     }
   }

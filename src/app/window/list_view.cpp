@@ -1,8 +1,8 @@
 // What the list shows: its cells and its columns.
 #include "app/window/main_window.h"
 #include "swr/hash/digest_text.h"
+#include "swr/text/display_escape.h"
 #include "swr/text/display_text.h"
-#include "swr/text/shown_name.h"
 
 namespace app {
 
@@ -12,9 +12,9 @@ std::u16string MainWindow::CellText(size_t row, size_t column) const {
   const ListRow& shown = *rows[row];
   switch (columns[column].kind) {
     case ColumnKind::Name:
-      return swr::ShownName(shown.name);
+      return swr::EscapeForDisplay(shown.name);
     case ColumnKind::Folder:
-      return swr::ShownName(shown.folder);
+      return swr::EscapeForDisplay(shown.folder);
     case ColumnKind::Size:
       return shown.status == RowStatus::Failed ? u"" : swr::FormatSize(shown.size);
     case ColumnKind::Digest: {

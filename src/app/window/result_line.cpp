@@ -4,7 +4,7 @@
 #include <string_view>
 
 #include "swr/text/decimal_text.h"
-#include "swr/text/shown_name.h"
+#include "swr/text/display_escape.h"
 
 namespace app {
 namespace {
@@ -34,7 +34,7 @@ ResultLine BoxLine(const BoxVerdict& verdict, const RowList& rows,
                    const swr::ParsedHash& expected) {
   if (verdict.matches == 1) {
     return {u"Match. The " + AlgoName(verdict.matchAlgo) + u" of " +
-                swr::ShownName(verdict.firstMatch->name) + u" is the expected hash.",
+                swr::EscapeForDisplay(verdict.firstMatch->name) + u" is the expected hash.",
             ResultKind::Good};
   }
   if (verdict.matches > 1) {
@@ -49,10 +49,10 @@ ResultLine BoxLine(const BoxVerdict& verdict, const RowList& rows,
   }
   const ListRow& row = verdict.named != nullptr ? *verdict.named : *rows.front();
   if (row.status == RowStatus::Failed) {
-    return {swr::ShownName(row.name) + u" can't be read, so it can't be compared.",
+    return {swr::EscapeForDisplay(row.name) + u" can't be read, so it can't be compared.",
             ResultKind::Bad};
   }
-  return {u"No match. " + swr::ShownName(row.name) + u" has a different " +
+  return {u"No match. " + swr::EscapeForDisplay(row.name) + u" has a different " +
               JoinAlgoNames(expected.candidates, u"and") + u".",
           ResultKind::Bad};
 }

@@ -9,8 +9,8 @@
 #include "swr/checksums/listed_path.h"
 #include "swr/paths/path_forms.h"
 #include "swr/system/file.h"
+#include "swr/text/display_escape.h"
 #include "swr/text/display_text.h"
-#include "swr/text/shown_name.h"
 
 namespace app {
 namespace {
@@ -121,9 +121,9 @@ void MainWindow::SaveChecksums() {
                             .hasAlgo = choice.hasAlgo});
   const uint32_t error = swr::WriteWholeFile(swr::ToLongPath(target->path), bytes);
   if (error != 0) {
-    desktop_.ShowTaskDialog(
-        MessageDialog(TaskDialogIcon::Error, u"The checksums couldn't be saved.",
-                      swr::ShownName(target->path) + u"\n\n" + swr::FormatErrorText(error) + u"."));
+    desktop_.ShowTaskDialog(MessageDialog(
+        TaskDialogIcon::Error, u"The checksums couldn't be saved.",
+        swr::EscapeForDisplay(target->path) + u"\n\n" + swr::FormatErrorText(error) + u"."));
   }
 }
 

@@ -5,8 +5,8 @@
 
 #include "swr/paths/path_forms.h"
 #include "swr/text/decimal_text.h"
+#include "swr/text/display_escape.h"
 #include "swr/text/display_text.h"
-#include "swr/text/shown_name.h"
 
 namespace app {
 namespace {
@@ -40,7 +40,7 @@ std::u16string IdleLine(size_t rowCount, uint64_t totalSize) {
 
 std::u16string RunningLine(const WorkerSnapshot& snapshot) {
   std::u16string line = u"Hashing ";
-  line += swr::ShownName(swr::SplitPath(snapshot.currentPath).name);
+  line += swr::EscapeForDisplay(swr::SplitPath(snapshot.currentPath).name);
   if (snapshot.currentSize != 0) {
     line += u" (";
     line += swr::DecimalText(Fraction(snapshot.currentBytes, snapshot.currentSize, 100));

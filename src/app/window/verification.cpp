@@ -9,8 +9,8 @@
 #include "swr/checksums/listed_path.h"
 #include "swr/system/full_path.h"
 #include "swr/text/decimal_text.h"
+#include "swr/text/display_escape.h"
 #include "swr/text/display_text.h"
-#include "swr/text/shown_name.h"
 #include "swr/text/text_file.h"
 
 namespace app {
@@ -30,16 +30,17 @@ void MainWindow::VerifyChecksumFile(const std::u16string& path) {
   if (!text) {
     desktop_.ShowTaskDialog(
         MessageDialog(TaskDialogIcon::Error, u"The checksum file can't be read.",
-                      swr::ShownName(path) + u"\n\n" + swr::FormatErrorText(error) + u"."));
+                      swr::EscapeForDisplay(path) + u"\n\n" + swr::FormatErrorText(error) + u"."));
     return;
   }
   swr::ChecksumTextReader reader(*text, path);
   std::optional<swr::ChecksumLine> line = reader.Next();
   if (!line) {
-    desktop_.ShowTaskDialog(MessageDialog(
-        TaskDialogIcon::Warning, u"No checksums were found in this file.",
-        swr::ShownName(path) + u"\n\nChecksum files have lines like \"<hash>  <file name>\" or "
-                               u"\"SHA256 (<file name>) = <hash>\"."));
+    desktop_.ShowTaskDialog(
+        MessageDialog(TaskDialogIcon::Warning, u"No checksums were found in this file.",
+                      swr::EscapeForDisplay(path) +
+                          u"\n\nChecksum files have lines like \"<hash>  <file name>\" or "
+                          u"\"SHA256 (<file name>) = <hash>\"."));
     return;
   }
 

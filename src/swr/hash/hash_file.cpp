@@ -198,9 +198,9 @@ void CollectDigests(HasherList& hashers, const std::vector<AlgoId>& ids, HashOut
 
 // The buffer of the first chunk. A short file is not worth a whole chunk of memory; the one byte
 // more is what lets its end show.
-uint32_t FirstChunkSize(const std::optional<FileFacts>& facts, uint32_t chunkSize) {
-  if (!facts || facts->size >= chunkSize) return chunkSize;
-  return static_cast<uint32_t>(facts->size) + 1;
+uint32_t FirstChunkSize(const std::optional<FileInfo>& info, uint32_t chunkSize) {
+  if (!info || info->size >= chunkSize) return chunkSize;
+  return static_cast<uint32_t>(info->size) + 1;
 }
 
 HashOutcome HashHandle(File& file, AlgoMask mask, const HashOptions& options,
@@ -254,7 +254,7 @@ HashOutcome HashFile(const std::u16string& path, AlgoMask mask, const HashOption
     }
     return outcome;
   }
-  const std::optional<FileFacts> before = file.Facts();
+  const std::optional<FileInfo> before = file.Info();
   if (before && before->isDirectory) {
     outcome.error = ErrorIsDirectory;
     return outcome;
@@ -263,7 +263,7 @@ HashOutcome HashFile(const std::u16string& path, AlgoMask mask, const HashOption
   outcome = HashHandle(file, mask, options, FirstChunkSize(before, options.chunkSize));
 
   if (outcome.error == 0 && !outcome.cancelled && before) {
-    if (const std::optional<FileFacts> after = file.Facts()) {
+    if (const std::optional<FileInfo> after = file.Info()) {
       outcome.changed = before->size != after->size || outcome.bytesRead != after->size ||
                         before->modified != after->modified;
     }

@@ -30,8 +30,8 @@ std::u16string JoinPath(std::u16string_view folder, std::u16string_view name, Pa
 
 bool IsDirectoryPath(const std::u16string& path) {
   uint32_t error = 0;
-  const std::optional<FileFacts> facts = QueryFacts(ToLongPath(path), error);
-  return facts && facts->isDirectory;
+  const std::optional<FileInfo> info = QueryFileInfo(ToLongPath(path), error);
+  return info && info->isDirectory;
 }
 
 PathParts SplitPath(std::u16string_view path) {

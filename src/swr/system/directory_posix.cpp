@@ -31,7 +31,7 @@ DirectoryEntry MakeEntry(DIR* stream, const dirent& found, bool withSizes) {
     return entry;
   }
   if (found.d_type == DT_REG && !withSizes) return entry;
-  if (InjectedFault(SystemCall::EntryFacts)) return entry;
+  if (InjectedFault(SystemCall::EntryInfo)) return entry;
   struct stat status;
   // Some file systems leave the type to this call.
   if (found.d_type == DT_UNKNOWN &&

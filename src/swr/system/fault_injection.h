@@ -16,18 +16,18 @@ enum class SystemCall : uint8_t {
   ReadFile,
   CreateNewFile,
   WriteFile,
-  FileFacts,
-  PathFacts,
+  FileInfo,
+  PathInfo,
   ListDirectory,
-  NextEntry,   // of a listing, its end included
-  EntryFacts,  // what a listing asks of an entry beside its name; Windows tells it with the name
+  NextEntry,  // of a listing, its end included
+  EntryInfo,  // what a listing asks of an entry beside its name; Windows tells it with the name
   FullPath,
   OpenDigestProvider,
   CreateDigest,
   // Of the program, beside the core.
   ReadSetting,
   WriteSetting,
-  InstanceSign,
+  InstanceMutex,
   OpenMapping,
   CreateMapping,
   MapView,

@@ -14,7 +14,7 @@ namespace swr {
 // A moment in 100 ns steps since 1601-01-01 UTC, the numbering of FILETIME. 0 means unknown.
 using FileTime = uint64_t;
 
-struct FileFacts {
+struct FileInfo {
   uint64_t size = 0;  // bytes; 0 for a folder
   FileTime modified = 0;
   bool isDirectory = false;
@@ -47,8 +47,8 @@ class File {
   // reading one can take for ever.
   [[nodiscard]] static uint32_t Open(const std::u16string& path, FileSharing sharing, File& file);
 
-  // Facts of the open file itself, whatever its path names by now.
-  std::optional<FileFacts> Facts() const;
+  // Info of the open file itself, whatever its path names by now.
+  std::optional<FileInfo> Info() const;
   // Reads up to `size` bytes at the current position. May read less before the end.
   ReadResult Read(void* buffer, uint32_t size);
 
@@ -56,9 +56,9 @@ class File {
   UniqueHandle<FileHandleTraits> handle_;
 };
 
-// Facts of what a path names, without opening it; links are followed. On failure the result is
+// Info about what a path names, without opening it; links are followed. On failure the result is
 // empty and `error` is set; on success `error` is untouched.
-std::optional<FileFacts> QueryFacts(const std::u16string& path, uint32_t& error);
+std::optional<FileInfo> QueryFileInfo(const std::u16string& path, uint32_t& error);
 
 // Makes the file, or empties the one that is there, and writes the bytes to it, which nobody else
 // can open meanwhile. On failure the result is the error code, and the file stays as far as it was

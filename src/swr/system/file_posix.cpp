@@ -17,7 +17,7 @@ namespace {
 
 int AsDescriptor(intptr_t value) { return static_cast<int>(value); }
 
-FileFacts FactsFrom(const struct stat& status) {
+FileInfo InfoFrom(const struct stat& status) {
   const int64_t ticks =
       (status.st_mtim.tv_sec + FileTimeEpoch) * TicksPerSecond + status.st_mtim.tv_nsec / 100;
   const bool isDirectory = S_ISDIR(status.st_mode);
@@ -48,11 +48,11 @@ uint32_t File::Open(const std::u16string& path, FileSharing /*sharing*/, File& f
   return 0;
 }
 
-std::optional<FileFacts> File::Facts() const {
-  if (InjectedFault(SystemCall::FileFacts)) return std::nullopt;
+std::optional<FileInfo> File::Info() const {
+  if (InjectedFault(SystemCall::FileInfo)) return std::nullopt;
   struct stat status;
   if (fstat(AsDescriptor(handle_.Get()), &status) != 0) return std::nullopt;
-  return FactsFrom(status);
+  return InfoFrom(status);
 }
 
 ReadResult File::Read(void* buffer, uint32_t size) {
@@ -65,8 +65,8 @@ ReadResult File::Read(void* buffer, uint32_t size) {
   return {.succeeded = true, .bytes = static_cast<uint32_t>(bytes)};
 }
 
-std::optional<FileFacts> QueryFacts(const std::u16string& path, uint32_t& error) {
-  if (const auto fault = InjectedFault(SystemCall::PathFacts)) {
+std::optional<FileInfo> QueryFileInfo(const std::u16string& path, uint32_t& error) {
+  if (const auto fault = InjectedFault(SystemCall::PathInfo)) {
     error = *fault;
     return std::nullopt;
   }
@@ -75,7 +75,7 @@ std::optional<FileFacts> QueryFacts(const std::u16string& path, uint32_t& error)
     error = ErrorFromErrno(errno);
     return std::nullopt;
   }
-  return FactsFrom(status);
+  return InfoFrom(status);
 }
 
 uint32_t WriteWholeFile(const std::u16string& path, std::string_view bytes) {

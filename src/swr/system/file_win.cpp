@@ -37,8 +37,8 @@ uint32_t File::Open(const std::u16string& path, FileSharing sharing, File& file)
   return 0;
 }
 
-std::optional<FileFacts> File::Facts() const {
-  if (InjectedFault(SystemCall::FileFacts)) return std::nullopt;
+std::optional<FileInfo> File::Info() const {
+  if (InjectedFault(SystemCall::FileInfo)) return std::nullopt;
   // Not GetFileInformationByHandle: that one also asks for the volume, which costs more than all
   // the rest of a small file.
   FILE_BASIC_INFO basic;
@@ -48,9 +48,9 @@ std::optional<FileFacts> File::Facts() const {
       !GetFileInformationByHandleEx(handle, FileStandardInfo, &standard, sizeof standard)) {
     return std::nullopt;
   }
-  return FileFacts{.size = static_cast<uint64_t>(standard.EndOfFile.QuadPart),
-                   .modified = static_cast<FileTime>(basic.LastWriteTime.QuadPart),
-                   .isDirectory = standard.Directory != FALSE};
+  return FileInfo{.size = static_cast<uint64_t>(standard.EndOfFile.QuadPart),
+                  .modified = static_cast<FileTime>(basic.LastWriteTime.QuadPart),
+                  .isDirectory = standard.Directory != FALSE};
 }
 
 ReadResult File::Read(void* buffer, uint32_t size) {
@@ -62,8 +62,8 @@ ReadResult File::Read(void* buffer, uint32_t size) {
   return {.succeeded = true, .bytes = bytes};
 }
 
-std::optional<FileFacts> QueryFacts(const std::u16string& path, uint32_t& error) {
-  if (const auto fault = InjectedFault(SystemCall::PathFacts)) {
+std::optional<FileInfo> QueryFileInfo(const std::u16string& path, uint32_t& error) {
+  if (const auto fault = InjectedFault(SystemCall::PathInfo)) {
     error = *fault;
     return std::nullopt;
   }
@@ -72,7 +72,7 @@ std::optional<FileFacts> QueryFacts(const std::u16string& path, uint32_t& error)
     error = GetLastError();
     return std::nullopt;
   }
-  return FileFacts{
+  return FileInfo{
       .size = Join(data.nFileSizeHigh, data.nFileSizeLow),
       .modified = Join(data.ftLastWriteTime.dwHighDateTime, data.ftLastWriteTime.dwLowDateTime),
       .isDirectory = (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0};

@@ -10,10 +10,10 @@ namespace {
 
 // Reads the bytes of an opened file into `bytes`; returns 0 or a Windows error code.
 uint32_t ReadBytes(File& file, std::string& bytes) {
-  const std::optional<FileFacts> facts = file.Facts();
-  if (!facts || facts->size > LargestTextFile) return ErrorFileTooLarge;
-  if (facts->isDirectory) return ErrorAccessDenied;
-  bytes.resize(static_cast<size_t>(facts->size));
+  const std::optional<FileInfo> info = file.Info();
+  if (!info || info->size > LargestTextFile) return ErrorFileTooLarge;
+  if (info->isDirectory) return ErrorAccessDenied;
+  bytes.resize(static_cast<size_t>(info->size));
   size_t filled = 0;
   while (filled < bytes.size()) {
     const ReadResult read =

@@ -18,7 +18,7 @@ using std::chrono::milliseconds;
 
 bool Exists(const std::u16string& path) {
   uint32_t error = 0;
-  return swr::QueryFacts(path, error).has_value();
+  return swr::QueryFileInfo(path, error).has_value();
 }
 
 bool Appears(const std::u16string& path, milliseconds patience) {

@@ -24,7 +24,7 @@ class HandOverScenario {
   HandOverScenario() { instances_.fullPaths = {{u"a", u"C:\\a"}, {u"b", u"C:\\b"}}; }
   void Run() { handedOver_ = ForwardToFirstInstance(instances_, {u"a", u"b"}); }
   void Check(const MaybeFailed& failed) {
-    const bool keeps = HasFailed(failed, SystemCall::InstanceSign) ||
+    const bool keeps = HasFailed(failed, SystemCall::InstanceMutex) ||
                        HasFailed(failed, SystemCall::DeliverMessage);
     EXPECT_EQ(handedOver_, !keeps);
     std::vector<std::pair<uint64_t, std::u16string>> delivered;

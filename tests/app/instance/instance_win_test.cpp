@@ -93,7 +93,7 @@ class HandOverScenario {
     handedOver_ = ForwardToFirstInstance(instances_, {u"C:\\a\\..\\b", u"C:/c"});
   }
   void Check(const MaybeFailed& failed) {
-    const bool keeps = HasFailed(failed, SystemCall::InstanceSign) ||
+    const bool keeps = HasFailed(failed, SystemCall::InstanceMutex) ||
                        HasFailed(failed, SystemCall::DeliverMessage) || IsUnpublished(failed);
     EXPECT_EQ(handedOver_, !keeps);
     std::vector<Paths> received;

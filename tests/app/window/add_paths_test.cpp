@@ -29,7 +29,7 @@ std::vector<std::u16string> Names(const FakeWindow& window) {
 
 using TextList = std::vector<std::u16string>;
 
-TEST(MakeRowTest, ReadsTheFacts) {
+TEST(MakeRowTest, ReadsFileInfo) {
   TempTree tree;
   const std::u16string path = tree.AddFile(u"a.bin", "12345");
   FakeWindow window;

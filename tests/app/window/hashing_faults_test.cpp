@@ -131,15 +131,15 @@ class HashingScenario {
         errors.at(fileOfRead[index]) = failed->code;
         break;
       }
-      case SystemCall::PathFacts:
+      case SystemCall::PathInfo:
         // Every path is asked for twice: whether it is a folder, and what the row shows of it. What
         // can't be told of the first counts as a file.
         if (index % 2 == 1) errors.at(index / 2) = failed->code;
         break;
       default:
-        // Without its facts a file can't be seen to change, and a path that can't be made full goes
+        // Without file info a file can't be seen to change, and a path that can't be made full goes
         // to the system as it is.
-        EXPECT_TRUE(failed->call == SystemCall::FileFacts || failed->call == SystemCall::FullPath);
+        EXPECT_TRUE(failed->call == SystemCall::FileInfo || failed->call == SystemCall::FullPath);
         break;
     }
     return errors;
@@ -197,7 +197,7 @@ class VerifyScenario {
         HasFailed(failed, SystemCall::ReadFile, 1)) {
       return failed->code;
     }
-    return HasFailed(failed, SystemCall::FileFacts, 1) ? swr::ErrorFileTooLarge : 0;
+    return HasFailed(failed, SystemCall::FileInfo, 1) ? swr::ErrorFileTooLarge : 0;
   }
   // Of the files that it lists. The third is not there.
   static std::array<uint32_t, 3> RowErrors(const MaybeFailed& failed) {
@@ -205,7 +205,7 @@ class VerifyScenario {
     if (!failed) return errors;
     const uint32_t index = failed->nth - 1;
     switch (failed->call) {
-      case SystemCall::PathFacts:
+      case SystemCall::PathInfo:
         errors.at(index) = failed->code;
         break;
       case SystemCall::OpenFile:
@@ -219,7 +219,7 @@ class VerifyScenario {
         errors.at(index) = swr::ErrorNotSupported;
         break;
       default:
-        EXPECT_TRUE(failed->call == SystemCall::FileFacts || failed->call == SystemCall::FullPath);
+        EXPECT_TRUE(failed->call == SystemCall::FileInfo || failed->call == SystemCall::FullPath);
         break;
     }
     return errors;

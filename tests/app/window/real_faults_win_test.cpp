@@ -62,7 +62,7 @@ TEST(RealFaultsTest, APipeAmongThePaths) {
   const Handle ends[] = {MakePipe(), MakePipe(), MakePipe(), MakePipe(), MakePipe(), MakePipe()};
   const Texts statuses = StatusesOf({PipeName, tree.AddFile(u"last", "abc")});
   ASSERT_EQ(statuses.size(), 2u);
-  EXPECT_FALSE(statuses[0].starts_with(u"Done")) << "whether or not the system tells facts of it";
+  EXPECT_FALSE(statuses[0].starts_with(u"Done")) << "with or without file info from the system";
   EXPECT_EQ(statuses[1], u"Done");
   const swr::HashOutcome outcome = swr::HashFile(PipeName, swr::DefaultAlgoMask, {});
   EXPECT_EQ(outcome.error, swr::ErrorNotSupported);

@@ -423,7 +423,7 @@ std::vector<std::u16string> Look(const FakeWindow& window) {
 
 TEST_F(SavingTest, FailuresAreToldAndChangeNothing) {
   uint32_t noSuchFolder = 0;  // the systems differ
-  ASSERT_FALSE(swr::QueryFacts(swr::ToLongPath(tree.Path(u"nowhere/out")), noSuchFolder));
+  ASSERT_FALSE(swr::QueryFileInfo(swr::ToLongPath(tree.Path(u"nowhere/out")), noSuchFolder));
   struct Case {
     const char* description;
     std::u16string name;

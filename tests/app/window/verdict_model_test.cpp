@@ -459,7 +459,8 @@ void ExpectRuns(uint32_t runs, int steps, size_t longestList) {
 
 TEST(VerdictModelTest, WhateverHappensAllVerdictsFollowTheRules) { ExpectRuns(600, 50, 3); }
 
-// The running counts of a long list against a judge that counts from scratch after each event.
+// The running counts of a long list against a reference model that counts from scratch after each
+// event.
 TEST(VerdictModelTest, SoTheyDoInLongLists) {
   ExpectRuns(40, 60, 60);
   ExpectRuns(3, 60, 2000);

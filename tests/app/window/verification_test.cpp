@@ -97,7 +97,7 @@ TEST_F(VerificationTest, EachFileGetsTheVerdictItDeserves) {
   for (size_t i = 0; i < std::size(tints); ++i) EXPECT_EQ(window.main.TintOf(i), tints[i]) << i;
 }
 
-TEST_F(VerificationTest, EachRowIsJudgedByItsOwnAlgorithm) {
+TEST_F(VerificationTest, EachRowIsVerifiedWithItsOwnAlgorithm) {
   Load(u"mixed.txt", Line(AbcSha3, "a.bin") + Line(AbcBlake3, "a.bin") + Line(AbcMd5, "a.bin") +
                          "SHA1 (a.bin) = " + AbcSha1 + "\n" + "BLAKE3 (a.bin) = " + AbcSha256 +
                          "\n");

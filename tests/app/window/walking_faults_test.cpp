@@ -62,7 +62,7 @@ class WalkScenario {
     EXPECT_TRUE(window_.desktop.messages.empty()) << "a folder that can't be read says nothing";
     EXPECT_FALSE(window_.view.banner);
     EXPECT_FALSE(window_.desktop.waiting) << "the cursor is what it was";
-    if (HasFailed(failed, SystemCall::PathFacts, 1)) {
+    if (HasFailed(failed, SystemCall::PathInfo, 1)) {
       CheckTheFolderAsAFile();
     } else if (HasFailed(failed, SystemCall::ListDirectory)) {
       Texts rest = walked.files;
@@ -117,7 +117,7 @@ class WalkScenario {
     size_t failedRows = 0;
     for (const auto& row : window_.main.rows)
       failedRows += row->status == RowStatus::Failed ? 1 : 0;
-    if (HasFailed(failed, SystemCall::PathFacts) && failed->nth > 1) {
+    if (HasFailed(failed, SystemCall::PathInfo) && failed->nth > 1) {
       const size_t index = failed->nth - 2;
       ASSERT_LT(index, window_.main.rows.size());
       EXPECT_EQ(window_.main.rows[index]->error, failed->code);
@@ -126,7 +126,7 @@ class WalkScenario {
                                                : swr::FormatErrorText(failed->code));
       EXPECT_EQ(failedRows, 1u);
       EXPECT_EQ(window_.queue.jobs.size(), window_.main.rows.size() - 1);
-    } else if (!HasFailed(failed, SystemCall::PathFacts)) {
+    } else if (!HasFailed(failed, SystemCall::PathInfo)) {
       EXPECT_EQ(failedRows, 0u);
       EXPECT_EQ(window_.queue.jobs.size(), window_.main.rows.size());
     }

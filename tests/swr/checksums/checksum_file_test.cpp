@@ -181,7 +181,7 @@ std::vector<ExpectedLine> LinesOf(const ChecksumSet& set) {
   return lines;
 }
 
-TEST(ChecksumTextTest, EachLineIsJudgedAlone) {
+TEST(ChecksumTextTest, EachLineIsReadOnItsOwn) {
   for (const TextCase& test : TextCases()) {
     SCOPED_TRACE(test.description);
     const ChecksumSet set = ParseChecksumText(test.text, test.path);

@@ -79,7 +79,7 @@ const DeniedCase deniedCases[] = {
      5},
     {"a folder of which nothing is told",
      u"folder",
-     {{.call = SystemCall::OpenFile, .code = 5}, {.call = SystemCall::PathFacts, .code = 5}},
+     {{.call = SystemCall::OpenFile, .code = 5}, {.call = SystemCall::PathInfo, .code = 5}},
      5},
     {"a folder that fails otherwise",
      u"folder",
@@ -336,12 +336,12 @@ TEST(HashFileFailureTest, NoticesAChangeOfASmallFile) {
   EXPECT_TRUE(outcome.changed);
 }
 
-TEST(HashFileFailureTest, DoesNotWarnWhereTheFactsAreUnknown) {
+TEST(HashFileFailureTest, DoesNotWarnWithoutFileInfo) {
   for (const uint32_t failing : {1u, 2u}) {
     SCOPED_TRACE(failing);
     TempTree tree;
     const std::u16string path = tree.AddFile(u"file", CountingBytes(FileSize));
-    const InstalledFaults faults({{.call = SystemCall::FileFacts, .nth = failing, .code = 5}});
+    const InstalledFaults faults({{.call = SystemCall::FileInfo, .nth = failing, .code = 5}});
     const HashOutcome outcome =
         HashWhileChanging(path, [](const auto& file) { AppendBytes(file, "more"); });
     ExpectDigestsOf(outcome, DefaultAlgoMask, CountingBytes(FileSize) + "more");

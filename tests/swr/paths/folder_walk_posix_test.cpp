@@ -97,9 +97,9 @@ TEST(FolderWalkPosixTest, TakesALinkOfWhichNothingIsToldForAFile) {
   AddLink(tree, u"to file", "folder/inside");
   const Names withFolderLink = {u"to file", u"to folder", u"folder/inside"};
   EXPECT_EQ(RelativePathsIn(tree, {.withSizes = false}), (Names{u"to file", u"folder/inside"}));
-  const InstalledFaults faults({{.call = SystemCall::EntryFacts, .nth = 0, .code = 5}});
+  const InstalledFaults faults({{.call = SystemCall::EntryInfo, .nth = 0, .code = 5}});
   EXPECT_EQ(RelativePathsIn(tree, {.withSizes = false}), withFolderLink);
-  EXPECT_EQ(faults.Count(SystemCall::EntryFacts), 2u);
+  EXPECT_EQ(faults.Count(SystemCall::EntryInfo), 2u);
 }
 
 // Windows holds names apart that differ only in case where a folder is told to; Wine never does.

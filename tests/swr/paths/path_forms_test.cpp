@@ -171,7 +171,7 @@ TEST(IsDirectoryPathTest, TakesLongPaths) {
 
 TEST(IsDirectoryPathTest, IsFalseWhereItCannotBeAsked) {
   TempTree tree;
-  const InstalledFaults faults({{.call = SystemCall::PathFacts, .code = ErrorAccessDenied}});
+  const InstalledFaults faults({{.call = SystemCall::PathInfo, .code = ErrorAccessDenied}});
   EXPECT_FALSE(IsDirectoryPath(tree.Root()));
 }
 

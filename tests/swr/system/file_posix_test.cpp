@@ -17,8 +17,8 @@ TEST(FilePosixTest, OpensAFolderAndReadsNothingOfIt) {
   TempTree tree;
   File folder;
   ASSERT_EQ(File::Open(tree.Root(), FileSharing::Everything, folder), 0u);
-  ASSERT_TRUE(folder.Facts());
-  EXPECT_TRUE(folder.Facts()->isDirectory);
+  ASSERT_TRUE(folder.Info());
+  EXPECT_TRUE(folder.Info()->isDirectory);
   char byte;
   const ReadResult read = folder.Read(&byte, 1);
   EXPECT_FALSE(read.succeeded);
@@ -42,7 +42,7 @@ TEST(FilePosixTest, TranslatesTheSystemsErrors) {
   EXPECT_EQ(File::Open(tree.Path(std::u16string(256, u'n')), FileSharing::Everything, file),
             ErrorNameTooLong);
   uint32_t error = 0;
-  EXPECT_FALSE(QueryFacts(tree.Path(u"file/below"), error));
+  EXPECT_FALSE(QueryFileInfo(tree.Path(u"file/below"), error));
   EXPECT_EQ(error, ErrorPathNotFound);
 }
 

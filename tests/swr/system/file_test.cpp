@@ -126,7 +126,7 @@ TEST(FileTest, ReportsAReadThatFails) {
   EXPECT_EQ(ReadAll(file, 100), "abc");
 }
 
-// --- Facts --------------------------------------------------------------------------------------
+// --- File info ----------------------------------------------------------------------------------
 
 TEST(FileTest, TellsSizeAndTime) {
   TempTree tree;
@@ -134,11 +134,11 @@ TEST(FileTest, TellsSizeAndTime) {
   constexpr FileTime newYear2000 = 125911584000000000;
   SetModifiedTime(path, newYear2000 + 1234567);
   uint32_t error = 77;
-  for (const auto& facts : {OpenFile(path).Facts(), QueryFacts(ToLongPath(path), error)}) {
-    ASSERT_TRUE(facts);
-    EXPECT_EQ(facts->size, 5u);
-    EXPECT_EQ(facts->modified, newYear2000 + 1234567);
-    EXPECT_FALSE(facts->isDirectory);
+  for (const auto& info : {OpenFile(path).Info(), QueryFileInfo(ToLongPath(path), error)}) {
+    ASSERT_TRUE(info);
+    EXPECT_EQ(info->size, 5u);
+    EXPECT_EQ(info->modified, newYear2000 + 1234567);
+    EXPECT_FALSE(info->isDirectory);
   }
   EXPECT_EQ(error, 77u) << "on success it is untouched";
 }
@@ -148,8 +148,8 @@ TEST(FileTest, TellsSizesOverFourGigabytes) {
   const std::u16string path = tree.AddFile(u"large");
   ResizeFile(path, 0x123456789);
   uint32_t error = 0;
-  EXPECT_EQ(OpenFile(path).Facts()->size, 0x123456789u);
-  EXPECT_EQ(QueryFacts(ToLongPath(path), error)->size, 0x123456789u);
+  EXPECT_EQ(OpenFile(path).Info()->size, 0x123456789u);
+  EXPECT_EQ(QueryFileInfo(ToLongPath(path), error)->size, 0x123456789u);
 }
 
 TEST(FileTest, TellsWhatHappensToTheOpenFile) {
@@ -157,31 +157,31 @@ TEST(FileTest, TellsWhatHappensToTheOpenFile) {
   const std::u16string path = tree.AddFile(u"file", "12345");
   const File file = OpenFile(path);
   AppendBytes(path, "678");
-  EXPECT_EQ(file.Facts()->size, 8u);
+  EXPECT_EQ(file.Info()->size, 8u);
 }
 
 TEST(FileTest, TellsFoldersFromFiles) {
   TempTree tree;
   uint32_t error = 0;
-  const auto facts = QueryFacts(ToLongPath(tree.AddFolder(u"folder")), error);
-  ASSERT_TRUE(facts);
-  EXPECT_TRUE(facts->isDirectory);
-  EXPECT_EQ(facts->size, 0u);
+  const auto info = QueryFileInfo(ToLongPath(tree.AddFolder(u"folder")), error);
+  ASSERT_TRUE(info);
+  EXPECT_TRUE(info->isDirectory);
+  EXPECT_EQ(info->size, 0u);
 }
 
-TEST(FileTest, TellsWhyThereAreNoFacts) {
+TEST(FileTest, ReportsWhyThereIsNoFileInfo) {
   TempTree tree;
   uint32_t error = 0;
-  EXPECT_FALSE(QueryFacts(ToLongPath(tree.Path(u"absent")), error));
+  EXPECT_FALSE(QueryFileInfo(ToLongPath(tree.Path(u"absent")), error));
   EXPECT_EQ(error, ErrorFileNotFound);
 
   const std::u16string path = tree.AddFile(u"file");
   const File file = OpenFile(path);
   const InstalledFaults faults(
-      {{.call = SystemCall::PathFacts, .code = 21}, {.call = SystemCall::FileFacts, .code = 21}});
-  EXPECT_FALSE(QueryFacts(ToLongPath(path), error));
+      {{.call = SystemCall::PathInfo, .code = 21}, {.call = SystemCall::FileInfo, .code = 21}});
+  EXPECT_FALSE(QueryFileInfo(ToLongPath(path), error));
   EXPECT_EQ(error, 21u);
-  EXPECT_FALSE(file.Facts());
+  EXPECT_FALSE(file.Info());
 }
 
 TEST(ErrorCodesTest, TellsMissingFromOtherErrors) {

@@ -52,7 +52,7 @@ TEST(FileWinTest, LetsOthersDoWhatItShares) {
     SetLastError(0);
     DeleteFileW(AsWide(ToLongPath(path)));
     EXPECT_EQ(GetLastError(), row.deleteError);
-    EXPECT_EQ(file.Facts()->size, 11u);
+    EXPECT_EQ(file.Info()->size, 11u);
   }
 }
 

@@ -102,7 +102,7 @@ TEST(ReadTextFileTest, RefusesALargerFileUnread) {
 TEST(ReadTextFileTest, RefusesAFileOfUnknownSize) {
   TempTree tree;
   const std::u16string path = tree.AddFile(u"file", "text");
-  const InstalledFaults faults({{.call = SystemCall::FileFacts, .code = 5}});
+  const InstalledFaults faults({{.call = SystemCall::FileInfo, .code = 5}});
   ExpectFailure(path, ErrorFileTooLarge);
 }
 

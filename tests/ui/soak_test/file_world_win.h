@@ -1,4 +1,4 @@
-// The files of a long run: a tree of real ones that are replaced, taken away, held and written to
+// The files of a soak test: a tree of real ones that are replaced, taken away, held and written to
 // while the window is at work, with all that each of them has been since the window was last
 // compared with its model. The digests are computed here, before the window sees a file.
 #pragma once
@@ -12,7 +12,7 @@
 
 #include "tests/support/reference_window.h"
 #include "tests/support/temp_tree.h"
-#include "tests/ui/long_run/dice.h"
+#include "tests/ui/soak_test/dice.h"
 
 namespace app::testing {
 

@@ -1,4 +1,4 @@
-#include "tests/ui/long_run/window_model.h"
+#include "tests/ui/soak_test/window_model.h"
 
 #include <algorithm>
 #include <cstdio>

@@ -1,4 +1,4 @@
-#include "tests/ui/long_run/hang_probe_win.h"
+#include "tests/ui/soak_test/hang_probe_win.h"
 
 #include <algorithm>
 #include <utility>

@@ -1,4 +1,4 @@
-// What a harness demands of the code under it, beside not crashing.
+// What a fuzz target requires of the code that it tests, besides not crashing.
 #pragma once
 
 #include <cstdio>
@@ -7,7 +7,7 @@
 namespace fuzz {
 
 // Ends the process with a report when `holds` is false; the fuzzer keeps the input that led here.
-inline void Demand(bool holds, const char* what) {
+inline void Require(bool holds, const char* what) {
   if (holds) return;
   std::fprintf(stderr, "does not hold: %s\n", what);
   std::abort();

@@ -19,8 +19,8 @@ using Texts = std::vector<std::u16string>;
 
 constexpr size_t LongestName = 255;
 
-struct OddPathsTest : ::testing::Test {
-  OddPathsTest() { window.main.SetAlgoMask(swr::MaskOf(AlgoId::Md5)); }
+struct UnusualPathsTest : ::testing::Test {
+  UnusualPathsTest() { window.main.SetAlgoMask(swr::MaskOf(AlgoId::Md5)); }
   void Add(const Texts& paths) {
     window.main.AddPaths(paths);
     EXPECT_TRUE(window.WaitUntilIdle());
@@ -35,7 +35,7 @@ struct OddPathsTest : ::testing::Test {
   WorkingWindow window;
 };
 
-TEST_F(OddPathsTest, ATreeOfFiveHundredLevels) {
+TEST_F(UnusualPathsTest, ATreeOfFiveHundredLevels) {
   std::u16string relative;
   for (int level = 0; level < 500; ++level) relative += u"d/";
   const std::u16string deepest = tree.AddFile(relative + u"file", "abc");
@@ -46,7 +46,7 @@ TEST_F(OddPathsTest, ATreeOfFiveHundredLevels) {
   EXPECT_EQ(window.main.rows.back()->path, deepest);
 }
 
-TEST_F(OddPathsTest, NamesOf255Units) {
+TEST_F(UnusualPathsTest, NamesOf255Units) {
   const std::u16string name(LongestName, u'n');
   const std::u16string inside = tree.AddFile(name + u"/" + name, "abc");
   const std::u16string beside = tree.AddFile(u"list.md5", "");
@@ -66,7 +66,7 @@ TEST_F(OddPathsTest, NamesOf255Units) {
   EXPECT_EQ(Statuses(), (Texts{u"OK (MD5)", u"OK (MD5)"}));
 }
 
-TEST_F(OddPathsTest, PathsThatAreTooLong) {
+TEST_F(UnusualPathsTest, PathsThatAreTooLong) {
   const std::u16string last = tree.AddFile(u"last", "abc");
   for (const size_t units : {5'000u, 32'000u, 32'766u, 32'767u, 32'768u, 40'000u, 200'000u}) {
     for (const size_t step : {size_t{2}, size_t{200}, units}) {
@@ -91,7 +91,7 @@ TEST_F(OddPathsTest, PathsThatAreTooLong) {
   }
 }
 
-TEST_F(OddPathsTest, AListThatNamesAFileTooFarAway) {
+TEST_F(UnusualPathsTest, AListThatNamesAFileTooFarAway) {
   tree.AddFile(u"good", "abc");
   const std::string line = "900150983cd24fb0d6963f7d28e17f72  ";
   const std::u16string list =
@@ -106,7 +106,7 @@ TEST_F(OddPathsTest, AListThatNamesAFileTooFarAway) {
   EXPECT_EQ(window.Result().kind, ResultKind::Bad);
 }
 
-TEST_F(OddPathsTest, AListWhoseOwnPathIsTooLong) {
+TEST_F(UnusualPathsTest, AListWhoseOwnPathIsTooLong) {
   const std::u16string path = swr::JoinPath(tree.Root(), std::u16string(32'000, u'n'));
   window.main.VerifyChecksumFile(path);
   ASSERT_EQ(window.desktop.messages.size(), 1u);

@@ -1,11 +1,11 @@
-// The window of a long run against its model: all rows, all columns, all verdicts.
+// The window of a soak test against its model: all rows, all columns, all verdicts.
 #pragma once
 
 #include <stdexcept>
 #include <string>
 #include <vector>
 
-#include "tests/ui/long_run/window_model.h"
+#include "tests/ui/soak_test/window_model.h"
 
 namespace app::testing {
 
@@ -33,12 +33,13 @@ class Disagreement : public std::runtime_error {
 // whose file is there several times. Throws Disagreement when these are not the same rows.
 void TakeOrder(WindowModel& model, const std::vector<SeenRow>& seen);
 
-// Throws Disagreement where the window is not as the model and the slow judge say. The model learns
-// what it had left open, and is at rest. The result holds the rows as the judge has judged them.
+// Throws Disagreement where the window differs from the window model or the reference model. The
+// window model learns what it had left open, and is at rest. Returns the reference model with the
+// rows and their verdicts.
 ReferenceWindow Compare(WindowModel& model, const SeenWindow& seen);
 
-// The text of a cell by the slow judge.
-std::u16string ReferenceCell(const ReferenceWindow& judge, const ReferenceFileRow& row,
+// The text of a cell by the reference model.
+std::u16string ReferenceCell(const ReferenceWindow& reference, const ReferenceFileRow& row,
                              const std::u16string& heading);
 
 }  // namespace app::testing

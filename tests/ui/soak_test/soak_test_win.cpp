@@ -1,5 +1,5 @@
 // Uses the real window at random for a long time:
-//   long_run.exe SUMWRIGHT.EXE [--minutes N] [--seed N]
+//   soak_test.exe SUMWRIGHT.EXE [--minutes N] [--seed N]
 // See usageText below for what is done and what is told in the end.
 #include "swr/system/windows_api_win.h"
 
@@ -10,12 +10,12 @@
 #include <exception>
 #include <string>
 
-#include "tests/ui/long_run/dice.h"
-#include "tests/ui/long_run/file_world_win.h"
-#include "tests/ui/long_run/hang_probe_win.h"
-#include "tests/ui/long_run/random_user_win.h"
-#include "tests/ui/long_run/resource_series.h"
 #include "tests/ui/running_window_win.h"
+#include "tests/ui/soak_test/dice.h"
+#include "tests/ui/soak_test/file_world_win.h"
+#include "tests/ui/soak_test/hang_probe_win.h"
+#include "tests/ui/soak_test/random_user_win.h"
+#include "tests/ui/soak_test/resource_series.h"
 
 namespace app::testing {
 namespace {
@@ -24,16 +24,17 @@ using std::chrono::milliseconds;
 using std::chrono::steady_clock;
 
 constexpr char usageText[] =
-    "long_run.exe SUMWRIGHT.EXE [--minutes N] [--seed N]\n"
+    "soak_test.exe SUMWRIGHT.EXE [--minutes N] [--seed N]\n"
     "\n"
     "Uses the window at random: drops, removes, cancels, sorts, verifies, clears, changes\n"
     "algorithms, options, size and DPI, opens dialogs and menus, starts the program again,\n"
-    "and changes files behind its back. Every few dozen actions it waits until the window is\n"
-    "at rest and compares all rows, columns, details, lines and some colours with what a slow\n"
-    "judge says. Each time it has cleared the list it measures what the program holds of the\n"
-    "system.\n"
+    "and changes files without its knowledge. Every few dozen actions it waits until the\n"
+    "window is at rest and compares all rows, columns, details, lines and some colours with\n"
+    "a slow reference model. Each time it has cleared the list it measures which system\n"
+    "resources the program holds.\n"
     "\n"
-    "Ends with 1 when the window disagrees with the judge, crashes, gives no answer for 2\n"
+    "Ends with 1 when the window disagrees with the reference model, crashes, gives no answer for "
+    "2\n"
     "seconds, or holds more in the end than in the beginning. A seed chooses the same actions\n"
     "again; how far the hashing has come at each of them is left to the machine.\n"
     "\n"
@@ -80,14 +81,14 @@ ResourceSample Measure(const RunningWindow& window) {
           .privateBytes = memory.privateBytes};
 }
 
-class LongRun {
+class SoakTest {
  public:
-  explicit LongRun(const Options& options)
+  explicit SoakTest(const Options& options)
       : options_(options), dice_(options.seed), world_(dice_), log_(options.seed) {}
 
   // The exit code.
   int Run() {
-    std::printf("long run: seed %u, %g minutes\n", options_.seed, options_.minutes);
+    std::printf("soak test: seed %u, %g minutes\n", options_.seed, options_.minutes);
     std::fflush(stdout);
     // Away from where menus open, whose entries would take to it.
     SetCursorPos(GetSystemMetrics(SM_CXSCREEN) - 1, GetSystemMetrics(SM_CYSCREEN) - 1);
@@ -175,7 +176,7 @@ class LongRun {
         "longest time to an answer: %d ms, of %zu questions; the machine's longest pause: %d ms\n",
         static_cast<int>(probe_.LongestAnswer().count()), probe_.Questions(),
         static_cast<int>(probe_.LongestPause().count()));
-    const ResourceSeries::Verdict verdict = resources_.Judge();
+    const ResourceSeries::Verdict verdict = resources_.Evaluate();
     std::printf("after Clear List, %zu times:\n%s", resources_.Count(), verdict.text.c_str());
     const bool hung = probe_.LongestAnswer() > LongestAnswer;
     if (hung) std::printf("FAILED: the window gave no answer for too long\n");
@@ -230,7 +231,7 @@ int main(int argumentCount, char** arguments) {
   SetProcessDpiAwarenessContext(DPI_AWARENESS_CONTEXT_PER_MONITOR_AWARE_V2);
   app::testing::SetProgramPath(program);
   try {
-    return app::testing::LongRun(options).Run();
+    return app::testing::SoakTest(options).Run();
   } catch (const std::exception& failure) {
     std::printf("FAILED: %s\n", failure.what());
     return 1;

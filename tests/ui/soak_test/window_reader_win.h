@@ -3,8 +3,8 @@
 
 #include <vector>
 
-#include "tests/ui/long_run/comparison.h"
 #include "tests/ui/running_window_win.h"
+#include "tests/ui/soak_test/comparison.h"
 
 namespace app::testing {
 
@@ -16,6 +16,6 @@ SeenWindow ReadWindow(const RunningWindow& window);
 // Names and folders, with the details of rows whose file is there several times.
 std::vector<SeenRow> ReadOrder(const RunningWindow& window);
 // Brings the window to the front and looks at the colours of some rows. Throws Disagreement.
-void CheckColours(const RunningWindow& window, const ReferenceWindow& judge);
+void CheckColours(const RunningWindow& window, const ReferenceWindow& reference);
 
 }  // namespace app::testing

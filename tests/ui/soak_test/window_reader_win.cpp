@@ -1,4 +1,4 @@
-#include "tests/ui/long_run/window_reader_win.h"
+#include "tests/ui/soak_test/window_reader_win.h"
 
 #include <algorithm>
 #include <chrono>
@@ -108,15 +108,15 @@ std::vector<SeenRow> ReadOrder(const RunningWindow& window) {
   return seen;
 }
 
-void CheckColours(const RunningWindow& window, const ReferenceWindow& judge) {
+void CheckColours(const RunningWindow& window, const ReferenceWindow& reference) {
   const HWND list = window.Control(IDC_LIST);
   SetForegroundWindow(window.Handle());
   const int top = window.TopRow();
   const int shown = std::min(static_cast<int>(AskWindow(list, LVM_GETCOUNTPERPAGE)),
-                             static_cast<int>(judge.rows.size()) - top);
+                             static_cast<int>(reference.rows.size()) - top);
   for (int row = top; row < top + std::min(shown, 4); ++row) {
     uint32_t expected = 0xFFFFFF;
-    switch (judge.Tint(judge.rows[static_cast<size_t>(row)])) {
+    switch (reference.Tint(reference.rows[static_cast<size_t>(row)])) {
       case RowTint::Good:
         expected = 0xDEF4DE;
         break;

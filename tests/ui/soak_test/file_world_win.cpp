@@ -1,4 +1,4 @@
-#include "tests/ui/long_run/file_world_win.h"
+#include "tests/ui/soak_test/file_world_win.h"
 
 #include "swr/system/windows_api_win.h"
 

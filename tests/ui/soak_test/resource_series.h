@@ -31,7 +31,7 @@ class ResourceSeries {
     std::string text;  // a line for each resource
     bool hasGrown = false;
   };
-  Verdict Judge() const;
+  Verdict Evaluate() const;
 
  private:
   std::vector<ResourceSample> samples_;

@@ -11,11 +11,11 @@
 #include <utility>
 #include <vector>
 
-#include "tests/ui/long_run/comparison.h"
-#include "tests/ui/long_run/dice.h"
-#include "tests/ui/long_run/file_world_win.h"
-#include "tests/ui/long_run/window_model.h"
 #include "tests/ui/running_window_win.h"
+#include "tests/ui/soak_test/comparison.h"
+#include "tests/ui/soak_test/dice.h"
+#include "tests/ui/soak_test/file_world_win.h"
+#include "tests/ui/soak_test/window_model.h"
 
 namespace app::testing {
 
@@ -112,7 +112,7 @@ class RandomUser {
   FileWorld& world_;
   const RunningWindow& window_;
   WindowModel model_;
-  ReferenceWindow judge_;  // of the last comparison
+  ReferenceWindow reference_;  // of the last comparison
   std::map<std::string, size_t> counts_;
   std::atomic<const char*> doing_ = "starting";
 };

@@ -1,4 +1,4 @@
-#include "swr/text/shown_name.h"
+#include "swr/text/display_escape.h"
 
 #include <algorithm>
 #include <iterator>
@@ -33,7 +33,7 @@ bool IsUnshown(char16_t unit) {
 
 }  // namespace
 
-std::u16string ShownName(std::u16string_view name) {
+std::u16string EscapeForDisplay(std::u16string_view name) {
   std::u16string shown;
   shown.reserve(name.size());
   for (const char16_t unit : name) {

@@ -1,5 +1,5 @@
 // Loads libraries by their bare names, as a program without precautions does:
-//   careless_program.exe NAME...
+//   unprotected_program.exe NAME...
 // Shows that what the test plants is taken where nothing prevents it.
 #include "swr/system/windows_api_win.h"
 

@@ -1,4 +1,4 @@
-#include "swr/text/shown_name.h"
+#include "swr/text/display_escape.h"
 
 #include <gtest/gtest.h>
 
@@ -19,11 +19,11 @@ struct ShownCase {
 void Check(std::initializer_list<ShownCase> cases) {
   for (const ShownCase& test : cases) {
     SCOPED_TRACE(test.description);
-    EXPECT_EQ(WideToUtf8(ShownName(test.name)), WideToUtf8(test.shown));
+    EXPECT_EQ(WideToUtf8(EscapeForDisplay(test.name)), WideToUtf8(test.shown));
   }
 }
 
-TEST(ShownNameTest, WhatLiesIsSpelledOut) {
+TEST(EscapeForDisplayTest, WhatLiesIsSpelledOut) {
   Check({
       {"line ends", u"a\r\nb", u"a[U+000D][U+000A]b"},
       {"tab", u"a\tb", u"a[U+0009]b"},
@@ -38,18 +38,18 @@ TEST(ShownNameTest, WhatLiesIsSpelledOut) {
   });
 }
 
-TEST(ShownNameTest, WhatPeopleWriteStays) {
+TEST(EscapeForDisplayTest, WhatPeopleWriteStays) {
   for (const std::u16string name :
        {u"", u"setup.exe", u"~!@#$%^&()[]{}';.,+=-_`", u"\u00E9t\u00E9.txt", u"\u5199\u771F.jpg",
         u"\u05E9\u05DC\u05D5\u05DD.txt", u"\u0645\u0631\u062D\u0628\u0627.txt",
         u"\u0646\u0645\u06CC\u200C\u062E\u0648\u0627\u0647\u0645", u"\U0001F469\u200D\U0001F52C",
         u"no\u00A0break", u"wide\u3000blank", u"thin\u2009blank", u"[U+202E]"}) {
-    EXPECT_EQ(WideToUtf8(ShownName(name)), WideToUtf8(name));
+    EXPECT_EQ(WideToUtf8(EscapeForDisplay(name)), WideToUtf8(name));
   }
 }
 
 // Against a second list, one code unit at a time.
-TEST(ShownNameTest, OfAllUnitsTheseAreSpelledOut) {
+TEST(EscapeForDisplayTest, OfAllUnitsTheseAreSpelledOut) {
   std::set<int> expected = {0x61C, 0x180E, 0x200B, 0x200E, 0x200F, 0xFEFF, 0xFFF9, 0xFFFA, 0xFFFB};
   for (int unit = 0; unit < 0xA0; ++unit) {
     if (unit < 0x20 || unit > 0x7E) expected.insert(unit);
@@ -58,7 +58,7 @@ TEST(ShownNameTest, OfAllUnitsTheseAreSpelledOut) {
   for (int unit = 0x2060; unit <= 0x206F; ++unit) expected.insert(unit);
   for (int unit = 0; unit <= 0xFFFF; ++unit) {
     const std::u16string name(1, static_cast<char16_t>(unit));
-    ASSERT_EQ(ShownName(name) != name, expected.contains(unit)) << unit;
+    ASSERT_EQ(EscapeForDisplay(name) != name, expected.contains(unit)) << unit;
   }
 }
 

@@ -1,4 +1,4 @@
-#include "tests/ui/long_run/comparison.h"
+#include "tests/ui/soak_test/comparison.h"
 
 #include <algorithm>
 #include <map>
@@ -73,24 +73,24 @@ class RowCheck {
   RowCheck(const WindowModel& model, ModelRow& row, const SeenRow& seen)
       : model_(model), row_(row), seen_(seen), file_(model.FileOf(row)) {}
 
-  // The row as the judge is to see it.
+  // The row as the reference model is to have it.
   ReferenceFileRow Learn() {
-    judged_.path = file_.path;
-    judged_.name = file_.name;
-    judged_.folder = file_.folder;
-    judged_.modified = row_.modified;
-    judged_.listed = row_.listed;
-    judged_.checksumFile = row_.checksumFile;
-    judged_.checksumLine = row_.checksumLine;
-    judged_.signature = Detail(seen_.details, u"Signature").value_or(u"");
+    expected_.path = file_.path;
+    expected_.name = file_.name;
+    expected_.folder = file_.folder;
+    expected_.modified = row_.modified;
+    expected_.listed = row_.listed;
+    expected_.checksumFile = row_.checksumFile;
+    expected_.checksumLine = row_.checksumLine;
+    expected_.signature = Detail(seen_.details, u"Signature").value_or(u"");
     if (IsSeenFailed()) {
       LearnFailure();
     } else {
       LearnDigests();
     }
-    judged_.digests = row_.digests;
-    judged_.size = row_.size;
-    return judged_;
+    expected_.digests = row_.digests;
+    expected_.size = row_.size;
+    return expected_;
   }
 
   std::string Place() const { return "row of " + Utf8(file_.path); }
@@ -129,8 +129,8 @@ class RowCheck {
 
   // Details of such a row show no digests, and nothing depends on them but their columns.
   void LearnFailure() {
-    judged_.status = RowStatus::Failed;
-    judged_.error = row_.error;
+    expected_.status = RowStatus::Failed;
+    expected_.error = row_.error;
     size_t column = FirstDigestColumn;
     for (const AlgoId id : model_.selectedAlgos) {
       const std::u16string& cell = seen_.cells[column++];
@@ -158,9 +158,9 @@ class RowCheck {
     const bool isCancelled = Status() == u"Cancelled";
     Require(!isCancelled || row_.mayBeCancelled, Place() + " was not cancelled");
     row_.mayBeCancelled = isCancelled;
-    judged_.status = isCancelled ? RowStatus::Cancelled : RowStatus::Done;
+    expected_.status = isCancelled ? RowStatus::Cancelled : RowStatus::Done;
     constexpr std::u16string_view changedText = u"Done, but the file changed while it was read";
-    judged_.changed = row_.mayBeChanged && Status() == changedText;
+    expected_.changed = row_.mayBeChanged && Status() == changedText;
     // Where no verdict stands in its place, the row says whether it knows of a change.
     if (Status() == u"Done") row_.mayBeChanged = false;
   }
@@ -194,7 +194,7 @@ class RowCheck {
   ModelRow& row_;
   const SeenRow& seen_;
   const WorldFile& file_;
-  ReferenceFileRow judged_;
+  ReferenceFileRow expected_;
 };
 
 bool MatchesBox(const ReferenceFileRow& row, const ReferenceClaim& claim) {
@@ -205,12 +205,12 @@ bool MatchesBox(const ReferenceFileRow& row, const ReferenceClaim& claim) {
 }
 
 // A value that no row has was looked for in every row with every algorithm that it may be of.
-void CheckSearch(const ReferenceWindow& judge) {
-  if (!judge.box.claim) return;
-  const ReferenceClaim& claim = *judge.box.claim;
+void CheckSearch(const ReferenceWindow& reference) {
+  if (!reference.box.claim) return;
+  const ReferenceClaim& claim = *reference.box.claim;
   const auto isMatch = [&](const ReferenceFileRow& row) { return MatchesBox(row, claim); };
-  if (std::ranges::any_of(judge.rows, isMatch)) return;
-  for (const ReferenceFileRow& row : judge.rows) {
+  if (std::ranges::any_of(reference.rows, isMatch)) return;
+  for (const ReferenceFileRow& row : reference.rows) {
     if (row.status != RowStatus::Done) continue;
     for (const AlgoId id : claim.algos) {
       Require(row.digests.contains(id),
@@ -232,32 +232,32 @@ std::u16string Joined(const Texts& texts) {
   return joined;
 }
 
-void CheckSums(const WindowModel& model, ReferenceWindow& judge, const SeenWindow& seen) {
+void CheckSums(const WindowModel& model, ReferenceWindow& reference, const SeenWindow& seen) {
   const auto isUnknown = [](const ModelRow& row) { return row.isSizeUnknown; };
   if (std::ranges::any_of(model.rows, isUnknown)) return;
   uint64_t total = 0;
-  for (const ReferenceFileRow& row : judge.rows) total += row.size;
-  const size_t count = judge.rows.size();
+  for (const ReferenceFileRow& row : reference.rows) total += row.size;
+  const size_t count = reference.rows.size();
   const std::string number = std::to_string(count) + (count == 1 ? " file, " : " files, ");
   Expect("the status line", seen.statusLine,
          count == 0 ? u"" : swr::Utf8ToWide(number) + swr::FormatSize(total));
   if (count < 2) return;
-  for (size_t i = 0; i < count; ++i) judge.selection.insert(i);
-  Expect("the details of all rows", seen.detailsOfAll, judge.Details());
+  for (size_t i = 0; i < count; ++i) reference.selection.insert(i);
+  Expect("the details of all rows", seen.detailsOfAll, reference.Details());
 }
 
 }  // namespace
 
-std::u16string ReferenceCell(const ReferenceWindow& judge, const ReferenceFileRow& row,
+std::u16string ReferenceCell(const ReferenceWindow& reference, const ReferenceFileRow& row,
                              const std::u16string& heading) {
   if (heading == u"Name") return row.name;
   if (heading == u"Folder") return row.folder;
   if (heading == u"Size") {
     return row.status == RowStatus::Failed ? u"" : swr::FormatSize(row.size);
   }
-  if (heading == u"Status") return judge.StatusCell(row);
+  if (heading == u"Status") return reference.StatusCell(row);
   for (const auto& [id, bytes] : row.digests) {
-    if (heading == swr::GetAlgo(id).name) return ReferenceHex(bytes, judge.uppercase);
+    if (heading == swr::GetAlgo(id).name) return ReferenceHex(bytes, reference.uppercase);
   }
   return {};
 }
@@ -302,35 +302,35 @@ ReferenceWindow Compare(WindowModel& model, const SeenWindow& seen) {
   }
   TakeOrder(model, seen.rows);
 
-  ReferenceWindow judge;
-  judge.box = model.box;
-  judge.selectedAlgos = model.selectedAlgos;
-  judge.uppercase = model.uppercase;
+  ReferenceWindow reference;
+  reference.box = model.box;
+  reference.selectedAlgos = model.selectedAlgos;
+  reference.uppercase = model.uppercase;
   for (size_t i = 0; i < model.rows.size(); ++i) {
     RowCheck check(model, model.rows[i], seen.rows[i]);
     Expect("the name in row " + std::to_string(i), seen.rows[i].cells[NameColumn],
            model.FileOf(model.rows[i]).name);
     Expect("the folder of the " + check.Place(), seen.rows[i].cells[FolderColumn],
            model.FileOf(model.rows[i]).folder);
-    judge.rows.push_back(check.Learn());
+    reference.rows.push_back(check.Learn());
   }
-  for (size_t i = 0; i < judge.rows.size(); ++i) {
-    const std::string place = " in the row of " + Utf8(judge.rows[i].path);
+  for (size_t i = 0; i < reference.rows.size(); ++i) {
+    const std::string place = " in the row of " + Utf8(reference.rows[i].path);
     for (size_t column = SizeColumn; column < seen.headings.size(); ++column) {
       Expect(Utf8(seen.headings[column]) + place, seen.rows[i].cells[column],
-             ReferenceCell(judge, judge.rows[i], seen.headings[column]));
+             ReferenceCell(reference, reference.rows[i], seen.headings[column]));
     }
-    judge.selection = {i};
-    Expect("the details" + place, seen.rows[i].details, judge.Details());
+    reference.selection = {i};
+    Expect("the details" + place, seen.rows[i].details, reference.Details());
   }
-  judge.selection.clear();
-  CheckSearch(judge);
-  Expect("the result line", seen.resultLine, judge.Line().text);
-  Expect("the details of no row", seen.detailsOfNone, judge.Details());
-  CheckSums(model, judge, seen);
-  judge.selection.clear();
+  reference.selection.clear();
+  CheckSearch(reference);
+  Expect("the result line", seen.resultLine, reference.Line().text);
+  Expect("the details of no row", seen.detailsOfNone, reference.Details());
+  CheckSums(model, reference, seen);
+  reference.selection.clear();
   model.isAtRest = true;
-  return judge;
+  return reference;
 }
 
 }  // namespace app::testing

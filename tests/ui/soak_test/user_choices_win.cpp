@@ -10,9 +10,9 @@
 #include "swr/system/text_services.h"
 #include "swr/text/encoding.h"
 #include "tests/ui/desktop_state_win.h"
-#include "tests/ui/long_run/random_user_win.h"
-#include "tests/ui/long_run/window_reader_win.h"
 #include "tests/ui/program_dialog_win.h"
+#include "tests/ui/soak_test/random_user_win.h"
+#include "tests/ui/soak_test/window_reader_win.h"
 
 namespace app::testing {
 namespace {
@@ -34,21 +34,21 @@ void RandomUser::SortRows(const std::u16string& heading) {
     const WorldFile& file = model_.FileOf(model_.rows[row]);
     if (heading == u"Name") return file.name;
     if (heading == u"Folder") return file.folder;
-    return ReferenceCell(judge_, judge_.rows[row], heading);
+    return ReferenceCell(reference_, reference_.rows[row], heading);
   };
   std::ranges::stable_sort(order, [&](size_t a, size_t b) {
     if (model_.sortDescending) std::swap(a, b);
-    if (heading == u"Size") return judge_.rows[a].size < judge_.rows[b].size;
+    if (heading == u"Size") return reference_.rows[a].size < reference_.rows[b].size;
     return swr::SystemCompareNatural(text(a), text(b)) < 0;
   });
   std::vector<ModelRow> rows;
-  std::vector<ReferenceFileRow> judged;
+  std::vector<ReferenceFileRow> referenceRows;
   for (const size_t row : order) {
     rows.push_back(model_.rows[row]);
-    if (model_.isAtRest) judged.push_back(judge_.rows[row]);
+    if (model_.isAtRest) referenceRows.push_back(reference_.rows[row]);
   }
   model_.rows = std::move(rows);
-  judge_.rows = std::move(judged);
+  reference_.rows = std::move(referenceRows);
 }
 
 std::string RandomUser::Sort() {
@@ -173,7 +173,7 @@ std::string RandomUser::ToggleOption() {
     case 0:
       window_.Command(ID_UPPERCASE);
       model_.uppercase = !model_.uppercase;
-      judge_.uppercase = model_.uppercase;
+      reference_.uppercase = model_.uppercase;
       return "uppercase";
     case 1:
       window_.Command(ID_INCLUDE_HIDDEN);
@@ -215,8 +215,8 @@ std::string RandomUser::CompareTwo() {
   };
   const bool isForeseen = wasOneThing(first) && wasOneThing(second);
   CompareAll();
-  const ReferenceFileRow& a = judge_.rows[first];
-  const ReferenceFileRow& b = judge_.rows[second];
+  const ReferenceFileRow& a = reference_.rows[first];
+  const ReferenceFileRow& b = reference_.rows[second];
   std::u16string expected = u"The two files are different.";
   if (a.status == RowStatus::Failed || b.status == RowStatus::Failed) {
     expected = u"One of the files can't be read.";

@@ -1,4 +1,4 @@
-#include "tests/ui/long_run/resource_series.h"
+#include "tests/ui/soak_test/resource_series.h"
 
 #include <gtest/gtest.h>
 
@@ -17,7 +17,7 @@ template <typename SampleAt>
 bool Grows(size_t count, SampleAt sampleAt) {
   ResourceSeries series;
   for (size_t i = 0; i < count; ++i) series.Add(sampleAt(i));
-  return series.Judge().hasGrown;
+  return series.Evaluate().hasGrown;
 }
 
 TEST(ResourceSeriesTest, WhatStaysDoesNotGrow) {

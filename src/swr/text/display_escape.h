@@ -12,6 +12,6 @@ namespace swr {
 // that scripts and pictographs are written with. All else stays, blanks of any width included.
 //
 // For the screen alone: what is copied, saved or opened has the name as it is.
-std::u16string ShownName(std::u16string_view name);
+std::u16string EscapeForDisplay(std::u16string_view name);
 
 }  // namespace swr

@@ -1,7 +1,7 @@
-// What the window of a long run must hold: followed from what was done to it and from what its
+// What the window of a soak test must hold: followed from what was done to it and from what its
 // files were, with no look at the program. Where timing decides (what Cancel still caught, which of
 // two contents of a file was read), the model says what may be, and takes from the window which of
-// it has come about; how that is judged is then the slow judge's word alone.
+// it has come about; the verdict on it then comes from the reference model alone.
 #pragma once
 
 #include <cstddef>
@@ -13,7 +13,7 @@
 #include <vector>
 
 #include "tests/support/reference_window.h"
-#include "tests/ui/long_run/file_world_win.h"
+#include "tests/ui/soak_test/file_world_win.h"
 
 namespace app::testing {
 

@@ -1,4 +1,4 @@
-#include "tests/ui/long_run/resource_series.h"
+#include "tests/ui/soak_test/resource_series.h"
 
 #include <algorithm>
 
@@ -29,13 +29,13 @@ constexpr Resource resources[] = {
     {"GDI objects", &ResourceSample::gdiObjects, 16, 16, 2},
     {"USER objects", &ResourceSample::userObjects, 8, 8, 2},
     {"private bytes", &ResourceSample::privateBytes, 4 * MiB, 24 * MiB, MiB / 2},
-    // Told, not judged: under Wine it holds pictures of windows, which stay for a while.
+    // Reported, not limited: under Wine it holds pictures of windows, which stay for a while.
     {"working set", &ResourceSample::workingSet, AnyNumber, AnyNumber, AnyNumber},
 };
 
 }  // namespace
 
-ResourceSeries::Verdict ResourceSeries::Judge() const {
+ResourceSeries::Verdict ResourceSeries::Evaluate() const {
   if (samples_.size() < 2 * SteadySamples) return {.text = "too few samples to tell of growth\n"};
   const size_t warmUp = samples_.size() / 6;
   const size_t quarter = (samples_.size() - warmUp) / 4;

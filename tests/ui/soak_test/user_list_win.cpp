@@ -5,8 +5,8 @@
 
 #include "resources/resource_ids.h"
 #include "swr/text/encoding.h"
-#include "tests/ui/long_run/random_user_win.h"
 #include "tests/ui/program_dialog_win.h"
+#include "tests/ui/soak_test/random_user_win.h"
 
 namespace app::testing {
 namespace {

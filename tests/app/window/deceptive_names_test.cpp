@@ -10,8 +10,8 @@
 #include "app/desktop/addresses.h"
 #include "resources/resource_ids.h"
 #include "swr/system/error_codes.h"
+#include "swr/text/display_escape.h"
 #include "swr/text/encoding.h"
-#include "swr/text/shown_name.h"
 #include "tests/support/fake_window.h"
 #include "tests/support/row_setup.h"
 #include "tests/support/temp_tree.h"
@@ -20,12 +20,12 @@ namespace app::testing {
 namespace {
 
 using swr::AlgoId;
-using swr::ShownName;
+using swr::EscapeForDisplay;
 using swr::testing::TempTree;
 
 constexpr std::u16string_view Plain = u"(plain)";
 
-const std::vector<std::u16string>& LyingNames() {
+const std::vector<std::u16string>& DeceptiveNames() {
   static const std::vector<std::u16string> names = {
       u"photo\u202Egpj.exe",
       u"\u2067a\u2069",
@@ -87,25 +87,26 @@ std::vector<std::u16string> Shown(const std::u16string& name, RowStatus status, 
   return texts;
 }
 
-TEST(LyingNamesTest, AreSpelledOutWhereverTheyAreShown) {
+TEST(DeceptiveNamesTest, AreSpelledOutWhereverTheyAreShown) {
   const std::pair<RowStatus, uint32_t> fates[] = {{RowStatus::Done, 0},
                                                   {RowStatus::Failed, swr::ErrorFileNotFound},
                                                   {RowStatus::Failed, swr::ErrorAccessDenied}};
   for (const auto& [status, error] : fates) {
     const std::vector<std::u16string> plain = Shown(std::u16string(Plain), status, error);
-    for (const std::u16string& name : LyingNames()) {
+    for (const std::u16string& name : DeceptiveNames()) {
       const std::vector<std::u16string> shown = Shown(name, status, error);
       ASSERT_EQ(shown.size(), plain.size());
       for (size_t i = 0; i < shown.size(); ++i) {
-        EXPECT_EQ(swr::WideToUtf8(shown[i]), swr::WideToUtf8(Replaced(plain[i], ShownName(name))))
+        EXPECT_EQ(swr::WideToUtf8(shown[i]),
+                  swr::WideToUtf8(Replaced(plain[i], EscapeForDisplay(name))))
             << "text " << i;
       }
     }
   }
 }
 
-TEST(LyingNamesTest, MessagesAboutAFileKeepTheirLines) {
-  for (const std::u16string& name : LyingNames()) {
+TEST(DeceptiveNamesTest, MessagesAboutAFileKeepTheirLines) {
+  for (const std::u16string& name : DeceptiveNames()) {
     FakeWindow window;
     const std::u16string path = u"/there is no folder of this name/" + name;
     window.main.VerifyChecksumFile(path);
@@ -116,13 +117,13 @@ TEST(LyingNamesTest, MessagesAboutAFileKeepTheirLines) {
     window.main.SaveChecksums();
     ASSERT_EQ(window.desktop.messages.size(), 2u);
     for (const TaskDialogSpec& message : window.desktop.messages) {
-      EXPECT_TRUE(message.content.starts_with(ShownName(path) + u"\n\n"));
+      EXPECT_TRUE(message.content.starts_with(EscapeForDisplay(path) + u"\n\n"));
     }
   }
 }
 
 // A line of a checksum file may escape a line end, and the row of such a name is there to be read.
-TEST(LyingNamesTest, AListedNameForgesNoLineOfTheDetails) {
+TEST(DeceptiveNamesTest, AListedNameForgesNoLineOfTheDetails) {
   TempTree tree;
   const std::u16string list =
       tree.AddFile(u"SHA256SUMS",
@@ -138,7 +139,7 @@ TEST(LyingNamesTest, AListedNameForgesNoLineOfTheDetails) {
       << swr::WideToUtf8(window.view.details);
 }
 
-TEST(LyingNamesTest, ForgeNoLineOfWhatIsCopied) {
+TEST(DeceptiveNamesTest, ForgeNoLineOfWhatIsCopied) {
   FakeWindow window;
   window.main.SetAlgoMask(swr::MaskOf(AlgoId::Crc32));
   for (const char16_t* name : {u"a\r\n00000000  b", u"c\u202Ed", u"e"}) {
@@ -171,7 +172,7 @@ TEST(LyingNamesTest, ForgeNoLineOfWhatIsCopied) {
 }
 
 // What would be a link to a program in a message leads nowhere.
-TEST(LyingNamesTest, MessagesLinkToTheProgramsOwnAddressesOnly) {
+TEST(DeceptiveNamesTest, MessagesLinkToTheProgramsOwnAddressesOnly) {
   EXPECT_TRUE(MayLinkTo(ProductPage));
   EXPECT_TRUE(MayLinkTo(u"mailto:support@sumwright.example"));
   for (const std::u16string_view address :

@@ -1,7 +1,7 @@
-#include "tests/ui/long_run/random_user_win.h"
+#include "tests/ui/soak_test/random_user_win.h"
 
 #include "resources/resource_ids.h"
-#include "tests/ui/long_run/window_reader_win.h"
+#include "tests/ui/soak_test/window_reader_win.h"
 
 namespace app::testing {
 
@@ -68,12 +68,12 @@ std::string RandomUser::Act(size_t number) {
 size_t RandomUser::CompareAll() {
   doing_ = "comparing";
   WaitForRest(window_);
-  judge_ = Compare(model_, ReadWindow(window_));
+  reference_ = Compare(model_, ReadWindow(window_));
   // What the files have been before does not matter to anything that is read from here on.
   world_.ForgetPast();
   for (ModelRow& row : model_.rows) row.firstState = 0;
   ShowUp();
-  CheckColours(window_, judge_);
+  CheckColours(window_, reference_);
   return model_.rows.size();
 }
 

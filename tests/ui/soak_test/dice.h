@@ -1,4 +1,4 @@
-// Chance that can be repeated: everything that a long run leaves to chance comes from one seed.
+// Chance that can be repeated: everything that a soak test leaves to chance comes from one seed.
 #pragma once
 
 #include <cstddef>
