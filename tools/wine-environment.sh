@@ -4,7 +4,9 @@
 
 export LANG=C.UTF-8 # any other locale may damage file names
 unset LC_ALL
-export WINEARCH=win64
+export WINEARCH=${WINEARCH:-win64}
+tools_folder=$(realpath "$(dirname "${BASH_SOURCE[0]}")")
+[[ $PATH == "$tools_folder/path:"* ]] || export PATH=$tools_folder/path:$PATH
 export WINEDEBUG=${WINEDEBUG:--all}
 export WINEDLLOVERRIDES='mscoree,mshtml=;winemenubuilder.exe='
 
