@@ -7,6 +7,7 @@
 #include <numeric>
 
 #include "app/desktop/dpi_win.h"
+#include "swr/system/system_library_win.h"
 #include "swr/system/wide_text_win.h"
 
 namespace app {
@@ -33,7 +34,9 @@ void ListControl::Attach(HWND list, int dpi) {
   dpi_ = dpi;
   constexpr DWORD styles = LVS_EX_FULLROWSELECT | LVS_EX_HEADERDRAGDROP | LVS_EX_DOUBLEBUFFER;
   SendMessageW(list_, LVM_SETEXTENDEDLISTVIEWSTYLE, styles, styles);
-  SetWindowTheme(list_, L"Explorer", nullptr);
+  const decltype(&SetWindowTheme) setTheme =
+      swr::FindSystemFunction(L"uxtheme.dll", "SetWindowTheme");
+  if (setTheme != nullptr) setTheme(list_, L"Explorer", nullptr);
 }
 
 void ListControl::SetRowCount(size_t count) {

@@ -30,24 +30,53 @@ struct FileTraits {
   static void Close(HANDLE value) noexcept { CloseHandle(value); }
 };
 
-struct CatalogAdminTraits {
-  using Value = HCATADMIN;
-  static constexpr HCATADMIN Invalid = nullptr;
-  static void Close(HCATADMIN value) noexcept { CryptCATAdminReleaseContext(value, 0); }
-};
-using CatalogAdmin = UniqueHandle<CatalogAdminTraits>;
-
-// Of any function type, named as where it comes from.
-template <typename Function>
-Function FindInWintrust(const char* name) {
-  return reinterpret_cast<Function>(
-      reinterpret_cast<void*>(GetProcAddress(LoadSystemLibrary(L"wintrust.dll"), name)));
-}
-
 // The forms with a named hash algorithm, which systems before Windows 8 lack.
 using AcquireContext2Function = BOOL(WINAPI*)(HCATADMIN*, const GUID*, PCWSTR,
                                               PCCERT_STRONG_SIGN_PARA, DWORD);
 using CalcHash2Function = BOOL(WINAPI*)(HCATADMIN, HANDLE, DWORD*, BYTE*, DWORD);
+
+SystemFunction FindInWintrust(const char* name) {
+  return FindSystemFunction(L"wintrust.dll", name);
+}
+
+struct TrustFunctions {
+  decltype(&WinVerifyTrust) verifyTrust = FindInWintrust("WinVerifyTrust");
+  decltype(&WTHelperProvDataFromStateData) getProvider =
+      FindInWintrust("WTHelperProvDataFromStateData");
+  decltype(&WTHelperGetProvSignerFromChain) getSigner =
+      FindInWintrust("WTHelperGetProvSignerFromChain");
+  decltype(&CertGetNameStringW) getName = FindSystemFunction(L"crypt32.dll", "CertGetNameStringW");
+  decltype(&CryptCATAdminAcquireContext) acquire = FindInWintrust("CryptCATAdminAcquireContext");
+  decltype(&CryptCATAdminReleaseContext) release = FindInWintrust("CryptCATAdminReleaseContext");
+  decltype(&CryptCATAdminCalcHashFromFileHandle) calculate =
+      FindInWintrust("CryptCATAdminCalcHashFromFileHandle");
+  decltype(&CryptCATAdminEnumCatalogFromHash) findCatalog =
+      FindInWintrust("CryptCATAdminEnumCatalogFromHash");
+  decltype(&CryptCATCatalogInfoFromContext) getCatalogInfo =
+      FindInWintrust("CryptCATCatalogInfoFromContext");
+  decltype(&CryptCATAdminReleaseCatalogContext) releaseCatalog =
+      FindInWintrust("CryptCATAdminReleaseCatalogContext");
+  AcquireContext2Function acquire2 = FindInWintrust("CryptCATAdminAcquireContext2");
+  CalcHash2Function calculate2 = FindInWintrust("CryptCATAdminCalcHashFromFileHandle2");
+
+  // Of those that every supported system has.
+  bool AreAllThere() const {
+    return verifyTrust && getProvider && getSigner && getName && acquire && release && calculate &&
+           findCatalog && getCatalogInfo && releaseCatalog;
+  }
+};
+
+const TrustFunctions& Trust() {
+  static const TrustFunctions functions;
+  return functions;
+}
+
+struct CatalogAdminTraits {
+  using Value = HCATADMIN;
+  static constexpr HCATADMIN Invalid = nullptr;
+  static void Close(HCATADMIN value) noexcept { Trust().release(value, 0); }
+};
+using CatalogAdmin = UniqueHandle<CatalogAdminTraits>;
 
 struct TrustAnswer {
   uint32_t result = 0;
@@ -56,14 +85,14 @@ struct TrustAnswer {
 };
 
 std::u16string GetSignerName(HANDLE stateData) {
-  CRYPT_PROVIDER_DATA* provider = WTHelperProvDataFromStateData(stateData);
+  CRYPT_PROVIDER_DATA* provider = Trust().getProvider(stateData);
   if (provider == nullptr) return {};
-  CRYPT_PROVIDER_SGNR* signer = WTHelperGetProvSignerFromChain(provider, 0, FALSE, 0);
+  CRYPT_PROVIDER_SGNR* signer = Trust().getSigner(provider, 0, FALSE, 0);
   if (signer == nullptr || signer->csCertChain == 0) return {};
   const CERT_CONTEXT* certificate = signer->pasCertChain[0].pCert;
   if (certificate == nullptr) return {};
   const auto ask = [&](wchar_t* buffer, DWORD size) {
-    return CertGetNameStringW(certificate, CERT_NAME_SIMPLE_DISPLAY_TYPE, 0, nullptr, buffer, size);
+    return Trust().getName(certificate, CERT_NAME_SIMPLE_DISPLAY_TYPE, 0, nullptr, buffer, size);
   };
   const DWORD size = ask(nullptr, 0);  // with the terminator
   if (size <= 1) return {};
@@ -83,12 +112,12 @@ TrustAnswer VerifyTrust(WINTRUST_DATA& data) {
   GUID action = WINTRUST_ACTION_GENERIC_VERIFY_V2;
   const auto window = static_cast<HWND>(INVALID_HANDLE_VALUE);
   TrustAnswer answer;
-  answer.result = static_cast<uint32_t>(WinVerifyTrust(window, &action, &data));
+  answer.result = static_cast<uint32_t>(Trust().verifyTrust(window, &action, &data));
   answer.lastError = GetLastError();
   // Whatever the verdict: a signature that fails still names its signer.
   if (data.hWVTStateData != nullptr) answer.signer = GetSignerName(data.hWVTStateData);
   data.dwStateAction = WTD_STATEACTION_CLOSE;
-  WinVerifyTrust(window, &action, &data);
+  Trust().verifyTrust(window, &action, &data);
   return answer;
 }
 
@@ -100,22 +129,18 @@ struct CatalogHash {
 };
 
 bool HashForCatalogs(HANDLE file, bool withSha256, CatalogHash& hash) {
-  static const auto acquire2 =
-      FindInWintrust<AcquireContext2Function>("CryptCATAdminAcquireContext2");
-  static const auto calculate2 =
-      FindInWintrust<CalcHash2Function>("CryptCATAdminCalcHashFromFileHandle2");
-  if (withSha256 && (acquire2 == nullptr || calculate2 == nullptr)) return false;
+  const TrustFunctions& trust = Trust();
+  if (withSha256 && (trust.acquire2 == nullptr || trust.calculate2 == nullptr)) return false;
   const GUID subsystem = DRIVER_ACTION_VERIFY;
   HCATADMIN admin = nullptr;
-  const BOOL acquired = withSha256
-                            ? acquire2(&admin, &subsystem, BCRYPT_SHA256_ALGORITHM, nullptr, 0)
-                            : CryptCATAdminAcquireContext(&admin, &subsystem, 0);
+  const BOOL acquired =
+      withSha256 ? trust.acquire2(&admin, &subsystem, BCRYPT_SHA256_ALGORITHM, nullptr, 0)
+                 : trust.acquire(&admin, &subsystem, 0);
   if (!acquired) return false;
   hash.admin.Reset(admin);
   SetFilePointer(file, 0, nullptr, FILE_BEGIN);
-  return (withSha256 ? calculate2(admin, file, &hash.size, hash.bytes.data(), 0)
-                     : CryptCATAdminCalcHashFromFileHandle(file, &hash.size, hash.bytes.data(),
-                                                           0)) != FALSE;
+  return (withSha256 ? trust.calculate2(admin, file, &hash.size, hash.bytes.data(), 0)
+                     : trust.calculate(file, &hash.size, hash.bytes.data(), 0)) != FALSE;
 }
 
 // Gives the verdict of the catalog that lists the file with this kind of hash. False, and `result`
@@ -125,11 +150,11 @@ bool CheckCatalogWith(bool withSha256, const std::u16string& longPath, HANDLE fi
   CatalogHash hash;
   if (!HashForCatalogs(file, withSha256, hash)) return false;
   const HCATINFO context =
-      CryptCATAdminEnumCatalogFromHash(hash.admin.Get(), hash.bytes.data(), hash.size, 0, nullptr);
+      Trust().findCatalog(hash.admin.Get(), hash.bytes.data(), hash.size, 0, nullptr);
   if (context == nullptr) return false;
   CATALOG_INFO catalog = {};
   catalog.cbStruct = sizeof catalog;
-  const bool found = CryptCATCatalogInfoFromContext(context, &catalog, 0) != FALSE;
+  const bool found = Trust().getCatalogInfo(context, &catalog, 0) != FALSE;
   if (found) {
     const std::string hex = BytesToHex({hash.bytes.data(), hash.size}, true);
     const std::wstring tag(hex.begin(), hex.end());
@@ -152,7 +177,7 @@ bool CheckCatalogWith(bool withSha256, const std::u16string& longPath, HANDLE fi
               .viaCatalog = true,
               .errorCode = answer.result};
   }
-  CryptCATAdminReleaseCatalogContext(hash.admin.Get(), context, 0);
+  Trust().releaseCatalog(hash.admin.Get(), context, 0);
   return found;
 }
 
@@ -165,6 +190,10 @@ bool IsUnknownForm(uint32_t code) {
 
 SignatureResult CheckSignature(const std::u16string& path) {
   SignatureResult result;
+  if (!Trust().AreAllThere()) {
+    result.errorCode = ERROR_PROC_NOT_FOUND;
+    return result;
+  }
   const std::u16string longPath = ToLongPath(path);
   const UniqueHandle<FileTraits> file(CreateFileW(
       AsWide(longPath), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,

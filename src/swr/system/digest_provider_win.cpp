@@ -10,10 +10,31 @@
 #include <vector>
 
 #include "swr/system/fault_injection.h"
+#include "swr/system/system_library_win.h"
 #include "swr/system/unique_handle.h"
 
 namespace swr {
 namespace {
+
+SystemFunction FindInBcrypt(const char* name) { return FindSystemFunction(L"bcrypt.dll", name); }
+
+struct CngFunctions {
+  decltype(&BCryptOpenAlgorithmProvider) openProvider = FindInBcrypt("BCryptOpenAlgorithmProvider");
+  decltype(&BCryptGetProperty) getProperty = FindInBcrypt("BCryptGetProperty");
+  decltype(&BCryptCreateHash) createHash = FindInBcrypt("BCryptCreateHash");
+  decltype(&BCryptHashData) hashData = FindInBcrypt("BCryptHashData");
+  decltype(&BCryptFinishHash) finishHash = FindInBcrypt("BCryptFinishHash");
+  decltype(&BCryptDestroyHash) destroyHash = FindInBcrypt("BCryptDestroyHash");
+
+  bool AreAllThere() const {
+    return openProvider && getProperty && createHash && hashData && finishHash && destroyHash;
+  }
+};
+
+const CngFunctions& Cng() {
+  static const CngFunctions functions;
+  return functions;
+}
 
 // One algorithm's provider, opened at its first use and kept until the process ends.
 struct CngProvider {
@@ -30,14 +51,15 @@ CngProvider providers[ProviderAlgorithmCount] = {{L"MD2"},    {L"MD4"},    {L"MD
 ULONG ReadProperty(BCRYPT_ALG_HANDLE handle, const wchar_t* name) {
   ULONG value = 0;
   ULONG written = 0;
-  BCryptGetProperty(handle, name, reinterpret_cast<UCHAR*>(&value), sizeof value, &written, 0);
+  Cng().getProperty(handle, name, reinterpret_cast<UCHAR*>(&value), sizeof value, &written, 0);
   return value;
 }
 
 void Open(CngProvider& provider) {
   BCRYPT_ALG_HANDLE handle = nullptr;
   const bool fails = InjectedFault(SystemCall::OpenDigestProvider).has_value() ||
-                     BCryptOpenAlgorithmProvider(&handle, provider.algorithmName, nullptr, 0) < 0;
+                     !Cng().AreAllThere() ||
+                     Cng().openProvider(&handle, provider.algorithmName, nullptr, 0) < 0;
   if (fails) return;
   provider.handle = handle;
   provider.objectLength = ReadProperty(handle, BCRYPT_OBJECT_LENGTH);
@@ -61,7 +83,7 @@ const CngProvider& GetProvider(ProviderAlgorithm algorithm) {
 struct HashHandleTraits {
   using Value = BCRYPT_HASH_HANDLE;
   static constexpr BCRYPT_HASH_HANDLE Invalid = nullptr;
-  static void Close(BCRYPT_HASH_HANDLE value) noexcept { BCryptDestroyHash(value); }
+  static void Close(BCRYPT_HASH_HANDLE value) noexcept { Cng().destroyHash(value); }
 };
 
 // BCryptHashData counts in 32 bits.
@@ -83,7 +105,7 @@ ProviderHash::ProviderHash(ProviderAlgorithm algorithm) : state_(std::make_uniqu
   BCRYPT_HASH_HANDLE hash = nullptr;
   const bool fails =
       InjectedFault(SystemCall::CreateDigest).has_value() ||
-      BCryptCreateHash(provider.handle, &hash, state_->objectBuffer.data(),
+      Cng().createHash(provider.handle, &hash, state_->objectBuffer.data(),
                        static_cast<ULONG>(state_->objectBuffer.size()), nullptr, 0, 0) < 0;
   if (fails) throw std::runtime_error("BCryptCreateHash failed");
   state_->hash.Reset(hash);
@@ -96,14 +118,14 @@ void ProviderHash::Update(const void* data, uint64_t size) {
   while (size > 0) {
     const ULONG length = static_cast<ULONG>(std::min(size, LongestPiece));
     // The parameter is not const, yet the call only reads.
-    BCryptHashData(state_->hash.Get(), const_cast<UCHAR*>(piece), length, 0);
+    Cng().hashData(state_->hash.Get(), const_cast<UCHAR*>(piece), length, 0);
     piece += length;
     size -= length;
   }
 }
 
 uint8_t ProviderHash::Finish(std::array<uint8_t, 64>& bytes) {
-  BCryptFinishHash(state_->hash.Get(), bytes.data(), state_->digestLength, 0);
+  Cng().finishHash(state_->hash.Get(), bytes.data(), state_->digestLength, 0);
   return static_cast<uint8_t>(state_->digestLength);
 }
 

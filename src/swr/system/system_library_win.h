@@ -1,9 +1,9 @@
-// Libraries come from the system's folder and from nowhere else: a program that people start from
-// their downloads must not take for a library of Windows what else was downloaded there.
+// Loads libraries of Windows from the system's folder and from nowhere else: a program that people
+// start from their downloads must not load a library that was downloaded there under the name of
+// one of Windows.
 //
-// Of the libraries that the program is linked with, those that Windows always takes from its own
-// folder are loaded with it. The others (cmake/SystemLibraries.cmake) are loaded when first called,
-// by full path; this file does that.
+// The program imports only libraries that every version of Windows takes from its own folder. The
+// functions of all others are looked up here when first needed.
 #pragma once
 
 #include "swr/system/windows_api_win.h"
@@ -11,11 +11,26 @@
 namespace swr {
 
 // The process no longer looks for libraries in the program's folder, the current folder and the
-// PATH, as far as the system can be told so (Windows 8, or 7 with its updates). To be called before
+// PATH, as far as the system supports that (Windows 8, or 7 with its updates). To be called before
 // anything that may load one.
 void UseSystemLibrariesOnly();
 
-// The library of this name ("wintrust.dll") from the system's folder; nullptr when there is none.
-HMODULE LoadSystemLibrary(const wchar_t* name);
+// The address of a function, or of none. Converts to a pointer to any type of function: the type is
+// that of the variable it initialises, usually decltype(&Function).
+class SystemFunction {
+ public:
+  explicit SystemFunction(FARPROC address) : address_(address) {}
+  template <typename Function>
+  operator Function*() const {
+    return reinterpret_cast<Function*>(reinterpret_cast<void*>(address_));
+  }
+
+ private:
+  FARPROC address_;
+};
+
+// The function of this name in a library ("wintrust.dll") of the system's folder; null when either
+// is missing. The library stays loaded until the process ends. May be called on any thread.
+SystemFunction FindSystemFunction(const wchar_t* library, const char* name);
 
 }  // namespace swr
