@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <span>
 #include <stdexcept>
 
 namespace app::testing {
@@ -14,8 +15,10 @@ struct CallBlock {
   uint64_t result = 0;
 };
 
-// The thread's body. It gets the address of a CallBlock in rcx.
-constexpr unsigned char callCode[] = {
+// The thread's body: gives the arguments to the function and keeps its result. The driver and the
+// program have the same width.
+constexpr unsigned char callCode64[] = {
+    // The address of the CallBlock comes in rcx.
     0x53,                          // push rbx
     0x48, 0x83, 0xEC, 0x30,        // sub  rsp, 48
     0x48, 0x89, 0xCB,              // mov  rbx, rcx
@@ -32,6 +35,32 @@ constexpr unsigned char callCode[] = {
     0x5B,                          // pop  rbx
     0xC3,                          // ret
 };
+// A function with fewer arguments takes only its own off the stack, so esp comes from ebp.
+constexpr unsigned char callCode32[] = {
+    // The address of the CallBlock comes on the stack.
+    0x55,                                      // push ebp
+    0x89, 0xE5,                                // mov  ebp, esp
+    0x53,                                      // push ebx
+    0x8B, 0x5D, 0x08,                          // mov  ebx, [ebp + 8]
+    0xFF, 0x73, 0x28,                          // push [ebx + 40]
+    0xFF, 0x73, 0x20,                          // push [ebx + 32]
+    0xFF, 0x73, 0x18,                          // push [ebx + 24]
+    0xFF, 0x73, 0x10,                          // push [ebx + 16]
+    0xFF, 0x73, 0x08,                          // push [ebx + 8]
+    0xFF, 0x13,                                // call [ebx]
+    0x89, 0x43, 0x30,                          // mov  [ebx + 48], eax
+    0xC7, 0x43, 0x34, 0x00, 0x00, 0x00, 0x00,  // mov  dword [ebx + 52], 0
+    0x8B, 0x5D, 0xFC,                          // mov  ebx, [ebp - 4]
+    0x89, 0xEC,                                // mov  esp, ebp
+    0x31, 0xC0,                                // xor  eax, eax
+    0x5D,                                      // pop  ebp
+    0xC2, 0x04, 0x00,                          // ret  4
+};
+
+std::span<const unsigned char> CallCode() {
+  if constexpr (sizeof(void*) == 8) return callCode64;
+  return callCode32;
+}
 
 constexpr DWORD answerTimeout = 60'000;
 
@@ -43,9 +72,10 @@ RemoteCaller::RemoteCaller(HWND window)
   GetWindowThreadProcessId(window, &id);
   process_ = OpenProcess(PROCESS_ALL_ACCESS, FALSE, id);
   if (process_ == nullptr) throw std::runtime_error("the program cannot be opened");
-  code_ = VirtualAllocEx(process_, nullptr, sizeof callCode, MEM_COMMIT | MEM_RESERVE,
+  const std::span<const unsigned char> code = CallCode();
+  code_ = VirtualAllocEx(process_, nullptr, code.size(), MEM_COMMIT | MEM_RESERVE,
                          PAGE_EXECUTE_READWRITE);
-  if (!WriteProcessMemory(process_, code_, callCode, sizeof callCode, nullptr)) {
+  if (!WriteProcessMemory(process_, code_, code.data(), code.size(), nullptr)) {
     CloseHandle(process_);
     throw std::runtime_error("the program takes no code");
   }

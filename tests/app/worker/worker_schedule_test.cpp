@@ -236,7 +236,7 @@ TEST(WorkerScheduleTest, OfTheWindow) {
           break;
         case 1:
           if (!window.main.rows.empty()) {
-            window.main.RemoveRows({chance.Below(window.main.rows.size())});
+            window.main.RemoveRows({static_cast<size_t>(chance.Below(window.main.rows.size()))});
           }
           break;
         case 2:
