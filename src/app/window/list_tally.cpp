@@ -1,15 +1,10 @@
 #include "app/window/list_tally.h"
 
 #include <algorithm>
-#include <numeric>
 
 #include "swr/text/text.h"
 
 namespace app {
-
-size_t VerificationCounts::Total() const {
-  return std::accumulate(rows.begin(), rows.end(), size_t{0});
-}
 
 void ListTally::CountAll() {
   counted_.clear();
@@ -80,7 +75,7 @@ ListTally::Share ListTally::ShareOf(const ListRow& row) const {
 
 void ListTally::Add(const Share& share, size_t index) {
   totalSize_ += share.size;
-  if (share.isListed) ++verification_.rows[static_cast<size_t>(share.own)];
+  if (share.isListed) ++verification_.Of(share.own);
   if (share.MatchesBox()) firstMatch_ = matches_++ == 0 ? index : std::min(firstMatch_, index);
   if (share.box == CompareOutcome::Pending) ++pending_;
   if (share.wantsCandidates) ++wanting_;
@@ -88,7 +83,7 @@ void ListTally::Add(const Share& share, size_t index) {
 
 void ListTally::TakeAway(const Share& share) {
   totalSize_ -= share.size;
-  if (share.isListed) --verification_.rows[static_cast<size_t>(share.own)];
+  if (share.isListed) --verification_.Of(share.own);
   if (share.MatchesBox()) --matches_;
   if (share.box == CompareOutcome::Pending) --pending_;
   if (share.wantsCandidates) --wanting_;

@@ -4,7 +4,6 @@
 // walk over all rows would say.
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -13,19 +12,14 @@
 
 #include "app/window/list_row.h"
 #include "app/window/row_verdict.h"
+#include "swr/checksums/expected_digest.h"
 #include "swr/checksums/pasted_hash.h"
 
 namespace app {
 
 using RowList = std::vector<std::unique_ptr<ListRow>>;
 
-// The rows that a checksum file expects something of, by how they compare with it.
-struct VerificationCounts {
-  std::array<size_t, 6> rows = {};  // by CompareOutcome
-
-  size_t Of(CompareOutcome outcome) const { return rows[static_cast<size_t>(outcome)]; }
-  size_t Total() const;
-};
+using swr::VerificationCounts;
 
 // All rows against the value in the Expected hash box.
 struct BoxVerdict {
@@ -55,6 +49,7 @@ class ListTally {
 
   size_t CountedRows() const { return counted_.size(); }
   uint64_t TotalSize() const { return totalSize_; }
+  // The rows that a checksum file expects something of.
   const VerificationCounts& Verification() const { return verification_; }
   BoxVerdict Box() const;
   // Whether some row, neither cancelled nor failed, lacks a candidate's digest that nobody has

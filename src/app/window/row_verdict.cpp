@@ -1,6 +1,5 @@
 #include "app/window/row_verdict.h"
 
-#include "swr/hash/digest_text.h"
 #include "swr/system/error_codes.h"
 #include "swr/text/display_text.h"
 
@@ -32,21 +31,13 @@ std::u16string DoneText(const ListRow& row, const swr::ParsedHash* box) {
 
 CompareResult CompareRow(const ListRow& row, std::span<const uint8_t> expectedBytes,
                          std::span<const swr::AlgoId> candidates) {
-  if (row.status == RowStatus::Failed) {
-    return {swr::IsMissingError(row.error) ? CompareOutcome::Missing : CompareOutcome::Unreadable};
+  if (row.status == RowStatus::Failed) return {swr::OutcomeOfError(row.error)};
+  CompareResult result = swr::CompareDigests(row.digests, expectedBytes, candidates);
+  const bool isOver = row.status == RowStatus::Cancelled;
+  if (isOver && result.outcome == CompareOutcome::Pending) {
+    result.outcome = CompareOutcome::NotChecked;
   }
-  bool allKnown = true;
-  for (const swr::AlgoId id : candidates) {
-    const swr::DigestSlot& slot = row.digests[swr::IndexOf(id)];
-    if (!slot.present) {
-      allKnown = false;
-    } else if (swr::DigestEquals(slot, expectedBytes)) {
-      return {CompareOutcome::Match, id};
-    }
-  }
-  if (allKnown) return {CompareOutcome::Mismatch};
-  return {row.status == RowStatus::Cancelled ? CompareOutcome::NotChecked
-                                             : CompareOutcome::Pending};
+  return result;
 }
 
 CompareResult CompareWithOwn(const ListRow& row) {

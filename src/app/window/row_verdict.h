@@ -5,28 +5,18 @@
 #include <cstdint>
 #include <span>
 #include <string>
-#include <vector>
 
 #include "app/window/list_row.h"
+#include "swr/checksums/expected_digest.h"
 #include "swr/checksums/pasted_hash.h"
 
 namespace app {
 
-enum class CompareOutcome : uint8_t {
-  NotChecked = 0,  // cancelled before every candidate was known
-  Pending = 1,
-  Match = 2,
-  Mismatch = 3,
-  Missing = 4,
-  Unreadable = 5,
-};
+using swr::CompareOutcome;
+using swr::CompareResult;
 
-struct CompareResult {
-  CompareOutcome outcome = CompareOutcome::NotChecked;
-  swr::AlgoId algo = {};  // the algorithm that matched; meaningful for Match only
-};
-
-// The first candidate whose digest is known and equal decides, even if others are still unknown.
+// See swr::CompareDigests. A failed row is Missing or Unreadable, and a cancelled one NotChecked
+// where another would be Pending.
 CompareResult CompareRow(const ListRow& row, std::span<const uint8_t> expectedBytes,
                          std::span<const swr::AlgoId> candidates);
 

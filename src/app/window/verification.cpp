@@ -7,22 +7,13 @@
 #include "app/window/new_rows.h"
 #include "swr/checksums/checksum_file.h"
 #include "swr/checksums/listed_path.h"
+#include "swr/checksums/verdict_text.h"
 #include "swr/system/full_path.h"
-#include "swr/text/decimal_text.h"
 #include "swr/text/display_escape.h"
 #include "swr/text/display_text.h"
 #include "swr/text/text_file.h"
 
 namespace app {
-namespace {
-
-std::u16string SkippedLinesText(const std::vector<uint32_t>& skipped) {
-  return swr::DecimalText(skipped.size()) + (skipped.size() == 1 ? u" line" : u" lines") +
-         u" of the checksum file aren't checksums and were skipped (first: line " +
-         swr::DecimalText(skipped.front()) + u").    <a id=\"x\">Dismiss</a>";
-}
-
-}  // namespace
 
 void MainWindow::VerifyChecksumFile(const std::u16string& path) {
   uint32_t error = 0;
@@ -64,7 +55,11 @@ void MainWindow::VerifyChecksumFile(const std::u16string& path) {
   view_.SetRowCount(rows.size());
   view_.ScrollToRow(std::min(firstNew, rows.size() - 1));
   if (!reader.SkippedLines().empty()) {
-    ShowBanner(BannerKind::SkippedLines, SkippedLinesText(reader.SkippedLines()), {});
+    const std::vector<uint32_t>& skipped = reader.SkippedLines();
+    ShowBanner(
+        BannerKind::SkippedLines,
+        swr::SkippedLinesText(skipped.size(), skipped.front()) + u".    <a id=\"x\">Dismiss</a>",
+        {});
   }
   RefreshVerdicts();
 }

@@ -1,0 +1,48 @@
+// What the digests of a file mean against an expected one. Nothing is read or shown here.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+
+#include "swr/hash/algorithms.h"
+#include "swr/hash/digest.h"
+
+namespace swr {
+
+enum class CompareOutcome : uint8_t {
+  NotChecked = 0,  // cancelled before every candidate was known
+  Pending = 1,     // some candidate's digest is not known yet
+  Match = 2,
+  Mismatch = 3,
+  Missing = 4,     // the file does not exist
+  Unreadable = 5,  // the file exists, but could not be read
+};
+inline constexpr size_t CompareOutcomeCount = 6;
+
+struct CompareResult {
+  CompareOutcome outcome = CompareOutcome::NotChecked;
+  AlgoId algo = {};  // the algorithm that matched; meaningful for Match only
+};
+
+// The digests known so far against the expected one: Match, Mismatch or Pending. The first
+// candidate whose digest is known and equal decides, even if others are still unknown. Without
+// candidates the result is Mismatch.
+CompareResult CompareDigests(const DigestSlots& digests, std::span<const uint8_t> expectedBytes,
+                             std::span<const AlgoId> candidates);
+
+// What a file that could not be read counts as: Missing or Unreadable. `error` is a Windows error
+// code other than 0.
+CompareOutcome OutcomeOfError(uint32_t error);
+
+// The files that a checksum list names, counted by outcome.
+struct VerificationCounts {
+  std::array<size_t, CompareOutcomeCount> rows = {};  // by CompareOutcome
+
+  size_t& Of(CompareOutcome outcome) { return rows[static_cast<size_t>(outcome)]; }
+  size_t Of(CompareOutcome outcome) const { return rows[static_cast<size_t>(outcome)]; }
+  size_t Total() const;
+};
+
+}  // namespace swr

@@ -1,0 +1,46 @@
+// The sentences in which a verdict is given, as functions of plain values. Both front ends say the
+// same words. Names are passed as they are and are escaped for display here.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "swr/checksums/expected_digest.h"
+#include "swr/checksums/pasted_hash.h"
+#include "swr/hash/algorithms.h"
+
+namespace swr {
+
+// Display names in the order given: "A", "A or B", "A, B or C" with the word "or".
+std::u16string JoinAlgoNames(std::span<const AlgoId> ids, std::u16string_view word);
+
+// An expected hash against files.
+
+// One file matched: "Match. The SHA-256 of setup.exe is the expected hash."
+std::u16string MatchText(std::u16string_view fileName, AlgoId algo);
+// Several did. `algo` is that of the first.
+std::u16string MatchesText(size_t matches, AlgoId algo);
+// None of several files matched.
+std::u16string NoMatchAmongText(size_t files);
+// The file in question has other digests for all candidates.
+std::u16string NoMatchText(std::u16string_view fileName, std::span<const AlgoId> candidates);
+// The file in question could not be read.
+std::u16string CannotCompareText(std::u16string_view fileName);
+// The text given as expected hash is none.
+std::u16string NotAHashText();
+// An expected hash, but no file to compare.
+std::u16string FileWantedText(const ParsedHash& expected);
+
+// A verification.
+
+// The summary of one that has ended; `counts` is not empty. Pending counts as not checked.
+std::u16string VerificationText(const VerificationCounts& counts);
+// Whether every file is OK.
+bool IsAllOk(const VerificationCounts& counts);
+// Lines that no form could read, without a full stop. `firstLine` counts from 1.
+std::u16string SkippedLinesText(size_t lines, uint32_t firstLine);
+
+}  // namespace swr
