@@ -1,5 +1,3 @@
-#include "swr/hash/hash_file.h"
-
 #include <algorithm>
 #include <condition_variable>
 #include <cstddef>
@@ -10,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "swr/hash/file_hasher.h"
 #include "swr/hash/hasher.h"
 #include "swr/paths/path_forms.h"
 #include "swr/system/error_codes.h"
@@ -270,5 +269,22 @@ HashOutcome HashFile(const std::u16string& path, AlgoMask mask, const HashOption
   }
   return outcome;
 }
+
+struct FileHasher::State {};
+
+FileHasher::FileHasher(DigestThreads& /*threads*/) {}
+
+FileHasher::~FileHasher() = default;
+
+HashOutcome FileHasher::HashFile(const std::u16string& path, AlgoMask mask,
+                                 const HashOptions& options) {
+  return swr::HashFile(path, mask, options);
+}
+
+HashOutcome FileHasher::HashStream(File& file, AlgoMask mask, const HashOptions& options) {
+  return HashHandle(file, mask, options, options.chunkSize);
+}
+
+void FileHasher::ReleaseMemory() {}
 
 }  // namespace swr

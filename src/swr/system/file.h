@@ -47,6 +47,10 @@ class File {
   // reading one can take for ever.
   [[nodiscard]] static uint32_t Open(const std::u16string& path, FileSharing sharing, File& file);
 
+  // The standard input of the process, whatever it is: a pipe, a file or a terminal. Reading starts
+  // where it stands. On success the result is 0; without a standard input it is 6 (invalid handle).
+  [[nodiscard]] static uint32_t OpenStandardInput(File& file);
+
   // Info of the open file itself, whatever its path names by now.
   std::optional<FileInfo> Info() const;
   // Reads up to `size` bytes at the current position. May read less before the end.

@@ -48,6 +48,14 @@ uint32_t File::Open(const std::u16string& path, FileSharing /*sharing*/, File& f
   return 0;
 }
 
+uint32_t File::OpenStandardInput(File& file) {
+  if (const auto fault = InjectedFault(SystemCall::OpenFile)) return *fault;
+  const int descriptor = fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, 0);
+  if (descriptor < 0) return ErrorFromErrno(errno);
+  file.handle_.Reset(descriptor);
+  return 0;
+}
+
 std::optional<FileInfo> File::Info() const {
   if (InjectedFault(SystemCall::FileInfo)) return std::nullopt;
   struct stat status;

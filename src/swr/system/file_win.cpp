@@ -37,6 +37,19 @@ uint32_t File::Open(const std::u16string& path, FileSharing sharing, File& file)
   return 0;
 }
 
+uint32_t File::OpenStandardInput(File& file) {
+  if (const auto fault = InjectedFault(SystemCall::OpenFile)) return *fault;
+  const HANDLE input = GetStdHandle(STD_INPUT_HANDLE);
+  if (input == nullptr || input == INVALID_HANDLE_VALUE) return ErrorInvalidHandle;
+  const HANDLE process = GetCurrentProcess();
+  HANDLE handle = nullptr;
+  if (!DuplicateHandle(process, input, process, &handle, 0, FALSE, DUPLICATE_SAME_ACCESS)) {
+    return GetLastError();
+  }
+  file.handle_.Reset(reinterpret_cast<intptr_t>(handle));
+  return 0;
+}
+
 std::optional<FileInfo> File::Info() const {
   if (InjectedFault(SystemCall::FileInfo)) return std::nullopt;
   // Not GetFileInformationByHandle: that one also asks for the volume, which costs more than all
