@@ -41,7 +41,10 @@ constexpr swr::AlgoMask ScheduledAlgos =
 class Chance {
  public:
   explicit Chance(uint64_t seed) : engine_(seed) {}
-  uint64_t Below(uint64_t bound) { return engine_() % bound; }
+  template <typename Number>
+  Number Below(Number bound) {
+    return static_cast<Number>(engine_() % static_cast<uint64_t>(bound));
+  }
   bool OneIn(uint64_t count) { return Below(count) == 0; }
   // Lets the other threads come to any point: not at all, a little, or far.
   void Pause() {
@@ -185,7 +188,7 @@ TEST(WorkerScheduleTest, OfTheWorker) {
       for (const AlgoId id : swr::IdsFromMask(ScheduledAlgos)) {
         const swr::DigestSlot& slot = result->outcome.digests[swr::IndexOf(id)];
         EXPECT_EQ(slot.present, !result->outcome.cancelled);
-        const auto& file = files.files[fileOf.at(result->rowId)];
+        const auto& file = files.files[fileOf.at(static_cast<size_t>(result->rowId))];
         EXPECT_TRUE(!slot.present || IsRight(slot, file.digests[swr::IndexOf(id)]));
       }
     }
@@ -236,7 +239,7 @@ TEST(WorkerScheduleTest, OfTheWindow) {
           break;
         case 1:
           if (!window.main.rows.empty()) {
-            window.main.RemoveRows({static_cast<size_t>(chance.Below(window.main.rows.size()))});
+            window.main.RemoveRows({chance.Below(window.main.rows.size())});
           }
           break;
         case 2:
