@@ -14,12 +14,13 @@ import xml.etree.ElementTree
 
 import pefile
 
+WINDOWS_7 = pathlib.Path(__file__).with_name("windows7_functions.txt")
 # Loaded with the program. Windows takes these from its own folder in every version ("known DLLs"),
 # whatever lies beside the program; comctl32 comes from the side-by-side store by the manifest.
 LOADED_AT_START = {"advapi32.dll", "comctl32.dll", "gdi32.dll", "kernel32.dll", "msvcrt.dll", "ole32.dll",
                    "shell32.dll", "shlwapi.dll", "user32.dll"}
-# Loaded when first called, by full path.
-DELAYED = {"bcrypt.dll", "crypt32.dll", "uxtheme.dll", "wintrust.dll"}
+# Loaded by full path when first needed.
+LOADED_LATER = {"bcrypt.dll", "crypt32.dll", "uxtheme.dll", "wintrust.dll"}
 # Asked for a function that older systems lack, as they are there already; on 32-bit Windows the
 # compiler's start-up code asks whether its own library is there, which it takes only if so.
 ASKED = {True: {"ntdll.dll"}, False: {"ntdll.dll", "libgcc_s_dw2-1.dll"}}
@@ -135,6 +136,30 @@ def check_imports(program):
     expect("imports", sum(map(len, tables.values())) > 200, True)
 
 
+def functions_of_windows_7():
+    """The pairs of library and function that the file lists."""
+    functions = set()
+    library = None
+    for line in WINDOWS_7.read_text().splitlines():
+        if not line or line.startswith("#"):
+            continue
+        if not line.startswith(" "):
+            library = line
+            continue
+        functions |= {(library, name) for name in line.split() if not name.endswith(":")}
+    return functions
+
+
+def check_functions(program):
+    imported = {(table.dll.decode().lower(), function.name.decode() if function.name else f"number {function.ordinal}")
+                for table in program.pe.DIRECTORY_ENTRY_IMPORT for function in table.imports}
+    unknown = sorted(imported - functions_of_windows_7())
+    expect("imported functions that Windows 7 is not known to have", unknown, [])
+    if unknown:
+        print(f"Add to {WINDOWS_7.name} those that it has (its head says where to look), and look the others up at "
+              "run time.")
+
+
 def texts(data):
     found = {match.decode() for match in re.findall(rb"[\x20-\x7e]{4,}", data)}
     # Not the last letter and the null of the narrow text before it.
@@ -153,7 +178,7 @@ def check_library_names(program):
             named |= {name.lower() for name in re.findall(r"[\w.+-]+\.(?:dll|ocx|drv|cpl)\b", text, re.IGNORECASE)}
             if NETWORK.search(text):
                 network.add(text)
-    expect("libraries named in the file", sorted(named), sorted(LOADED_AT_START | DELAYED | ASKED[program.is_64]))
+    expect("libraries named in the file", sorted(named), sorted(LOADED_AT_START | LOADED_LATER | ASKED[program.is_64]))
     expect("texts that speak of a network", sorted(network), [])
 
 
@@ -184,6 +209,7 @@ def main():
     check_headers(program)
     check_sections(program)
     check_imports(program)
+    check_functions(program)
     check_library_names(program)
     check_manifest(program)
     check_stack_guard(program, linker_map)
