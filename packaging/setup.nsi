@@ -1,12 +1,13 @@
-; The setup program: installs Sumwright for the user who runs it, without elevation.
+; The setup program: installs Sumwright for the user who runs it, without elevation. It is a 32-bit
+; program itself, which every Windows runs, and installs the build that fits.
 ;
-;   makensis -DPROGRAM=... -DTEXTS=... -DICON=... -DPICTURE=... -DOUTPUT=... setup.nsi
+;   makensis -DSTAGING=... -DICON=... -DPICTURE=... -DOUTPUT=... setup.nsi
 ;
-; PROGRAM is the built Sumwright.exe, TEXTS the folder with LICENSE.txt and NOTICE.txt, ICON the
-; program's icon, PICTURE the bitmap of 164 by 314 pixels beside the last page, OUTPUT the setup
-; program to be written. /S installs and uninstalls without a window, /D=FOLDER (last, without
-; quotes) says where, and /EXPLORER has Explorer's menu offer Sumwright too.
-Target amd64-unicode
+; STAGING is the folder with the programs and texts as ./package names them, ICON the program's icon,
+; PICTURE the bitmap of 164 by 314 pixels beside the last page, OUTPUT the setup program to be
+; written. /S installs and uninstalls without a window, /D=FOLDER (last, without quotes) says where,
+; and /EXPLORER has Explorer's menu offer Sumwright too.
+Target x86-unicode
 SetCompressor /SOLID lzma
 SetDateSave off ; the same files give the same bytes, whenever they were built
 
@@ -57,6 +58,18 @@ VIAddVersionKey "LegalCopyright" "Copyright © 2026 the Sumwright authors"
 !insertmacro MUI_UNPAGE_INSTFILES
 !insertmacro MUI_LANGUAGE "English"
 
+; What is installed beside Sumwright.exe, under the names of the staging folder.
+!macro ForEachOtherFile ACTION
+  !insertmacro ${ACTION} "LICENSE.txt"
+  !insertmacro ${ACTION} "NOTICE.txt"
+!macroend
+!macro InstallFile NAME
+  File "${STAGING}/${NAME}"
+!macroend
+!macro DeleteFile NAME
+  Delete "$INSTDIR\${NAME}"
+!macroend
+
 ; A program that runs can't be replaced. Goes on once it can, or ends the setup.
 !macro WaitUntilProgramCanBeWritten
   ${DoWhile} ${FileExists} "$INSTDIR\Sumwright.exe"
@@ -91,9 +104,13 @@ Section "Sumwright" SectionProgram
   SectionIn RO
   !insertmacro WaitUntilProgramCanBeWritten
   SetOutPath "$INSTDIR"
-  File "/oname=Sumwright.exe" "${PROGRAM}"
-  File "${TEXTS}/LICENSE.txt"
-  File "${TEXTS}/NOTICE.txt"
+  ; Windows for ARM processors runs the 32-bit program in every version.
+  ${If} ${IsNativeAMD64}
+    File "${STAGING}/Sumwright.exe"
+  ${Else}
+    File "/oname=Sumwright.exe" "${STAGING}/Sumwright-x86.exe"
+  ${EndIf}
+  !insertmacro ForEachOtherFile InstallFile
   WriteUninstaller "$INSTDIR\Uninstall.exe"
   CreateShortcut "$SMPROGRAMS\Sumwright.lnk" "$INSTDIR\Sumwright.exe"
 
@@ -124,12 +141,6 @@ SectionEnd
 !insertmacro MUI_FUNCTION_DESCRIPTION_END
 
 Function .onInit
-  ${IfNot} ${RunningX64}
-    MessageBox MB_OK|MB_ICONSTOP "This setup is for 64-bit Windows. The zip also has the program \
-      for 32-bit Windows." /SD IDOK
-    SetErrorLevel 1
-    Quit
-  ${EndIf}
   ${GetParameters} $0
   ClearErrors
   ${GetOptions} $0 "/EXPLORER" $1
@@ -172,8 +183,7 @@ Section "Uninstall"
   Call un.RemoveOwnSendToLink
   Delete "$SMPROGRAMS\Sumwright.lnk"
   Delete "$INSTDIR\Sumwright.exe"
-  Delete "$INSTDIR\LICENSE.txt"
-  Delete "$INSTDIR\NOTICE.txt"
+  !insertmacro ForEachOtherFile DeleteFile
   Delete "$INSTDIR\Uninstall.exe"
   RMDir "$INSTDIR"
   DeleteRegKey HKCU "${UNINSTALL_KEY}"

@@ -1,9 +1,12 @@
 #!/usr/bin/env python3
-"""What a user downloads: made twice, unpacked, installed, used and taken away again.
+"""What a user downloads: made twice, unpacked, every program started, installed, used and taken away again.
 
     package_test.py PACKAGE_COMMAND WINDOW_TESTS.EXE VERDICT_DRIVER.EXE
+    package_test.py --setup FOLDER WINDOW_TESTS.EXE MACHINE
 
-For use inside tools/wine-run --display.
+For use inside tools/wine-run --display. The second form tries only the setup of that folder, in this prefix,
+where it must install the program for this machine; the first has it run in a 32-bit prefix too. Exit code
+77 says that 32-bit programs can't be run here and all the rest went well.
 """
 
 import hashlib
@@ -22,7 +25,10 @@ UNINSTALL_KEY = (r"HKCU\Software\Microsoft\Windows\CurrentVersion\Uninstall"
                  r"\{6C0E5B52-8D3A-4F0B-9E47-1A2D7C93F5E8}_is1")
 EXPLORER_ENTRY = r"HKCU\Software\Classes\*\shell\ZendrikSumwright"
 SETTINGS_KEY = r"HKCU\Software\Zendrik"
-MACHINES = {"Sumwright.exe": 0x8664, "Sumwright-x86.exe": 0x014C}  # of the PE format
+X64, X86 = 0x8664, 0x014C  # machines of the PE format
+ROOT = pathlib.Path(__file__).resolve().parents[2]
+HAS_WINE32 = os.access("/usr/lib/wine/wine", os.X_OK)
+NOT_ALL_TRIED = 77  # ctest takes it for a skipped test
 
 failures = 0
 
@@ -84,16 +90,29 @@ def machine_of(program):
     return struct.unpack_from("<H", content, header + 4)[0]
 
 
+def start_window(program, window_tests):
+    """A portable copy: its window opens, says where it is, and closes."""
+    tests = wine(window_tests[machine_of(program)], windows_path(program), "--gtest_brief=1",
+                 "--gtest_filter=AboutTest.*:StartTest.PathsOfTheCommandLine*")
+    expect(f"{program.name}, started", (tests.returncode, tests.stdout.decode()[-2000:] if tests.returncode else ""),
+           (0, ""))
+
+
+# Every program of the zip: its machine, and how it is started.
+PROGRAMS = {
+    "Sumwright.exe": (X64, start_window),
+    "Sumwright-x86.exe": (X86, start_window),
+}
+
+
 def check_zip(dist, folder, window_tests):
     zipfile.ZipFile(dist / ZIP).extractall(folder)
     expect("files in the zip", sorted(path.name for path in folder.iterdir()),
-           sorted([*MACHINES, "LICENSE.txt", "NOTICE.txt"]))
-    for name, machine in MACHINES.items():
+           sorted([*PROGRAMS, "LICENSE.txt", "NOTICE.txt"]))
+    for name, (machine, start) in PROGRAMS.items():
         expect(f"machine of {name}", machine_of(folder / name), machine)
-    portable = wine(window_tests, windows_path(folder / "Sumwright.exe"), "--gtest_brief=1",
-                    "--gtest_filter=AboutTest.*")
-    expect("the portable copy", (portable.returncode, portable.stdout.decode()[-2000:] if portable.returncode else ""),
-           (0, ""))
+        if machine == X64 or HAS_WINE32:
+            start(folder / name, window_tests)
 
 
 def wait_until(condition):
@@ -104,7 +123,7 @@ def wait_until(condition):
     return False
 
 
-def check_setup(dist, drive, window_tests, driver):
+def check_setup(dist, drive, window_tests, machine):
     home = pathlib.Path(drive, "users", os.environ.get("USER") or "root")
     programs = home / "AppData/Local/Programs"
     start_menu = home / "AppData/Roaming/Microsoft/Windows/Start Menu/Programs/Sumwright.lnk"
@@ -116,6 +135,7 @@ def check_setup(dist, drive, window_tests, driver):
     expect("exit code of the setup", wine(setup, "/S").returncode, 0)
     expect("files", sorted(path.name for path in folder.iterdir()),
            ["LICENSE.txt", "NOTICE.txt", "Sumwright.exe", "Uninstall.exe"])
+    expect("machine of the installed program", machine_of(folder / "Sumwright.exe"), machine)
     expect("Start menu", start_menu.is_file(), True)
     expect("InstallLocation", in_registry(UNINSTALL_KEY, "InstallLocation"), location)
     expect("version", in_registry(UNINSTALL_KEY, "DisplayVersion"), "2.0.0")
@@ -172,16 +192,48 @@ def windows_path_in_prefix(drive, path):
     return "C:\\" + str(path.relative_to(drive)).replace("/", "\\")
 
 
-def main():
-    package, window_tests, driver = map(os.path.abspath, sys.argv[1:])
+def build_window_tests_x86():
+    """The driver of the 32-bit window, which ./check has built before."""
+    run("cmake", "--build", "--preset", "windows-x86", "--target", "window_tests", cwd=ROOT, stdout=subprocess.DEVNULL)
+    return ROOT / "build/windows-x86/tests/window_tests.exe"
+
+
+def check_setup_on_32_bit_windows(dist, window_tests):
+    status = subprocess.run(
+        [ROOT / "tools/wine-run", "--display", "--screen", "3200x2800", "--", sys.executable, __file__, "--setup", dist,
+         window_tests, str(X86)], env=os.environ | {"WINEARCH": "win32"}, timeout=600).returncode
+    expect("exit code of the test of the setup on 32-bit Windows", status, 0)
+
+
+def check_package(package, window_tests, driver):
+    tests = {X64: window_tests}
     with tempfile.TemporaryDirectory(prefix="sumwright-package-") as scratch:
         first, second, unpacked = (pathlib.Path(scratch, name) for name in ("first", "second", "unpacked"))
         for folder in (first, second):
             run(package, folder, stdout=subprocess.DEVNULL)
+        if HAS_WINE32:
+            tests[X86] = build_window_tests_x86()
         check_same_bytes(first, second)
-        check_zip(first, unpacked, window_tests)
+        check_zip(first, unpacked, tests)
         check_sums(first, unpacked / "Sumwright.exe", driver)
-        check_setup(first, pathlib.Path(os.environ["WINEPREFIX"], "drive_c"), window_tests, driver)
+        if HAS_WINE32:
+            check_setup(first, drive_c(), window_tests, X64)
+            check_setup_on_32_bit_windows(first, tests[X86])
+
+
+def drive_c():
+    return pathlib.Path(os.environ["WINEPREFIX"], "drive_c")
+
+
+def main():
+    if sys.argv[1] == "--setup":
+        _, _, dist, window_tests, machine = sys.argv
+        check_setup(pathlib.Path(dist), drive_c(), window_tests, int(machine))
+    else:
+        check_package(*map(os.path.abspath, sys.argv[1:]))
+    if not failures and not HAS_WINE32:
+        print("NOT TRIED: the setup and the 32-bit programs, because 32-bit Wine (wine32) is not installed")
+        sys.exit(NOT_ALL_TRIED)
     sys.exit(1 if failures else 0)
 
 
