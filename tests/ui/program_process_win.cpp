@@ -1,7 +1,6 @@
 #include "tests/ui/program_process_win.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <mutex>
 #include <stdexcept>
 #include <string>
@@ -19,41 +18,12 @@ std::wstring programPath;
 std::mutex startedMutex;
 std::vector<HANDLE> started;  // under startedMutex
 
-// One argument as the program's runtime will read it: backslashes count only before a quote.
-std::wstring Quoted(const std::u16string& argument) {
-  std::wstring text = L"\"";
-  size_t backslashes = 0;
-  for (const char16_t unit : argument) {
-    if (unit == u'"') text.append(backslashes + 1, L'\\');
-    backslashes = unit == u'\\' ? backslashes + 1 : 0;
-    text += static_cast<wchar_t>(unit);
-  }
-  return text.append(backslashes, L'\\') + L'"';
-}
-
-// On a busy machine Wine fails to start a process once in a great while, so it is tried again, and
-// said.
-PROCESS_INFORMATION Start(const std::u16string& program, std::wstring commandLine,
-                          const StartOptions& options) {
-  STARTUPINFOW startup = {};
-  startup.cb = sizeof startup;
-  startup.dwFlags = STARTF_USESHOWWINDOW;
-  startup.wShowWindow = options.minimized ? SW_SHOWMINIMIZED : SW_SHOWNORMAL;
-  constexpr int attempts = 3;
-  DWORD error = 0;
-  for (int i = 0; i < attempts; ++i) {
-    PROCESS_INFORMATION made = {};
-    if (CreateProcessW(swr::AsWide(program), commandLine.data(), nullptr, nullptr, FALSE, 0,
-                       nullptr, options.folder.empty() ? nullptr : swr::AsWide(options.folder),
-                       &startup, &made)) {
-      return made;
-    }
-    error = GetLastError();
-    std::fprintf(stderr, "the program was not started, error %lu\n", error);
-    Sleep(500);
-  }
-  throw std::runtime_error("the program cannot be started, error " + std::to_string(error) +
-                           "; is its path right?");
+swr::testing::ProgramStart Prepare(const StartOptions& options) {
+  if (!options.keepSettings) ForgetSettings();
+  return {.program = options.program.empty() ? ProgramUnderTest() : options.program,
+          .arguments = options.arguments,
+          .folder = options.folder,
+          .minimized = options.minimized};
 }
 
 }  // namespace
@@ -81,17 +51,17 @@ bool WaitFor(const std::function<bool()>& condition, std::chrono::milliseconds p
   return true;
 }
 
-ProgramProcess::ProgramProcess(const StartOptions& options) {
-  if (!options.keepSettings) ForgetSettings();
-  const std::u16string program = options.program.empty() ? ProgramUnderTest() : options.program;
-  std::wstring commandLine = Quoted(program);
-  for (const std::u16string& argument : options.arguments) commandLine += L' ' + Quoted(argument);
-  const PROCESS_INFORMATION made = Start(program, std::move(commandLine), options);
-  CloseHandle(made.hThread);
-  process_ = made.hProcess;
-  id_ = made.dwProcessId;
+ProgramProcess::ProgramProcess(const StartOptions& options)
+    : ProgramProcess(swr::testing::StartProgram(Prepare(options))) {}
+
+ProgramProcess::ProgramProcess(const swr::testing::StartedProgram& program)
+    : process_(program.process), id_(program.id) {
   const std::lock_guard lock(startedMutex);
   started.push_back(process_);
+}
+
+ProgramProcess ProgramProcess::WithWindow(const StartOptions& options) {
+  return ProgramProcess(swr::testing::StartProgramWithWindow(Prepare(options)));
 }
 
 ProgramProcess::~ProgramProcess() {

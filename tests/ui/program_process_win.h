@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/program_start_win.h"
+
 namespace app::testing {
 
 struct StartOptions {
@@ -28,10 +30,13 @@ void TerminatePrograms();
 bool WaitFor(const std::function<bool()>& condition,
              std::chrono::milliseconds patience = std::chrono::seconds(30));
 
-// Throws std::runtime_error when the program can't be started.
 class ProgramProcess {
  public:
+  // Returns at once. Throws std::runtime_error when the program can't be started.
   explicit ProgramProcess(const StartOptions& options = {});
+  // Returns when its main window is there; starts the program again if it does not show. Throws
+  // std::runtime_error when it never does.
+  static ProgramProcess WithWindow(const StartOptions& options = {});
   // Ends the program by force if it has not ended.
   ~ProgramProcess();
   ProgramProcess(ProgramProcess&& other) noexcept;
@@ -44,6 +49,8 @@ class ProgramProcess {
   int WaitForEnd(std::chrono::milliseconds patience = std::chrono::seconds(30)) const;
 
  private:
+  explicit ProgramProcess(const swr::testing::StartedProgram& program);
+
   HANDLE process_ = nullptr;
   DWORD id_ = 0;
 };

@@ -95,17 +95,10 @@ def digests_by(tool, paths):
 def listed_rows(program, reader, target):
     """Runs the program on the folder. Gives its rows: status, digests, path."""
     start = time.monotonic()
-    window = subprocess.Popen(["wine", program, "Z:" + str(target).replace("/", "\\")])
-    try:
-        out = subprocess.run(["wine", reader, "--wait"], check=True, stdout=subprocess.PIPE,
-                             timeout=TREE_TIMEOUT).stdout
-        print(f"the list was there after {time.monotonic() - start:.1f} s")
-        subprocess.run(["wine", reader, "--close"], check=True, timeout=60)
-        if window.wait(timeout=60) != 0:
-            sys.exit(f"the program ended with exit code {window.returncode}")
-    finally:
-        if window.poll() is None:
-            window.kill()
+    out = subprocess.run(["wine", reader, "--wait", "--start", program, "Z:" + str(target).replace("/", "\\")],
+                         check=True, stdout=subprocess.PIPE, timeout=TREE_TIMEOUT).stdout
+    print(f"the list was there after {time.monotonic() - start:.1f} s")
+    subprocess.run(["wine", reader, "--close"], check=True, timeout=60)
     rows = [line.split("\t") for line in out.decode().splitlines()]
     return [(row[0], row[1:-1], row[-1]) for row in rows]
 

@@ -51,13 +51,12 @@ std::ostream& operator<<(std::ostream& out, const Size& size) {
 }
 
 RunningWindow::RunningWindow(const StartOptions& options)
-    : RunningWindow(ProgramProcess(options)) {}
+    : RunningWindow(ProgramProcess::WithWindow(options)) {}
 
 RunningWindow::RunningWindow(ProgramProcess process) : process_(std::move(process)) {
-  // The window can be seen before its last control is made.
   const bool shows = WaitFor([&] {
-    window_ = FindDialogOf(ProcessId(), u"Sumwright");
-    return window_ != nullptr && Control(IDC_LINKS) != nullptr;
+    window_ = swr::testing::FindMainWindow(ProcessId());
+    return window_ != nullptr;
   });
   if (!shows) throw std::runtime_error("the program shows no window");
   WaitForPostedMessages();

@@ -1,11 +1,15 @@
 // read_list.exe: prints the list of the Sumwright window that is open, one line for each row:
 // status, each digest in the order of the columns, path; separated by tabs, in UTF-8.
 //
-//   --wait              first waits until the window is there and has no work left
+//   --wait              first waits until the window has no work left
 //   --screenshot-ready  also has the window painted before it prints
 //   --close             instead of printing, closes the window and waits for the program's end
+//   --start PROGRAM.exe [PATH...]
+//                       as the last option: first starts the program with these paths, again if no
+//                       window shows; the window stays open afterwards
 //
-// Exit code 0, or 1 with a message when there is no window or it does not answer.
+// Exit code 0, or 1 with a message when there is no window, it does not answer, or the program ends
+// with another code than 0.
 #include "swr/system/windows_api_win.h"
 
 #include <fcntl.h>
@@ -14,21 +18,22 @@
 #include <algorithm>
 #include <cstdio>
 #include <exception>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
+#include "resources/resource_ids.h"
 #include "swr/system/wide_text_win.h"
+#include "tests/support/program_start_win.h"
 #include "tests/support/remote_list_win.h"
 
 namespace {
 
 using swr::testing::RemoteList;
 
-constexpr int listControl = 1021;
-constexpr int cancelControl = 1052;
-constexpr DWORD pollInterval = 50;
-constexpr DWORD startTimeout = 60'000;
+constexpr DWORD pollInterval = 50;  // milliseconds, as all times here
+constexpr DWORD answerTimeout = 60'000;
 constexpr DWORD endTimeout = 60'000;
 
 // Columns before the digests: Name, Folder, Size. Status comes after them.
@@ -42,33 +47,21 @@ struct Options {
   bool wait = false;
   bool screenshotReady = false;
   bool close = false;
+  std::optional<swr::testing::ProgramStart> start;
 };
 
 BOOL CALLBACK KeepMainWindow(HWND window, LPARAM result) {
-  wchar_t name[16] = {};
-  wchar_t title[16] = {};
-  GetClassNameW(window, name, 16);
-  GetWindowTextW(window, title, 16);
-  if (std::wstring_view(name) != L"#32770" || std::wstring_view(title) != L"Sumwright" ||
-      !GetDlgItem(window, listControl)) {
-    return TRUE;
-  }
-  *reinterpret_cast<HWND*>(result) = window;
-  return FALSE;
+  DWORD process = 0;
+  GetWindowThreadProcessId(window, &process);
+  HWND& found = *reinterpret_cast<HWND*>(result);
+  found = swr::testing::FindMainWindow(process);
+  return found == nullptr;
 }
 
-HWND FindMainWindow() {
+HWND FindOpenWindow() {
   HWND window = nullptr;
   EnumWindows(KeepMainWindow, reinterpret_cast<LPARAM>(&window));
   return window;
-}
-
-HWND WaitForMainWindow() {
-  for (DWORD waited = 0; waited < startTimeout; waited += pollInterval) {
-    if (const HWND window = FindMainWindow()) return window;
-    Sleep(pollInterval);
-  }
-  return nullptr;
 }
 
 bool HasUnfinishedRow(const RemoteList& list) {
@@ -85,7 +78,7 @@ bool HasUnfinishedRow(const RemoteList& list) {
 // While folders are walked the window answers nothing, for as long as that takes.
 void WaitForAnswer(HWND window) {
   DWORD_PTR answer = 0;
-  while (!SendMessageTimeoutW(window, WM_NULL, 0, 0, SMTO_NORMAL, startTimeout, &answer)) {
+  while (!SendMessageTimeoutW(window, WM_NULL, 0, 0, SMTO_NORMAL, answerTimeout, &answer)) {
     if (!IsWindow(window)) throw std::runtime_error("the window was closed");
   }
 }
@@ -93,7 +86,7 @@ void WaitForAnswer(HWND window) {
 // The paths of the command line are taken in just after the window has appeared, and until then it
 // looks idle too: only a window that stays so for a while has no work left.
 void WaitUntilIdle(HWND window, const RemoteList& list) {
-  const HWND cancel = GetDlgItem(window, cancelControl);
+  const HWND cancel = GetDlgItem(window, IDC_CANCEL);
   int idlePolls = 0;
   int finishedRows = -1;
   while (idlePolls < 5) {
@@ -153,19 +146,29 @@ void PrintRows(const RemoteList& list) {
 void Close(HWND window) {
   DWORD id = 0;
   GetWindowThreadProcessId(window, &id);
-  const HANDLE process = OpenProcess(SYNCHRONIZE, FALSE, id);
+  const HANDLE process = OpenProcess(SYNCHRONIZE | PROCESS_QUERY_INFORMATION, FALSE, id);
   if (!process) throw std::runtime_error("the process of the window cannot be opened");
   PostMessageW(window, WM_CLOSE, 0, 0);
   const DWORD result = WaitForSingleObject(process, endTimeout);
+  DWORD code = 0;
+  GetExitCodeProcess(process, &code);
   CloseHandle(process);
   if (result != WAIT_OBJECT_0) throw std::runtime_error("the program does not end");
+  if (code != 0) throw std::runtime_error("the program ends with code " + std::to_string(code));
+}
+
+std::u16string FullPath(const wchar_t* path) {
+  wchar_t full[MAX_PATH] = {};
+  const DWORD length = GetFullPathNameW(path, MAX_PATH, full, nullptr);
+  return swr::FromWide({full, length < MAX_PATH ? length : 0});
 }
 
 void Run(const Options& options) {
-  const HWND window = options.wait ? WaitForMainWindow() : FindMainWindow();
+  const HWND window = options.start ? swr::testing::StartProgramWithWindow(*options.start).window
+                                    : FindOpenWindow();
   if (!window) throw std::runtime_error("there is no Sumwright window");
   {
-    const RemoteList list(GetDlgItem(window, listControl));
+    const RemoteList list(GetDlgItem(window, IDC_LIST));
     if (options.wait) WaitUntilIdle(window, list);
     if (options.screenshotReady) HavePainted(window);
     if (!options.close) PrintRows(list);
@@ -185,6 +188,10 @@ int wmain(int argumentCount, wchar_t** arguments) {
       options.screenshotReady = true;
     } else if (argument == L"--close") {
       options.close = true;
+    } else if (argument == L"--start" && i + 1 < argumentCount) {
+      swr::testing::ProgramStart& start = options.start.emplace();
+      start.program = FullPath(arguments[++i]);
+      while (++i < argumentCount) start.arguments.push_back(swr::FromWide(arguments[i]));
     } else {
       std::fprintf(stderr, "read_list: no such option: %ls\n", arguments[i]);
       return 2;
