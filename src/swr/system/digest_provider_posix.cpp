@@ -1,100 +1,146 @@
 #include "swr/system/digest_provider.h"
 
+// The plain functions, not the envelope around them that OpenSSL recommends: that one reads a
+// configuration file and builds tables of providers, which takes longer than the digest of a small
+// file, and allocates for each file.
+#define OPENSSL_SUPPRESS_DEPRECATED
+
 #include <nettle/md2.h>
 #include <nettle/md4.h>
-#include <openssl/evp.h>
+#include <openssl/md5.h>
+#include <openssl/sha.h>
 
 #include <mutex>
 #include <stdexcept>
 #include <variant>
 
 #include "swr/system/fault_injection.h"
-#include "swr/system/unique_handle.h"
 
 namespace swr {
 namespace {
 
-// One algorithm's provider, opened at its first use and kept until the process ends. OpenSSL has
-// no name for the two that Nettle serves.
-struct CngProvider {
-  const char* opensslName;
+// One algorithm's provider, opened at its first use and kept until the process ends. There is
+// nothing to open here, but a test can make it fail as on Windows.
+struct Provider {
   std::once_flag once = {};
-  EVP_MD* digest = nullptr;
   bool isOpen = false;
 };
 
-CngProvider providers[ProviderAlgorithmCount] = {{nullptr},    {nullptr},    {"MD5"},     {"SHA1"},
-                                                 {"SHA2-256"}, {"SHA2-384"}, {"SHA2-512"}};
+Provider providers[ProviderAlgorithmCount];
 
-void Open(CngProvider& provider) {
-  if (InjectedFault(SystemCall::OpenDigestProvider)) return;
-  if (provider.opensslName != nullptr) {
-    provider.digest = EVP_MD_fetch(nullptr, provider.opensslName, nullptr);
-    if (provider.digest == nullptr) return;
-  }
-  provider.isOpen = true;
-}
-
-const CngProvider& GetProvider(ProviderAlgorithm algorithm) {
-  CngProvider& provider = providers[static_cast<size_t>(algorithm)];
-  std::call_once(provider.once, [&] { Open(provider); });
+void OpenProvider(ProviderAlgorithm algorithm) {
+  Provider& provider = providers[static_cast<size_t>(algorithm)];
+  std::call_once(provider.once, [&] {
+    provider.isOpen = !InjectedFault(SystemCall::OpenDigestProvider).has_value();
+  });
   if (!provider.isOpen) throw std::runtime_error("Windows cryptography provider unavailable");
-  return provider;
 }
 
-struct DigestContextTraits {
-  using Value = EVP_MD_CTX*;
-  static constexpr EVP_MD_CTX* Invalid = nullptr;
-  static void Close(EVP_MD_CTX* value) noexcept { EVP_MD_CTX_free(value); }
+// OpenSSL has one structure for each two of its SHA-2 algorithms, so a state remembers its own.
+struct Sha384State : SHA512_CTX {};
+struct Sha512State : SHA512_CTX {};
+
+struct StartDigest {
+  void operator()(md2_ctx& c) const { md2_init(&c); }
+  void operator()(md4_ctx& c) const { md4_init(&c); }
+  void operator()(MD5_CTX& c) const { MD5_Init(&c); }
+  void operator()(SHA_CTX& c) const { SHA1_Init(&c); }
+  void operator()(SHA256_CTX& c) const { SHA256_Init(&c); }
+  void operator()(Sha384State& c) const { SHA384_Init(&c); }
+  void operator()(Sha512State& c) const { SHA512_Init(&c); }
 };
-using DigestContext = UniqueHandle<DigestContextTraits>;
+
+struct UpdateDigest {
+  const uint8_t* data;
+  size_t size;
+
+  void operator()(md2_ctx& c) const { md2_update(&c, size, data); }
+  void operator()(md4_ctx& c) const { md4_update(&c, size, data); }
+  void operator()(MD5_CTX& c) const { MD5_Update(&c, data, size); }
+  void operator()(SHA_CTX& c) const { SHA1_Update(&c, data, size); }
+  void operator()(SHA256_CTX& c) const { SHA256_Update(&c, data, size); }
+  void operator()(Sha384State& c) const { SHA384_Update(&c, data, size); }
+  void operator()(Sha512State& c) const { SHA512_Update(&c, data, size); }
+};
+
+// Gives the length of the digest.
+struct FinishDigest {
+  uint8_t* bytes;
+
+  uint8_t operator()(md2_ctx& c) const {
+    md2_digest(&c, MD2_DIGEST_SIZE, bytes);
+    return MD2_DIGEST_SIZE;
+  }
+  uint8_t operator()(md4_ctx& c) const {
+    md4_digest(&c, MD4_DIGEST_SIZE, bytes);
+    return MD4_DIGEST_SIZE;
+  }
+  uint8_t operator()(MD5_CTX& c) const {
+    MD5_Final(bytes, &c);
+    return MD5_DIGEST_LENGTH;
+  }
+  uint8_t operator()(SHA_CTX& c) const {
+    SHA1_Final(bytes, &c);
+    return SHA_DIGEST_LENGTH;
+  }
+  uint8_t operator()(SHA256_CTX& c) const {
+    SHA256_Final(bytes, &c);
+    return SHA256_DIGEST_LENGTH;
+  }
+  uint8_t operator()(Sha384State& c) const {
+    SHA384_Final(bytes, &c);
+    return SHA384_DIGEST_LENGTH;
+  }
+  uint8_t operator()(Sha512State& c) const {
+    SHA512_Final(bytes, &c);
+    return SHA512_DIGEST_LENGTH;
+  }
+};
 
 }  // namespace
 
 struct ProviderHash::State {
-  std::variant<DigestContext, md2_ctx, md4_ctx> context;
+  std::variant<md2_ctx, md4_ctx, MD5_CTX, SHA_CTX, SHA256_CTX, Sha384State, Sha512State> context;
 };
 
 ProviderHash::ProviderHash(ProviderAlgorithm algorithm) : state_(std::make_unique<State>()) {
-  const CngProvider& provider = GetProvider(algorithm);
-  bool succeeds = !InjectedFault(SystemCall::CreateDigest);
-  if (algorithm == ProviderAlgorithm::Md2) {
-    md2_init(&state_->context.emplace<md2_ctx>());
-  } else if (algorithm == ProviderAlgorithm::Md4) {
-    md4_init(&state_->context.emplace<md4_ctx>());
-  } else {
-    DigestContext& context = std::get<DigestContext>(state_->context);
-    context.Reset(EVP_MD_CTX_new());
-    succeeds = succeeds && context && EVP_DigestInit_ex2(context.Get(), provider.digest, nullptr);
+  OpenProvider(algorithm);
+  if (InjectedFault(SystemCall::CreateDigest)) throw std::runtime_error("BCryptCreateHash failed");
+  switch (algorithm) {
+    case ProviderAlgorithm::Md2:
+      state_->context.emplace<md2_ctx>();
+      break;
+    case ProviderAlgorithm::Md4:
+      state_->context.emplace<md4_ctx>();
+      break;
+    case ProviderAlgorithm::Md5:
+      state_->context.emplace<MD5_CTX>();
+      break;
+    case ProviderAlgorithm::Sha1:
+      state_->context.emplace<SHA_CTX>();
+      break;
+    case ProviderAlgorithm::Sha256:
+      state_->context.emplace<SHA256_CTX>();
+      break;
+    case ProviderAlgorithm::Sha384:
+      state_->context.emplace<Sha384State>();
+      break;
+    case ProviderAlgorithm::Sha512:
+      state_->context.emplace<Sha512State>();
+      break;
   }
-  if (!succeeds) throw std::runtime_error("BCryptCreateHash failed");
+  std::visit(StartDigest(), state_->context);
 }
 
 ProviderHash::~ProviderHash() = default;
 
 void ProviderHash::Update(const void* data, uint64_t size) {
-  const auto* bytes = static_cast<const uint8_t*>(data);
-  if (auto* md2 = std::get_if<md2_ctx>(&state_->context)) {
-    md2_update(md2, size, bytes);
-  } else if (auto* md4 = std::get_if<md4_ctx>(&state_->context)) {
-    md4_update(md4, size, bytes);
-  } else {
-    EVP_DigestUpdate(std::get<DigestContext>(state_->context).Get(), bytes, size);
-  }
+  std::visit(UpdateDigest{static_cast<const uint8_t*>(data), static_cast<size_t>(size)},
+             state_->context);
 }
 
 uint8_t ProviderHash::Finish(std::array<uint8_t, 64>& bytes) {
-  if (auto* md2 = std::get_if<md2_ctx>(&state_->context)) {
-    md2_digest(md2, MD2_DIGEST_SIZE, bytes.data());
-    return MD2_DIGEST_SIZE;
-  }
-  if (auto* md4 = std::get_if<md4_ctx>(&state_->context)) {
-    md4_digest(md4, MD4_DIGEST_SIZE, bytes.data());
-    return MD4_DIGEST_SIZE;
-  }
-  unsigned int length = 0;
-  EVP_DigestFinal_ex(std::get<DigestContext>(state_->context).Get(), bytes.data(), &length);
-  return static_cast<uint8_t>(length);
+  return std::visit(FinishDigest{bytes.data()}, state_->context);
 }
 
 }  // namespace swr

@@ -1,17 +1,12 @@
 #include "swr/system/text_services.h"
 
-#include <unicode/coll.h>
-#include <unicode/uchar.h>
-#include <unicode/ucnv.h>
-#include <unicode/unistr.h>
-#include <unicode/ustring.h>
+#include <locale.h>
+#include <wctype.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstring>
-#include <memory>
-#include <stdexcept>
-#include <vector>
 
 #include "swr/system/errno_posix.h"
 #include "swr/system/error_codes.h"
@@ -19,21 +14,12 @@
 namespace swr {
 namespace {
 
-int32_t AsInt32(size_t length) { return static_cast<int32_t>(length); }
+constexpr char16_t Replacement = 0xFFFD;
 
-// One for each thread: a collator may not be used by two at once.
-const icu::Collator& NaturalOrder() {
-  thread_local const std::unique_ptr<icu::Collator> collator = [] {
-    UErrorCode status = U_ZERO_ERROR;
-    std::unique_ptr<icu::Collator> made(
-        icu::Collator::createInstance(icu::Locale::getRoot(), status));
-    if (U_FAILURE(status)) throw std::runtime_error("no text ordering available");
-    made->setAttribute(UCOL_NUMERIC_COLLATION, UCOL_ON, status);
-    made->setAttribute(UCOL_STRENGTH, UCOL_SECONDARY, status);  // accents count, case does not
-    return made;
-  }();
-  return *collator;
-}
+constexpr bool IsDigit(char16_t unit) { return unit >= u'0' && unit <= u'9'; }
+constexpr bool IsContinuation(char byte) { return (static_cast<uint8_t>(byte) & 0xC0) == 0x80; }
+constexpr bool IsHighSurrogate(char16_t unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
+constexpr bool IsLowSurrogate(char16_t unit) { return unit >= 0xDC00 && unit <= 0xDFFF; }
 
 // Whether `name` fits one pattern of "*" and "?", without case: the classic walk that goes back to
 // the last star.
@@ -62,24 +48,87 @@ bool MatchesOnePattern(std::u16string_view name, std::u16string_view pattern) {
   return p == pattern.size();
 }
 
-struct ConverterCloser {
-  void operator()(UConverter* converter) const { ucnv_close(converter); }
+// One step through text that claims to be UTF-8.
+struct Utf8Step {
+  char32_t codePoint = Replacement;
+  size_t length = 1;  // bytes; of a bad sequence those that could have begun a good one
+  bool isValid = false;
 };
 
-std::u16string Decode(const char* encoding, std::string_view bytes) {
-  UErrorCode status = U_ZERO_ERROR;
-  const std::unique_ptr<UConverter, ConverterCloser> converter(ucnv_open(encoding, &status));
-  if (U_FAILURE(status)) throw std::runtime_error("no text conversion available");
-  std::u16string text(bytes.size() + 1, u'\0');  // no byte makes more than one unit
-  const int32_t length = ucnv_toUChars(converter.get(), text.data(), AsInt32(text.size()),
-                                       bytes.data(), AsInt32(bytes.size()), &status);
-  text.resize(static_cast<size_t>(length));
-  return text;
+// The Unicode Standard, table 3-7: the second byte of a sequence has limits of its own.
+Utf8Step DecodeStep(std::string_view bytes) {
+  const auto lead = static_cast<uint8_t>(bytes[0]);
+  if (lead < 0x80) return {lead, 1, true};
+  if (lead < 0xC2 || lead > 0xF4) return {};
+  const size_t length = lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
+  const uint8_t lowest = lead == 0xE0 ? 0xA0 : lead == 0xF0 ? 0x90 : 0x80;
+  const uint8_t highest = lead == 0xED ? 0x9F : lead == 0xF4 ? 0x8F : 0xBF;
+  if (bytes.size() < 2) return {};
+  const auto second = static_cast<uint8_t>(bytes[1]);
+  if (second < lowest || second > highest) return {};
+  char32_t codePoint = ((lead & (0xFFu >> (length + 1))) << 6) | (second & 0x3F);
+  for (size_t i = 2; i < length; ++i) {
+    if (i == bytes.size() || !IsContinuation(bytes[i])) return {.length = i};
+    codePoint = (codePoint << 6) | (static_cast<uint8_t>(bytes[i]) & 0x3F);
+  }
+  return {codePoint, length, true};
+}
+
+void AppendUtf16(std::u16string& text, char32_t codePoint) {
+  if (codePoint >= 0x10000) {
+    text.push_back(static_cast<char16_t>(0xD800 + ((codePoint - 0x10000) >> 10)));
+    codePoint = 0xDC00 + ((codePoint - 0x10000) & 0x3FF);
+  }
+  text.push_back(static_cast<char16_t>(codePoint));
+}
+
+void AppendUtf8(std::string& bytes, char32_t codePoint) {
+  const auto append = [&](char32_t value) { bytes.push_back(static_cast<char>(value)); };
+  if (codePoint < 0x80) {
+    append(codePoint);
+    return;
+  }
+  if (codePoint < 0x800) {
+    append(0xC0 | (codePoint >> 6));
+  } else if (codePoint < 0x10000) {
+    append(0xE0 | (codePoint >> 12));
+    append(0x80 | ((codePoint >> 6) & 0x3F));
+  } else {
+    append(0xF0 | (codePoint >> 18));
+    append(0x80 | ((codePoint >> 12) & 0x3F));
+    append(0x80 | ((codePoint >> 6) & 0x3F));
+  }
+  append(0x80 | (codePoint & 0x3F));
+}
+
+// windows-1252 where it differs from Latin-1, from 0x80. The five bytes without a character mean
+// the control character of their number, as Windows has it.
+constexpr std::array<char16_t, 32> westernPunctuation = {
+    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
+    0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
+    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
+
+// A unit's place in the natural order: punctuation, digits (see SystemNaturalKey), the letters of
+// ASCII, all others by number.
+constexpr char16_t NumberMark = 0x80;
+
+char16_t NaturalWeight(char16_t unit) {
+  const char32_t upper = SystemUpperUnit(unit);
+  if (upper >= u'A' && upper <= u'Z') return static_cast<char16_t>(NumberMark + 1 + upper - u'A');
+  if (upper < 0x80) return static_cast<char16_t>(upper);
+  return static_cast<char16_t>(std::min<char32_t>(upper + 0x80, 0xFFFF));
 }
 
 }  // namespace
 
-char16_t SystemUpperUnit(char16_t unit) { return static_cast<char16_t>(u_toupper(unit)); }
+char16_t SystemUpperUnit(char16_t unit) {
+  if (unit < 0x80) return unit >= u'a' && unit <= u'z' ? static_cast<char16_t>(unit - 32) : unit;
+  // Not the user's locale, whose letters may have capitals of their own.
+  static const locale_t unicode = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
+  if (unicode == nullptr) return unit;
+  const wint_t upper = towupper_l(unit, unicode);
+  return upper <= 0xFFFF ? static_cast<char16_t>(upper) : unit;
+}
 
 bool SystemEqualsNoCase(std::u16string_view a, std::u16string_view b) {
   // Unit by unit, as the Windows call does it: a letter whose capital takes more units equals only
@@ -92,18 +141,28 @@ bool SystemEqualsNoCase(std::u16string_view a, std::u16string_view b) {
 }
 
 int SystemCompareNatural(const std::u16string& a, const std::u16string& b) {
-  UErrorCode status = U_ZERO_ERROR;
-  return NaturalOrder().compare(a.data(), AsInt32(a.size()), b.data(), AsInt32(b.size()), status);
+  return SystemNaturalKey(a).compare(SystemNaturalKey(b));
 }
 
+// A run of digits becomes a mark, the number of digits without leading zeros, and these digits: a
+// longer number is a larger one.
 std::u16string SystemNaturalKey(std::u16string text) {
-  const icu::UnicodeString whole(false, text.data(), AsInt32(text.size()));
-  std::array<uint8_t, 256> bytes;
-  int32_t size = NaturalOrder().getSortKey(whole, bytes.data(), AsInt32(bytes.size()));
-  if (static_cast<size_t>(size) <= bytes.size()) return {bytes.begin(), bytes.begin() + size};
-  std::vector<uint8_t> all(static_cast<size_t>(size));
-  size = NaturalOrder().getSortKey(whole, all.data(), size);
-  return {all.begin(), all.begin() + size};
+  std::u16string key;
+  key.reserve(text.size() + 8);
+  for (size_t i = 0; i < text.size();) {
+    if (!IsDigit(text[i])) {
+      key.push_back(NaturalWeight(text[i++]));
+      continue;
+    }
+    while (i + 1 < text.size() && text[i] == u'0' && IsDigit(text[i + 1])) ++i;
+    size_t end = i;
+    while (end < text.size() && IsDigit(text[end])) ++end;
+    key.push_back(NumberMark);
+    key.push_back(static_cast<char16_t>(std::min<size_t>(end - i, 0xFFFF)));
+    key.append(text, i, end - i);
+    i = end;
+  }
+  return key;
 }
 
 int SystemCompareNaturalKeys(const std::u16string& a, const std::u16string& b) {
@@ -124,21 +183,49 @@ bool SystemMatchesPattern(const std::u16string& name, const std::u16string& patt
 }
 
 bool SystemIsValidUtf8(std::string_view bytes) {
-  UErrorCode status = U_ZERO_ERROR;
-  int32_t length = 0;
-  u_strFromUTF8(nullptr, 0, &length, bytes.data(), AsInt32(bytes.size()), &status);
-  return status == U_BUFFER_OVERFLOW_ERROR || U_SUCCESS(status);
+  while (!bytes.empty()) {
+    const Utf8Step step = DecodeStep(bytes);
+    if (!step.isValid) return false;
+    bytes.remove_prefix(step.length);
+  }
+  return true;
 }
 
-std::u16string SystemDecodeUtf8(std::string_view bytes) { return Decode("UTF-8", bytes); }
+std::u16string SystemDecodeUtf8(std::string_view bytes) {
+  std::u16string text;
+  text.reserve(bytes.size());
+  while (!bytes.empty()) {
+    const Utf8Step step = DecodeStep(bytes);
+    AppendUtf16(text, step.codePoint);
+    bytes.remove_prefix(step.length);
+  }
+  return text;
+}
 
 std::string SystemEncodeUtf8(std::u16string_view text) {
   std::string bytes;
-  icu::UnicodeString(false, text.data(), AsInt32(text.size())).toUTF8String(bytes);
+  bytes.reserve(text.size());
+  for (size_t i = 0; i < text.size(); ++i) {
+    const char16_t unit = text[i];
+    if (IsHighSurrogate(unit) && i + 1 < text.size() && IsLowSurrogate(text[i + 1])) {
+      ++i;
+      AppendUtf8(bytes, 0x10000 + ((char32_t{unit} - 0xD800) << 10) + (text[i] - 0xDC00));
+    } else {
+      AppendUtf8(bytes, IsHighSurrogate(unit) || IsLowSurrogate(unit) ? Replacement : unit);
+    }
+  }
   return bytes;
 }
 
-std::u16string SystemDecodeAnsi(std::string_view bytes) { return Decode("windows-1252", bytes); }
+std::u16string SystemDecodeAnsi(std::string_view bytes) {
+  std::u16string text;
+  text.reserve(bytes.size());
+  for (const char byte : bytes) {
+    const auto value = static_cast<uint8_t>(byte);
+    text.push_back(value >= 0x80 && value < 0xA0 ? westernPunctuation[value - 0x80] : value);
+  }
+  return text;
+}
 
 std::u16string SystemErrorText(uint32_t error) {
   // The errno values that ErrorFromErrno tells apart; their words are the system's.
