@@ -27,6 +27,7 @@ EXPLORER_ENTRY = r"HKCU\Software\Classes\*\shell\ZendrikSumwright"
 SETTINGS_KEY = r"HKCU\Software\Zendrik"
 X64, X86 = 0x8664, 0x014C  # machines of the PE format
 ROOT = pathlib.Path(__file__).resolve().parents[2]
+READERS = {X64: ROOT / "build/windows/tools/read_list.exe", X86: ROOT / "build/windows-x86/tools/read_list.exe"}
 HAS_WINE32 = os.access("/usr/lib/wine/wine", os.X_OK)
 NOT_ALL_TRIED = 77  # ctest takes it for a skipped test
 
@@ -150,13 +151,12 @@ def check_setup(dist, drive, window_tests, machine):
     expect("Send To link", send_to.is_file(), True)
 
     # A program that runs can't be replaced or taken away.
-    program = subprocess.Popen(["wine", location + r"\Sumwright.exe"], stderr=subprocess.DEVNULL)
-    wait_until(lambda: wine(setup, "/S").returncode == 2)
+    reader = READERS[machine]
+    expect("the program, started", wine(reader, "--start", location + r"\Sumwright.exe").returncode, 0)
     expect("exit code of the setup while the program runs", wine(setup, "/S").returncode, 2)
     wine(location + r"\Uninstall.exe", "/S", "_?=" + location)
     expect("the program, taken away while it runs", (folder / "Sumwright.exe").is_file(), True)
-    wine("taskkill", "/F", "/IM", "Sumwright.exe")
-    program.wait(timeout=60)
+    expect("the program, closed", wine(reader, "--close").returncode, 0)
 
     expect("settings", in_registry(SETTINGS_KEY), True)
     (folder / "of the user.txt").write_text("stays")
@@ -193,8 +193,9 @@ def windows_path_in_prefix(drive, path):
 
 
 def build_window_tests_x86():
-    """The driver of the 32-bit window, which ./check has built before."""
-    run("cmake", "--build", "--preset", "windows-x86", "--target", "window_tests", cwd=ROOT, stdout=subprocess.DEVNULL)
+    """What drives the 32-bit window; ./check has built it before."""
+    run("cmake", "--build", "--preset", "windows-x86", "--target", "window_tests", "read_list", cwd=ROOT,
+        stdout=subprocess.DEVNULL)
     return ROOT / "build/windows-x86/tests/window_tests.exe"
 
 

@@ -87,7 +87,9 @@ StartedProgram StartProgram(const ProgramStart& start) {
   for (const std::u16string& argument : start.arguments) commandLine += L' ' + Quoted(argument);
   STARTUPINFOW startup = {};
   startup.cb = sizeof startup;
-  startup.dwFlags = STARTF_USESHOWWINDOW;
+  // With no standard handles: the program would keep open the pipe that the caller's output goes
+  // to.
+  startup.dwFlags = STARTF_USESHOWWINDOW | STARTF_USESTDHANDLES;
   startup.wShowWindow = start.minimized ? SW_SHOWMINIMIZED : SW_SHOWNORMAL;
   const wchar_t* folder = start.folder.empty() ? nullptr : AsWide(start.folder);
   DWORD error = 0;
