@@ -23,6 +23,9 @@ namespace {
 
 constexpr LONGLONG LargestCatalogFile = 268435456;  // bytes: 256 MiB; hashing is a second read
 constexpr DWORD LargestCatalogHash = 64;            // bytes
+// In bytes. By its first four the trust services tell what kind a file is; of a shorter one they
+// say that the parameter is wrong, which is said of no signature.
+constexpr LONGLONG ShortestKnownKind = 4;
 
 struct FileTraits {
   using Value = HANDLE;
@@ -121,6 +124,18 @@ TrustAnswer VerifyTrust(WINTRUST_DATA& data) {
   return answer;
 }
 
+// The signature inside the file.
+TrustAnswer VerifyFile(const std::u16string& longPath, HANDLE file) {
+  WINTRUST_FILE_INFO subject = {};
+  subject.cbStruct = sizeof subject;
+  subject.pcwszFilePath = AsWide(longPath);
+  subject.hFile = file;
+  WINTRUST_DATA data = {};
+  data.dwUnionChoice = WTD_CHOICE_FILE;
+  data.pFile = &subject;
+  return VerifyTrust(data);
+}
+
 // The file's hash as catalogs list it, in one of the two ways to make it.
 struct CatalogHash {
   CatalogAdmin admin;
@@ -202,14 +217,12 @@ SignatureResult CheckSignature(const std::u16string& path) {
     result.errorCode = GetLastError();
     return result;
   }
-  WINTRUST_FILE_INFO subject = {};
-  subject.cbStruct = sizeof subject;
-  subject.pcwszFilePath = AsWide(longPath);
-  subject.hFile = file.Get();
-  WINTRUST_DATA data = {};
-  data.dwUnionChoice = WTD_CHOICE_FILE;
-  data.pFile = &subject;
-  TrustAnswer answer = VerifyTrust(data);
+  LARGE_INTEGER size = {};
+  const bool sizeIsKnown = GetFileSizeEx(file.Get(), &size) != FALSE;
+  TrustAnswer answer =
+      sizeIsKnown && size.QuadPart < ShortestKnownKind
+          ? TrustAnswer{.result = static_cast<uint32_t>(TRUST_E_SUBJECT_FORM_UNKNOWN)}
+          : VerifyFile(longPath, file.Get());
   result.errorCode = answer.result;
   const bool hasNoSignature = answer.result == static_cast<uint32_t>(TRUST_E_NOSIGNATURE);
   if (!hasNoSignature && !IsUnknownForm(answer.result)) {
@@ -219,8 +232,7 @@ SignatureResult CheckSignature(const std::u16string& path) {
   }
   result.state = hasNoSignature && !IsUnknownForm(answer.lastError) ? SignatureState::NotSigned
                                                                     : SignatureState::NotApplicable;
-  LARGE_INTEGER size;
-  if (GetFileSizeEx(file.Get(), &size) && size.QuadPart <= LargestCatalogFile) {
+  if (sizeIsKnown && size.QuadPart <= LargestCatalogFile) {
     static_cast<void>(CheckCatalogWith(true, longPath, file.Get(), result) ||
                       CheckCatalogWith(false, longPath, file.Get(), result));
   }

@@ -20,6 +20,18 @@ TEST(CheckSignatureTest, TextHasNoSignature) {
   EXPECT_EQ(CheckSignature(tree.AddFile(u"empty.exe")).state, SignatureState::NotApplicable);
 }
 
+// Shorter than what the trust services look at to tell the kind of a file.
+TEST(CheckSignatureTest, AFewBytesAreNoKindOfSignedFile) {
+  TempTree tree;
+  for (const char* content : {"", "M", "MZ", "MZ?", "abc", "\xEF\xBB\xBF"}) {
+    SCOPED_TRACE(content);
+    const SignatureResult result = CheckSignature(tree.AddFile(u"a.exe", content));
+    EXPECT_EQ(result.state, SignatureState::NotApplicable);
+    EXPECT_EQ(result.signer, u"");
+    EXPECT_FALSE(result.viaCatalog);
+  }
+}
+
 TEST(CheckSignatureTest, AProgramCanHaveOne) {
   wchar_t path[MAX_PATH] = {};
   GetModuleFileNameW(nullptr, path, MAX_PATH);
