@@ -24,9 +24,10 @@ std::u16string Decode(UINT codePage, std::string_view bytes) {
   if (bytes.empty()) return {};
   const int length =
       MultiByteToWideChar(codePage, 0, bytes.data(), AsInt(bytes.size()), nullptr, 0);
-  std::wstring text(static_cast<size_t>(length), L'\0');
-  MultiByteToWideChar(codePage, 0, bytes.data(), AsInt(bytes.size()), text.data(), length);
-  return FromWide(text);
+  // Filled in place: of a large checksum file a copy would be large.
+  std::u16string text(static_cast<size_t>(length), u'\0');
+  MultiByteToWideChar(codePage, 0, bytes.data(), AsInt(bytes.size()), WideBuffer(text), length);
+  return text;
 }
 
 }  // namespace

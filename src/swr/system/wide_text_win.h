@@ -3,7 +3,7 @@
 // A cast belongs inside the argument list of a call and nowhere else: the two unit types may not
 // alias, and only an opaque callee makes the compiler finish its stores first. The Windows targets
 // are also built with -fno-strict-aliasing. Text that a call returns is written to a wchar_t buffer
-// and copied from there.
+// and copied from there; long text is written in place.
 #pragma once
 
 #include <string>
@@ -20,6 +20,9 @@ inline const wchar_t* AsWide(const char16_t* text) {
 // A view need not end in a null: only for calls that also take its length.
 inline const wchar_t* AsWide(std::u16string_view text) { return AsWide(text.data()); }
 inline const wchar_t* AsWide(const std::u16string& text) { return AsWide(text.c_str()); }
+
+// For a call that writes at most text.size() units.
+inline wchar_t* WideBuffer(std::u16string& text) { return reinterpret_cast<wchar_t*>(text.data()); }
 
 inline std::u16string FromWide(std::wstring_view text) {
   return std::u16string(text.begin(), text.end());

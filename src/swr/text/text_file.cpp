@@ -8,32 +8,37 @@
 namespace swr {
 namespace {
 
-// Reads the bytes of an opened file into `bytes`; returns 0 or a Windows error code.
-uint32_t ReadBytes(File& file, std::string& bytes) {
+// The bytes of an opened file. On failure nothing, and `error` takes a Windows error code, which
+// can be 0 when the system gives none.
+std::optional<std::string> ReadBytes(File& file, uint32_t& error) {
+  const auto fail = [&error](uint32_t code) {
+    error = code;
+    return std::nullopt;
+  };
   const std::optional<FileInfo> info = file.Info();
-  if (!info || info->size > LargestTextFile) return ErrorFileTooLarge;
-  if (info->isDirectory) return ErrorAccessDenied;
-  bytes.resize(static_cast<size_t>(info->size));
+  if (!info || info->size > LargestTextFile) return fail(ErrorFileTooLarge);
+  if (info->isDirectory) return fail(ErrorAccessDenied);
+  std::string bytes(static_cast<size_t>(info->size), '\0');
   size_t filled = 0;
   while (filled < bytes.size()) {
     const ReadResult read =
         file.Read(bytes.data() + filled, static_cast<uint32_t>(bytes.size() - filled));
-    if (!read.succeeded) return read.error;
+    if (!read.succeeded) return fail(read.error);
     if (read.bytes == 0) break;  // the file shrank
     filled += read.bytes;
   }
   bytes.resize(filled);
-  return 0;
+  return bytes;
 }
 
 }  // namespace
 
 std::optional<std::u16string> ReadTextFile(const std::u16string& path, uint32_t* error) {
   File file;
-  std::string bytes;
   uint32_t code = File::Open(ToLongPath(path), FileSharing::ReadWrite, file);
-  if (code == 0) code = ReadBytes(file, bytes);
-  if (code == 0) return DecodeTextBytes(bytes);
+  if (code == 0) {
+    if (const auto bytes = ReadBytes(file, code)) return DecodeTextBytes(*bytes);
+  }
   if (error != nullptr) *error = code;
   return std::nullopt;
 }

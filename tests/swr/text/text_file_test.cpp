@@ -149,6 +149,15 @@ TEST(ReadTextFileTest, ReportsWhyItCannotRead) {
   EXPECT_EQ(ReadTextFile(path, nullptr), std::nullopt);
 }
 
+// Some drivers fail without saying why; the bytes that were not read are no text all the same.
+TEST(ReadTextFileTest, AFailureWithoutACodeIsAFailure) {
+  TempTree tree;
+  const std::u16string path = tree.AddFile(u"file", "text");
+  const InstalledFaults faults({{.call = SystemCall::ReadFile, .nth = 0, .code = 0}});
+  ExpectFailure(path, 0);
+  EXPECT_EQ(ReadTextFile(path, nullptr), std::nullopt);
+}
+
 TEST(ReadTextFileTest, DeniesFolders) {
   TempTree tree;
   ExpectFailure(tree.Root(), ErrorAccessDenied);
