@@ -5,6 +5,8 @@
 #include <objbase.h>
 #include <shellapi.h>
 
+#include <cstdlib>
+#include <exception>
 #include <string>
 #include <vector>
 
@@ -33,9 +35,17 @@ std::vector<std::u16string> CommandLinePaths() {
   return paths;
 }
 
+// For an exception that nobody catches. The runtime's own end shows a message first, whose loop
+// would go on giving messages to a window that is not in order any more.
+[[noreturn]] void EndAtOnce() {
+  RaiseFailFastException(nullptr, nullptr, FAIL_FAST_GENERATE_EXCEPTION_ADDRESS);
+  std::abort();
+}
+
 }  // namespace
 
 int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR, int showCommand) {
+  std::set_terminate(EndAtOnce);
   swr::UseSystemLibrariesOnly();
   const std::vector<std::u16string> paths = CommandLinePaths();
   app::WindowsInstanceSystem instances;

@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "app/desktop/desktop.h"
+#include "app/window/algo_boxes.h"
 #include "app/window/main_window.h"
 #include "app/window/result_line.h"
 #include "app/window/view.h"
@@ -76,6 +77,7 @@ class FakeView final : public View {
                                                   std::optional<ScreenPoint> at) override {
     listMenu = menu;
     listMenuPlace = at;
+    if (whileMenuShows) whileMenuShows();
     return listMenuChoice;
   }
   void SelectAll() override {
@@ -97,7 +99,11 @@ class FakeView final : public View {
   }
   void ShowAlgoSelection(swr::AlgoMask mask, const std::u16string& text) override {
     shownMask = mask;
+    checkedBoxes = mask;
     moreText = text;
+  }
+  bool IsAlgoChecked(swr::AlgoId id) const override {
+    return (checkedBoxes & swr::MaskOf(id)) != 0;
   }
   void ShowOptions(const OptionChecks& shown) override { options = shown; }
   void RemoveShellEntryCommands() override { hasShellEntryCommands = false; }
@@ -105,6 +111,7 @@ class FakeView final : public View {
   std::optional<swr::AlgoId> ChooseAlgo(swr::AlgoMask mask, bool withLegacy) override {
     menuMask = mask;
     menuHadLegacy = withLegacy;
+    if (whileMenuShows) whileMenuShows();
     return algoToChoose;
   }
   std::u16string ExpectedText() const override { return expectedText; }
@@ -145,6 +152,7 @@ class FakeView final : public View {
   std::optional<ListMenu> listMenu;
   std::optional<ScreenPoint> listMenuPlace;
   std::optional<ListMenuChoice> listMenuChoice;
+  std::function<void()> whileMenuShows;  // of either menu
   std::u16string expectedText;
   std::function<void()> onExpectedEdited;
   std::u16string resultLine = u"(never set)";
@@ -161,6 +169,7 @@ class FakeView final : public View {
   std::optional<size_t> sortMark;
   bool sortMarkDescending = false;
   swr::AlgoMask shownMask = 0;
+  swr::AlgoMask checkedBoxes = 0;
   std::u16string moreText;
   OptionChecks options;
   bool hasShellEntryCommands = true;
@@ -178,6 +187,7 @@ class FakeDesktop final : public Desktop {
                                         const std::vector<FileFilter>& filters) override {
     pickerTitle = title;
     pickerFilters = filters;
+    if (whilePickerShows) whilePickerShows();
     return picked;
   }
   std::vector<std::u16string> PickFolder(const std::u16string& title) override {
@@ -186,6 +196,7 @@ class FakeDesktop final : public Desktop {
   }
   std::optional<SaveTarget> PickSaveTarget(const SaveRequest& request) override {
     saveRequests.push_back(request);
+    if (whilePickerShows) whilePickerShows();
     return saveTarget;
   }
   int ShowTaskDialog(const TaskDialogSpec& spec) override {
@@ -207,7 +218,9 @@ class FakeDesktop final : public Desktop {
   void OpenCommandPrompt(const std::u16string& folder, const std::u16string& command) override {
     prompts.emplace_back(folder, command);
   }
+  // The file manager answers while the window goes on with its messages.
   void ShowInFolder(const std::u16string& path, const std::u16string& folder) override {
+    if (whileFolderOpens) whileFolderOpens();
     shownInFolder.emplace_back(path, folder);
   }
   void ShowHashText(swr::AlgoMask mask, bool uppercase) override {
@@ -256,6 +269,8 @@ class FakeDesktop final : public Desktop {
   std::vector<FileFilter> pickerFilters;
   std::vector<SaveRequest> saveRequests;
   std::optional<SaveTarget> saveTarget;
+  std::function<void()> whilePickerShows;  // of files, or of where to save
+  std::function<void()> whileFolderOpens;
   std::vector<TaskDialogSpec> messages;
   std::function<void()> whileMessageShows;
   int answer = CancelAnswer;
@@ -324,6 +339,12 @@ struct FakeWindow {
     main.RebuildRowIndex();
     view.SetRowCount(main.rows.size());
     return *main.rows.back();
+  }
+
+  // As the user does it: a box changes before it says so.
+  void ClickBox(const AlgoBox& box) {
+    view.checkedBoxes ^= swr::MaskOf(box.algo);
+    main.OnCommand(box.control);
   }
 
   // Takes the front job out of the queue and reports it: with a digest of the right length for each

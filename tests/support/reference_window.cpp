@@ -102,6 +102,7 @@ bool ReferenceWindow::Ask(ReferenceFileRow& row, const AlgoSet& algos) {
   }
   if (missing.empty()) return false;
   row.pending.insert(missing.begin(), missing.end());
+  row.isGivenUp = false;
   if (row.status != RowStatus::Hashing) row.status = RowStatus::Waiting;
   jobs.push_back({row.id, missing});
   return true;
@@ -126,7 +127,7 @@ void ReferenceWindow::Widen(bool isNewValue) {
   }
   for (ReferenceFileRow& row : rows) {
     // What the user has cancelled stays so until something new is wanted.
-    if (row.status == RowStatus::Cancelled && !isNewValue) continue;
+    if (row.isGivenUp && !isNewValue) continue;
     Ask(row, AlgoSet(box.claim->algos.begin(), box.claim->algos.end()));
   }
 }
@@ -226,6 +227,7 @@ void ReferenceWindow::Cancel() {
   for (ReferenceFileRow& row : rows) {
     if (row.pending.empty()) continue;
     row.pending.clear();
+    row.isGivenUp = true;
     if (row.status == RowStatus::Waiting || row.status == RowStatus::Hashing) {
       row.status = RowStatus::Cancelled;
     }

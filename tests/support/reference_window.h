@@ -46,6 +46,7 @@ struct ReferenceFileRow {
   RowStatus status = RowStatus::Waiting;
   uint32_t error = 0;
   bool changed = false;
+  bool isGivenUp = false;  // the user cancelled it, and nothing was asked of it since
   std::map<swr::AlgoId, DigestBytes> digests;
   AlgoSet pending;
   std::optional<ReferenceClaim> listed;  // what a checksum file says

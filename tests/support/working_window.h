@@ -24,7 +24,9 @@ class WorkingWindow {
     if (auto taken = results_.Take(); !taken.empty()) main.OnHashResults(std::move(taken));
   }
   void Tick() {
-    if (desktop.timerRuns) main.OnProgressTimer();
+    if (!desktop.timerRuns) return;
+    TakeResults();
+    main.OnProgressTimer();
   }
   void AcknowledgeProgress() { worker_.AcknowledgeProgress(); }
 

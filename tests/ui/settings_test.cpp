@@ -127,6 +127,13 @@ TEST(SettingsTest, AMaximizedWindowComesBackMaximized) {
   EXPECT_TRUE(WaitFor([&] { return IsZoomed(again.Handle()) != FALSE; }));
 }
 
+TEST(SettingsTest, AStartAsMinimizedStaysMinimizedThoughTheWindowWasMaximized) {
+  ForgetSettings();
+  WriteSetting(u"Window", BytesOf({50, 50, 1500, 1500, 1}));
+  const RunningWindow window({.minimized = true, .keepSettings = true});
+  EXPECT_TRUE(window.IsMinimized());
+}
+
 TEST(SettingsTest, APlaceThatCanNotBeIsIgnored) {
   Size usual;
   {

@@ -33,7 +33,7 @@ const wchar_t* TextOrNothing(const std::u16string& text) {
   return text.empty() ? nullptr : swr::AsWide(text);
 }
 
-HRESULT CALLBACK OnTaskDialog(HWND, UINT notification, WPARAM, LPARAM lParam, LONG_PTR) {
+HRESULT CALLBACK OnTaskDialog(HWND, UINT notification, WPARAM, LPARAM lParam, LONG_PTR) noexcept {
   if (notification == TDN_HYPERLINK_CLICKED) {
     const std::u16string address = swr::FromWide(reinterpret_cast<const wchar_t*>(lParam));
     if (MayLinkTo(address)) OpenWithShell(address);

@@ -45,7 +45,9 @@ class HashTextDialog {
  public:
   HashTextDialog(swr::AlgoMask mask, bool uppercase) : mask_(mask), uppercase_(uppercase) {}
 
-  static INT_PTR CALLBACK HashTextProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+  // Like every procedure that the system calls, not to be left by an exception.
+  static INT_PTR CALLBACK HashTextProc(HWND window, UINT message, WPARAM wParam,
+                                       LPARAM lParam) noexcept;
 
  private:
   void Initialize(HWND window);
@@ -69,7 +71,7 @@ class HashTextDialog {
 };
 
 INT_PTR CALLBACK HashTextDialog::HashTextProc(HWND window, UINT message, WPARAM wParam,
-                                              LPARAM lParam) {
+                                              LPARAM lParam) noexcept {
   if (message == WM_INITDIALOG) {
     SetWindowLongPtrW(window, DWLP_USER, lParam);
     reinterpret_cast<HashTextDialog*>(lParam)->Initialize(window);

@@ -68,10 +68,6 @@ bool MainWindow::OnCommand(uint32_t id) {
     case ID_SELECT_ALL:
       view_.SelectAll();
       return true;
-    case ID_REMOVE:
-    case ID_CTX_REMOVE:
-      RemoveRows(SelectedIndexes());
-      return true;
     case ID_CLEAR_LIST:
       ClearList();
       return true;
@@ -97,19 +93,7 @@ bool MainWindow::OnCommand(uint32_t id) {
       ShowOptions();
       return true;
     case ID_COPY_HASHES:
-      if (!view_.CopyFromFocusedEdit()) CopyHashes();
-      return true;
-    case IDC_COPY:
-      CopyHashes();
-      return true;
-    case ID_CTX_COPY_LINE:
-      CopyLines();
-      return true;
-    case ID_CTX_COPY_ALL:
-      CopyAllHashes();
-      return true;
-    case ID_CTX_COPY_PATH:
-      CopyPaths();
+      if (!view_.CopyFromFocusedEdit()) CopyHashes(SelectedIds());
       return true;
     case ID_HASH_TEXT:
       desktop_.ShowHashText(algorithms, uppercase);
@@ -133,20 +117,14 @@ bool MainWindow::OnCommand(uint32_t id) {
     case ID_ABOUT:
       ShowAbout();
       return true;
-    case IDC_VIRUSTOTAL:
-    case ID_CTX_VIRUSTOTAL:
-      LookUpOnVirusTotal();
+    case IDC_ALGO_MORE: {
+      // What the choice means is what the menu has shown.
+      const swr::AlgoMask shown = algorithms;
+      if (const auto algo = view_.ChooseAlgo(shown, showLegacy)) {
+        SelectAlgo(*algo, (shown & swr::MaskOf(*algo)) == 0);
+      }
       return true;
-    case IDC_OPEN_FOLDER:
-    case ID_CTX_OPEN_FOLDER:
-      if (const ListRow* row = SingleSelectedRow()) desktop_.ShowInFolder(row->path, row->folder);
-      return true;
-    case ID_CTX_COMPARE:
-      CompareTwoFiles();
-      return true;
-    case IDC_ALGO_MORE:
-      if (const auto algo = view_.ChooseAlgo(algorithms, showLegacy)) ToggleAlgo(*algo);
-      return true;
+    }
     case IDC_CANCEL:
       CancelAll();
       return true;
@@ -154,16 +132,53 @@ bool MainWindow::OnCommand(uint32_t id) {
       break;
   }
   const auto box = std::ranges::find(AlgoBoxes, id, &AlgoBox::control);
-  if (box == std::end(AlgoBoxes)) return false;
-  ToggleAlgo(box->algo);
+  if (box == std::end(AlgoBoxes)) return OnRowCommand(id, SelectedIds());
+  SelectAlgo(box->algo, view_.IsAlgoChecked(box->algo));
   return true;
+}
+
+bool MainWindow::OnRowCommand(uint32_t id, const RowIds& ids) {
+  switch (id) {
+    case ID_REMOVE:
+    case ID_CTX_REMOVE:
+      RemoveRows(ids);
+      return true;
+    case IDC_COPY:
+      CopyHashes(ids);
+      return true;
+    case ID_CTX_COPY_LINE:
+      CopyLines(ids);
+      return true;
+    case ID_CTX_COPY_ALL:
+      CopyAllHashes(ids);
+      return true;
+    case ID_CTX_COPY_PATH:
+      CopyPaths(ids);
+      return true;
+    case IDC_VIRUSTOTAL:
+    case ID_CTX_VIRUSTOTAL:
+      LookUpOnVirusTotal(ids);
+      return true;
+    case IDC_OPEN_FOLDER:
+    case ID_CTX_OPEN_FOLDER:
+      OpenContainingFolder(ids);
+      return true;
+    case ID_CTX_COMPARE:
+      CompareTwoFiles(ids);
+      return true;
+    default:
+      return false;
+  }
 }
 
 void MainWindow::AddChosen(const std::vector<std::u16string>& paths) {
   if (!paths.empty()) AddPaths(paths);
 }
 
-void MainWindow::ToggleAlgo(swr::AlgoId id) { SetAlgoMask(algorithms ^ swr::MaskOf(id)); }
+void MainWindow::SelectAlgo(swr::AlgoId id, bool isSelected) {
+  const swr::AlgoMask others = algorithms & ~swr::MaskOf(id);
+  SetAlgoMask(isSelected ? others | swr::MaskOf(id) : others);
+}
 
 void MainWindow::SetAlgoMask(swr::AlgoMask mask) {
   algorithms = mask == 0 ? swr::FallbackAlgoMask : mask;

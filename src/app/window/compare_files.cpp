@@ -41,11 +41,12 @@ TaskDialogSpec Answer(const ListRow& first, const ListRow& second) {
 
 }  // namespace
 
-void MainWindow::CompareTwoFiles() {
-  const std::vector<size_t> selected = SelectedIndexes();
-  if (selected.size() != 2) return;
-  ListRow& first = *rows[selected[0]];
-  ListRow& second = *rows[selected[1]];
+void MainWindow::CompareTwoFiles(const RowIds& ids) {
+  if (ids.size() != 2) return;
+  ListRow* const found[] = {FindRow(ids[0]), FindRow(ids[1])};
+  if (found[0] == nullptr || found[1] == nullptr) return;
+  ListRow& first = *found[0];
+  ListRow& second = *found[1];
   // The size of a row that could not be read may not be the file's.
   const bool sizesCount = first.status != RowStatus::Failed && second.status != RowStatus::Failed;
   if (sizesCount && first.size != second.size) {

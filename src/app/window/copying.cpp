@@ -39,18 +39,18 @@ std::u16string TaggedLines(const ListRow& row, swr::AlgoMask mask, bool uppercas
 
 }  // namespace
 
-void MainWindow::CopyHashes() {
-  const std::vector<size_t> selected = SelectedIndexes();
-  if (!selected.empty()) desktop_.WriteClipboardText(HashesText(selected));
+void MainWindow::CopyHashes(const RowIds& ids) {
+  const std::vector<const ListRow*> chosen = RowsOf(ids);
+  if (!chosen.empty()) desktop_.WriteClipboardText(HashesText(chosen));
 }
 
-std::u16string MainWindow::HashesText(const std::vector<size_t>& selected) const {
+std::u16string MainWindow::HashesText(const std::vector<const ListRow*>& chosen) const {
   std::u16string text;
-  if (selected.size() > 1) {
-    for (const size_t index : selected) text += TaggedLines(*rows[index], algorithms, uppercase);
+  if (chosen.size() > 1) {
+    for (const ListRow* row : chosen) text += TaggedLines(*row, algorithms, uppercase);
     return text;
   }
-  const ListRow& row = *rows[selected.front()];
+  const ListRow& row = *chosen.front();
   const std::vector<swr::AlgoId> present = PresentAlgos(row, algorithms);
   if (present.size() == 1) return HexOf(row, present.front(), uppercase);
   for (const swr::AlgoId id : present) {
@@ -61,23 +61,23 @@ std::u16string MainWindow::HashesText(const std::vector<size_t>& selected) const
 }
 
 // One algorithm for all lines, so that they make a checksum file together.
-void MainWindow::CopyLines() {
-  const std::vector<size_t> selected = SelectedIndexes();
-  swr::AlgoMask common = selected.empty() ? 0 : algorithms;
+void MainWindow::CopyLines(const RowIds& ids) {
+  const std::vector<const ListRow*> chosen = RowsOf(ids);
+  swr::AlgoMask common = chosen.empty() ? 0 : algorithms;
   size_t nameUnits = 0;
-  for (const size_t index : selected) {
-    common &= rows[index]->digests.PresentMask();
-    nameUnits += rows[index]->name.size();
+  for (const ListRow* row : chosen) {
+    common &= row->digests.PresentMask();
+    nameUnits += row->name.size();
   }
   if (common == 0) return;
   const swr::AlgoId algo = swr::IdsFromMask(common).front();
   std::u16string text;
   // Of a million lines it would be moved often while it grows.
-  text.reserve(nameUnits + selected.size() * (2 * swr::GetAlgo(algo).digestSize + 4));
-  for (const size_t index : selected) {
-    const LineName name(rows[index]->name);
+  text.reserve(nameUnits + chosen.size() * (2 * swr::GetAlgo(algo).digestSize + 4));
+  for (const ListRow* row : chosen) {
+    const LineName name(row->name);
     text += name.mark;
-    text += HexOf(*rows[index], algo, uppercase);
+    text += HexOf(*row, algo, uppercase);
     text += u"  ";
     text += name.text;
     text += u"\r\n";
@@ -85,23 +85,24 @@ void MainWindow::CopyLines() {
   desktop_.WriteClipboardText(text);
 }
 
-void MainWindow::CopyAllHashes() {
+void MainWindow::CopyAllHashes(const RowIds& ids) {
+  const std::vector<const ListRow*> chosen = RowsOf(ids);
+  if (chosen.empty()) return;
   std::u16string text;
-  for (const size_t index : SelectedIndexes()) {
-    text += TaggedLines(*rows[index], swr::AllAlgosMask, uppercase);
-  }
+  for (const ListRow* row : chosen) text += TaggedLines(*row, swr::AllAlgosMask, uppercase);
   desktop_.WriteClipboardText(text);
 }
 
-void MainWindow::CopyPaths() {
-  const std::vector<size_t> selected = SelectedIndexes();
+void MainWindow::CopyPaths(const RowIds& ids) {
+  const std::vector<const ListRow*> chosen = RowsOf(ids);
+  if (chosen.empty()) return;
   std::u16string text;
-  for (const size_t index : selected) {
-    const std::u16string& path = rows[index]->path;
+  for (const ListRow* row : chosen) {
     // A path that would look like two is none that Windows opens; it can come from a checksum file.
-    const bool looksLikeTwo = selected.size() > 1 && path.find_first_of(u"\r\n") != path.npos;
-    text += looksLikeTwo ? swr::EscapeForDisplay(path) : path;
-    if (selected.size() > 1) text += u"\r\n";
+    const bool looksLikeTwo =
+        chosen.size() > 1 && row->path.find_first_of(u"\r\n") != std::u16string::npos;
+    text += looksLikeTwo ? swr::EscapeForDisplay(row->path) : row->path;
+    if (chosen.size() > 1) text += u"\r\n";
   }
   desktop_.WriteClipboardText(text);
 }

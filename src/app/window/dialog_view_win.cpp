@@ -1,5 +1,6 @@
 #include "app/window/dialog_view_win.h"
 
+#include <algorithm>
 #include <array>
 #include <iterator>
 
@@ -69,6 +70,12 @@ void DialogView::ShowAlgoSelection(swr::AlgoMask mask, const std::u16string& mor
                    isSelected ? BST_CHECKED : BST_UNCHECKED);
   }
   SetDlgItemTextW(dialog_, IDC_ALGO_MORE, swr::AsWide(moreText));
+}
+
+bool DialogView::IsAlgoChecked(swr::AlgoId id) const {
+  const auto box = std::ranges::find(AlgoBoxes, id, &AlgoBox::algo);
+  return box != std::end(AlgoBoxes) &&
+         IsDlgButtonChecked(dialog_, static_cast<int>(box->control)) == BST_CHECKED;
 }
 
 void DialogView::ShowOptions(const OptionChecks& checks) {
@@ -145,9 +152,9 @@ void DialogView::SetDetails(const std::u16string& text, const DetailButtons& but
     detailsText_ = text;
     SetDlgItemTextW(dialog_, IDC_DETAILS, swr::AsWide(text));
   }
-  EnableWindow(GetDlgItem(dialog_, IDC_COPY), buttons.copyHashes);
-  EnableWindow(GetDlgItem(dialog_, IDC_VIRUSTOTAL), buttons.lookUpOnline);
-  EnableWindow(GetDlgItem(dialog_, IDC_OPEN_FOLDER), buttons.openFolder);
+  Enable(IDC_COPY, buttons.copyHashes);
+  Enable(IDC_VIRUSTOTAL, buttons.lookUpOnline);
+  Enable(IDC_OPEN_FOLDER, buttons.openFolder);
 }
 
 std::optional<ListMenuChoice> DialogView::ChooseListCommand(const ListMenu& menu,
@@ -222,12 +229,21 @@ void DialogView::Show(int control, bool shows) {
   // The control's own wish, whether or not the dialog shows already.
   const bool showsNow = (GetWindowLongW(window, GWL_STYLE) & WS_VISIBLE) != 0;
   if (shows == showsNow) return;
-  // A focus that disappeared with its control would leave the keyboard without one.
-  if (!shows && GetFocus() == window) {
-    SendMessageW(dialog_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(GetDlgItem(dialog_, IDC_LIST)),
-                 TRUE);
-  }
+  if (!shows) MoveFocusFrom(window);
   ShowWindow(window, shows ? SW_SHOWNA : SW_HIDE);
+}
+
+void DialogView::Enable(int control, bool enabled) {
+  const HWND window = GetDlgItem(dialog_, control);
+  if (!enabled) MoveFocusFrom(window);
+  EnableWindow(window, enabled);
+}
+
+// A focus that stayed on a control that is hidden or disabled would leave the keyboard dead.
+void DialogView::MoveFocusFrom(HWND control) const {
+  if (GetFocus() != control) return;
+  SendMessageW(dialog_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(GetDlgItem(dialog_, IDC_LIST)),
+               TRUE);
 }
 
 }  // namespace app

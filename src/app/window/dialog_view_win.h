@@ -45,6 +45,7 @@ class DialogView final : public View {
   }
   std::vector<uint32_t> ColumnWidths() const override { return list.ColumnWidths(); }
   void ShowAlgoSelection(swr::AlgoMask mask, const std::u16string& moreText) override;
+  bool IsAlgoChecked(swr::AlgoId id) const override;
   void ShowOptions(const OptionChecks& checks) override;
   void RemoveShellEntryCommands() override;
   void SetProgramFolderText(const std::u16string& text) override;
@@ -70,6 +71,8 @@ class DialogView final : public View {
 
  private:
   void Show(int control, bool shows);
+  void Enable(int control, bool enabled);
+  void MoveFocusFrom(HWND control) const;
 
   HWND dialog_ = nullptr;
   int dpi_ = 96;

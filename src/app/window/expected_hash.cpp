@@ -44,7 +44,7 @@ bool MainWindow::QueueCandidates(const swr::ParsedHash& expected, bool withCance
   const swr::AlgoMask mask = swr::CandidateMask(expected.candidates);
   std::vector<HashJob> jobs;
   for (const auto& row : rows) {
-    if (row->status == RowStatus::Cancelled && !withCancelled) continue;
+    if (row->cancelledByUser && !withCancelled) continue;
     if (auto job = JobFor(*row, mask)) jobs.push_back(*std::move(job));
   }
   return QueueJobs(std::move(jobs));

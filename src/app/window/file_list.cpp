@@ -66,6 +66,7 @@ std::optional<HashJob> MainWindow::JobFor(ListRow& row, swr::AlgoMask mask) {
   const swr::AlgoMask newMask = mask & ~row.pendingMask & ~row.digests.PresentMask();
   if (newMask == 0) return std::nullopt;
   row.pendingMask |= newMask;
+  row.cancelledByUser = false;
   if (row.status != RowStatus::Hashing) row.status = RowStatus::Waiting;
   CountAgain(row);
   return HashJob{.rowId = row.id, .path = row.path, .mask = newMask, .size = row.size};
@@ -97,11 +98,29 @@ void MainWindow::QueueRowsFrom(size_t first) {
 
 void MainWindow::QueueAllRows() { QueueRowsFrom(0); }
 
-void MainWindow::RemoveRows(std::vector<size_t> indexes) {
-  std::vector<uint64_t> ids;
+RowIds MainWindow::SelectedIds() const { return IdsOf(view_.SelectedRows()); }
+
+RowIds MainWindow::IdsOf(const std::vector<size_t>& indexes) const {
+  RowIds ids;
+  ids.reserve(indexes.size());
   for (const size_t index : indexes) {
-    ids.push_back(rows[index]->id);
-    rows[index].reset();
+    if (index < rows.size()) ids.push_back(rows[index]->id);
+  }
+  return ids;
+}
+
+std::vector<const ListRow*> MainWindow::RowsOf(const RowIds& ids) const {
+  std::vector<const ListRow*> found;
+  found.reserve(ids.size());
+  for (const uint64_t id : ids) {
+    if (const auto index = IndexOfRow(id)) found.push_back(rows[*index].get());
+  }
+  return found;
+}
+
+void MainWindow::RemoveRows(const RowIds& ids) {
+  for (const uint64_t id : ids) {
+    if (const auto index = IndexOfRow(id)) rows[*index].reset();
   }
   queue_.Remove(ids);
   std::erase(rows, nullptr);
@@ -127,6 +146,7 @@ void MainWindow::CancelAll() {
   for (const auto& row : rows) {
     if (row->pendingMask == 0) continue;
     row->pendingMask = 0;
+    row->cancelledByUser = true;
     if (row->status == RowStatus::Waiting || row->status == RowStatus::Hashing) {
       row->status = RowStatus::Cancelled;
     }

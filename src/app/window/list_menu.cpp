@@ -8,6 +8,7 @@ namespace app {
 void MainWindow::ShowListContextMenu(std::optional<ScreenPoint> at) {
   const std::vector<size_t> selected = SelectedIndexes();
   if (selected.empty()) return;
+  const RowIds ids = IdsOf(selected);
   ListMenu menu;
   menu.canCompare = selected.size() == 2;
   if (selected.size() == 1) {
@@ -17,12 +18,11 @@ void MainWindow::ShowListContextMenu(std::optional<ScreenPoint> at) {
   }
   const std::optional<ListMenuChoice> choice = view_.ChooseListCommand(menu, at);
   if (!choice) return;
-  // Results that came in while the menu stood there leave the rows and the selection alone.
-  if (choice->digest) {
-    const swr::DigestSlot& slot = rows[selected.front()]->digests[swr::IndexOf(*choice->digest)];
+  if (!choice->digest) {
+    OnRowCommand(choice->command, ids);
+  } else if (const ListRow* row = FindRow(ids.front())) {
+    const swr::DigestSlot& slot = row->digests[swr::IndexOf(*choice->digest)];
     desktop_.WriteClipboardText(swr::DigestToWideHex(slot, uppercase));
-  } else {
-    OnCommand(choice->command);
   }
 }
 

@@ -27,6 +27,9 @@ struct ListRow {
   swr::DigestSlots digests;
   swr::AlgoMask pendingMask = 0;  // queued for this row and not yet reported
   RowStatus status = RowStatus::Waiting;
+  // The user cancelled what was queued for this row, and nothing was queued for it since. A row
+  // that is cancelled without this has a later job, which the result of the earlier one hides.
+  bool cancelledByUser = false;
   uint32_t error = 0;    // Windows error code of a failed row
   bool changed = false;  // some pass saw the file change while it was read
   // What a checksum file says of this file. `expectedAlgos` holds the algorithms that the digest

@@ -66,7 +66,7 @@ ListTally::Share ListTally::ShareOf(const ListRow& row) const {
   share.box = pasted.outcome;
   share.boxAlgo = pasted.algo;
   share.wantsCandidates =
-      row.status != RowStatus::Failed && row.status != RowStatus::Cancelled &&
+      row.status != RowStatus::Failed && !row.cancelledByUser &&
       std::ranges::any_of(box_->candidates, [&](swr::AlgoId id) {
         return !row.digests[swr::IndexOf(id)].present && (row.pendingMask & swr::MaskOf(id)) == 0;
       });

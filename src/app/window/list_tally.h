@@ -52,8 +52,8 @@ class ListTally {
   // The rows that a checksum file expects something of.
   const VerificationCounts& Verification() const { return verification_; }
   BoxVerdict Box() const;
-  // Whether some row, neither cancelled nor failed, lacks a candidate's digest that nobody has
-  // asked for.
+  // Whether some row, neither cancelled by the user nor failed, lacks a candidate's digest that
+  // nobody has asked for.
   bool WantsCandidates() const { return wanting_ > 0; }
 
  private:

@@ -1,4 +1,5 @@
-// Handing a selected file on: its digest to a web page, its folder to the file manager.
+// Handing a file on: its digest to a web page, its folder to the file manager.
+#include <optional>
 #include <string>
 
 #include "app/desktop/addresses.h"
@@ -10,13 +11,20 @@ namespace {
 
 constexpr swr::AlgoId LookUpAlgo = swr::AlgoId::Sha256;
 
+// The address of the row's page. Only the digest leaves the machine.
+std::optional<std::u16string> PageOf(const ListRow& row) {
+  const swr::DigestSlot& slot = row.digests[swr::IndexOf(LookUpAlgo)];
+  if (!slot.present) return std::nullopt;
+  return std::u16string(VirusTotalFilePage) + swr::DigestToWideHex(slot, false);
+}
+
 }  // namespace
 
-void MainWindow::LookUpOnVirusTotal() {
-  ListRow* row = SingleSelectedRow();
+void MainWindow::LookUpOnVirusTotal(const RowIds& ids) {
+  ListRow* row = ids.size() == 1 ? FindRow(ids.front()) : nullptr;
   if (row == nullptr || row->status == RowStatus::Failed) return;
-  if (row->digests[swr::IndexOf(LookUpAlgo)].present) {
-    OpenVirusTotalPage(*row);
+  if (const auto page = PageOf(*row)) {
+    desktop_.OpenAddress(*page);
     return;
   }
   lookupRowId = row->id;
@@ -26,20 +34,22 @@ void MainWindow::LookUpOnVirusTotal() {
   UpdateStatusLine();
 }
 
-void MainWindow::FinishLookUp() {
+std::optional<std::u16string> MainWindow::FinishLookUp() {
   const ListRow* row = FindRow(lookupRowId);
   if (row == nullptr || row->status == RowStatus::Waiting || row->status == RowStatus::Hashing) {
-    return;
+    return std::nullopt;
   }
   lookupPending = false;
-  OpenVirusTotalPage(*row);
+  return PageOf(*row);
 }
 
-// Only the digest leaves the machine.
-void MainWindow::OpenVirusTotalPage(const ListRow& row) {
-  const swr::DigestSlot& slot = row.digests[swr::IndexOf(LookUpAlgo)];
-  if (!slot.present) return;
-  desktop_.OpenAddress(std::u16string(VirusTotalFilePage) + swr::DigestToWideHex(slot, false));
+void MainWindow::OpenContainingFolder(const RowIds& ids) {
+  const ListRow* row = ids.size() == 1 ? FindRow(ids.front()) : nullptr;
+  if (row == nullptr) return;
+  // The row can go while the file manager is asked.
+  const std::u16string path = row->path;
+  const std::u16string folder = row->folder;
+  desktop_.ShowInFolder(path, folder);
 }
 
 }  // namespace app

@@ -3,6 +3,7 @@
 #include <shellapi.h>
 #include <windowsx.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -22,6 +23,7 @@
 #include "app/instance/instance_win.h"
 #include "app/window/dialog_view_win.h"
 #include "app/window/main_window.h"
+#include "app/window/show_command.h"
 #include "app/window/toolbar_win.h"
 #include "app/worker/result_queue.h"
 #include "app/worker/worker.h"
@@ -35,6 +37,9 @@ constexpr UINT WM_APP_DPI_RELAYOUT = 32769;
 constexpr UINT WM_APP_SIGNATURE_RESULT = 32780;  // a SignatureMessage, to be taken over
 constexpr UINT WM_APP_HASH_RESULT = 32778;       // results wait in the queue
 constexpr UINT WM_APP_HASH_PROGRESS = 32779;     // bytes moved on
+
+static_assert(ShowNormalCommand == SW_SHOWNORMAL && ShowMaximizedCommand == SW_SHOWMAXIMIZED &&
+              ShowCommand == SW_SHOW && ShowDefaultCommand == SW_SHOWDEFAULT);
 
 constexpr UINT_PTR IDT_PROGRESS = 1;
 constexpr UINT ProgressInterval = 200;  // ms
@@ -55,7 +60,10 @@ bool IsHighContrast() {
 // Everything behind one main dialog. Made and destroyed by the dialog's own messages.
 class MainDialog final : public Desktop {
  public:
-  static INT_PTR CALLBACK MainDialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+  // An exception must not unwind through the system's frames, which know nothing of it: it ends the
+  // program here.
+  static INT_PTR CALLBACK MainDialogProc(HWND window, UINT message, WPARAM wParam,
+                                         LPARAM lParam) noexcept;
 
   MainWindow& Flows() { return *main_; }
 
@@ -131,6 +139,7 @@ class MainDialog final : public Desktop {
   INT_PTR OnNotify(WPARAM, LPARAM lParam);
   INT_PTR OnListNotify(NMHDR& header);
   INT_PTR OnLinkNotify(const NMHDR& header);
+  LONG_PTR FindItem(const NMLVFINDITEMW& request) const;
   INT_PTR OnCopyData(WPARAM, LPARAM lParam);
   INT_PTR OnCommand(WPARAM wParam, LPARAM);
   INT_PTR OnTimer(WPARAM wParam, LPARAM);
@@ -182,7 +191,7 @@ const MainDialog::MessageEntry MainDialog::messageTable[] = {
 };
 
 INT_PTR CALLBACK MainDialog::MainDialogProc(HWND window, UINT message, WPARAM wParam,
-                                            LPARAM lParam) {
+                                            LPARAM lParam) noexcept {
   if (message == WM_INITDIALOG) {
     auto* dialog = reinterpret_cast<MainDialog*>(lParam);
     SetWindowLongPtrW(window, DWLP_USER, lParam);
@@ -315,6 +324,10 @@ INT_PTR MainDialog::OnListNotify(NMHDR& header) {
     case LVN_ODSTATECHANGED:
       main_->RefreshDetails();
       return TRUE;
+    case LVN_ODFINDITEMW:
+      SetWindowLongPtrW(window_, DWLP_MSGRESULT,
+                        FindItem(reinterpret_cast<const NMLVFINDITEMW&>(header)));
+      return TRUE;
     case LVN_GETEMPTYMARKUP:
       ListControl::FillEmptyMarkup(reinterpret_cast<NMLVEMPTYMARKUP&>(header));
       SetWindowLongPtrW(window_, DWLP_MSGRESULT, TRUE);
@@ -328,6 +341,18 @@ INT_PTR MainDialog::OnListNotify(NMHDR& header) {
     default:
       return FALSE;
   }
+}
+
+// The row that the list looks for, mostly because letters were typed; -1 for none.
+LONG_PTR MainDialog::FindItem(const NMLVFINDITEMW& request) const {
+  constexpr UINT substring = 0x0004;  // LVFI_SUBSTRING, which the headers lack; the same as PARTIAL
+  constexpr UINT byBeginning = LVFI_PARTIAL | substring;
+  const LVFINDINFOW& wanted = request.lvfi;
+  if ((wanted.flags & (LVFI_STRING | byBeginning)) == 0 || wanted.psz == nullptr) return -1;
+  const std::optional<size_t> found = main_->FindRowNamed(
+      swr::FromWide(wanted.psz), static_cast<size_t>(std::max(request.iStart, 0)),
+      (wanted.flags & byBeginning) == 0);
+  return found ? static_cast<LONG_PTR>(*found) : -1;
 }
 
 INT_PTR MainDialog::OnCommand(WPARAM wParam, LPARAM) {
@@ -344,14 +369,17 @@ INT_PTR MainDialog::OnCommand(WPARAM wParam, LPARAM) {
 }
 
 INT_PTR MainDialog::OnTimer(WPARAM wParam, LPARAM) {
-  if (wParam == IDT_RESULTS) TakeResults();
+  // The tick takes results in too: their announcement, or the timer of their own, can fail.
+  if (wParam == IDT_RESULTS || wParam == IDT_PROGRESS) TakeResults();
   if (wParam == IDT_PROGRESS) main_->OnProgressTimer();
   return TRUE;
 }
 
 INT_PTR MainDialog::OnResultsWait(WPARAM, LPARAM) {
-  TakeResults();
+  // First, for a message can stand in front of the window before the intake ends, and what comes
+  // meanwhile is to be taken in.
   SetTimer(window_, IDT_RESULTS, ResultsInterval, nullptr);
+  TakeResults();
   return TRUE;
 }
 
@@ -438,9 +466,10 @@ INT_PTR MainDialog::OnActivate(WPARAM wParam, LPARAM) {
 
 INT_PTR MainDialog::OnContextMenu(WPARAM wParam, LPARAM lParam) {
   if (reinterpret_cast<HWND>(wParam) != GetDlgItem(window_, IDC_LIST)) return FALSE;
+  const ScreenPoint point = {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
+  // From the keyboard it comes without a place, which is said by two coordinates of -1.
   std::optional<ScreenPoint> place;
-  // From the keyboard it comes without a place.
-  if (lParam != -1) place = {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
+  if (point.x != -1 || point.y != -1) place = point;
   main_->ShowListContextMenu(place);
   return TRUE;
 }
@@ -453,7 +482,7 @@ int RunMainDialog(HINSTANCE instance, int showCommand, const std::vector<std::u1
       CreateDialogParamW(instance, MAKEINTRESOURCEW(IDD_MAIN), nullptr, MainDialog::MainDialogProc,
                          reinterpret_cast<LPARAM>(&dialog));
   if (window == nullptr) return 1;
-  ShowWindow(window, dialog.Flows().startMaximized ? SW_SHOWMAXIMIZED : showCommand);
+  ShowWindow(window, StartShowCommand(showCommand, dialog.Flows().startMaximized));
   if (!paths.empty()) dialog.Flows().AddPaths(paths);
   const HACCEL accelerators = LoadAcceleratorsW(instance, MAKEINTRESOURCEW(IDR_ACCELERATORS));
 

@@ -28,7 +28,18 @@
 
 namespace app {
 
-enum class BannerKind : uint8_t { None, Clipboard, ChecksumFileOffer, SkippedLines, StaleExplorer };
+enum class BannerKind : uint8_t {
+  None = 0,
+  Clipboard = 1,
+  ChecksumFileOffer = 2,
+  StaleExplorer = 3,
+  SkippedLines = 4,
+};
+
+// Rows by their ids. Menus, pickers and messages run message loops of their own, during which rows
+// come, go and change places. What acts on rows is therefore given the ids of those that were
+// chosen before such a loop, and passes over rows that are gone.
+using RowIds = std::vector<uint64_t>;
 
 // Lives on the window's thread.
 class MainWindow {
@@ -56,7 +67,10 @@ class MainWindow {
   void QueueAllRows();
   // QueueAllRows for the rows from this index on.
   void QueueRowsFrom(size_t first);
-  void RemoveRows(std::vector<size_t> indexes);
+  RowIds SelectedIds() const;
+  // Indexes outside the list are left out.
+  RowIds IdsOf(const std::vector<size_t>& indexes) const;
+  void RemoveRows(const RowIds& ids);
   void ClearList();
   void CancelAll();
 
@@ -96,24 +110,29 @@ class MainWindow {
   // saving.cpp
   void SaveChecksums();
 
-  // copying.cpp: texts for the clipboard.
-  void CopyHashes();
-  void CopyLines();
-  void CopyAllHashes();
-  void CopyPaths();
+  // copying.cpp: texts for the clipboard, which stays as it is when no row is left.
+  void CopyHashes(const RowIds& ids);
+  void CopyLines(const RowIds& ids);
+  void CopyAllHashes(const RowIds& ids);
+  void CopyPaths(const RowIds& ids);
 
   // list_menu.cpp
   // Shows the menu of the selected rows there, or without a place beside the focused one.
   void ShowListContextMenu(std::optional<ScreenPoint> at);
 
-  // compare_files.cpp: whether the two selected files are the same.
-  void CompareTwoFiles();
+  // compare_files.cpp: whether two files are the same. Does nothing for more or fewer.
+  void CompareTwoFiles(const RowIds& ids);
 
   // details.cpp: the pane under the list.
   void RefreshDetails();
 
-  // look_up.cpp: what is known elsewhere of the one selected file.
-  void LookUpOnVirusTotal();
+  // look_up.cpp: handing one file on. Both do nothing for several.
+  void LookUpOnVirusTotal(const RowIds& ids);
+  void OpenContainingFolder(const RowIds& ids);
+
+  // type_ahead.cpp: the first row from this index on, and around to it, whose name as it is shown
+  // begins with the typed text, or with `whole` equals it, whatever the case.
+  std::optional<size_t> FindRowNamed(std::u16string_view typed, size_t first, bool whole) const;
 
   // shell_entries.cpp: the entries that start the program, and what depends on how it was
   // installed. Turns the entry in Explorer's menu, or the one in the Send To menu, on or off.
@@ -144,6 +163,8 @@ class MainWindow {
   // Carries out the command with this number of resource_ids.h. False for one that the window does
   // not know.
   bool OnCommand(uint32_t id);
+  // The same for the commands that act on rows, with these rows.
+  bool OnRowCommand(uint32_t id, const RowIds& ids);
   // The one way to change the selection of algorithms; an empty one becomes SHA-256 alone.
   void SetAlgoMask(swr::AlgoMask mask);
 
@@ -188,7 +209,9 @@ class MainWindow {
   // Ascending. What the list view still takes for selected beyond the rows' end is left out.
   std::vector<size_t> SelectedIndexes() const;
   ListRow* SingleSelectedRow();
-  std::u16string HashesText(const std::vector<size_t>& selected) const;
+  // In the order of the ids.
+  std::vector<const ListRow*> RowsOf(const RowIds& ids) const;
+  std::u16string HashesText(const std::vector<const ListRow*>& chosen) const;
   // What every change of the rows ends with: result line, details, status line.
   void RefreshVerdicts();
   bool QueueCandidates(const swr::ParsedHash& expected, bool withCancelled);
@@ -196,9 +219,9 @@ class MainWindow {
                           const std::u16string& checksumFile);
   void ForgetPlainRow(const std::u16string& path);
   void FinishFileCompare();
-  // To be called after a result for the row that is to be looked up.
-  void FinishLookUp();
-  void OpenVirusTotalPage(const ListRow& row);
+  // To be called after a result for the row that is to be looked up, before the row is asked for
+  // more. The address of the page that is to be opened now, if any.
+  std::optional<std::u16string> FinishLookUp();
   std::u16string RowDetails(ListRow& row);
   void AddChosen(const std::vector<std::u16string>& paths);
   // Brings the menu in line with the options and with the entries of the shell.
@@ -206,7 +229,7 @@ class MainWindow {
   void PrepareMenus();
   void RepairStaleEntries(bool enable);
   void OpenProgramFolder();
-  void ToggleAlgo(swr::AlgoId id);
+  void SelectAlgo(swr::AlgoId id, bool isSelected);
 
   View& view_;
   Desktop& desktop_;

@@ -1,5 +1,7 @@
 // Where the worker's reports enter the window, and what the status line says of its progress.
 #include <cstdint>
+#include <optional>
+#include <string>
 #include <utility>
 
 #include "app/window/main_window.h"
@@ -11,17 +13,17 @@ void MainWindow::OnHashResults(std::vector<std::unique_ptr<ResultMessage>> resul
   const ListRow* shown = SingleSelectedRow();
   const uint64_t shownId = shown == nullptr ? 0 : shown->id;
   bool changesDetails = false;
-  bool concernsLookUp = false;
+  std::optional<std::u16string> pageToOpen;
   for (const auto& result : results) {
     OnHashResult(*result);
     changesDetails = changesDetails || result->rowId == shownId;
-    concernsLookUp = concernsLookUp || (lookupPending && result->rowId == lookupRowId);
+    if (lookupPending && result->rowId == lookupRowId) pageToOpen = FinishLookUp();
   }
   MarkHashingRow(queue_.GetSnapshot());
   CompareExpected();
   if (changesDetails) RefreshDetails();
   UpdateStatusLine();
-  if (concernsLookUp) FinishLookUp();
+  if (pageToOpen) desktop_.OpenAddress(*pageToOpen);
   // Last, for its message stands until the user closes it.
   FinishFileCompare();
 }
@@ -94,7 +96,8 @@ void MainWindow::OnProgressTimer() {
   MarkHashingRow(snapshot);
   ShowFigures(snapshot);
   if (snapshot.active) return;
-  StopProgressTimer();
+  // Results that wait come in with one of the next ticks, even if their announcement failed.
+  if (!snapshot.resultsWait) StopProgressTimer();
   CompareExpected();
 }
 

@@ -85,14 +85,24 @@ std::vector<swr::ExportRow> ExportRowsOf(const SavedRows& targets, swr::AlgoMask
   return exported;
 }
 
+const TaskDialogSpec& NothingToSave() {
+  static const TaskDialogSpec message =
+      MessageDialog(TaskDialogIcon::Information, u"There's nothing to save yet.",
+                    u"Add files and wait until their checksums are calculated.");
+  return message;
+}
+
 }  // namespace
 
 void MainWindow::SaveChecksums() {
   // One selected row does not limit what is saved; several do.
   SavedRows targets;
+  RowIds ids;
   const std::vector<size_t> selected = SelectedIndexes();
   const auto take = [&](const ListRow& row) {
-    if (row.status == RowStatus::Done) targets.push_back(&row);
+    if (row.status != RowStatus::Done) return;
+    targets.push_back(&row);
+    ids.push_back(row.id);
   };
   if (selected.size() > 1) {
     for (const size_t index : selected) take(*rows[index]);
@@ -101,9 +111,7 @@ void MainWindow::SaveChecksums() {
   }
   const swr::AlgoMask common = CommonAlgos(targets, algorithms);
   if (common == 0) {
-    desktop_.ShowTaskDialog(
-        MessageDialog(TaskDialogIcon::Information, u"There's nothing to save yet.",
-                      u"Add files and wait until their checksums are calculated."));
+    desktop_.ShowTaskDialog(NothingToSave());
     return;
   }
 
@@ -111,6 +119,12 @@ void MainWindow::SaveChecksums() {
   const std::optional<SaveTarget> target = desktop_.PickSaveTarget(RequestFor(choices, targets));
   if (!target || target->filter >= choices.size()) return;
   const SaveChoice& choice = choices[target->filter];
+  // Rows can go while the dialog is open.
+  targets = RowsOf(ids);
+  if (targets.empty()) {
+    desktop_.ShowTaskDialog(NothingToSave());
+    return;
+  }
   const std::string bytes =
       swr::RenderChecksums(ExportRowsOf(targets, choice.hasAlgo ? swr::MaskOf(choice.algo) : common,
                                         swr::SplitPath(target->path).folder),

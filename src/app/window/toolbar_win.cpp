@@ -108,18 +108,12 @@ void Toolbar::Create(HWND dialog, int dpi) {
 void Toolbar::LoadImages(int dpi) {
   const int size = ScaleToDpi(16, dpi);
   ImageList images = MakeImageList(size);
-  ImageList disabledImages = MakeImageList(size);
   for (const ToolbarButton& button : toolbarButtons) {
     if (button.command == 0) continue;
-    const Icon icon = LoadScaledIcon(button.icon, size);
-    AddIcon(images, icon);
-    AddIcon(disabledImages, MakeDisabledIcon(icon));
+    AddIcon(images, LoadScaledIcon(button.icon, size));
   }
   SendMessageW(toolbar_, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(images.Get()));
-  SendMessageW(toolbar_, TB_SETDISABLEDIMAGELIST, 0,
-               reinterpret_cast<LPARAM>(disabledImages.Get()));
   images_ = std::move(images);
-  disabledImages_ = std::move(disabledImages);
   SendMessageW(toolbar_, WM_SETFONT, static_cast<WPARAM>(SendMessageW(dialog_, WM_GETFONT, 0, 0)),
                FALSE);
   SendMessageW(toolbar_, TB_AUTOSIZE, 0, 0);

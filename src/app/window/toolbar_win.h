@@ -13,8 +13,7 @@ namespace app {
 
 class Toolbar {
  public:
-  // Puts the toolbar in the place of the dialog's placeholder. Buttons whose command can't be given
-  // are disabled.
+  // Puts the toolbar in the place of the dialog's placeholder. Its buttons can always be pressed.
   void Create(HWND dialog, int dpi);
   // Makes all pictures anew for this DPI.
   void LoadImages(int dpi);
@@ -31,7 +30,6 @@ class Toolbar {
   HWND dialog_ = nullptr;
   HWND toolbar_ = nullptr;
   ImageList images_;
-  ImageList disabledImages_;
   std::vector<ImageList> buttonImages_;
 };
 

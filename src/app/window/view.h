@@ -117,6 +117,8 @@ class View {
   virtual std::vector<uint32_t> ColumnWidths() const = 0;
 
   virtual void ShowAlgoSelection(swr::AlgoMask mask, const std::u16string& moreText) = 0;
+  // Whether the algorithm's own box is checked; false for one that has none.
+  virtual bool IsAlgoChecked(swr::AlgoId id) const = 0;
   virtual void ShowOptions(const OptionChecks& checks) = 0;
   // Takes the shell's entries out of the menu of options, for good.
   virtual void RemoveShellEntryCommands() = 0;

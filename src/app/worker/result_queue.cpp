@@ -8,10 +8,21 @@ namespace app {
 
 ResultQueue::ResultQueue(Announcements announcements) : announcements_(std::move(announcements)) {}
 
-void ResultQueue::PostResult(std::unique_ptr<ResultMessage> result) {
+void ResultQueue::AddResult(std::unique_ptr<ResultMessage> result) {
   const std::lock_guard lock(mutex_);
   results_.push_back(std::move(result));
-  if (!announced_) announced_ = announcements_.results();
+}
+
+void ResultQueue::AnnounceResults() {
+  {
+    const std::lock_guard lock(mutex_);
+    // The window may have come by itself and taken them.
+    if (announced_ || results_.empty()) return;
+    announced_ = true;
+  }
+  if (announcements_.results()) return;
+  const std::lock_guard lock(mutex_);
+  announced_ = false;
 }
 
 void ResultQueue::PostProgress() { announcements_.progress(); }

@@ -21,14 +21,16 @@ namespace app {
 class ResultQueue final : public WorkerSink {
  public:
   // Tells the window's thread that results wait, or that bytes moved on. Called on the worker's
-  // thread; false when it could not be told, in which case the next result tries again.
+  // thread, without a lock; false when it could not be told, in which case the next result tries
+  // again.
   struct Announcements {
     std::function<bool()> results;
     std::function<bool()> progress;
   };
   explicit ResultQueue(Announcements announcements);
 
-  void PostResult(std::unique_ptr<ResultMessage> result) override;
+  void AddResult(std::unique_ptr<ResultMessage> result) override;
+  void AnnounceResults() override;
   void PostProgress() override;
   bool HoldsResults() const override;
 
@@ -41,7 +43,8 @@ class ResultQueue final : public WorkerSink {
   Announcements announcements_;
   mutable std::mutex mutex_;
   std::deque<std::unique_ptr<ResultMessage>> results_;  // under mutex_
-  bool announced_ = false;                              // under mutex_
+  // The window was told of results and has not found the queue empty since. Under mutex_.
+  bool announced_ = false;
 };
 
 }  // namespace app

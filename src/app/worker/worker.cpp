@@ -129,12 +129,15 @@ void Worker::RunJob(HashJob job) {
   result->mask = job.mask;
   result->outcome = swr::HashFile(job.path, job.mask, options);
   result->path = std::move(job.path);
-  const std::lock_guard lock(mutex_);
-  busy_ = false;
-  currentPath_.clear();
-  doneBytes_ += job.size;
-  // Under the lock, or a snapshot could fall between the two and know of neither.
-  sink_.PostResult(std::move(result));
+  {
+    const std::lock_guard lock(mutex_);
+    busy_ = false;
+    currentPath_.clear();
+    doneBytes_ += job.size;
+    // Under the lock, or a snapshot could fall between the two and know of neither.
+    sink_.AddResult(std::move(result));
+  }
+  sink_.AnnounceResults();
 }
 
 void Worker::OnBytesRead(uint64_t bytes) {

@@ -30,16 +30,20 @@ struct ResultMessage {
   swr::HashOutcome outcome;
 };
 
-// Where the worker reports to. What is posted is posted on the worker's thread, and must neither
-// wait for the window's nor call the worker.
+// Where the worker reports to, on its own thread unless it says otherwise.
 class WorkerSink {
  public:
   virtual ~WorkerSink() = default;
-  // Takes the record over; one that can't be delivered is freed.
-  virtual void PostResult(std::unique_ptr<ResultMessage> result) = 0;
-  // Says that bytes moved on. Not called again before Worker::AcknowledgeProgress.
+  // Takes the record over. Called with the worker's lock held, so it must neither wait for the
+  // window's thread nor call the worker.
+  virtual void AddResult(std::unique_ptr<ResultMessage> result) = 0;
+  // Tells the window of what was added. Called without a lock.
+  virtual void AnnounceResults() = 0;
+  // Says that bytes moved on. Called without a lock, and not again before
+  // Worker::AcknowledgeProgress.
   virtual void PostProgress() = 0;
-  // Whether a result that was posted has not been taken over yet. Called on any thread.
+  // Whether a result that was added has not been taken over yet. Called on any thread, with the
+  // worker's lock held.
   virtual bool HoldsResults() const = 0;
 };
 

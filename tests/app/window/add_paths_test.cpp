@@ -167,7 +167,7 @@ TEST(AddPathsTest, ARemovedRowCanBeAddedAgain) {
   const std::u16string a = tree.AddFile(u"a", "1");
   FakeWindow window;
   window.main.AddPaths({a});
-  window.main.RemoveRows({0});
+  window.main.RemoveRows(window.main.IdsOf({0}));
   window.main.AddPaths({a});
   EXPECT_EQ(window.main.rows.size(), 1u);
 }

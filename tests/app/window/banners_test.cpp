@@ -22,6 +22,14 @@ const std::u16string Offer =
 constexpr BannerKind AllKinds[] = {BannerKind::Clipboard, BannerKind::ChecksumFileOffer,
                                    BannerKind::SkippedLines};
 
+TEST(BannerKindTest, HasItsNumbers) {
+  EXPECT_EQ(static_cast<int>(BannerKind::None), 0);
+  EXPECT_EQ(static_cast<int>(BannerKind::Clipboard), 1);
+  EXPECT_EQ(static_cast<int>(BannerKind::ChecksumFileOffer), 2);
+  EXPECT_EQ(static_cast<int>(BannerKind::StaleExplorer), 3);
+  EXPECT_EQ(static_cast<int>(BannerKind::SkippedLines), 4);
+}
+
 TEST(ShowBannerTest, KeepsKindAndPayloadUntilItIsHidden) {
   FakeWindow window;
   window.main.ShowBanner(BannerKind::ChecksumFileOffer, u"words", u"payload");
@@ -161,7 +169,7 @@ TEST(ChecksumFileOfferTest, ARowOfThePathInOtherLettersIsTheOne) {
 
 TEST(ChecksumFileOfferTest, StillHoldsWhenTheRowIsGone) {
   OfferedList offered;
-  offered.window.main.RemoveRows({0});
+  offered.window.main.RemoveRows(offered.window.main.IdsOf({0}));
   EXPECT_EQ(offered.window.view.banner, Offer);
   offered.window.main.OnBannerLink(u"a");
   EXPECT_EQ(offered.Names(), TextList{u"a.bin"});

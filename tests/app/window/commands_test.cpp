@@ -136,13 +136,28 @@ TEST(AlgoSelectionTest, StartsWithTheDefault) {
   EXPECT_EQ(window.view.moreText, u"&More...");
 }
 
-TEST(AlgoSelectionTest, EachBoxTogglesItsAlgorithm) {
+// A program can set a box, or tell of it, without a click.
+TEST(AlgoSelectionTest, ABoxIsReadAndNotToggled) {
+  for (const AlgoBox& box : AlgoBoxes) {
+    for (const bool isChecked : {true, false}) {
+      FakeWindow window;
+      window.main.SetAlgoMask(MaskOf(AlgoId::Md4));
+      for (int times = 0; times < 2; ++times) {
+        window.view.checkedBoxes = isChecked ? MaskOf(box.algo) : 0;
+        window.main.OnCommand(box.control);
+        EXPECT_EQ(window.main.algorithms, MaskOf(AlgoId::Md4) | window.view.checkedBoxes);
+      }
+    }
+  }
+}
+
+TEST(AlgoSelectionTest, EachBoxSelectsItsAlgorithm) {
   for (const AlgoBox& box : AlgoBoxes) {
     FakeWindow window;
     window.main.SetAlgoMask(MaskOf(AlgoId::Md4));
-    window.main.OnCommand(box.control);
+    window.ClickBox(box);
     EXPECT_EQ(window.main.algorithms, MaskOf(AlgoId::Md4) | MaskOf(box.algo));
-    window.main.OnCommand(box.control);
+    window.ClickBox(box);
     EXPECT_EQ(window.main.algorithms, MaskOf(AlgoId::Md4));
   }
 }
@@ -150,10 +165,10 @@ TEST(AlgoSelectionTest, EachBoxTogglesItsAlgorithm) {
 TEST(AlgoSelectionTest, TheLastBoxLeavesSha256) {
   FakeWindow window;
   window.main.SetAlgoMask(MaskOf(AlgoId::Md5));
-  window.main.OnCommand(IDC_ALGO_MD5);
+  window.ClickBox({IDC_ALGO_MD5, AlgoId::Md5});
   EXPECT_EQ(window.main.algorithms, Sha256);
   EXPECT_EQ(window.view.shownMask, Sha256);
-  window.main.OnCommand(IDC_ALGO_SHA256);
+  window.ClickBox({IDC_ALGO_SHA256, AlgoId::Sha256});
   EXPECT_EQ(window.main.algorithms, Sha256);
 }
 

@@ -229,7 +229,7 @@ TEST(CompareTwoFilesTest, AFileThatVanishesMeanwhile) {
 TEST(CompareTwoFilesTest, ARemovedRowEndsItSilently) {
   TwoRows two;
   two.Compare();
-  two.window.main.RemoveRows({0});
+  two.window.main.RemoveRows(two.window.main.IdsOf({0}));
   two.Finish(1);
   EXPECT_TRUE(two.window.desktop.messages.empty());
   EXPECT_FALSE(two.window.main.compareArmed);

@@ -80,7 +80,7 @@ std::vector<std::u16string> Shown(const std::u16string& name, RowStatus status, 
     other.size = size;
     PutDigest(other, {AlgoId::Sha256, 1});
     window.view.selected = {0, 1};
-    window.main.CompareTwoFiles();
+    window.main.CompareTwoFiles(window.main.SelectedIds());
     window.view.selected = {1, 0};
   }
   for (const TaskDialogSpec& dialog : window.desktop.messages) texts.push_back(dialog.content);

@@ -155,7 +155,7 @@ TEST(WideningTest, TheFirstMatchEndsIt) {
   EXPECT_EQ(window.queue.jobs.size(), 1u);
 
   // Without the match the rest is of interest again.
-  window.main.RemoveRows({0});
+  window.main.RemoveRows(window.main.IdsOf({0}));
   EXPECT_EQ(TakeJobs(window), (Asked{{u"b", MaskOf(AlgoId::Sha1)}, {u"c", MaskOf(AlgoId::Sha1)}}));
   EXPECT_EQ(window.Result(), (ResultLine{u"Checking...", ResultKind::Busy}));
 }

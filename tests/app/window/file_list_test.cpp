@@ -149,7 +149,7 @@ TEST(RemoveRowsTest, RemovesTheRowsAndTellsTheWorker) {
   window.main.QueueAllRows();
   window.view.selected = {0, 2};
 
-  window.main.RemoveRows({0, 2});
+  window.main.RemoveRows(window.main.IdsOf({0, 2}));
   EXPECT_EQ(window.queue.removed, (std::vector<uint64_t>{ids[0], ids[2]}));
   ASSERT_EQ(window.main.rows.size(), 2u);
   EXPECT_EQ(window.main.rows[0]->path, u"b");
@@ -164,7 +164,7 @@ TEST(RemoveRowsTest, RemovesTheRowsAndTellsTheWorker) {
 TEST(RemoveRowsTest, NothingSelectedRemovesNothing) {
   FakeWindow window;
   window.AddRow(u"a");
-  window.main.RemoveRows({});
+  window.main.RemoveRows(window.main.IdsOf({}));
   EXPECT_EQ(window.main.rows.size(), 1u);
 }
 
@@ -174,7 +174,7 @@ TEST(RemoveRowsTest, ALateResultFindsNoRow) {
   ListRow& b = window.AddRow(u"b");
   window.main.QueueAllRows();
   const HashJob running = window.queue.jobs.front();
-  window.main.RemoveRows({0});
+  window.main.RemoveRows(window.main.IdsOf({0}));
   const int rebuilds = window.view.columnRebuilds;
   window.Report(running, {.cancelled = true});
   EXPECT_EQ(window.main.rows.size(), 1u);

@@ -14,6 +14,12 @@ std::unique_ptr<ResultMessage> MakeResult(uint64_t rowId) {
   return result;
 }
 
+// As the worker does it.
+void Post(ResultQueue& queue, uint64_t rowId) {
+  queue.AddResult(MakeResult(rowId));
+  queue.AnnounceResults();
+}
+
 struct CountedQueue {
   bool canTell = true;
   int told = 0;
@@ -29,6 +35,7 @@ struct CountedQueue {
                            return true;
                          }}};
 
+  void Post(uint64_t rowId) { app::Post(queue, rowId); }
   std::vector<uint64_t> Take() {
     std::vector<uint64_t> ids;
     for (const auto& result : queue.Take()) ids.push_back(result->rowId);
@@ -40,17 +47,17 @@ using Ids = std::vector<uint64_t>;
 
 TEST(ResultQueueTest, AnnouncesOnceUntilTheWindowFoundNothing) {
   CountedQueue counted;
-  counted.queue.PostResult(MakeResult(1));
-  counted.queue.PostResult(MakeResult(2));
+  counted.Post(1);
+  counted.Post(2);
   EXPECT_EQ(counted.told, 1);
   EXPECT_EQ(counted.Take(), (Ids{1, 2}));
 
-  counted.queue.PostResult(MakeResult(3));
+  counted.Post(3);
   EXPECT_EQ(counted.told, 1) << "the window comes back by itself";
   EXPECT_EQ(counted.Take(), Ids{3});
   EXPECT_EQ(counted.Take(), Ids{});
 
-  counted.queue.PostResult(MakeResult(4));
+  counted.Post(4);
   EXPECT_EQ(counted.told, 2);
   EXPECT_EQ(counted.Take(), Ids{4});
 }
@@ -58,12 +65,22 @@ TEST(ResultQueueTest, AnnouncesOnceUntilTheWindowFoundNothing) {
 TEST(ResultQueueTest, AFailedAnnouncementIsTriedAgainAndNothingIsLost) {
   CountedQueue counted;
   counted.canTell = false;
-  counted.queue.PostResult(MakeResult(1));
+  counted.Post(1);
   counted.canTell = true;
-  counted.queue.PostResult(MakeResult(2));
-  counted.queue.PostResult(MakeResult(3));
+  counted.Post(2);
+  counted.Post(3);
   EXPECT_EQ(counted.told, 2);
   EXPECT_EQ(counted.Take(), (Ids{1, 2, 3}));
+}
+
+TEST(ResultQueueTest, WhatTheWindowHasTakenByItselfIsNotAnnounced) {
+  CountedQueue counted;
+  counted.queue.AddResult(MakeResult(1));
+  EXPECT_EQ(counted.Take(), Ids{1});
+  counted.queue.AnnounceResults();
+  EXPECT_EQ(counted.told, 0);
+  counted.Post(2);
+  EXPECT_EQ(counted.told, 1) << "the next one is";
 }
 
 TEST(ResultQueueTest, ProgressIsPassedOn) {
@@ -82,7 +99,7 @@ TEST(ResultQueueTest, EveryResultArrivesOnceAndInOrder) {
                          },
                      .progress = [] { return true; }});
   std::thread sender([&] {
-    for (uint64_t i = 0; i < count; ++i) queue.PostResult(MakeResult(i));
+    for (uint64_t i = 0; i < count; ++i) Post(queue, i);
   });
   uint64_t next = 0;
   while (next < count) {

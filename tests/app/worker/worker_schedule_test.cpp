@@ -117,10 +117,11 @@ bool IsRight(const swr::DigestSlot& slot, const swr::Digest& known) {
 
 class Results final : public WorkerSink {
  public:
-  void PostResult(std::unique_ptr<ResultMessage> result) override {
+  void AddResult(std::unique_ptr<ResultMessage> result) override {
     const std::lock_guard lock(mutex_);
     results_.push_back(std::move(result));
   }
+  void AnnounceResults() override {}
   void PostProgress() override {}
   bool HoldsResults() const override {
     const std::lock_guard lock(mutex_);
@@ -239,7 +240,7 @@ TEST(WorkerScheduleTest, OfTheWindow) {
           break;
         case 1:
           if (!window.main.rows.empty()) {
-            window.main.RemoveRows({chance.Below(window.main.rows.size())});
+            window.main.RemoveRows(window.main.IdsOf({chance.Below(window.main.rows.size())}));
           }
           break;
         case 2:

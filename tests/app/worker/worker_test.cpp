@@ -28,11 +28,12 @@ constexpr swr::AlgoMask Md5 = swr::MaskOf(swr::AlgoId::Md5);
 // decides what happens while a file is being read.
 class Sink final : public WorkerSink {
  public:
-  void PostResult(std::unique_ptr<ResultMessage> result) override {
+  void AddResult(std::unique_ptr<ResultMessage> result) override {
     const std::lock_guard lock(mutex_);
     results_.push_back(std::move(result));
     changed_.notify_all();
   }
+  void AnnounceResults() override {}
   void PostProgress() override {
     std::unique_lock lock(mutex_);
     ++progressCount_;

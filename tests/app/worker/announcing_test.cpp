@@ -1,0 +1,79 @@
+// What the worker's thread does when a job has ended: the result is there first, and is announced
+// when no lock is held any more.
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <chrono>
+#include <string>
+#include <thread>
+
+#include "app/worker/result_queue.h"
+#include "app/worker/worker.h"
+#include "tests/support/temp_tree.h"
+
+namespace app {
+namespace {
+
+using swr::testing::TempTree;
+using namespace std::chrono_literals;
+
+constexpr swr::AlgoMask Md5 = swr::MaskOf(swr::AlgoId::Md5);
+
+// The window can ask the worker, and take results, while an announcement is being made.
+TEST(AnnouncingTest, HoldsNoLock) {
+  TempTree tree;
+  const std::u16string path = tree.AddFile(u"a", "abc");
+  Worker* worker = nullptr;
+  ResultQueue* results = nullptr;
+  std::atomic<bool> hasAnnounced = false;
+  std::atomic<bool> hasAnswered = false;
+  std::atomic<bool> answeredInTime = false;
+  std::atomic<bool> sawResult = false;
+  std::thread window;
+  const auto waitFor = [](const std::atomic<bool>& flag, std::chrono::seconds patience) {
+    const auto deadline = std::chrono::steady_clock::now() + patience;
+    while (!flag && std::chrono::steady_clock::now() < deadline) {
+      std::this_thread::sleep_for(1ms);
+    }
+    return flag.load();
+  };
+  const auto announce = [&] {
+    window = std::thread([&] {
+      const WorkerSnapshot snapshot = worker->GetSnapshot();
+      sawResult = !snapshot.active && snapshot.resultsWait && results->Take().size() == 1;
+      hasAnswered = true;
+    });
+    answeredInTime = waitFor(hasAnswered, 20s);
+    hasAnnounced = true;
+    return true;
+  };
+  ResultQueue queue({.results = announce, .progress = [] { return true; }});
+  results = &queue;
+  {
+    Worker made(queue);
+    worker = &made;
+    made.Enqueue({.rowId = 1, .path = path, .mask = Md5, .size = 3});
+    EXPECT_TRUE(waitFor(hasAnnounced, 60s));
+    if (window.joinable()) window.join();
+  }
+  EXPECT_TRUE(answeredInTime) << "a lock is held during the announcement";
+  EXPECT_TRUE(sawResult);
+}
+
+// A snapshot knows of the running job or of its result at any moment.
+TEST(AnnouncingTest, NoSnapshotMissesBoth) {
+  TempTree tree;
+  const std::u16string path = tree.AddFile(u"a", "abc");
+  ResultQueue queue({.results = [] { return false; }, .progress = [] { return true; }});
+  Worker worker(queue);
+  for (uint64_t round = 1; round <= 300; ++round) {
+    worker.Enqueue({.rowId = round, .path = path, .mask = Md5, .size = 3});
+    WorkerSnapshot snapshot = worker.GetSnapshot();
+    while (snapshot.active) snapshot = worker.GetSnapshot();
+    ASSERT_TRUE(snapshot.resultsWait) << round;
+    ASSERT_EQ(queue.Take().size(), 1u);
+  }
+}
+
+}  // namespace
+}  // namespace app
