@@ -1,0 +1,146 @@
+// What the worker shows, and how it ends, while it is held at the opening of a file: a moment that
+// is too short to be met by chance.
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <condition_variable>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <thread>
+#include <utility>
+#include <vector>
+
+#include "app/worker/worker.h"
+#include "tests/support/fault_plan.h"
+#include "tests/support/temp_tree.h"
+
+namespace app::testing {
+namespace {
+
+using swr::SystemCall;
+using swr::testing::InstalledFaults;
+using swr::testing::TempTree;
+using namespace std::chrono_literals;
+
+constexpr swr::AlgoMask Md5 = swr::MaskOf(swr::AlgoId::Md5);
+
+// Stops the thread that comes to it until it is opened.
+class Gate {
+ public:
+  void Pass() {
+    std::unique_lock lock(mutex_);
+    isReached_ = true;
+    changed_.notify_all();
+    changed_.wait(lock, [this] { return isOpen_; });
+  }
+  void WaitUntilReached() {
+    std::unique_lock lock(mutex_);
+    EXPECT_TRUE(changed_.wait_for(lock, 60s, [this] { return isReached_; }));
+  }
+  void Open() {
+    const std::lock_guard lock(mutex_);
+    isOpen_ = true;
+    changed_.notify_all();
+  }
+
+ private:
+  std::mutex mutex_;
+  std::condition_variable changed_;
+  bool isReached_ = false;
+  bool isOpen_ = false;
+};
+
+class Results final : public WorkerSink {
+ public:
+  void PostResult(std::unique_ptr<ResultMessage> result) override {
+    const std::lock_guard lock(mutex_);
+    results_.push_back(std::move(result));
+  }
+  void PostProgress() override {}
+  bool HoldsResults() const override {
+    const std::lock_guard lock(mutex_);
+    return !results_.empty();
+  }
+  std::vector<std::unique_ptr<ResultMessage>> Take() {
+    const std::lock_guard lock(mutex_);
+    return std::exchange(results_, {});
+  }
+
+ private:
+  mutable std::mutex mutex_;
+  std::vector<std::unique_ptr<ResultMessage>> results_;
+};
+
+// A worker that is held when it opens its file with this number, counted from 1.
+class HeldWorker {
+ public:
+  explicit HeldWorker(uint32_t heldFile)
+      : faults_({{.call = SystemCall::OpenFile,
+                  .nth = heldFile,
+                  .code = std::nullopt,
+                  .before = [this] { gate.Pass(); }}}),
+        worker(std::make_unique<Worker>(results)) {}
+  ~HeldWorker() { gate.Open(); }
+  HeldWorker(const HeldWorker&) = delete;
+  HeldWorker& operator=(const HeldWorker&) = delete;
+
+  HashJob Job(uint64_t rowId, const std::u16string& name) {
+    return {.rowId = rowId, .path = tree_.AddFile(name, "0123456789"), .mask = Md5, .size = 10};
+  }
+
+ private:
+  TempTree tree_;
+
+ public:
+  Gate gate;
+  Results results;
+
+ private:
+  InstalledFaults faults_;
+
+ public:
+  std::unique_ptr<Worker> worker;  // goes first: its thread uses the others
+};
+
+TEST(HeldWorkerTest, TheBytesReadOfOneFileDoNotCountForTheNext) {
+  HeldWorker held(2);
+  const HashJob second = held.Job(2, u"second");
+  held.worker->EnqueueAll({held.Job(1, u"first"), second});
+  held.gate.WaitUntilReached();
+  const WorkerSnapshot snapshot = held.worker->GetSnapshot();
+  EXPECT_EQ(snapshot.currentPath, second.path);
+  EXPECT_EQ(snapshot.currentBytes, 0u) << "nothing of it has been read";
+  EXPECT_EQ(snapshot.doneBytes, 10u) << "the first file alone";
+  EXPECT_EQ(snapshot.totalBytes, 20u);
+}
+
+TEST(HeldWorkerTest, AtItsEndTheJobsThatWaitAreDropped) {
+  constexpr uint64_t count = 1000;
+  HeldWorker held(1);
+  const HashJob job = held.Job(0, u"file");
+  std::vector<HashJob> jobs;
+  for (uint64_t id = 1; id <= count; ++id) {
+    jobs.push_back(job);
+    jobs.back().rowId = id;
+  }
+  held.worker->EnqueueAll(std::move(jobs));
+  held.gate.WaitUntilReached();
+
+  const Worker& ending = *held.worker;
+  std::thread ender([&] { held.worker.reset(); });
+  // It can't end before the held job does, but by then has dropped the others.
+  const auto deadline = std::chrono::steady_clock::now() + 10s;
+  while (ending.GetSnapshot().remainingJobs > 1 && std::chrono::steady_clock::now() < deadline) {
+    std::this_thread::sleep_for(1ms);
+  }
+  held.gate.Open();
+  ender.join();
+  const auto results = held.results.Take();
+  ASSERT_EQ(results.size(), 1u) << "of " << count << " jobs";
+  EXPECT_EQ(results[0]->rowId, 1u);
+  EXPECT_TRUE(results[0]->outcome.cancelled);
+}
+
+}  // namespace
+}  // namespace app::testing
