@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <set>
 #include <string>
 
 #include "app/window/algo_boxes.h"
@@ -17,22 +16,6 @@ using swr::AlgoMask;
 using swr::MaskOf;
 
 constexpr AlgoMask Sha256 = MaskOf(AlgoId::Sha256);
-
-TEST(CommandsTest, EachCommandIsCarriedOutAndNoOther) {
-  const std::set<uint32_t> ids = {
-      ID_ADD_FILES,      ID_ADD_FOLDER,     ID_VERIFY_FILE, ID_SAVE_CHECKSUMS, ID_EXIT,
-      ID_COPY_HASHES,    ID_PASTE_EXPECTED, ID_SELECT_ALL,  ID_REMOVE,         ID_CLEAR_LIST,
-      ID_HASH_TEXT,      ID_UPPERCASE,      ID_SHOW_LEGACY, ID_INCLUDE_HIDDEN, ID_CRLF,
-      ID_EXPLORER_MENU,  ID_SEND_TO,        ID_HELP_ONLINE, ID_WEBSITE,        ID_ABOUT,
-      ID_PROGRAM_FOLDER, ID_CLI_TOOL,       IDC_ALGO_MD5,   IDC_ALGO_SHA1,     IDC_ALGO_SHA256,
-      IDC_ALGO_SHA512,   IDC_ALGO_BLAKE3,   IDC_ALGO_MORE,  IDC_CANCEL,        IDC_PASTE,
-      IDC_COPY,          IDC_VIRUSTOTAL,    IDC_OPEN_FOLDER};
-  for (const uint32_t id : ids) {
-    FakeWindow window;
-    EXPECT_TRUE(window.main.OnCommand(id)) << id;
-  }
-  EXPECT_FALSE(FakeWindow().main.OnCommand(4711));
-}
 
 TEST(CommandsTest, PickersLeadToTheListAndCancelLeavesItAlone) {
   struct Case {
