@@ -20,7 +20,7 @@ const std::u16string Offer =
     u"<a id=\"x\">Dismiss</a>";
 
 constexpr BannerKind AllKinds[] = {BannerKind::Clipboard, BannerKind::ChecksumFileOffer,
-                                   BannerKind::SkippedLines};
+                                   BannerKind::StaleExplorer, BannerKind::SkippedLines};
 
 TEST(BannerKindTest, HasItsNumbers) {
   EXPECT_EQ(static_cast<int>(BannerKind::None), 0);
@@ -51,7 +51,8 @@ TEST(ShowBannerTest, HidingNothingLeavesTheScreenAlone) {
 
 TEST(ShowBannerTest, ANewOneReplacesTheOld) {
   for (const BannerKind before : AllKinds) {
-    for (const BannerKind after : {BannerKind::ChecksumFileOffer, BannerKind::SkippedLines}) {
+    for (const BannerKind after :
+         {BannerKind::ChecksumFileOffer, BannerKind::StaleExplorer, BannerKind::SkippedLines}) {
       FakeWindow window;
       window.main.ShowBanner(before, u"old", u"old payload");
       window.main.ShowBanner(after, u"new", u"new payload");
@@ -281,20 +282,26 @@ TEST(BannerTest, WhatHidesIt) {
   const HidingCase cases[] = {
       {"typing hides the clipboard's", BannerKind::Clipboard, edit, false},
       {"typing keeps the offer", BannerKind::ChecksumFileOffer, edit, true},
+      {"typing keeps the repair", BannerKind::StaleExplorer, edit, true},
       {"typing keeps the note", BannerKind::SkippedLines, edit, true},
       {"pasting hides the clipboard's", BannerKind::Clipboard, paste, false},
       {"pasting hides the offer", BannerKind::ChecksumFileOffer, paste, false},
+      {"pasting hides the repair", BannerKind::StaleExplorer, paste, false},
       {"pasting hides the note", BannerKind::SkippedLines, paste, false},
       {"pasting nothing keeps the clipboard's", BannerKind::Clipboard, pasteNothing, true},
+      {"pasting nothing keeps the repair", BannerKind::StaleExplorer, pasteNothing, true},
       {"pasting nothing keeps the note", BannerKind::SkippedLines, pasteNothing, true},
       {"clearing hides the clipboard's", BannerKind::Clipboard, clear, false},
       {"clearing hides the offer", BannerKind::ChecksumFileOffer, clear, false},
+      {"clearing hides the repair", BannerKind::StaleExplorer, clear, false},
       {"clearing hides the note", BannerKind::SkippedLines, clear, false},
       {"removing keeps the clipboard's", BannerKind::Clipboard, remove, true},
       {"removing keeps the offer", BannerKind::ChecksumFileOffer, remove, true},
+      {"removing keeps the repair", BannerKind::StaleExplorer, remove, true},
       {"removing keeps the note", BannerKind::SkippedLines, remove, true},
       {"cancelling keeps the clipboard's", BannerKind::Clipboard, cancel, true},
       {"cancelling keeps the offer", BannerKind::ChecksumFileOffer, cancel, true},
+      {"cancelling keeps the repair", BannerKind::StaleExplorer, cancel, true},
       {"cancelling keeps the note", BannerKind::SkippedLines, cancel, true},
   };
   for (const HidingCase& test : cases) {

@@ -119,7 +119,8 @@ TEST(CheckClipboardTest, ALaterHashReplacesTheOffer) {
 }
 
 TEST(CheckClipboardTest, EveryOtherBannerComesFirst) {
-  for (const BannerKind kind : {BannerKind::ChecksumFileOffer, BannerKind::SkippedLines}) {
+  for (const BannerKind kind :
+       {BannerKind::ChecksumFileOffer, BannerKind::StaleExplorer, BannerKind::SkippedLines}) {
     FakeWindow window;
     window.main.ShowBanner(kind, u"other", u"payload");
     ComeBackWith(window, Hash(32));
