@@ -141,12 +141,16 @@ void ReferenceWindow::AddFiles(std::vector<ReferenceFileRow> files) {
     if (std::ranges::none_of(rows, isThere)) rows.push_back(std::move(file));
   }
   for (size_t i = before; i < rows.size(); ++i) Ask(rows[i], selectedAlgos);
-  if (rows.size() > before) selection = {before};
+  if (rows.size() > before) {
+    selection = {before};
+    if (files.size() == 1) OfferToVerify(rows.back());
+  }
   Widen(false);
   shownDetails = Details();
 }
 
-void ReferenceWindow::LoadList(std::vector<ReferenceFileRow> listed) {
+void ReferenceWindow::LoadList(std::vector<ReferenceFileRow> listed,
+                               const std::vector<uint32_t>& skippedLines) {
   for (ReferenceFileRow& added : listed) {
     for (size_t i = 0; i < rows.size();) {
       if (!rows[i].listed && swr::EqualsNoCase(rows[i].path, added.path)) {
@@ -160,6 +164,7 @@ void ReferenceWindow::LoadList(std::vector<ReferenceFileRow> listed) {
   }
   AskAll();
   selection.clear();
+  if (!skippedLines.empty()) TellOfSkippedLines(skippedLines);
   Widen(false);
   shownDetails = Details();
 }
@@ -219,6 +224,7 @@ void ReferenceWindow::Clear() {
   rows.clear();
   selection.clear();
   compared_.reset();
+  HideBanner();
   shownDetails = Details();
 }
 
@@ -238,6 +244,7 @@ void ReferenceWindow::Cancel() {
 void ReferenceWindow::EditBox(ReferenceBox edited) {
   box = std::move(edited);
   Widen(true);
+  if (banner == ReferenceBanner::Clipboard) HideBanner();
 }
 
 void ReferenceWindow::TakeSignature(uint64_t rowId, const std::u16string& words) {
@@ -249,6 +256,7 @@ void ReferenceWindow::TakeSignature(uint64_t rowId, const std::u16string& words)
 
 void ReferenceWindow::SelectAlgos(AlgoSet chosen) {
   selectedAlgos = chosen.empty() ? AlgoSet{AlgoId::Sha256} : std::move(chosen);
+  sortHeading_.reset();
   AskAll();
   Widen(false);
   shownDetails = Details();

@@ -76,13 +76,26 @@ struct ReferenceResult {
 struct ReferenceBox {
   bool isEmpty = true;
   std::optional<ReferenceClaim> claim;  // nothing when it is no hash
+  std::u16string text;                  // as it was written; where a test goes by it
 };
+
+// A text that the user copied in another program.
+struct ReferenceCopy {
+  std::u16string text;
+  ReferenceBox box;  // what it makes of the box
+};
+
+enum class ReferenceBanner { None, Clipboard, ChecksumFileOffer, StaleEntries, SkippedLines };
+
+// Where the entry in Explorer's menu leads.
+enum class ReferenceEntry { None, MissingCopy, ThisCopy };
 
 class ReferenceWindow {
  public:
   // ---- What happens.
   void AddFiles(std::vector<ReferenceFileRow> files);
-  void LoadList(std::vector<ReferenceFileRow> listed);
+  // The numbers are those of the lines that are no checksums.
+  void LoadList(std::vector<ReferenceFileRow> listed, const std::vector<uint32_t>& skippedLines);
   // In both the worker is seen at work on this path.
   void TakeResults(const std::vector<ReferenceResult>& results, const std::u16string& currentPath);
   void Tick(const std::u16string& currentPath);
@@ -94,11 +107,27 @@ class ReferenceWindow {
   void TakeSignature(uint64_t rowId, const std::u16string& words);
   // True when the sizes alone decide.
   bool CompareTwo(size_t first, size_t second);
+  // A click on the heading of the column.
+  void SortBy(const std::u16string& heading);
+  // Another program copies, the window becomes active, its Paste button is clicked.
+  void Copy(ReferenceCopy copied);
+  void Activate();
+  void Paste();
+  // The entry in Explorer's menu turns out to lead to a copy that is gone.
+  void FindStaleEntry();
+  // Any link of the banner. Of the offer of a checksum file this only removes the file's own row;
+  // LoadList does the rest.
+  void FollowBannerLink(const std::u16string& link);
 
   // ---- What is to be seen.
   std::u16string StatusCell(const ReferenceFileRow& row) const;
   RowTint Tint(const ReferenceFileRow& row) const;
+  // By the heading of its column.
+  std::u16string Cell(const ReferenceFileRow& row, const std::u16string& heading) const;
   ResultLine Line() const;
+  // Nothing while files are hashed: then it depends on the worker's figures.
+  std::optional<std::u16string> IdleStatus() const;
+  std::optional<std::u16string> BannerText() const;
   std::u16string Details() const;
   // The instruction of the message that a comparison of two files has come to, if it has just now.
   std::optional<std::u16string> TakeComparison();
@@ -109,6 +138,9 @@ class ReferenceWindow {
   ReferenceBox box;
   std::set<size_t> selection;
   bool uppercase = false;
+  ReferenceBanner banner = ReferenceBanner::None;
+  std::u16string offeredFile;  // while the banner offers to verify what a checksum file lists
+  ReferenceEntry entry = ReferenceEntry::None;
   bool workerLingers = false;  // it still holds a file of a job that was dropped
   // Of several selected rows the sum stays as it was when results come in.
   std::u16string shownDetails;
@@ -123,6 +155,11 @@ class ReferenceWindow {
   bool Ask(ReferenceFileRow& row, const AlgoSet& algos);
   void AskAll();
   void DropJobsOf(uint64_t rowId);
+  void ForgetPlainRow(const std::u16string& path);
+  void OfferToVerify(const ReferenceFileRow& row);
+  void TellOfSkippedLines(const std::vector<uint32_t>& lines);
+  void ShowBanner(ReferenceBanner kind, const std::u16string& text);
+  void HideBanner();
   bool IsActive() const { return workerLingers || !jobs.empty(); }
   void MarkHashing(const std::u16string& currentPath);
   // Has the rows hashed that the value in the box may need.
@@ -133,6 +170,13 @@ class ReferenceWindow {
   ReferenceFileRow* Find(uint64_t id);
 
   std::optional<std::pair<uint64_t, uint64_t>> compared_;
+  std::optional<std::u16string> sortHeading_;
+  bool sortsDown_ = false;
+  std::optional<ReferenceCopy> copied_;
+  bool isCopyNew_ = false;    // the window has not looked at it
+  std::u16string dismissed_;  // the user did not want it compared
+  std::u16string bannerText_;
+  ReferenceCopy offeredCopy_;  // while the banner offers to compare it
 };
 
 }  // namespace app::testing

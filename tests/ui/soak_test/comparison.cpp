@@ -248,20 +248,6 @@ void CheckSums(const WindowModel& model, ReferenceWindow& reference, const SeenW
 
 }  // namespace
 
-std::u16string ReferenceCell(const ReferenceWindow& reference, const ReferenceFileRow& row,
-                             const std::u16string& heading) {
-  if (heading == u"Name") return row.name;
-  if (heading == u"Folder") return row.folder;
-  if (heading == u"Size") {
-    return row.status == RowStatus::Failed ? u"" : swr::FormatSize(row.size);
-  }
-  if (heading == u"Status") return reference.StatusCell(row);
-  for (const auto& [id, bytes] : row.digests) {
-    if (heading == swr::GetAlgo(id).name) return ReferenceHex(bytes, reference.uppercase);
-  }
-  return {};
-}
-
 void TakeOrder(WindowModel& model, const std::vector<SeenRow>& seen) {
   if (model.isOrderKnown) return;
   using Key = std::pair<std::u16string, std::u16string>;
@@ -318,7 +304,7 @@ ReferenceWindow Compare(WindowModel& model, const SeenWindow& seen) {
     const std::string place = " in the row of " + Utf8(reference.rows[i].path);
     for (size_t column = SizeColumn; column < seen.headings.size(); ++column) {
       Expect(Utf8(seen.headings[column]) + place, seen.rows[i].cells[column],
-             ReferenceCell(reference, reference.rows[i], seen.headings[column]));
+             reference.Cell(reference.rows[i], seen.headings[column]));
     }
     reference.selection = {i};
     Expect("the details" + place, seen.rows[i].details, reference.Details());

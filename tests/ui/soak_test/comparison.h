@@ -38,8 +38,4 @@ void TakeOrder(WindowModel& model, const std::vector<SeenRow>& seen);
 // rows and their verdicts.
 ReferenceWindow Compare(WindowModel& model, const SeenWindow& seen);
 
-// The text of a cell by the reference model.
-std::u16string ReferenceCell(const ReferenceWindow& reference, const ReferenceFileRow& row,
-                             const std::u16string& heading);
-
 }  // namespace app::testing

@@ -34,7 +34,7 @@ void RandomUser::SortRows(const std::u16string& heading) {
     const WorldFile& file = model_.FileOf(model_.rows[row]);
     if (heading == u"Name") return file.name;
     if (heading == u"Folder") return file.folder;
-    return ReferenceCell(reference_, reference_.rows[row], heading);
+    return reference_.Cell(reference_.rows[row], heading);
   };
   std::ranges::stable_sort(order, [&](size_t a, size_t b) {
     if (model_.sortDescending) std::swap(a, b);

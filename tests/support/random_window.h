@@ -1,0 +1,134 @@
+// A window on fakes and a reference window, to which the same things happen at random. Whatever can
+// be seen of the two must agree at any time.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <optional>
+#include <random>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "tests/support/fake_window.h"
+#include "tests/support/reference_window.h"
+#include "tests/support/temp_tree.h"
+
+namespace app::testing {
+
+// The files of random windows; nothing but their names, sizes and times is ever looked at. One at a
+// time may be a checksum file.
+class RandomFiles {
+ public:
+  static constexpr size_t Count = 5;
+  static constexpr size_t NameCount = 7;  // with those of files that do not exist
+  static constexpr const char16_t* Names[NameCount] = {u"f0", u"f1", u"f2", u"f3",
+                                                       u"f4", u"m0", u"m1"};
+  // That of the checksum file, which says nothing of algorithms.
+  static constexpr const char16_t* ListName = u"list.digests";
+
+  RandomFiles();
+
+  const swr::testing::TempTree& Tree() const { return tree_; }
+  std::u16string Path(size_t name) const { return tree_.Path(Names[name]); }
+  std::u16string ListPath() const { return tree_.Path(ListName); }
+  // A new row of this file, as far as the file decides.
+  ReferenceFileRow RowOf(size_t name) const;
+  ReferenceFileRow RowOfList() const;
+  void WriteList(const std::u16string& text);
+
+ private:
+  swr::testing::TempTree tree_;
+  std::u16string modified_[Count];
+  uint64_t listSize_ = 0;
+};
+
+class RandomWindow {
+ public:
+  // Checksum files have up to `longestList` lines, and results come in batches of up to a tenth of
+  // that, or of three. The files must outlive the window.
+  RandomWindow(RandomFiles& files, uint32_t seed, size_t longestList);
+
+  // Lets something happen to both. The result says what.
+  std::string Step();
+  // A test of GoogleTest fails where they do not agree.
+  void Check();
+
+ private:
+  // One line of the checksum file; nothing for a line that is none.
+  struct ListedLine {
+    size_t name = 0;
+    ReferenceClaim claim;
+  };
+  using ListedLines = std::vector<std::optional<ListedLine>>;
+
+  // random_window.cpp: dice, and what happens to rows.
+  size_t Pick(size_t count) { return static_cast<size_t>(random_() % count); }
+  bool OneIn(size_t count) { return Pick(count) == 0; }
+  uint8_t PickFill() { return static_cast<uint8_t>(1 + Pick(3)); }
+  swr::AlgoId PickAlgo() { return static_cast<swr::AlgoId>(Pick(swr::AlgoCount)); }
+  static DigestBytes DigestOf(swr::AlgoId id, uint8_t fill);
+  std::string Happen();
+  ReferenceFileRow WithId(ReferenceFileRow row);
+  std::string AddFiles();
+  void WriteList();
+  std::string LoadList();
+  void LoadWrittenList();
+  std::string AddListFile();
+  std::optional<HashJob> RunningJob() const;
+  void LeaveBehind(const std::optional<HashJob>& running);
+  std::string DropJobs();
+  std::string SelectAlgos();
+  // The file that the worker is seen at: mostly the first in its queue.
+  std::u16string PickCurrentPath();
+  std::string Tick();
+  // How a job ends, for both sides.
+  std::pair<ReferenceResult, swr::HashOutcome> EndOf(const HashJob& job, bool isLate);
+  std::string Results();
+  std::string LateResult();
+  void Deliver(const std::vector<ReferenceResult>& results,
+               std::vector<std::pair<HashJob, swr::HashOutcome>> reports);
+  std::string Signature();
+
+  // random_window_desk.cpp: what the user does with them, and the check.
+  std::string SelectRows();
+  void Select(std::set<size_t> chosen);
+  std::string Sort();
+  std::string CompareTwo();
+  std::string ChangeCase();
+  ReferenceBox PickBox();
+  std::string EditBox();
+  std::string UseClipboard();
+  std::string FindStaleEntry();
+  std::string FollowBannerLink();
+  // A row as it is painted.
+  struct Look {
+    std::u16string name;
+    std::u16string status;
+    RowTint tint = RowTint::None;
+
+    bool operator==(const Look&) const = default;
+  };
+  Look Painted(size_t row) const;
+  void TakePicture();
+  // Paints what the window has asked to be painted, and no more.
+  void Repaint();
+  std::deque<ReferenceJob> Jobs() const;
+  ReferenceEntry EntryOfWindow() const;
+
+  RandomFiles& files_;
+  std::mt19937 random_;
+  const size_t longestList_;
+  FakeWindow window_;
+  ReferenceWindow reference_;
+  uint64_t nextId_ = 1;
+  ListedLines listed_;         // what the checksum file holds
+  std::vector<HashJob> late_;  // dropped while they ran; their results are still to come
+  std::vector<Look> picture_;
+  int paintsBefore_ = 0;
+  std::optional<std::u16string> message_;  // the instruction of the message to be expected
+};
+
+}  // namespace app::testing
