@@ -90,13 +90,15 @@ StartedProgram StartProgram(const ProgramStart& start) {
   // With no standard handles: the program would keep open the pipe that the caller's output goes
   // to.
   startup.dwFlags = STARTF_USESHOWWINDOW | STARTF_USESTDHANDLES;
-  startup.wShowWindow = start.minimized ? SW_SHOWMINIMIZED : SW_SHOWNORMAL;
+  startup.wShowWindow = static_cast<WORD>(start.showCommand);
+  const DWORD flags = start.debug != nullptr ? DEBUG_ONLY_THIS_PROCESS : 0;
   const wchar_t* folder = start.folder.empty() ? nullptr : AsWide(start.folder);
   DWORD error = 0;
   for (int attempt = 0; attempt < 3; ++attempt) {
     PROCESS_INFORMATION made = {};
-    if (CreateProcessW(AsWide(start.program), commandLine.data(), nullptr, nullptr, FALSE, 0,
+    if (CreateProcessW(AsWide(start.program), commandLine.data(), nullptr, nullptr, FALSE, flags,
                        nullptr, folder, &startup, &made)) {
+      if (start.debug != nullptr) start.debug(made.hProcess, made.dwProcessId);
       CloseHandle(made.hThread);
       return {.process = made.hProcess, .id = made.dwProcessId};
     }

@@ -15,7 +15,10 @@ struct ProgramStart {
   std::u16string program;                 // full path
   std::vector<std::u16string> arguments;  // unquoted
   std::u16string folder;                  // the current folder; the caller's own when empty
-  bool minimized = false;
+  int showCommand = SW_SHOWNORMAL;        // how its window is to be shown
+  // Called once the process is made, with its handle and id. With this it is made to be debugged by
+  // the thread that starts it (DEBUG_ONLY_THIS_PROCESS), and does nothing before this lets it.
+  void (*debug)(HANDLE process, DWORD id) = nullptr;
 };
 
 struct StartedProgram {

@@ -9,6 +9,7 @@
 
 #include "swr/system/wide_text_win.h"
 #include "tests/ui/desktop_state_win.h"
+#include "tests/ui/package_answer_win.h"
 
 namespace app::testing {
 namespace {
@@ -23,7 +24,8 @@ swr::testing::ProgramStart Prepare(const StartOptions& options) {
   return {.program = options.program.empty() ? ProgramUnderTest() : options.program,
           .arguments = options.arguments,
           .folder = options.folder,
-          .minimized = options.minimized};
+          .showCommand = options.minimized ? SW_SHOWMINIMIZED : options.showCommand,
+          .debug = options.fromPackage ? AnswerFromPackage : nullptr};
 }
 
 }  // namespace

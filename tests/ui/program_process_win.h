@@ -17,7 +17,9 @@ struct StartOptions {
   std::u16string folder;   // the current folder; the test's own when empty
   std::u16string program;  // another copy of Sumwright.exe; the one that is tested when empty
   bool minimized = false;
-  bool keepSettings = false;  // else the program starts like the first time
+  int showCommand = SW_SHOWNORMAL;  // how its window is to be shown, unless minimized
+  bool fromPackage = false;         // as if it were installed from the system's store
+  bool keepSettings = false;        // else the program starts like the first time
 };
 
 // Where Sumwright.exe is. To be called once, before any program is started.
