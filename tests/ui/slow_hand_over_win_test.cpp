@@ -1,0 +1,73 @@
+// Paths that are handed to a window which takes longer to take them in than the sender waits.
+#include "swr/system/windows_api_win.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <string>
+#include <utility>
+
+#include "swr/text/decimal_text.h"
+#include "tests/support/temp_tree.h"
+#include "tests/ui/running_window_win.h"
+
+namespace app::testing {
+namespace {
+
+using std::chrono::seconds;
+using std::chrono::steady_clock;
+using swr::testing::TempTree;
+
+// So many that taking them in has not ended when it is seen to have begun.
+constexpr int FileCount = 4000;
+
+// The thread of a window, which does not run while the object lives.
+class StoppedThread {
+ public:
+  explicit StoppedThread(HWND window)
+      : thread_(
+            OpenThread(THREAD_SUSPEND_RESUME, FALSE, GetWindowThreadProcessId(window, nullptr))) {
+    SuspendThread(thread_);
+  }
+  ~StoppedThread() {
+    ResumeThread(thread_);
+    CloseHandle(thread_);
+  }
+  StoppedThread(const StoppedThread&) = delete;
+  StoppedThread& operator=(const StoppedThread&) = delete;
+
+ private:
+  HANDLE thread_;
+};
+
+// A window that is handed paths restores itself first.
+bool WaitUntilRestored(const RunningWindow& window) {
+  const auto end = steady_clock::now() + seconds(30);
+  while (window.IsMinimized()) {
+    if (steady_clock::now() > end) return false;
+  }
+  return true;
+}
+
+TEST(SlowHandOverTest, AfterTenSecondsTheSenderOpensAWindowAndTheFirstKeepsThePathsToo) {
+  TempTree tree;
+  const std::u16string folder = tree.AddFolder(u"many");
+  for (int i = 0; i < FileCount; ++i) {
+    tree.AddFile(u"many/" + swr::DecimalText(static_cast<uint64_t>(i)), "x");
+  }
+  const RunningWindow slow({.minimized = true});
+  const auto start = steady_clock::now();
+  ProgramProcess sender({.arguments = {folder}, .keepSettings = true});
+  ASSERT_TRUE(WaitUntilRestored(slow));
+  {
+    const StoppedThread stopped(slow.Handle());
+    const RunningWindow own(std::move(sender));
+    EXPECT_GE(steady_clock::now() - start, seconds(10)) << "as long as the sender waits";
+    EXPECT_EQ(own.RowCount(), FileCount);
+  }
+  slow.Ask();
+  EXPECT_EQ(slow.RowCount(), FileCount);
+}
+
+}  // namespace
+}  // namespace app::testing
