@@ -85,6 +85,7 @@ RandomWindow::RandomWindow(RandomFiles& files, uint32_t seed, size_t longestList
 
 std::string RandomWindow::Step() {
   window_.desktop.messages.clear();
+  window_.desktop.openedAddresses.clear();
   window_.view.redrawn.clear();
   paintsBefore_ = window_.view.listPaints;
   message_.reset();
@@ -94,7 +95,7 @@ std::string RandomWindow::Step() {
 }
 
 std::string RandomWindow::Happen() {
-  switch (Pick(24)) {
+  switch (Pick(26)) {
     case 0:
     case 1:
       return AddFiles();
@@ -124,10 +125,13 @@ std::string RandomWindow::Happen() {
     case 15:
       return Sort();
     case 16:
-      return UseClipboard();
     case 17:
-      return AddListFile();
+      return LookUp();
     case 18:
+      return UseClipboard();
+    case 19:
+      return AddListFile();
+    case 20:
       return OneIn(4) ? FindStaleEntry() : FollowBannerLink();
     default:
       return Results();

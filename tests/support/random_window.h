@@ -96,6 +96,7 @@ class RandomWindow {
   std::string SelectRows();
   void Select(std::set<size_t> chosen);
   std::string Sort();
+  std::string LookUp();
   std::string CompareTwo();
   std::string ChangeCase();
   ReferenceBox PickBox();

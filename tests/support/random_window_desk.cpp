@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "app/desktop/addresses.h"
 #include "resources/resource_ids.h"
 #include "swr/text/encoding.h"
 #include "swr/text/text.h"
@@ -41,6 +42,14 @@ std::string RandomWindow::Sort() {
   reference_.SortBy(heading);
   window_.main.SortByColumn(column);
   return "sorted by " + swr::WideToUtf8(heading);
+}
+
+std::string RandomWindow::LookUp() {
+  const size_t count = reference_.rows.size();
+  if (count > 0 && !OneIn(4)) Select({Pick(count)});
+  reference_.LookUp();
+  window_.main.OnCommand(OneIn(2) ? IDC_VIRUSTOTAL : ID_CTX_VIRUSTOTAL);
+  return "looked up";
 }
 
 std::string RandomWindow::CompareTwo() {
@@ -170,6 +179,11 @@ void RandomWindow::Check() {
   } else {
     EXPECT_TRUE(window_.desktop.messages.empty());
   }
+  std::vector<std::u16string> pages;
+  if (const auto opened = reference_.TakeOpenedPage()) {
+    pages.push_back(std::u16string(VirusTotalFilePage) + ReferenceHex(*opened, false));
+  }
+  EXPECT_EQ(window_.desktop.openedAddresses, pages);
 }
 
 RandomWindow::Look RandomWindow::Painted(size_t row) const {

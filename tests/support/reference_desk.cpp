@@ -1,5 +1,5 @@
-// The reference window's rules beside those of rows and verdicts: sorting, the banner and the
-// clipboard.
+// The reference window's rules beside those of rows and verdicts: sorting, look-ups, the banner and
+// the clipboard.
 #include <algorithm>
 #include <utility>
 
@@ -50,6 +50,32 @@ std::optional<std::u16string> ReferenceWindow::IdleStatus() const {
   for (const ReferenceFileRow& row : rows) total += row.size;
   return swr::DecimalText(rows.size()) + (rows.size() == 1 ? u" file, " : u" files, ") +
          swr::FormatSize(total);
+}
+
+// ---- Look-ups.
+
+void ReferenceWindow::LookUp() {
+  if (selection.size() != 1) return;
+  ReferenceFileRow& row = rows[*selection.begin()];
+  if (row.status == RowStatus::Failed) return;
+  if (row.digests.contains(AlgoId::Sha256)) {
+    openedPage_ = row.digests.at(AlgoId::Sha256);
+    return;
+  }
+  const ResultLine before = Line();
+  lookedUp_ = row.id;
+  if (Ask(row, {AlgoId::Sha256})) heldLine_ = before;
+}
+
+void ReferenceWindow::FinishLookUp(const ReferenceFileRow& row) {
+  const bool isAtWork = row.status == RowStatus::Waiting || row.status == RowStatus::Hashing;
+  if (row.id != lookedUp_ || isAtWork) return;
+  lookedUp_.reset();
+  if (row.digests.contains(AlgoId::Sha256)) openedPage_ = row.digests.at(AlgoId::Sha256);
+}
+
+std::optional<DigestBytes> ReferenceWindow::TakeOpenedPage() {
+  return std::exchange(openedPage_, std::nullopt);
 }
 
 // ---- The banner and the clipboard.

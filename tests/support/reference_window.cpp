@@ -121,6 +121,7 @@ void ReferenceWindow::DropJobsOf(uint64_t rowId) {
 }
 
 void ReferenceWindow::Widen(bool isNewValue) {
+  heldLine_.reset();
   if (!box.claim) return;
   for (const ReferenceFileRow& row : rows) {
     if (VerdictOf(row, *box.claim).outcome == Outcome::Match) return;
@@ -198,6 +199,7 @@ void ReferenceWindow::TakeResults(const std::vector<ReferenceResult>& results,
       row->size = result.size;
       row->status = row->pending.empty() ? RowStatus::Done : RowStatus::Waiting;
     }
+    FinishLookUp(*row);
   }
   MarkHashing(currentPath);
   Widen(false);
@@ -224,6 +226,8 @@ void ReferenceWindow::Clear() {
   rows.clear();
   selection.clear();
   compared_.reset();
+  lookedUp_.reset();
+  heldLine_.reset();
   HideBanner();
   shownDetails = Details();
 }
@@ -328,7 +332,7 @@ RowTint ReferenceWindow::Tint(const ReferenceFileRow& row) const {
   return RowTint::None;
 }
 
-ResultLine ReferenceWindow::Line() const {
+ResultLine ReferenceWindow::LineOfNow() const {
   if (box.isEmpty) return Summary();
   if (!box.claim) {
     return {u"This doesn't look like a hash. Paste the hex or base64 value from the website.",

@@ -109,6 +109,8 @@ class ReferenceWindow {
   bool CompareTwo(size_t first, size_t second);
   // A click on the heading of the column.
   void SortBy(const std::u16string& heading);
+  // For the one selected row.
+  void LookUp();
   // Another program copies, the window becomes active, its Paste button is clicked.
   void Copy(ReferenceCopy copied);
   void Activate();
@@ -124,13 +126,16 @@ class ReferenceWindow {
   RowTint Tint(const ReferenceFileRow& row) const;
   // By the heading of its column.
   std::u16string Cell(const ReferenceFileRow& row, const std::u16string& heading) const;
-  ResultLine Line() const;
+  // A look-up has no say in the line: it stays until something else happens.
+  ResultLine Line() const { return heldLine_ ? *heldLine_ : LineOfNow(); }
   // Nothing while files are hashed: then it depends on the worker's figures.
   std::optional<std::u16string> IdleStatus() const;
   std::optional<std::u16string> BannerText() const;
   std::u16string Details() const;
   // The instruction of the message that a comparison of two files has come to, if it has just now.
   std::optional<std::u16string> TakeComparison();
+  // The digest whose page a look-up has opened, if it has just now.
+  std::optional<DigestBytes> TakeOpenedPage();
 
   std::vector<ReferenceFileRow> rows;
   std::deque<ReferenceJob> jobs;
@@ -156,6 +161,7 @@ class ReferenceWindow {
   void AskAll();
   void DropJobsOf(uint64_t rowId);
   void ForgetPlainRow(const std::u16string& path);
+  void FinishLookUp(const ReferenceFileRow& row);
   void OfferToVerify(const ReferenceFileRow& row);
   void TellOfSkippedLines(const std::vector<uint32_t>& lines);
   void ShowBanner(ReferenceBanner kind, const std::u16string& text);
@@ -164,6 +170,7 @@ class ReferenceWindow {
   void MarkHashing(const std::u16string& currentPath);
   // Has the rows hashed that the value in the box may need.
   void Widen(bool isNewValue);
+  ResultLine LineOfNow() const;
   ResultLine BoxLine(const ReferenceClaim& claim) const;
   ResultLine Summary() const;
   std::u16string OneRowDetails(const ReferenceFileRow& row) const;
@@ -172,6 +179,9 @@ class ReferenceWindow {
   std::optional<std::pair<uint64_t, uint64_t>> compared_;
   std::optional<std::u16string> sortHeading_;
   bool sortsDown_ = false;
+  std::optional<uint64_t> lookedUp_;  // a row that waits for its digest
+  std::optional<DigestBytes> openedPage_;
+  std::optional<ResultLine> heldLine_;
   std::optional<ReferenceCopy> copied_;
   bool isCopyNew_ = false;    // the window has not looked at it
   std::u16string dismissed_;  // the user did not want it compared

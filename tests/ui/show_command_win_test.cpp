@@ -92,5 +92,18 @@ TEST_F(ShowCommandTest, AWindowClosedMaximizedComesBackSo) {
   for (const ShowCase& test : cases) ExpectState(test, true);
 }
 
+TEST_F(ShowCommandTest, AWindowClosedMaximizedObeysWhateverElseItIsAsked) {
+  constexpr ShowCase cases[] = {
+      {"hidden", SW_HIDE, Shown::Not},
+      {"minimized", SW_SHOWMINIMIZED, Shown::Minimized},
+      {"without being activated", SW_SHOWNOACTIVATE, Shown::Normal},
+      {"minimized, with the next window in front", SW_MINIMIZE, Shown::Minimized},
+      {"minimized, without being activated", SW_SHOWMINNOACTIVE, Shown::Minimized},
+      {"shown, without being activated", SW_SHOWNA, Shown::Normal},
+      {"restored", SW_RESTORE, Shown::Normal},
+  };
+  for (const ShowCase& test : cases) ExpectState(test, true);
+}
+
 }  // namespace
 }  // namespace app::testing
