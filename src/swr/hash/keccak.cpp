@@ -20,9 +20,9 @@ constexpr uint64_t roundConstants[24] = {
 
 }  // namespace
 
-// Theta, rho, pi, chi and iota in one go, with the lanes in local variables named by row (b, g, k,
-// m, s) and column (a, e, i, o, u). A round reads one set of them and writes the other, so that
-// nothing is copied.
+// Theta, rho, pi, chi and iota in one pass, with the lanes in local variables named by row (b, g,
+// k, m, s) and column (a, e, i, o, u). A round reads one set of variables and writes the other, so
+// that nothing is copied.
 #define KECCAK_ROUND(A, E, constant)                                                            \
   {                                                                                             \
     const uint64_t ca = A##ba ^ A##ga ^ A##ka ^ A##ma ^ A##sa;                                  \
@@ -89,20 +89,17 @@ namespace {
   }
 }
 
-void AbsorbPlain(KeccakLanes& lanes, const uint8_t* data, uint64_t blocks, uint32_t rate) {
-  Absorb(lanes, data, blocks, rate);
-}
-
 #if defined(__x86_64__) || defined(__i386__)
-// Chi is five times "not a, and b" in a row of lanes, which these processors do in one instruction.
+// Chi computes "not a, and b" once per lane, which is one instruction on these processors.
 [[gnu::target("bmi,bmi2")]] void AbsorbWithBmi(KeccakLanes& lanes, const uint8_t* data,
                                                uint64_t blocks, uint32_t rate) {
   Absorb(lanes, data, blocks, rate);
 }
-const auto absorb =
-    __builtin_cpu_supports("bmi") && __builtin_cpu_supports("bmi2") ? AbsorbWithBmi : AbsorbPlain;
+const auto absorb = __builtin_cpu_supports("bmi") && __builtin_cpu_supports("bmi2")
+                        ? AbsorbWithBmi
+                        : KeccakAbsorbPortable;
 #else
-constexpr auto absorb = AbsorbPlain;
+constexpr auto absorb = KeccakAbsorbPortable;
 #endif
 
 }  // namespace
@@ -111,6 +108,10 @@ void KeccakF1600(KeccakLanes& lanes) { Permute(lanes); }
 
 void KeccakAbsorb(KeccakLanes& lanes, const uint8_t* data, uint64_t blocks, uint32_t rate) {
   absorb(lanes, data, blocks, rate);
+}
+
+void KeccakAbsorbPortable(KeccakLanes& lanes, const uint8_t* data, uint64_t blocks, uint32_t rate) {
+  Absorb(lanes, data, blocks, rate);
 }
 
 }  // namespace swr

@@ -1,4 +1,4 @@
-// The permutation Keccak-f[1600] of FIPS 202, on which SHA-3 is built.
+// Keccak-f[1600] of FIPS 202, the permutation that SHA-3 is built on.
 #pragma once
 
 #include <array>
@@ -12,8 +12,12 @@ using KeccakLanes = std::array<uint64_t, 25>;
 
 void KeccakF1600(KeccakLanes& lanes);
 
-// Absorbs `blocks` blocks of `rate` bytes each: every block is XORed into the first lanes and
-// followed by the permutation. `rate` is a multiple of 8, at most 192.
+// Absorbs `blocks` blocks of `rate` bytes each, which need not be aligned: every block is XORed
+// into the first lanes, followed by one permutation. `rate` is a multiple of 8, from 8 to 192. Uses
+// the processor's BMI instructions where it has them.
 void KeccakAbsorb(KeccakLanes& lanes, const uint8_t* data, uint64_t blocks, uint32_t rate);
+
+// The same without them, for any processor. Public so that tests can run it on every machine.
+void KeccakAbsorbPortable(KeccakLanes& lanes, const uint8_t* data, uint64_t blocks, uint32_t rate);
 
 }  // namespace swr
