@@ -95,6 +95,19 @@ const NameCase nameCases[] = {
     {u"C:\\", None, false},
 };
 
+TEST(ChecksumFileNameTest, IgnoresOneSuffixAtMost) {
+  for (const std::u16string_view inner : {u".txt", u".asc", u".sig"}) {
+    for (const std::u16string_view outer : {u".txt", u".asc", u".sig"}) {
+      for (const std::u16string_view stem : {u"a.sha256", u"SHA256SUMS", u"md5sum", u"checksums"}) {
+        const std::u16string name =
+            std::u16string(stem) + std::u16string(inner) + std::u16string(outer);
+        EXPECT_EQ(AlgoFromChecksumFileName(name), None) << WideToUtf8(name);
+        EXPECT_FALSE(IsChecksumFileName(name)) << WideToUtf8(name);
+      }
+    }
+  }
+}
+
 TEST(ChecksumFileNameTest, SaysWhatTheFileIs) {
   for (const NameCase& test : nameCases) {
     EXPECT_EQ(AlgoFromChecksumFileName(test.path), test.algo) << WideToUtf8(test.path);
@@ -200,6 +213,33 @@ TEST(ChecksumTextTest, TheFileNameDecidesWhichWordOfTwoIsTheDigest) {
   ASSERT_EQ(set.lines.size(), 1u);
   EXPECT_EQ(set.lines[0].name, u"aabbccdd");
   EXPECT_EQ(set.lines[0].digest, CountedBytes(4));
+}
+
+// Each of these lines fits two of the forms; which one reads it shows in the name.
+TEST(ChecksumTextTest, TheFormsAreTriedInOrder) {
+  struct OrderCase {
+    std::u16string_view line;
+    std::u16string_view name;       // in most files
+    std::u16string_view nameInSfv;  // in a file that is named for CRC32
+  };
+  const OrderCase cases[] = {
+      {u"CRC32 (a) = 01020304", u"a", u"CRC32 (a) ="},                            // tagged or SFV
+      {u"XXH3_64 (a) = 0102030405060708", u"a", u"a"},                            // tagged or plain
+      {u"01020304 aabbccdd", u"aabbccdd", u"01020304"},                           // plain or SFV
+      {u"XXH3_64 (a) = 01 01020304", u"(a) = 01 01020304", u"XXH3_64 (a) = 01"},  // plain or SFV
+  };
+  const auto nameIn = [](std::u16string_view line, std::u16string_view path) {
+    const ChecksumSet set = ParseChecksumText(line, path);
+    return set.lines.empty() ? std::string("none") : WideToUtf8(set.lines[0].name);
+  };
+  for (const OrderCase& test : cases) {
+    for (const std::u16string_view path : {u"list", u"list.sha256", u"list.xxh3", u"SHA1SUMS"}) {
+      EXPECT_EQ(nameIn(test.line, path), WideToUtf8(test.name)) << WideToUtf8(path);
+    }
+    for (const std::u16string_view path : {u"list.sfv", u"list.crc32", u"crc32sums.txt"}) {
+      EXPECT_EQ(nameIn(test.line, path), WideToUtf8(test.nameInSfv)) << WideToUtf8(path);
+    }
+  }
 }
 
 TEST(ChecksumTextTest, ClearSignedText) {

@@ -123,6 +123,26 @@ TEST(RenderChecksumsTest, ARowWithoutTheAlgorithmIsLeftOut) {
   EXPECT_EQ(RenderChecksums(rows, {.format = ExportFormat::Tagged}), "CRC32 (a) = a0a1a2a3\n");
 }
 
+TEST(RenderChecksumsTest, CsvQuotesEachCharacterThatNeedsIt) {
+  struct FieldCase {
+    std::u16string name;
+    std::string field;
+  };
+  const FieldCase cases[] = {
+      {u"plain", "plain"},
+      {u"a,b", "\"a,b\""},
+      {u"a\"b", "\"a\"\"b\""},
+      {u"a\nb", "\"a\nb\""},
+      {u"a\rb", "\"a\rb\""},
+      {u"a;b\t'c ", "a;b\t'c "},
+      {u"", ""},
+  };
+  for (const FieldCase& test : cases) {
+    EXPECT_EQ(RenderChecksums({{.name = test.name, .size = 3}}, {.format = ExportFormat::Csv}),
+              "Path,Size\n" + test.field + ",3\n");
+  }
+}
+
 TEST(ExtensionForAlgoTest, IsUnderstoodByTheReader) {
   struct ExtensionCase {
     AlgoId algo;

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <filesystem>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -117,6 +118,45 @@ TEST(FolderWalkTest, TakesARootThatEndsInASeparator) {
   std::vector<std::u16string> paths;
   EXPECT_TRUE(WalkFolder(root, {}, [&](const FoundFile& found) { paths.push_back(found.path); }));
   EXPECT_EQ(paths, std::vector{root + u"file"});
+}
+
+// The process's current folder for as long as the object lives.
+class CurrentFolder {
+ public:
+  explicit CurrentFolder(const std::u16string& folder) { std::filesystem::current_path(folder); }
+  ~CurrentFolder() { std::filesystem::current_path(previous_); }
+  CurrentFolder(const CurrentFolder&) = delete;
+  CurrentFolder& operator=(const CurrentFolder&) = delete;
+
+ private:
+  const std::filesystem::path previous_ = std::filesystem::current_path();
+};
+
+TEST(FolderWalkTest, TakesARelativeRootFromTheCurrentFolder) {
+  TempTree tree;
+  tree.AddFile(u"sub/1");
+  tree.AddFile(u"sub/deeper/2");
+  tree.AddFile(u"other/3");
+  const CurrentFolder current(tree.Path(u"sub"));
+  struct RootCase {
+    std::u16string root;
+    std::vector<std::u16string> paths;  // the root as given, joined with what lies below it
+  };
+  const std::u16string deeper = JoinPath(u"deeper", u"2");
+  const RootCase cases[] = {
+      {u".", {JoinPath(u".", u"1"), JoinPath(u".", deeper)}},
+      {u"deeper", {deeper}},
+      {u"../other", {JoinPath(u"../other", u"3")}},
+      {u"absent", {}},
+  };
+  for (const RootCase& row : cases) {
+    SCOPED_TRACE(WideToUtf8(row.root));
+    std::vector<std::u16string> paths;
+    const bool listed =
+        WalkFolder(row.root, {}, [&](const FoundFile& found) { paths.push_back(found.path); });
+    EXPECT_EQ(listed, !row.paths.empty());
+    EXPECT_EQ(paths, row.paths);
+  }
 }
 
 struct NameCase {
