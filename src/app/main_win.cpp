@@ -12,23 +12,16 @@
 
 #include "app/instance/instance_win.h"
 #include "app/window/main_dialog_win.h"
+#include "swr/system/handles_win.h"
 #include "swr/system/system_library_win.h"
-#include "swr/system/unique_handle.h"
 #include "swr/system/wide_text_win.h"
 
 namespace {
 
-struct ArgumentListTraits {
-  using Value = wchar_t**;
-  static constexpr wchar_t** Invalid = nullptr;
-  static void Close(wchar_t** value) noexcept { LocalFree(value); }
-};
-
 // Every argument is a path; there are no options.
 std::vector<std::u16string> CommandLinePaths() {
   int count = 0;
-  const swr::UniqueHandle<ArgumentListTraits> arguments(
-      CommandLineToArgvW(GetCommandLineW(), &count));
+  const swr::LocalMemory<wchar_t*> arguments(CommandLineToArgvW(GetCommandLineW(), &count));
   std::vector<std::u16string> paths;
   if (!arguments) return paths;
   for (int i = 1; i < count; ++i) paths.push_back(swr::FromWide(arguments.Get()[i]));

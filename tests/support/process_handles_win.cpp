@@ -7,7 +7,7 @@
 #include <stdexcept>
 #include <vector>
 
-#include "swr/system/unique_handle.h"
+#include "swr/system/handles_win.h"
 
 namespace swr::testing {
 namespace {
@@ -25,12 +25,6 @@ struct HandleEntry {
 struct HandleList {
   ULONG count;
   HandleEntry entries[1];
-};
-
-struct SnapshotTraits {
-  using Value = HANDLE;
-  static inline const HANDLE Invalid = INVALID_HANDLE_VALUE;
-  static void Close(HANDLE value) noexcept { CloseHandle(value); }
 };
 
 }  // namespace
@@ -51,7 +45,7 @@ uint32_t CountHandles(DWORD process) {
 }
 
 uint32_t CountThreads(DWORD process) {
-  const UniqueHandle<SnapshotTraits> snapshot(CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0));
+  const FileHandle snapshot(CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0));
   THREADENTRY32 thread = {.dwSize = sizeof thread};
   if (!snapshot || !Thread32First(snapshot.Get(), &thread)) {
     throw std::runtime_error("no list of threads");

@@ -6,24 +6,17 @@
 #include <atomic>
 
 #include "swr/paths/path_forms.h"
-#include "swr/system/unique_handle.h"
+#include "swr/system/handles_win.h"
 #include "swr/system/wide_text_win.h"
 #include "tests/support/temp_tree_system.h"
 
 namespace swr::testing {
 namespace {
 
-struct FileHandleTraits {
-  using Value = HANDLE;
-  static inline const HANDLE Invalid = INVALID_HANDLE_VALUE;
-  static void Close(HANDLE value) noexcept { CloseHandle(value); }
-};
-using FileHandle = UniqueHandle<FileHandleTraits>;
-
 constexpr DWORD shareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
-// Behind this prefix the system takes every name as it is, also one that ends in a blank or a full
-// stop; the program's own ToLongPath lets the system clean the path first.
+// With this prefix the system takes every name literally, even one that ends in a blank or a full
+// stop; ToLongPath lets the system clean the path first.
 std::u16string ExactPath(const std::u16string& path) { return u"\\\\?\\" + path; }
 
 void Check(bool succeeded, const char* action, const std::u16string& path) {

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "swr/system/unique_handle.h"
+#include "swr/system/handles_win.h"
 #include "swr/system/wide_text_win.h"
 
 namespace app {
@@ -23,12 +23,6 @@ class OpenedClipboard {
   bool isOpen_;
 };
 
-struct GlobalMemoryTraits {
-  using Value = HGLOBAL;
-  static constexpr HGLOBAL Invalid = nullptr;
-  static void Close(HGLOBAL value) noexcept { GlobalFree(value); }
-};
-
 }  // namespace
 
 std::optional<std::u16string> ReadClipboardText(HWND owner) {
@@ -47,8 +41,7 @@ std::optional<std::u16string> ReadClipboardText(HWND owner) {
 }
 
 void WriteClipboardText(HWND owner, const std::u16string& text) {
-  swr::UniqueHandle<GlobalMemoryTraits> memory(
-      GlobalAlloc(GMEM_MOVEABLE, (text.size() + 1) * sizeof(wchar_t)));
+  swr::GlobalMemory memory(GlobalAlloc(GMEM_MOVEABLE, (text.size() + 1) * sizeof(wchar_t)));
   if (!memory) return;
   auto* data = static_cast<wchar_t*>(GlobalLock(memory.Get()));
   if (data == nullptr) return;

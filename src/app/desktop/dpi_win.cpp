@@ -1,11 +1,13 @@
 #include "app/desktop/dpi_win.h"
 
+#include "swr/system/system_library_win.h"
+
 namespace app {
 
 int GetDpi(HWND window) {
-  using GetDpiForWindowFunction = UINT(WINAPI*)(HWND);
-  static const auto getDpiForWindow = reinterpret_cast<GetDpiForWindowFunction>(
-      reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"user32.dll"), "GetDpiForWindow")));
+  // Older systems lack it.
+  static UINT(WINAPI* const getDpiForWindow)(HWND) =
+      swr::FindLoadedFunction(L"user32.dll", "GetDpiForWindow");
   if (getDpiForWindow != nullptr && window != nullptr) {
     return static_cast<int>(getDpiForWindow(window));
   }

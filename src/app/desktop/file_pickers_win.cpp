@@ -3,16 +3,11 @@
 #include <shobjidl.h>
 
 #include "app/desktop/com_pointer_win.h"
+#include "swr/system/handles_win.h"
 #include "swr/system/wide_text_win.h"
 
 namespace app {
 namespace {
-
-struct TaskMemoryTraits {
-  using Value = wchar_t*;
-  static constexpr wchar_t* Invalid = nullptr;
-  static void Close(wchar_t* value) noexcept { CoTaskMemFree(value); }
-};
 
 template <typename Interface>
 ComPointer<Interface> MakeDialog(const CLSID& classId, const IID& interfaceId) {
@@ -41,7 +36,7 @@ void SetFilters(IFileDialog& dialog, const std::vector<FileFilter>& filters) {
 std::optional<std::u16string> PathOf(IShellItem& item) {
   wchar_t* text = nullptr;
   if (FAILED(item.GetDisplayName(SIGDN_FILESYSPATH, &text))) return std::nullopt;
-  const swr::UniqueHandle<TaskMemoryTraits> memory(text);
+  const swr::TaskText memory(text);
   return swr::FromWide(memory.Get());
 }
 

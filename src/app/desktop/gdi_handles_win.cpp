@@ -3,13 +3,14 @@
 #include <cstdint>
 #include <vector>
 
+#include "swr/system/system_library_win.h"
+
 namespace app {
 
 Icon LoadScaledIcon(int id, int size) {
   // Looked up by name: the import library of the tool chain does not have it.
-  using LoadFunction = HRESULT(WINAPI*)(HINSTANCE, PCWSTR, int, int, HICON*);
-  static const auto load = reinterpret_cast<LoadFunction>(reinterpret_cast<void*>(
-      GetProcAddress(GetModuleHandleW(L"comctl32.dll"), "LoadIconWithScaleDown")));
+  static HRESULT(WINAPI* const load)(HINSTANCE, PCWSTR, int, int, HICON*) =
+      swr::FindLoadedFunction(L"comctl32.dll", "LoadIconWithScaleDown");
   HICON icon = nullptr;
   if (load == nullptr ||
       FAILED(load(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(id), size, size, &icon))) {

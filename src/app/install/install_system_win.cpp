@@ -9,7 +9,8 @@
 #include <array>
 
 #include "app/desktop/com_pointer_win.h"
-#include "swr/system/unique_handle.h"
+#include "swr/system/handles_win.h"
+#include "swr/system/system_library_win.h"
 #include "swr/system/wide_text_win.h"
 
 namespace app {
@@ -18,18 +19,6 @@ namespace {
 constexpr DWORD LongestPath = 32768;     // code units, with the terminator
 constexpr size_t LongestValue = 2048;    // the same, of what is read from the registry
 constexpr int LongestLinkTarget = 1040;  // the same, of what a link points at
-
-struct RegistryKeyTraits {
-  using Value = HKEY;
-  static constexpr HKEY Invalid = nullptr;
-  static void Close(HKEY value) noexcept { RegCloseKey(value); }
-};
-
-struct TaskMemoryTraits {
-  using Value = wchar_t*;
-  static constexpr wchar_t* Invalid = nullptr;
-  static void Close(wchar_t* value) noexcept { CoTaskMemFree(value); }
-};
 
 // COM for the length of a scope, whether or not the thread has it already.
 class ComScope {
@@ -92,9 +81,8 @@ std::u16string WindowsInstallSystem::ProgramPath() {
 
 bool WindowsInstallSystem::RunsFromPackage() {
   // Systems before Windows 8 know no packages.
-  using Function = LONG(WINAPI*)(UINT32*, PWSTR);
-  const auto getName = reinterpret_cast<Function>(reinterpret_cast<void*>(
-      GetProcAddress(GetModuleHandleW(L"kernel32.dll"), "GetCurrentPackageFullName")));
+  LONG(WINAPI * getName)
+  (UINT32*, PWSTR) = swr::FindLoadedFunction(L"kernel32.dll", "GetCurrentPackageFullName");
   UINT32 length = 0;
   return getName != nullptr && getName(&length, nullptr) == ERROR_INSUFFICIENT_BUFFER;
 }
@@ -112,7 +100,7 @@ std::optional<std::u16string> WindowsInstallSystem::ReadRegistryText(RegistryHiv
                     swr::AsWide(key), 0, KEY_READ | ViewFlag(view), &opened) != ERROR_SUCCESS) {
     return std::nullopt;
   }
-  const swr::UniqueHandle<RegistryKeyTraits> closer(opened);
+  const swr::RegistryKey closer(opened);
   std::array<wchar_t, LongestValue> text;
   DWORD size = sizeof text;
   // It sees to the terminator that the value may lack.
@@ -142,7 +130,7 @@ void WindowsInstallSystem::AnnounceEntryChange() {
 std::optional<std::u16string> WindowsInstallSystem::SendToFolder() {
   wchar_t* folder = nullptr;
   const HRESULT result = SHGetKnownFolderPath(FOLDERID_SendTo, 0, nullptr, &folder);
-  const swr::UniqueHandle<TaskMemoryTraits> closer(folder);
+  const swr::TaskText closer(folder);
   if (FAILED(result) || folder == nullptr) return std::nullopt;
   return swr::FromWide(folder);
 }

@@ -5,7 +5,7 @@
 
 #include "swr/system/fault_injection.h"
 #include "swr/system/full_path.h"
-#include "swr/system/unique_handle.h"
+#include "swr/system/handles_win.h"
 #include "swr/system/wide_text_win.h"
 
 namespace app {
@@ -16,27 +16,15 @@ constexpr wchar_t WindowName[] = L"Local\\Zendrik.Sumwright.Window";
 constexpr DWORD TryInterval = 100;       // milliseconds
 constexpr UINT DeliveryTimeout = 10000;  // milliseconds
 
-struct HandleTraits {
-  using Value = HANDLE;
-  static constexpr HANDLE Invalid = nullptr;
-  static void Close(HANDLE value) noexcept { CloseHandle(value); }
-};
-using Handle = swr::UniqueHandle<HandleTraits>;
-
-struct MappedViewTraits {
-  using Value = void*;
-  static constexpr void* Invalid = nullptr;
-  static void Close(void* value) noexcept { UnmapViewOfFile(value); }
-};
+using swr::KernelHandle;
 
 // What is published: the window's handle. The value has this size in programs of either width.
 using PublishedHandle = uint64_t;
 static_assert(sizeof(PublishedHandle) == 8);
 
-swr::UniqueHandle<MappedViewTraits> MapView(HANDLE mapping, DWORD access) {
+swr::MappedView MapView(HANDLE mapping, DWORD access) {
   if (swr::InjectedFault(swr::SystemCall::MapView)) return {};
-  return swr::UniqueHandle<MappedViewTraits>(
-      MapViewOfFile(mapping, access, 0, 0, sizeof(PublishedHandle)));
+  return swr::MappedView(MapViewOfFile(mapping, access, 0, 0, sizeof(PublishedHandle)));
 }
 
 HWND AsWindow(uint64_t window) { return reinterpret_cast<HWND>(static_cast<UINT_PTR>(window)); }
@@ -45,9 +33,9 @@ HWND AsWindow(uint64_t window) { return reinterpret_cast<HWND>(static_cast<UINT_
 
 bool WindowsInstanceSystem::AnotherInstanceExists() {
   // Stays open: the object lasts as long as a process that has it.
-  static Handle sign;
+  static KernelHandle sign;
   if (swr::InjectedFault(swr::SystemCall::InstanceMutex)) return false;
-  Handle opened(CreateMutexW(nullptr, FALSE, InstanceName));
+  KernelHandle opened(CreateMutexW(nullptr, FALSE, InstanceName));
   const bool existed = opened && GetLastError() == ERROR_ALREADY_EXISTS;
   if (!sign) sign = std::move(opened);
   return existed;
@@ -55,7 +43,7 @@ bool WindowsInstanceSystem::AnotherInstanceExists() {
 
 uint64_t WindowsInstanceSystem::PublishedWindow() {
   if (swr::InjectedFault(swr::SystemCall::OpenMapping)) return 0;
-  const Handle mapping(OpenFileMappingW(FILE_MAP_READ, FALSE, WindowName));
+  const KernelHandle mapping(OpenFileMappingW(FILE_MAP_READ, FALSE, WindowName));
   if (!mapping) return 0;
   const auto view = MapView(mapping.Get(), FILE_MAP_READ);
   if (!view) return 0;

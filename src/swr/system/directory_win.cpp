@@ -5,32 +5,21 @@
 #include <string_view>
 
 #include "swr/system/fault_injection.h"
-#include "swr/system/unique_handle.h"
+#include "swr/system/handles_win.h"
 #include "swr/system/wide_text_win.h"
 
 namespace swr {
-namespace {
-
-struct FindHandleTraits {
-  using Value = HANDLE;
-  // INVALID_HANDLE_VALUE is a cast and can't be a constant expression.
-  static inline const HANDLE Invalid = INVALID_HANDLE_VALUE;
-  static void Close(HANDLE value) noexcept { FindClose(value); }
-};
-
-}  // namespace
-
 uint32_t ReadDirectory(const std::u16string& folder, std::vector<DirectoryEntry>& entries,
-                       bool /*withSizes: they come along*/) {
+                       bool /*withSizes: they are always there*/) {
   if (const auto fault = InjectedFault(SystemCall::ListDirectory)) return *fault;
-  // Behind the long prefix the system takes a path literally, so a second separator behind a drive
-  // root would name nothing.
+  // After the long prefix the system takes the path literally: two separators in a row name
+  // nothing.
   const bool endsInSeparator = !folder.empty() && folder.back() == u'\\';
   const std::u16string pattern = folder + (endsInSeparator ? u"*" : u"\\*");
   WIN32_FIND_DATAW data;
-  const UniqueHandle<FindHandleTraits> find(FindFirstFileExW(AsWide(pattern), FindExInfoBasic,
-                                                             &data, FindExSearchNameMatch, nullptr,
-                                                             FIND_FIRST_EX_LARGE_FETCH));
+  const FindHandle find(FindFirstFileExW(AsWide(pattern), FindExInfoBasic, &data,
+                                         FindExSearchNameMatch, nullptr,
+                                         FIND_FIRST_EX_LARGE_FETCH));
   if (!find) return GetLastError();
   do {
     const std::wstring_view name = data.cFileName;

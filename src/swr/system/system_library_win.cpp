@@ -20,9 +20,8 @@ HMODULE LoadSystemLibrary(const wchar_t* name) {
 
 void UseSystemLibrariesOnly() {
   // Older systems lack it.
-  using Function = BOOL(WINAPI*)(DWORD);
-  const auto setDirectories = reinterpret_cast<Function>(reinterpret_cast<void*>(
-      GetProcAddress(GetModuleHandleW(L"kernel32.dll"), "SetDefaultDllDirectories")));
+  BOOL(WINAPI * setDirectories)
+  (DWORD) = FindLoadedFunction(L"kernel32.dll", "SetDefaultDllDirectories");
   if (setDirectories != nullptr) setDirectories(LOAD_LIBRARY_SEARCH_SYSTEM32);
   // Takes the current folder out of the search.
   SetDllDirectoryW(L"");
@@ -30,6 +29,11 @@ void UseSystemLibrariesOnly() {
 
 SystemFunction FindSystemFunction(const wchar_t* library, const char* name) {
   const HMODULE module = LoadSystemLibrary(library);
+  return SystemFunction(module == nullptr ? nullptr : GetProcAddress(module, name));
+}
+
+SystemFunction FindLoadedFunction(const wchar_t* library, const char* name) {
+  const HMODULE module = GetModuleHandleW(library);
   return SystemFunction(module == nullptr ? nullptr : GetProcAddress(module, name));
 }
 

@@ -10,13 +10,13 @@
 
 namespace swr {
 
-// The process no longer looks for libraries in the program's folder, the current folder and the
-// PATH, as far as the system supports that (Windows 8, or 7 with its updates). To be called before
-// anything that may load one.
+// Removes the program's folder, the current folder and the PATH from the library search of the
+// process, as far as the system supports that (Windows 8, or 7 with its updates). To be called
+// before anything that may load a library.
 void UseSystemLibrariesOnly();
 
-// The address of a function, or of none. Converts to a pointer to any type of function: the type is
-// that of the variable it initialises, usually decltype(&Function).
+// The address of a function, possibly null. Converts to a pointer to any function type, so that the
+// type is stated once, in the declaration of the variable that it initialises.
 class SystemFunction {
  public:
   explicit SystemFunction(FARPROC address) : address_(address) {}
@@ -32,5 +32,9 @@ class SystemFunction {
 // The function of this name in a library ("wintrust.dll") of the system's folder; null when either
 // is missing. The library stays loaded until the process ends. May be called on any thread.
 SystemFunction FindSystemFunction(const wchar_t* library, const char* name);
+
+// The same for a library that the process has loaded already ("kernel32.dll", "comctl32.dll"): for
+// functions that older systems or the import libraries of the tool chain lack.
+SystemFunction FindLoadedFunction(const wchar_t* library, const char* name);
 
 }  // namespace swr

@@ -4,17 +4,12 @@
 
 #include <shlwapi.h>
 
-#include "swr/system/unique_handle.h"
+#include "swr/system/handles_win.h"
+#include "swr/system/system_library_win.h"
 #include "swr/system/wide_text_win.h"
 
 namespace swr {
 namespace {
-
-struct LocalMemoryTraits {
-  using Value = wchar_t*;
-  static constexpr wchar_t* Invalid = nullptr;
-  static void Close(wchar_t* value) noexcept { LocalFree(value); }
-};
 
 // The calls below count in int. Longer text does not occur: the largest file read as text has
 // 64 MiB.
@@ -32,12 +27,10 @@ std::u16string Decode(UINT codePage, std::string_view bytes) {
 
 }  // namespace
 
-// The table of CompareStringOrdinal has no function of its own in the Windows API, but this one in
-// the library below it.
+// The Windows API has no function for the table of CompareStringOrdinal, but ntdll has.
 char16_t SystemUpperUnit(char16_t unit) {
-  using UpcaseFunction = WCHAR(WINAPI*)(WCHAR);
-  static const auto upcase = reinterpret_cast<UpcaseFunction>(reinterpret_cast<void*>(
-      GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "RtlUpcaseUnicodeChar")));
+  static WCHAR(WINAPI* const upcase)(WCHAR) =
+      FindLoadedFunction(L"ntdll.dll", "RtlUpcaseUnicodeChar");
   return static_cast<char16_t>(upcase(static_cast<WCHAR>(unit)));
 }
 
@@ -50,7 +43,7 @@ int SystemCompareNatural(const std::u16string& a, const std::u16string& b) {
   return StrCmpLogicalW(AsWide(a), AsWide(b));
 }
 
-// The platform has no key for this order.
+// Windows has no keys for this order.
 std::u16string SystemNaturalKey(std::u16string text) { return text; }
 
 int SystemCompareNaturalKeys(const std::u16string& a, const std::u16string& b) {
@@ -85,7 +78,7 @@ std::u16string SystemErrorText(uint32_t error) {
   const DWORD length = FormatMessageW(
       FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS,
       nullptr, error, 0, reinterpret_cast<wchar_t*>(&buffer), 0, nullptr);
-  const UniqueHandle<LocalMemoryTraits> memory(buffer);
+  const LocalMemory<wchar_t> memory(buffer);
   if (length == 0 || !memory) return {};
   return FromWide({memory.Get(), length});
 }
