@@ -1,4 +1,4 @@
-// The bytes of a checksum file. The first byte chooses the file's name, the rest is its content.
+// Parses checksum files. The first byte selects the file name, the rest is the content.
 #include <algorithm>
 #include <array>
 
@@ -21,29 +21,29 @@ constexpr std::array<std::u16string_view, 8> fileNames = {
 
 void RequireSound(const swr::ChecksumLine& line) {
   using fuzz::Require;
-  Require(!line.candidates.empty(), "a line belongs to an algorithm");
+  Require(!line.candidates.empty(), "a line has a candidate");
   for (const swr::AlgoId id : line.candidates) {
-    Require(std::ranges::count(line.candidates, id) == 1, "an algorithm is compared once");
-    // A plain line with the mark of XXH3 is kept whatever its length; verifying it fails.
+    Require(std::ranges::count(line.candidates, id) == 1, "a candidate occurs once");
+    // A plain line with the XXH3 prefix is kept whatever its length; it fails when it is verified.
     Require(line.digest.size() == swr::GetAlgo(id).digestSize || id == swr::AlgoId::Xxh3_64,
-            "a digest has its algorithm's length");
+            "a digest has the length of its algorithm");
   }
 }
 
 void RequireNumbersInOrder(const swr::ChecksumSet& set, std::u16string_view text) {
   std::vector<uint32_t> numbers = set.skippedLines;
-  fuzz::Require(std::ranges::is_sorted(numbers), "skipped lines come in order");
+  fuzz::Require(std::ranges::is_sorted(numbers), "skipped lines are in order");
   uint32_t last = 0;
   for (const swr::ChecksumLine& line : set.lines) {
-    fuzz::Require(line.lineNumber > last, "lines come in order");
+    fuzz::Require(line.lineNumber > last, "lines are in order");
     last = line.lineNumber;
     numbers.push_back(line.lineNumber);
   }
   std::ranges::sort(numbers);
-  fuzz::Require(std::ranges::adjacent_find(numbers) == numbers.end(), "a line counts once");
+  fuzz::Require(std::ranges::adjacent_find(numbers) == numbers.end(), "a line is reported once");
   const auto lines = 1 + std::ranges::count(text, u'\n');
   fuzz::Require(numbers.empty() || (numbers.front() >= 1 && numbers.back() <= lines),
-                "a line that is told of is there");
+                "a reported line exists");
 }
 
 void RequireLineEndsDoNotMatter(const swr::ChecksumSet& set, std::u16string_view text,

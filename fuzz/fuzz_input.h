@@ -1,4 +1,4 @@
-// The fuzzer's bytes as the kinds of input that the program gets.
+// Conversion of the fuzzer's bytes to the inputs of the program.
 #pragma once
 
 #include <cstddef>
@@ -14,7 +14,7 @@ inline std::string_view BytesOf(const uint8_t* data, size_t size) {
   return {reinterpret_cast<const char*>(data), size};
 }
 
-// Text of any units: a byte-order mark for UTF-16 in front lets lone surrogates through.
+// May contain any code units: after a byte-order mark of UTF-16 lone surrogates are possible.
 inline std::u16string TextOf(const uint8_t* data, size_t size) {
   return swr::DecodeTextBytes(BytesOf(data, size));
 }

@@ -1,4 +1,4 @@
-// The message with which a second instance hands its paths over; any process can send one.
+// Parses the message with which a second instance hands over its paths; any process can send one.
 #include <vector>
 
 #include "app/instance/hand_over.h"
@@ -7,22 +7,22 @@
 
 int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   using fuzz::Require;
-  // A copy of exactly this size, so that a look beyond its end is seen.
+  // A copy of exactly this size, so that reading beyond its end is detected.
   const std::vector<std::byte> payload(reinterpret_cast<const std::byte*>(data),
                                        reinterpret_cast<const std::byte*>(data) + size);
-  Require(!app::ReadHandOver(0, payload), "only our mark counts");
+  Require(!app::ReadHandOver(0, payload), "messages without the mark are ignored");
   const auto paths = app::ReadHandOver(app::HandOverMark, payload);
-  Require(paths.has_value() == (size % 2 == 0), "half a unit is no message of ours");
+  Require(paths.has_value() == (size % 2 == 0), "a message has whole code units");
   if (!paths) return 0;
   size_t units = 0;
   for (const std::u16string& path : *paths) {
-    Require(!path.empty(), "an empty path is left out");
+    Require(!path.empty(), "no path is empty");
     Require(path.find(u'\0') == path.npos, "a path ends at its terminator");
     units += path.size();
   }
-  Require(units <= size / 2, "nothing is added");
+  Require(units <= size / 2, "no code unit is added");
   const std::u16string again = app::HandOverPayload(*paths);
   Require(app::ReadHandOver(app::HandOverMark, std::as_bytes(std::span(again))) == paths,
-          "what is sent is what is read");
+          "a message is read as it was sent");
   return 0;
 }

@@ -1,5 +1,5 @@
-// Names in checksum files, and the paths that they mean. The text is the path of the checksum file
-// and, behind a line feed, the listed name.
+// Resolves names in checksum files. The input is the path of the checksum file, a line feed and the
+// listed name.
 #include "fuzz/fuzz_input.h"
 #include "fuzz/require.h"
 #include "swr/checksums/listed_path.h"
@@ -13,17 +13,17 @@ void RequireSound(std::u16string_view file, std::u16string_view name, swr::PathS
   const bool isWindows = style == swr::PathStyle::Windows;
   const std::u16string path = swr::ResolveListedPath(file, name, style);
   Require(path.ends_with(isWindows ? path.substr(path.size() - name.size()) : std::u16string(name)),
-          "the name stands at the end");
+          "the path ends with the name");
   const bool isRooted = name.starts_with(u'/') || (isWindows && name.starts_with(u'\\'));
   const bool hasDrive = isWindows && name.size() >= 2 && name[1] == u':';
   if (isRooted || hasDrive) return;
   const size_t separator = file.find_last_of(u"\\/");
   const std::u16string_view folder = file.substr(0, separator == file.npos ? 0 : separator + 1);
-  Require(path.starts_with(folder), "a relative name stands beside its checksum file");
-  Require(path.size() == folder.size() + name.size(), "nothing is added to a name");
+  Require(path.starts_with(folder), "a relative name is in the folder of its checksum file");
+  Require(path.size() == folder.size() + name.size(), "nothing is added to the name");
 }
 
-// What is saved beside a file is found there again.
+// A name that was saved relative to a folder resolves to the same path.
 void RequireRoundTrip(std::u16string_view file, std::u16string_view name) {
   const std::u16string_view folder = swr::SplitPath(file).folder;
   if (folder.empty() || folder.find(u'/') != folder.npos || folder.ends_with(u'\\')) return;
@@ -35,10 +35,10 @@ void RequireRoundTrip(std::u16string_view file, std::u16string_view name) {
   std::u16string list(folder);
   list += u"\\list.md5";
   fuzz::Require(swr::ResolveListedPath(list, listed, swr::PathStyle::Windows) == path,
-                "a saved name means the file that it was saved for");
+                "a saved name resolves to its file");
 }
 
-// Whether it can be the name of a file below a folder, in the spelling of Windows.
+// Whether this can be the name of a file below a folder on Windows.
 bool IsPlainName(std::u16string_view name) {
   return !name.empty() && name.find_first_of(u"/:") == name.npos && !name.starts_with(u'\\');
 }

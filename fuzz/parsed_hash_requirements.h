@@ -1,4 +1,4 @@
-// What holds for every value that was read as a hash, wherever it came from.
+// Requirements for every parsed hash, whatever its source.
 #pragma once
 
 #include <algorithm>
@@ -9,14 +9,15 @@
 namespace fuzz {
 
 inline void RequireSound(const swr::ParsedHash& hash) {
-  Require(!hash.candidates.empty(), "a hash belongs to an algorithm");
+  Require(!hash.candidates.empty(), "a hash has a candidate");
   for (const swr::AlgoId id : hash.candidates) {
-    Require(std::ranges::count(hash.candidates, id) == 1, "an algorithm is compared once");
+    Require(std::ranges::count(hash.candidates, id) == 1, "a candidate occurs once");
     Require(hash.digest.size() == swr::GetAlgo(id).digestSize,
-            "a digest has its algorithm's length");
+            "a digest has the length of its algorithm");
   }
-  Require(!hash.explicitAlgo || hash.candidates.size() == 1, "a named algorithm is the only one");
-  Require(hash.name.find(u'\n') == hash.name.npos, "a name stands on one line");
+  Require(!hash.explicitAlgo || hash.candidates.size() == 1,
+          "a named algorithm is the only candidate");
+  Require(hash.name.find(u'\n') == hash.name.npos, "a name has no line feed");
 }
 
 }  // namespace fuzz

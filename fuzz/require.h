@@ -6,7 +6,8 @@
 
 namespace fuzz {
 
-// Ends the process with a report when `holds` is false; the fuzzer keeps the input that led here.
+// Ends the process with a report if `holds` is false; the fuzzer keeps the input. `what` is the
+// requirement.
 inline void Require(bool holds, const char* what) {
   if (holds) return;
   std::fprintf(stderr, "does not hold: %s\n", what);

@@ -1,5 +1,5 @@
-// What is saved and read again, in the three formats that can be read. The only differences allowed
-// are those that docs/formats.md tells of.
+// Saves and reads checksums in the three formats that can be read. The only differences allowed are
+// those in docs/formats.md.
 #include <fuzzer/FuzzedDataProvider.h>
 
 #include <algorithm>
@@ -23,7 +23,7 @@ struct Listed {
   bool operator==(const Listed&) const = default;
 };
 
-// Never empty, and with replacement characters where a file could not be written in UTF-8.
+// Never empty, and without lone surrogates, which UTF-8 can't represent.
 std::u16string MakeName(FuzzedDataProvider& input) {
   const std::u16string name = swr::Utf8ToWide(input.ConsumeRandomLengthString(40));
   return name.empty() ? u"x" : name;
@@ -44,15 +44,15 @@ std::vector<swr::ExportRow> MakeRows(FuzzedDataProvider& input) {
   return rows;
 }
 
-// A carriage return is written as an escape that is not read.
-std::u16string NameThatComesBack(std::u16string name) {
+// A carriage return is written as an escape that the reader does not know.
+std::u16string NameReadBack(std::u16string name) {
   for (size_t at = 0; (at = name.find(u'\r', at)) != name.npos;) name.replace(at, 1, u"\\r");
   return name;
 }
 
-// SFV has neither escapes nor quotes: a name that looks like a comment is lost, and so are blanks
-// around a name and a hyphen in front that looks like that of a signed text.
-std::optional<std::u16string> NameThatComesBackFromSfv(std::u16string_view name) {
+// SFV has neither escapes nor quotes: a name that looks like a comment is lost, as are blanks
+// around a name and a leading "- ", which looks like the dash-escape of a clear-signed text.
+std::optional<std::u16string> NameReadFromSfv(std::u16string_view name) {
   if (name == u"-") return std::nullopt;
   if (name.starts_with(u"- ")) name.remove_prefix(2);
   name.remove_prefix(std::min(name.find_first_not_of(u" \t"), name.size()));
@@ -62,7 +62,7 @@ std::optional<std::u16string> NameThatComesBackFromSfv(std::u16string_view name)
   return std::u16string(name);
 }
 
-// In a file named for CRC32 every line that ends so is one of SFV, this one too.
+// In a file named for CRC32 every line with such an end is read as SFV.
 bool EndsLikeSfv(std::u16string_view name) {
   const size_t blank = name.rfind(u' ');
   const std::u16string_view last = name.substr(blank == name.npos ? 0 : blank + 1);
@@ -85,17 +85,17 @@ void RequireRoundTrip(const std::vector<swr::ExportRow>& rows, const swr::Export
     for (const swr::ExportDigest& digest : row.digests) {
       if (options.hasAlgo && digest.algo != options.algo) continue;
       const std::optional<std::u16string> name = options.format == swr::ExportFormat::Sfv
-                                                     ? NameThatComesBackFromSfv(row.name)
-                                                     : NameThatComesBack(row.name);
+                                                     ? NameReadFromSfv(row.name)
+                                                     : NameReadBack(row.name);
       if (!name) continue;
       expected.push_back(
           {*name, {digest.digest.View().begin(), digest.digest.View().end()}, {digest.algo}});
     }
   }
   const std::string saved = swr::RenderChecksums(rows, options);
-  const bool comesBack = Read(saved, path) == expected;
-  if (!comesBack) std::fwrite(saved.data(), 1, saved.size(), stderr);
-  fuzz::Require(comesBack, "what is saved is what is read");
+  const bool isReadBack = Read(saved, path) == expected;
+  if (!isReadBack) std::fwrite(saved.data(), 1, saved.size(), stderr);
+  fuzz::Require(isReadBack, "checksums are read as they were saved");
 }
 
 }  // namespace

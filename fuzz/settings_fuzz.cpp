@@ -1,4 +1,4 @@
-// What an older, a newer or a damaged program left in the settings.
+// Reads settings that an older, a newer or a faulty program may have left.
 #include <fuzzer/FuzzedDataProvider.h>
 
 #include <map>
@@ -11,7 +11,7 @@ namespace {
 
 using app::testing::FakeDesktop;
 
-// A window that starts on these settings and is closed.
+// A window that starts with these settings and is closed.
 struct OneRun {
   explicit OneRun(FakeDesktop settings) : desktop(std::move(settings)) {
     main.ReadSettings();
@@ -34,10 +34,10 @@ void RequireSound(const app::MainWindow& main) {
   Require(main.algorithms != 0, "something is selected");
   Require((main.algorithms & ~swr::AllAlgosMask) == 0, "only known algorithms are selected");
   Require(main.showLegacy || (main.algorithms & swr::LegacyAlgoMask) == 0,
-          "legacy algorithms are selected only where they are shown");
+          "legacy algorithms are selected only if they are shown");
   for (const uint32_t width : {main.fixedWidths.name, main.fixedWidths.folder,
                                main.fixedWidths.size, main.fixedWidths.status}) {
-    Require(width >= 30 && width <= 2000, "a column can be seen and does not hide the others");
+    Require(width >= 30 && width <= 2000, "a column is visible and does not hide the others");
   }
 }
 
@@ -58,8 +58,8 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   RequireSound(first.main);
   const OneRun second(first.desktop);
   fuzz::Require(second.desktop.dwordSettings == first.desktop.dwordSettings,
-                "what is written is what is read");
+                "settings are read as they were written");
   fuzz::Require(second.desktop.binarySettings == first.desktop.binarySettings,
-                "widths and place are written as they were read");
+                "column widths and window position are written as they were read");
   return 0;
 }

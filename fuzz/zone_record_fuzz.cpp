@@ -1,4 +1,4 @@
-// The stream in which a browser tells where a file came from; anybody can have written it.
+// Parses the stream in which browsers record the download origin; anybody can have written it.
 #include "fuzz/fuzz_input.h"
 #include "fuzz/require.h"
 #include "swr/provenance/zone_record.h"
@@ -7,8 +7,8 @@
 namespace {
 
 void RequireOneLine(const std::u16string& address) {
-  fuzz::Require(address.find(u'\n') == address.npos, "an address stands on one line");
-  fuzz::Require(swr::TrimText(address) == address, "an address has no blanks around it");
+  fuzz::Require(address.find(u'\n') == address.npos, "an address has no line feed");
+  fuzz::Require(swr::TrimText(address) == address, "an address is trimmed");
 }
 
 }  // namespace
@@ -16,13 +16,13 @@ void RequireOneLine(const std::u16string& address) {
 int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const std::u16string text = fuzz::TextOf(data, size);
   const swr::ZoneRecord record = swr::ParseZoneText(text);
-  fuzz::Require(record.found, "a stream that was read is a record");
+  fuzz::Require(record.found, "every text is a record");
   RequireOneLine(record.hostUrl);
   RequireOneLine(record.referrerUrl);
   fuzz::Require(swr::ParseZoneText(text + u"\n\n[Section]\nOther=1") == record,
-                "other keys change nothing");
+                "other keys are ignored");
   const swr::ZoneRecord later = swr::ParseZoneText(text + u"\nZONEID = 3\r\n");
-  fuzz::Require(later.zoneId == swr::InternetZone, "the last of a key counts");
-  fuzz::Require(later.hostUrl == record.hostUrl, "one key leaves the other");
+  fuzz::Require(later.zoneId == swr::InternetZone, "the last value of a key is used");
+  fuzz::Require(later.hostUrl == record.hostUrl, "a key does not affect another");
   return 0;
 }

@@ -1,8 +1,8 @@
 # shellcheck shell=bash
-# Sourced by the scripts that start Windows programs: the surroundings that every such program gets.
-# A prefix is Wine's folder with a registry and a drive C.
+# The environment of every Windows program, for the scripts that start one. A prefix is Wine's folder
+# with a registry and a drive C.
 
-export LANG=C.UTF-8 # any other locale may damage file names
+export LANG=C.UTF-8 # other locales may damage file names
 unset LC_ALL
 export WINEARCH=${WINEARCH:-win64}
 tools_folder=$(realpath "$(dirname "${BASH_SOURCE[0]}")")
@@ -10,18 +10,18 @@ tools_folder=$(realpath "$(dirname "${BASH_SOURCE[0]}")")
 export WINEDEBUG=${WINEDEBUG:--all}
 export WINEDLLOVERRIDES='mscoree,mshtml=;winemenubuilder.exe='
 
-# Ends every program that was started with this prefix in its environment, and its server.
+# Ends every program that has this prefix in its environment, and its server.
 stop_prefix() {
   [[ ! -d $1 ]] || WINEPREFIX=$1 wineserver -k 2>/dev/null || true
   end_processes_with "WINEPREFIX=$1" 10
 }
 
-# Ends the processes that have this entry in their environment. They are given some tenths of a
-# second to end by themselves, then asked, and in the end killed.
+# Ends the processes that have this entry in their environment. They have some tenths of a second to
+# end by themselves, then get a TERM signal, and finally KILL.
 end_processes_with() {
   local entry=$1 patience=$2 round processes
   for ((round = 0; round < patience + 50; ++round)); do
-    # The search itself must not have the entry.
+    # Without the entry in the environment of the search itself.
     mapfile -t processes < <(env -i "$(command -v grep)" -lszxF "$entry" /proc/[0-9]*/environ)
     ((${#processes[@]})) || return 0
     processes=("${processes[@]//[!0-9]/}")

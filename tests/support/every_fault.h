@@ -1,9 +1,9 @@
-// Makes each call of the system that something leads to fail in turn, once with each of a handful
-// of codes that real systems give.
+// Systematic fault injection: makes each system call of an operation fail in turn, with each of
+// several codes that real systems return.
 //
-// What is tried is a scenario, a class that is made anew for each turn: its constructor prepares;
-// Run() does what is tested, and one call in it fails; Check() is told which one, if any, and looks
-// at the outcome. Only in Run() something fails.
+// The operation is a scenario, a class of which each run makes a new object: the constructor
+// prepares; Run() performs the operation, in which one call fails; Check() receives the call that
+// failed, if any, and checks the outcome. Calls fail in Run() only.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -59,7 +59,7 @@ inline std::string NameOf(SystemCall call) {
 
 using CallCounts = std::array<uint32_t, SystemCallCount>;
 
-// One turn. The calls that it came to.
+// Performs one run and returns the number of calls of each kind.
 template <typename Scenario>
 CallCounts RunScenario(const MaybeFailed& failed) {
   std::vector<PlannedFault> planned;
@@ -75,9 +75,9 @@ CallCounts RunScenario(const MaybeFailed& failed) {
   return counts;
 }
 
-// Runs a turn and looks at what it leaves open. The first of its kind can bring something about
-// that the system keeps until the end of the process; so only what every one of several leaves
-// counts.
+// Performs a run and checks that it leaves no handle or thread behind. The first run of a kind may
+// create something that the system keeps until the process ends, so it is a leak only if each of
+// several runs leaves something behind.
 template <typename Scenario>
 CallCounts RunWithoutLeak(const MaybeFailed& failed) {
   constexpr int tries = 4;
@@ -86,15 +86,15 @@ CallCounts RunWithoutLeak(const MaybeFailed& failed) {
     const OwnResources before = CountOwnResources();
     counts = RunScenario<Scenario>(failed);
     if (WaitForResources(before) == before) break;
-    if (i == tries) ADD_FAILURE() << "it leaves something open each time";
+    if (i == tries) ADD_FAILURE() << "every run leaves something open";
   }
   return counts;
 }
 
-// All turns. The number of failures tried goes into the test's record.
+// Performs all runs. The number of failures goes into the test's record.
 template <typename Scenario>
 void FailEachCall() {
-  RunScenario<Scenario>(std::nullopt);  // does what is done once a process
+  RunScenario<Scenario>(std::nullopt);  // for what happens once per process
   const CallCounts calls = RunWithoutLeak<Scenario>(std::nullopt);
   int failures = 0;
   for (size_t i = 0; i < calls.size(); ++i) {
@@ -104,7 +104,7 @@ void FailEachCall() {
         SCOPED_TRACE(NameOf(call) + " " + std::to_string(nth) + " of " + std::to_string(calls[i]) +
                      ": " + code.name);
         const CallCounts made = RunWithoutLeak<Scenario>(FailedCall{call, nth, code.code});
-        EXPECT_GE(made[i], nth) << "it was never called";
+        EXPECT_GE(made[i], nth) << "the call was never made";
         ++failures;
       }
     }

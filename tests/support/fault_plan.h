@@ -1,5 +1,5 @@
-// Makes chosen calls of the system fail, or lets something happen just before they go ahead, for as
-// long as the object lives. It also counts the calls.
+// Makes chosen system calls fail, or runs something just before them, for the lifetime of the
+// object. It also counts the calls.
 #pragma once
 
 #include <array>
@@ -16,8 +16,8 @@ namespace swr::testing {
 
 struct PlannedFault {
   SystemCall call;
-  uint32_t nth = 1;              // counted from 1; 0 means every call
-  std::optional<uint32_t> code;  // the failure; nothing to let the call go ahead
+  uint32_t nth = 1;              // of this kind, from 1; 0 means every call
+  std::optional<uint32_t> code;  // the error; nothing to let the call go ahead
   std::function<void()> before;  // runs on the calling thread before the call fails or goes ahead
 };
 
@@ -41,7 +41,7 @@ class InstalledFaults final : public FaultPlan {
     return std::nullopt;
   }
 
-  // The calls so far, those that were made to fail included.
+  // The number of calls so far, including those that failed.
   uint32_t Count(SystemCall call) const { return counts_[static_cast<size_t>(call)]; }
 
  private:

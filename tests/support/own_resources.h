@@ -1,4 +1,4 @@
-// What this process holds of the system, for tests that look for leaks.
+// The system resources of this process, for tests that detect leaks.
 #pragma once
 
 #include <cstddef>
@@ -12,11 +12,11 @@ struct OwnResources {
   bool operator==(const OwnResources&) const = default;
 };
 
-// Throws std::runtime_error when the system does not say.
+// Throws std::runtime_error if the system does not report them.
 OwnResources CountOwnResources();
 
-// Counts until it finds this, for a thread that has been joined can be there for a moment longer.
-// The last count.
+// Counts repeatedly until the count is as expected, for at most 250 ms: a thread can outlive its
+// join for a moment. Returns the last count.
 OwnResources WaitForResources(const OwnResources& expected);
 
 }  // namespace swr::testing

@@ -6,7 +6,7 @@
 namespace swr::testing {
 namespace {
 
-// The folder's own descriptor, while it is read, is one of those that are counted; it always is.
+// Includes the descriptor with which the folder itself is read, in every count.
 size_t EntriesOf(const char* folder) {
   const std::filesystem::directory_iterator first(folder);
   return static_cast<size_t>(std::distance(begin(first), end(first)));

@@ -1,5 +1,4 @@
-// How much a random test does: a little in the usual run of all tests, more where the environment
-// says so.
+// The length of random tests: short by default, longer if the environment says so.
 #pragma once
 
 #include <cstdint>
@@ -7,7 +6,7 @@
 
 namespace swr::testing {
 
-// The number in the environment variable of this name, or the usual one.
+// The number in the environment variable `name`, or `usual` if it is not set.
 inline uint64_t NumberFromEnvironment(const char* name, uint64_t usual) {
   const char* text = std::getenv(name);
   return text == nullptr ? usual : std::strtoull(text, nullptr, 10);

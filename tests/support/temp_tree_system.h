@@ -1,4 +1,4 @@
-// What temp_tree.cpp wants of the platform; each has its own file.
+// The platform's part of temp_tree.cpp.
 #pragma once
 
 #include <string>
@@ -6,13 +6,13 @@
 
 namespace swr::testing {
 
-// Makes a folder that nobody else has and returns its full path.
+// Creates a folder with a unique name and returns its full path.
 std::u16string MakeUniqueFolder();
 // No error when the folder exists.
 void MakeFolder(const std::u16string& path);
 void RemoveTree(const std::u16string& path);
 
-// Throws: `action` failed on `path`. The system's own code is `code`.
+// Throws std::runtime_error: `action` failed on `path` with the system's own `code`.
 [[noreturn]] void ThrowFailure(std::string_view action, const std::u16string& path, long code);
 
 }  // namespace swr::testing

@@ -1,15 +1,15 @@
-// read_list.exe: prints the list of the Sumwright window that is open, one line for each row:
-// status, each digest in the order of the columns, path; separated by tabs, in UTF-8.
+// read_list.exe: prints the list of the open Sumwright window in UTF-8, one line per row: status,
+// the digests in the order of the columns, and path, separated by tabs.
 //
-//   --wait              first waits until the window has no work left
-//   --screenshot-ready  also has the window painted before it prints
-//   --close             instead of printing, closes the window and waits for the program's end
+//   --wait              waits until the window has no work left
+//   --screenshot-ready  makes the window paint itself first
+//   --close             closes the window instead of printing, and waits until the program ends
 //   --start PROGRAM.exe [PATH...]
 //                       as the last option: first starts the program with these paths, again if no
 //                       window shows; the window stays open afterwards
 //
-// Exit code 0, or 1 with a message when there is no window, it does not answer, or the program ends
-// with another code than 0.
+// Exits with 0, or with 1 and a message if there is no window, it does not respond, or the program
+// ends with an exit code other than 0.
 #include "swr/system/windows_api_win.h"
 
 #include <fcntl.h>
@@ -36,7 +36,7 @@ constexpr DWORD pollInterval = 50;  // milliseconds, as all times here
 constexpr DWORD answerTimeout = 60'000;
 constexpr DWORD endTimeout = 60'000;
 
-// Columns before the digests: Name, Folder, Size. Status comes after them.
+// The columns before the digests are Name, Folder and Size; Status comes last.
 constexpr int nameColumn = 0;
 constexpr int folderColumn = 1;
 constexpr int firstDigestColumn = 3;
@@ -75,16 +75,16 @@ bool HasUnfinishedRow(const RemoteList& list) {
   return false;
 }
 
-// While folders are walked the window answers nothing, for as long as that takes.
+// The window does not respond while it walks folders, however long that takes.
 void WaitForAnswer(HWND window) {
   DWORD_PTR answer = 0;
   while (!SendMessageTimeoutW(window, WM_NULL, 0, 0, SMTO_NORMAL, answerTimeout, &answer)) {
-    if (!IsWindow(window)) throw std::runtime_error("the window was closed");
+    if (!IsWindow(window)) throw std::runtime_error("the window has been closed");
   }
 }
 
-// The paths of the command line are taken in just after the window has appeared, and until then it
-// looks idle too: only a window that stays so for a while has no work left.
+// The window appears before it adds the paths of its command line and is idle until then, so only a
+// window that stays idle for a while has no work left.
 void WaitUntilIdle(HWND window, const RemoteList& list) {
   const HWND cancel = GetDlgItem(window, IDC_CANCEL);
   int idlePolls = 0;
@@ -107,12 +107,12 @@ void WaitUntilIdle(HWND window, const RemoteList& list) {
 void HavePainted(HWND window) {
   RedrawWindow(window, nullptr, nullptr,
                RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW);
-  Sleep(500);  // what is painted reaches the screen a little later
+  Sleep(500);  // it takes a moment until the screen shows it
 }
 
 std::string ToUtf8(std::u16string text) {
   for (char16_t& unit : text) {
-    if (unit < u' ') unit = u'\uFFFD';  // a name may hold what ends a line or a column
+    if (unit < u' ') unit = u'\uFFFD';  // a name may contain a line end or a tab
   }
   const int length = static_cast<int>(text.size());
   const int size =
@@ -147,7 +147,7 @@ void Close(HWND window) {
   DWORD id = 0;
   GetWindowThreadProcessId(window, &id);
   const HANDLE process = OpenProcess(SYNCHRONIZE | PROCESS_QUERY_INFORMATION, FALSE, id);
-  if (!process) throw std::runtime_error("the process of the window cannot be opened");
+  if (!process) throw std::runtime_error("the process of the window can't be opened");
   PostMessageW(window, WM_CLOSE, 0, 0);
   const DWORD result = WaitForSingleObject(process, endTimeout);
   DWORD code = 0;
@@ -193,7 +193,7 @@ int wmain(int argumentCount, wchar_t** arguments) {
       start.program = FullPath(arguments[++i]);
       while (++i < argumentCount) start.arguments.push_back(swr::FromWide(arguments[i]));
     } else {
-      std::fprintf(stderr, "read_list: no such option: %ls\n", arguments[i]);
+      std::fprintf(stderr, "read_list: unknown option: %ls\n", arguments[i]);
       return 2;
     }
   }

@@ -105,7 +105,7 @@ std::optional<ChecksumLine> ChecksumTextReader::Next() {
     if (line.ends_with(u'\r')) line.remove_suffix(1);
     if (number_ == 1 && line.starts_with(u'\uFEFF')) line.remove_prefix(1);
     if (IsFrame(TrimText(line))) continue;
-    if (line.starts_with(u"- ")) line.remove_prefix(2);  // the dash-escape of a signed text
+    if (line.starts_with(u"- ")) line.remove_prefix(2);  // dash-escape of a clear-signed text
     const size_t first = line.find_first_not_of(u" \t");
     if (first == line.npos) continue;
     line.remove_prefix(first);

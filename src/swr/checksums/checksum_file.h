@@ -1,4 +1,4 @@
-// Checksum files: how their names are recognised, and what their text says line by line.
+// Checksum files: recognising them by name, and parsing their text line by line.
 #pragma once
 
 #include <cstdint>
@@ -11,45 +11,49 @@
 
 namespace swr {
 
-// The algorithm that the name of a checksum file implies (".sha256", "SHA256SUMS", "md5sum.txt").
+// The algorithm that the name of a checksum file implies (".sha256", "SHA256SUMS", "md5sum.txt"),
+// or nothing. Only the last step of the path matters, in any case; one suffix ".txt", ".asc" or
+// ".sig" is ignored.
 std::optional<AlgoId> AlgoFromChecksumFileName(std::u16string_view path);
-// Whether a file of this name is worth reading as a checksum file.
+// Whether a file of this name is likely to be a checksum file: it implies an algorithm, or it is
+// one of the names without one ("checksums.txt", "*.digests").
 bool IsChecksumFileName(std::u16string_view path);
 
 struct ChecksumSet {
-  std::vector<ChecksumLine> lines;  // in file order; a name can come several times
-  // The numbers, from 1 and ascending, of the lines that hold something that is no checksum.
+  std::vector<ChecksumLine> lines;  // in file order; a name can occur several times
+  // The numbers, from 1 and ascending, of the lines that are neither a checksum nor ignored.
   std::vector<uint32_t> skippedLines;
 };
 
-// Reads the text of a file checksum by checksum. Plain, tagged and SFV lines may be mixed; blank
-// lines and comments are passed over, and so are the frame and signature of a PGP clear-signed
-// text, which is not checked.
+// Parses the text of a checksum file one checksum at a time. Plain, tagged and SFV lines may be
+// mixed. Blank lines and comments are ignored, as are the header and the signature of a PGP
+// clear-signed text; the signature is not verified, and lines outside the signed block are parsed
+// too.
 class ChecksumTextReader {
  public:
-  // `text` must outlive the object. `path` is the file's own, for what its name implies.
+  // `text` must outlive the object; `path` is only used here, for the algorithm that it implies.
   ChecksumTextReader(std::u16string_view text, std::u16string_view path)
       : rest_(text), hint_(AlgoFromChecksumFileName(path)) {}
 
-  // Nothing at the end of the text.
+  // The next checksum, or nothing at the end of the text.
   std::optional<ChecksumLine> Next();
-  // As ChecksumSet has them, of the lines that Next came by.
+  // See ChecksumSet; of the lines that Next has passed so far.
   const std::vector<uint32_t>& SkippedLines() const { return skippedLines_; }
 
  private:
   enum class Part : uint8_t { Body, SignedHeader, Signature };
 
-  // True for a line of the frame or signature of a clear-signed text.
+  // Whether the line belongs to the header or signature of a clear-signed text. Tracks the part.
   bool IsFrame(std::u16string_view line);
 
   std::u16string_view rest_;
   std::optional<AlgoId> hint_;
-  uint32_t number_ = 0;  // of the last line that was read
+  uint32_t number_ = 0;  // of the last line read
   Part part_ = Part::Body;
   std::vector<uint32_t> skippedLines_;
 };
 
-// The whole of it at once.
+// Parses the whole text at once.
 ChecksumSet ParseChecksumText(std::u16string_view text, std::u16string_view path);
 
 }  // namespace swr

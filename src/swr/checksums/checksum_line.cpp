@@ -11,7 +11,7 @@ namespace {
 
 using Bytes = std::optional<std::vector<uint8_t>>;
 
-// Takes the backslash in front that says that the name is escaped.
+// Removes the leading backslash that marks an escaped name; returns whether there was one.
 bool TakeEscapeMark(std::u16string_view& line) {
   const bool isEscaped = line.starts_with(u'\\');
   if (isEscaped) line.remove_prefix(1);
@@ -53,7 +53,7 @@ bool ParsePlainLine(std::u16string_view line, std::optional<AlgoId> hint, Checks
   if (!digest) return false;
   std::vector<AlgoId> candidates;
   if (isXxh3) {
-    // Of any length: what is written so is meant so, and fails where it is verified.
+    // Of any length: such a line stays in the list and fails when it is verified.
     candidates = {AlgoId::Xxh3_64};
   } else if (hint && digest->size() == GetAlgo(*hint).digestSize) {
     candidates = {*hint};

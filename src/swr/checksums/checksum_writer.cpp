@@ -12,7 +12,7 @@ namespace {
 
 std::string_view LineEnd(const ExportOptions& options) { return options.crLf ? "\r\n" : "\n"; }
 
-// A name on a line that can be escaped, and the mark that says so.
+// A name, escaped if necessary, and the mark at the start of the line that says so.
 struct LineName {
   explicit LineName(std::u16string_view name)
       : mark(NameNeedsEscape(name) ? "\\" : ""),

@@ -9,8 +9,8 @@
 namespace swr {
 namespace {
 
-// The values of the hexadecimal digits by code unit, -1 for what is none. Long lists are mostly
-// digits.
+// The value of each hexadecimal digit by code unit, -1 for other units. A table, because long lists
+// consist mostly of digits.
 constexpr std::array<int8_t, 128> hexValues = [] {
   std::array<int8_t, 128> values = {};
   values.fill(-1);

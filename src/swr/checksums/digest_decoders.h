@@ -1,4 +1,5 @@
-// Digests from text: the three spellings in which people and tools write the bytes of a digest.
+// Decoders for the three notations of digests: strict and loose hexadecimal, and base64. Each
+// returns nothing if the text is not in its notation. No decoder checks the number of bytes.
 #pragma once
 
 #include <cstdint>
@@ -8,17 +9,17 @@
 
 namespace swr {
 
-// Pairs of hexadecimal digits of either case and nothing else; at least one pair.
+// One or more pairs of hexadecimal digits of either case, and nothing else.
 std::optional<std::vector<uint8_t>> DecodeHexStrict(std::u16string_view text);
 
 enum class HyphenRule : uint8_t { Refuse, PassOver };
 
-// Hexadecimal as it is copied from somewhere: trimmed, with or without "0x" in front, with tabs,
-// spaces, colons and, if allowed, hyphens between the digits.
+// Hexadecimal as copied from a web page: trimmed first, with an optional "0x" in front, and with
+// tabs, spaces, colons and, if allowed, hyphens anywhere between the digits.
 std::optional<std::vector<uint8_t>> DecodeHexLoose(std::u16string_view text, HyphenRule hyphens);
 
-// Base64 of RFC 4648, trimmed, in its standard or its URL-safe alphabet or a mix of both, with or
-// without padding. The unused bits of the last digit are not looked at.
+// Base64 of RFC 4648, trimmed first, in the standard or URL-safe alphabet or a mix of both, with or
+// without padding. Unused bits of the last digit are ignored.
 std::optional<std::vector<uint8_t>> DecodeBase64(std::u16string_view text);
 
 }  // namespace swr

@@ -1,4 +1,4 @@
-// Names inside checksum files: from the name on a line to the file it means, and back.
+// Conversion between the names in checksum files and the paths of files.
 #pragma once
 
 #include <string>
@@ -8,21 +8,22 @@
 
 namespace swr {
 
-// The path that a listed name means for the checksum file at this path: an absolute name is that
-// path, a relative one stands beside the checksum file. "." and ".." are kept. On Windows either
-// separator is understood and becomes a backslash, and a name that begins with one backslash goes
-// to the drive of the checksum file. Elsewhere a name is absolute with a leading slash, and nothing
-// in it is changed.
+// The path of the file that `listedName` denotes in the checksum file at the path `checksumFile`.
+// An absolute name is that path; a relative one is appended to the folder of the checksum file. "."
+// and
+// ".." are kept. On Windows both separators are accepted and become backslashes, and a name that
+// begins with a single separator belongs to the drive of the checksum file. Elsewhere a name is
+// absolute if it begins with a slash, and is not changed.
 std::u16string ResolveListedPath(std::u16string_view checksumFile, std::u16string_view listedName,
                                  PathStyle style = NativePathStyle);
 
-// `path` as it is seen from the folder, or the whole of it where it lies elsewhere. Letter case
-// does not count.
+// `path` relative to `baseFolder` if it lies below that folder, compared without case; otherwise
+// the whole path.
 std::u16string MakeRelativePath(std::u16string_view baseFolder, std::u16string_view path,
                                 PathStyle style = NativePathStyle);
 
-// On Windows each backslash becomes a slash, as checksum files have them. Elsewhere a backslash is
-// a letter like any other and stays.
+// On Windows replaces each backslash by a slash, the separator of checksum files. Elsewhere a
+// backslash is an ordinary character and is kept.
 std::u16string ToForwardSlashes(std::u16string text, PathStyle style = NativePathStyle);
 
 }  // namespace swr

@@ -1,5 +1,5 @@
-// How a name that can't stand on a line of a checksum file as it is gets there all the same. Such a
-// line begins with a backslash of its own.
+// Escaping of names in the lines of a checksum file. A line with an escaped name begins with a
+// backslash.
 #pragma once
 
 #include <string>
@@ -7,10 +7,11 @@
 
 namespace swr {
 
-// Whether a line end stands in the name, or the escape itself.
+// Whether the name contains a line feed, a carriage return or a backslash.
 bool NameNeedsEscape(std::u16string_view name);
 
-// Line feed, carriage return and backslash written as "\n", "\r" and "\\".
+// The name with line feed, carriage return and backslash written as "\n", "\r" and "\\".
+// UnescapeName does not reverse "\r".
 std::u16string EscapeName(std::u16string_view name);
 
 }  // namespace swr

@@ -16,7 +16,7 @@ constexpr size_t ShortestClipboardDigest = 16;
 
 using Bytes = std::optional<std::vector<uint8_t>>;
 
-// Nothing when the digest fits no algorithm, or not the one that the text named.
+// Nothing if the digest has the length of no algorithm, or not of the one that the text names.
 std::optional<ParsedHash> MakeParsedHash(std::vector<uint8_t> digest, std::optional<AlgoId> hint,
                                          std::u16string_view name) {
   ParsedHash hash;
@@ -33,7 +33,7 @@ std::optional<ParsedHash> MakeParsedHash(std::vector<uint8_t> digest, std::optio
   return hash;
 }
 
-// "SHA256 (name) = hex". Names are taken as they stand here.
+// "SHA256 (name) = hex". Names are not unescaped here.
 std::optional<ParsedHash> ParseTagged(std::u16string_view line) {
   if (line.starts_with(u'\\')) line.remove_prefix(1);
   const size_t open = line.find(u" (");
@@ -61,7 +61,7 @@ std::optional<ParsedHash> ParseIntegrity(std::u16string_view line) {
   return MakeParsedHash(*std::move(digest), algo, {});
 }
 
-// "SHA-256 checksum: value". Gives the algorithm and leaves the value.
+// "SHA-256 checksum: value". Returns the algorithm and reduces `text` to the value.
 std::optional<AlgoId> TakeLabel(std::u16string_view& text) {
   const size_t end = text.find_first_of(u" \t:=");
   if (end == text.npos) return std::nullopt;
@@ -83,7 +83,8 @@ std::optional<AlgoId> TakeLabel(std::u16string_view& text) {
   return algo;
 }
 
-// "hex  name". Tells whether the text is of this form; what it means is in `result`.
+// "hex  name". Returns whether the text has this form, and then sets `result`, to nothing if the
+// digest does not fit the algorithm.
 bool ParseListLine(std::u16string_view text, std::optional<AlgoId> hint,
                    std::optional<ParsedHash>& result) {
   const size_t space = text.find(u' ');

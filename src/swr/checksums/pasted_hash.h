@@ -1,5 +1,5 @@
-// What a person copied from a web page, read as a hash: bare hexadecimal or base64, a hash behind a
-// label, a subresource-integrity value or one line of a checksum file.
+// Parses a hash that a person copied from a web page: hexadecimal or base64, bare or with a label,
+// a subresource-integrity value, or a line of a checksum file.
 #pragma once
 
 #include <cstdint>
@@ -14,9 +14,9 @@ namespace swr {
 
 struct ParsedHash {
   std::vector<uint8_t> digest;
-  // The algorithms that the value may belong to, in the order of comparison; never empty.
+  // The algorithms that the value may belong to, in the order in which they are tried; never empty.
   std::vector<AlgoId> candidates;
-  // The text itself named the algorithm, which is the only candidate then.
+  // Whether the text named the algorithm, which is then the only candidate.
   bool explicitAlgo = false;
   // The file name that came with the hash, or empty.
   std::u16string name;
@@ -24,13 +24,13 @@ struct ParsedHash {
   bool operator==(const ParsedHash&) const = default;
 };
 
-// The text of the Expected hash box. The first line with anything on it counts, the rest is
-// ignored. Empty when it is no hash.
+// Parses the text of the Expected hash box: its first line that is not blank, of at most 4096 code
+// units. Nothing if that is not a hash.
 std::optional<ParsedHash> ParseExpectedHash(std::u16string_view text);
 
-// A text from the clipboard that nobody has yet said to be a hash, so it must look more like one:
-// a single line of at most 300 units, no hyphens between digits, no base64 without a label, and at
-// least 16 bytes.
+// Parses a text from the clipboard. Nobody has said that it is a hash, so the rules are stricter: a
+// single line of at most 300 code units, no hyphens between digits, no base64 without a label, and
+// at least 16 bytes.
 std::optional<ParsedHash> ParseClipboardHash(std::u16string_view text);
 
 }  // namespace swr

@@ -1,5 +1,5 @@
-// The prefix that tells an XXH3 digest from an XXH64 one of the same length on a line that names no
-// algorithm.
+// The prefix that distinguishes an XXH3-64 digest from an XXH64 one, which has the same length, in
+// a line that names no algorithm.
 #pragma once
 
 #include <string_view>
@@ -10,8 +10,8 @@ namespace swr {
 
 inline constexpr std::u16string_view Xxh3Prefix = u"XXH3_";
 
-// Takes the prefix off a token that has more than it, in any case of letters. False, and no change,
-// without it.
+// Removes the prefix, in any case, from a token that is longer than it. Returns false and leaves
+// the token unchanged if it has none.
 inline bool TakeXxh3Prefix(std::u16string_view& token) {
   if (token.size() <= Xxh3Prefix.size() ||
       !EqualsNoCase(token.substr(0, Xxh3Prefix.size()), Xxh3Prefix)) {

@@ -32,15 +32,15 @@ static_assert(
       }
       return true;
     }(),
-    "each row stands at its own number");
+    "the index of each row is its AlgoId");
 
 struct Alias {
   std::string_view normalized;
   AlgoId id;
 };
 
-// "xxh3_64bits" can't match, since no normalized text holds an underscore, and "xxh364" is also
-// reached through the display name. Both stay: the list names every spelling that is accepted.
+// "xxh3_64bits" can never match, because normalized text has no underscores, and "xxh364" also
+// matches through the display name. Both are kept so that the list is the complete list of aliases.
 constexpr Alias aliases[] = {
     {"b3", AlgoId::Blake3},           {"blake3256", AlgoId::Blake3},
     {"crc", AlgoId::Crc32},           {"xxh364", AlgoId::Xxh3_64},
@@ -62,7 +62,7 @@ struct DigestSizeCandidates {
   std::span<const AlgoId> ids;
 };
 
-// Not in catalogue order: among the 16-byte ones, what is likelier to be meant comes first.
+// Not in catalogue order: the more common algorithms come first.
 constexpr AlgoId algosOf4[] = {AlgoId::Crc32};
 constexpr AlgoId algosOf8[] = {AlgoId::Xxh64, AlgoId::Xxh3_64};
 constexpr AlgoId algosOf16[] = {AlgoId::Md5, AlgoId::Xxh128, AlgoId::Md4, AlgoId::Md2};

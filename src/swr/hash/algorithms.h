@@ -1,5 +1,5 @@
-// The catalogue of the fifteen algorithms, sets of them, and the look-ups by name and by digest
-// length. Nothing is hashed here.
+// The catalogue of the fifteen algorithms, sets of algorithms, and look-ups by name and by digest
+// length.
 #pragma once
 
 #include <cstddef>
@@ -12,8 +12,8 @@
 
 namespace swr {
 
-// Row in the catalogue, bit in an AlgoMask and index of every per-algorithm array. The numbers are
-// persisted through the mask and never change.
+// The row in the catalogue, the bit in an AlgoMask and the index of every per-algorithm array.
+// Saved masks contain these numbers, so they never change.
 enum class AlgoId : uint8_t {
   Crc32 = 0,
   Md5 = 1,
@@ -39,25 +39,26 @@ enum class AlgoGroup : uint8_t { General = 0, Modern = 1, Fast = 2, Legacy = 3 }
 struct AlgoInfo {
   AlgoId id;
   std::u16string_view name;   // what the user sees
-  std::string_view tag;       // lower-case spelling of file names and tagged lines
-  std::string_view upperTag;  // upper-case spelling of BSD tagged lines
+  std::string_view tag;       // lower-case name, for file extensions and JSON
+  std::string_view upperTag;  // upper-case name, for BSD tagged lines
   uint32_t digestSize;        // bytes
   AlgoGroup group;
-  bool secure;  // offered as fit for security use
+  bool secure;  // suitable where somebody may have tampered with the file
 };
 
-// A set of algorithms: bit n stands for the AlgoId n.
+// A set of algorithms: bit n is the AlgoId n.
 using AlgoMask = uint32_t;
 inline constexpr AlgoMask AllAlgosMask = 0x7FFF;
 inline constexpr AlgoMask LegacyAlgoMask = 0x6000;
-inline constexpr AlgoMask DefaultAlgoMask = 14;  // MD5, SHA-1, SHA-256: nothing usable was saved
-inline constexpr AlgoMask FallbackAlgoMask = 8;  // SHA-256: what an empty selection turns into
+inline constexpr AlgoMask DefaultAlgoMask = 14;  // MD5, SHA-1, SHA-256: when no selection is saved
+inline constexpr AlgoMask FallbackAlgoMask = 8;  // SHA-256: replaces an empty selection
 
 constexpr size_t IndexOf(AlgoId id) { return static_cast<size_t>(id); }
 constexpr AlgoMask MaskOf(AlgoId id) { return AlgoMask{1} << IndexOf(id); }
 
-// All rows, in the order of every list of algorithms in the program.
+// All rows, ascending by AlgoId: the order of every list of algorithms in the program.
 std::span<const AlgoInfo> AllAlgos();
+// `id` must be valid.
 const AlgoInfo& GetAlgo(AlgoId id);
 
 // The members of `mask`, ascending.
@@ -66,19 +67,20 @@ uint32_t CountAlgos(AlgoMask mask);
 // The set of these algorithms; 0 for none.
 AlgoMask CandidateMask(std::span<const AlgoId> candidates);
 
-// The selection that a saved one leads to. 0 counts as nothing saved; unknown bits are dropped, and
-// the legacy ones too unless `showLegacy`; what is then empty becomes DefaultAlgoMask.
+// The selection to use for a saved one. 0 means that nothing was saved. Unknown bits are dropped,
+// and legacy algorithms too unless `showLegacy` is set; an empty result becomes DefaultAlgoMask.
 AlgoMask AlgosFromSaved(AlgoMask saved, bool showLegacy);
 
 // `text` without hyphens, underscores and spaces, and with A to Z in lower case.
 std::string NormalizeAlgoName(std::string_view text);
-// The algorithm that a name or alias means, whatever its case and hyphens. "sha" means SHA-1;
-// "sha2" and "sha3" alone are unknown. The wide form knows no name with a unit above 127.
+// The algorithm of this name or alias, compared after NormalizeAlgoName; nothing if there is none.
+// "sha" is SHA-1; "sha2" and "sha3" alone are unknown. A wide name with a code unit above 127 is
+// unknown.
 std::optional<AlgoId> ParseAlgoName(std::string_view text);
 std::optional<AlgoId> ParseAlgoName(std::u16string_view text);
 
-// The algorithms whose digest has `bytes` bytes, in the order in which a value of that length is
-// compared with them. Empty when there is none.
+// The algorithms whose digests have `bytes` bytes, in the order in which they are tried. Empty if
+// there are none.
 std::vector<AlgoId> AlgosForDigestSize(size_t bytes);
 bool IsDigestSizeKnown(size_t bytes);
 

@@ -9,8 +9,8 @@ namespace {
 
 using Tables = std::array<std::array<uint32_t, 256>, 8>;
 
-// Table 0 advances the state over one byte, table k over one byte that k more follow: eight bytes
-// are then eight independent look-ups (slicing by eight).
+// Slicing by eight: table 0 advances the state over one byte, table k over a byte that k more
+// follow. Eight bytes are then eight independent look-ups.
 constexpr Tables MakeTables() {
   Tables tables = {};
   for (uint32_t i = 0; i < 256; ++i) {

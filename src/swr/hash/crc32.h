@@ -8,15 +8,19 @@ namespace swr {
 
 inline constexpr uint32_t Crc32Start = 0xFFFFFFFF;
 
-// The state after `size` further bytes. Start with Crc32Start; the checksum is the complement of
-// the last state.
+// The state after `size` further bytes. The first state is Crc32Start; the checksum is the
+// complement of the last. `data` may be null if `size` is 0.
 uint32_t Crc32Update(uint32_t state, const uint8_t* data, uint64_t size);
 
-// The two ways in which Crc32Update works; both give the same. The tables work on any processor.
+// The two implementations that Crc32Update chooses from; both give the same result.
+
+// Table look-ups, for any processor and any size.
 uint32_t Crc32ByTables(uint32_t state, const uint8_t* data, uint64_t size);
-// Many times as fast, where the processor multiplies without carries; crc32_folding.cpp.
-bool CanFoldCrc32();
-inline constexpr uint64_t ShortestFoldedPiece = 64;  // bytes
+
+// Carry-less multiplication, many times as fast (crc32_folding.cpp). To be called only if
+// CanFoldCrc32() and if `size` is at least ShortestFoldedPiece: it reads that many bytes at once.
 uint32_t Crc32ByFolding(uint32_t state, const uint8_t* data, uint64_t size);
+inline constexpr uint64_t ShortestFoldedPiece = 64;  // bytes
+bool CanFoldCrc32();                                 // whether the processor supports it
 
 }  // namespace swr

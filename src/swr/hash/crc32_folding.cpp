@@ -1,9 +1,9 @@
-// CRC-32 by folding. Bytes are the coefficients of a polynomial, and the checksum is its remainder.
-// A block of 128 bits that D bits follow may be replaced by any polynomial of the same remainder:
-// by the product of its two halves with x^D mod P, x^(D+64) mod P, which lands on the block D bits
-// further on and is added to it. Carry-less multiplication does that for a whole block at once
-// (V. Gopal and others, "Fast CRC Computation for Generic Polynomials Using PCLMULQDQ Instruction",
-// Intel, 2009). What is left in the end is one block, whose remainder the tables know.
+// CRC-32 by folding (V. Gopal and others, "Fast CRC Computation for Generic Polynomials Using
+// PCLMULQDQ Instruction", Intel, 2009). The bytes are the coefficients of a polynomial, and the
+// checksum is its remainder modulo P. A block of 128 bits that is followed by D bits may be
+// replaced by any polynomial with the same remainder: here by the sum of the products of its halves
+// with x^D mod P and x^(D+64) mod P, which is added to the block D bits later. One carry-less
+// multiplication does that for a half. The single block that remains goes through the tables.
 #include "swr/hash/crc32.h"
 
 #if defined(__x86_64__) || defined(__i386__)
@@ -17,16 +17,16 @@
 namespace swr {
 namespace {
 
-// x^exponent mod P, in the reflected order of bits, shifted by one because the product of two
-// reflected factors comes out a bit short.
+// x^exponent mod P in reflected bit order, shifted left by one because the product of two reflected
+// factors is one bit shorter.
 constexpr int64_t Factor(int exponent) {
   uint32_t power = 0x80000000;  // 1
   for (int i = 0; i < exponent; ++i) power = (power >> 1) ^ ((power & 1) != 0 ? 0xEDB88320 : 0);
   return int64_t{power} << 1;
 }
 
-// The factors for a block that `distance` bits follow. In the reflected order the low half holds
-// the higher powers. Both are less by 32, the width of the remainder.
+// The factors for a block that is followed by `distance` bits. In reflected order the low half has
+// the higher powers. Both exponents are lower by 32, the width of the remainder.
 template <int distance>
 SWR_FOLDING __m128i Factors() {
   constexpr int64_t forLow = Factor(distance + 32);
@@ -38,7 +38,7 @@ SWR_FOLDING __m128i Load(const uint8_t* data) {
   return _mm_loadu_si128(reinterpret_cast<const __m128i*>(data));
 }
 
-// The block, moved onto the one that it is added to.
+// Folds `block` and adds it to `onto`.
 SWR_FOLDING __m128i Fold(__m128i block, __m128i factors, __m128i onto) {
   const __m128i low = _mm_clmulepi64_si128(block, factors, 0x00);
   const __m128i high = _mm_clmulepi64_si128(block, factors, 0x11);
@@ -49,7 +49,7 @@ SWR_FOLDING __m128i Fold(__m128i block, __m128i factors, __m128i onto) {
 
 bool CanFoldCrc32() { return __builtin_cpu_supports("pclmul") && __builtin_cpu_supports("sse2"); }
 
-// Four blocks at a time: a multiplication takes longer than the next one has to wait for.
+// Four blocks at a time, so that the multiplications overlap.
 SWR_FOLDING uint32_t Crc32ByFolding(uint32_t state, const uint8_t* data, uint64_t size) {
   constexpr uint64_t blockSize = 16;
   __m128i a = _mm_xor_si128(Load(data), _mm_cvtsi32_si128(static_cast<int>(state)));

@@ -1,4 +1,4 @@
-// A digest as bytes. Text is made of it only for showing and writing (see digest_text.h).
+// Digests as bytes. They become text only for display and output (see digest_text.h).
 #pragma once
 
 #include <array>
@@ -9,7 +9,8 @@
 
 namespace swr {
 
-// The first `length` bytes are the digest, in the order in which it is printed; the rest is zero.
+// The first `length` bytes are the digest, in the order in which it is printed; the others are
+// zero.
 struct Digest {
   std::array<uint8_t, 64> bytes = {};
   uint8_t length = 0;
@@ -17,16 +18,16 @@ struct Digest {
   std::span<const uint8_t> View() const { return {bytes.data(), length}; }
 };
 
-// Place of one algorithm's digest. The digest means something only when `present`.
+// The digest of one algorithm, if there is one: the rest is meaningless unless `present`.
 struct DigestSlot : Digest {
   bool present = false;
 };
 
-// The digests of one file, a place for each algorithm by its index (IndexOf of algorithms.h). Only
-// those that are there take room: most files have one digest to three of fifteen.
+// The digests of one file by the index of the algorithm (IndexOf of algorithms.h). Sparse, because
+// most files have one to three of the fifteen.
 class DigestSlots {
  public:
-  // A slot that is not present for an algorithm without a digest.
+  // For an algorithm without a digest: a slot that is not present.
   const DigestSlot& operator[](size_t index) const {
     static constexpr DigestSlot none;
     for (const Entry& entry : entries_) {
@@ -34,8 +35,7 @@ class DigestSlots {
     }
     return none;
   }
-  // The slot as one that can be written; not present yet when it is new. Valid until another one
-  // is made.
+  // The slot for writing; a new one is not present yet. The reference is valid until the next call.
   DigestSlot& Make(size_t index) {
     for (Entry& entry : entries_) {
       if (entry.index == index) return entry.slot;
@@ -45,7 +45,7 @@ class DigestSlots {
   }
 
   bool IsEmpty() const { return entries_.empty(); }
-  // Bit n is set where the slot n is present.
+  // Bit n is set if the slot of index n is present.
   uint32_t PresentMask() const {
     uint32_t mask = 0;
     for (const Entry& entry : entries_) mask |= uint32_t{entry.slot.present} << entry.index;
@@ -58,7 +58,7 @@ class DigestSlots {
     DigestSlot slot;
   };
 
-  std::vector<Entry> entries_;  // in the order in which they were made
+  std::vector<Entry> entries_;  // in order of creation
 };
 
 }  // namespace swr

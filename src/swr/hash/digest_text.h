@@ -1,4 +1,4 @@
-// Digests as hexadecimal text, and their equality.
+// Digests as hexadecimal text, and comparison with bytes.
 #pragma once
 
 #include <cstdint>
@@ -9,12 +9,12 @@
 
 namespace swr {
 
-// Two digits a byte, in stored order, without prefix or separators; empty for an empty digest.
+// Two digits per byte, in stored order, without prefix or separators; empty for an empty digest.
 std::string BytesToHex(std::span<const uint8_t> bytes, bool uppercase);
 std::string DigestToHex(const Digest& digest, bool uppercase);
 std::u16string DigestToWideHex(const Digest& digest, bool uppercase);
 
-// Equal in length and bytes. Not a constant-time compare.
+// Whether length and bytes are equal. Not a constant-time comparison.
 bool DigestEquals(const Digest& digest, std::span<const uint8_t> bytes);
 
 }  // namespace swr

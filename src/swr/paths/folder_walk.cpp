@@ -12,9 +12,9 @@
 namespace swr {
 namespace {
 
-// Files before folders, then natural order. Two names of one folder that are equal in that order
-// (they differ in case or in leading zeros) follow their code units, so that the order of rows does
-// not depend on the file system.
+// Files before folders, then natural order. Names that are equal in that order (because they differ
+// only in case or leading zeros) are ordered by code units, so that the result does not depend on
+// the file system.
 void SortEntries(std::vector<DirectoryEntry>& entries) {
   struct Keyed {
     std::u16string key;
@@ -34,12 +34,12 @@ void SortEntries(std::vector<DirectoryEntry>& entries) {
   for (size_t i = 0; i < entries.size(); ++i) entries[i] = std::move(keyed[i].entry);
 }
 
-// The entries of one folder that the walk is about, in its order. False when the folder can't be
+// The entries of one folder that the walk visits, in its order. False if the folder can't be
 // listed.
 bool ListDirectory(const std::u16string& folder, const WalkOptions& options,
                    std::vector<DirectoryEntry>& entries) {
   const uint32_t error = ReadDirectory(ToLongPath(folder), entries, options.withSizes);
-  // An empty root of a drive has no entry at all, not even "." and "..".
+  // The empty root of a drive has no entries at all, not even "." and "..".
   if (error != 0) return error == ErrorFileNotFound;
   std::erase_if(entries, [&](const DirectoryEntry& entry) {
     return (entry.isHidden && !options.includeHidden) || (entry.isDirectory && entry.isLink);
@@ -48,7 +48,7 @@ bool ListDirectory(const std::u16string& folder, const WalkOptions& options,
   return true;
 }
 
-// One folder that is under way. The lengths are those of its path and of its part below the root.
+// A folder that is being walked. The lengths are those of its path and of its relative path.
 struct Level {
   std::vector<DirectoryEntry> entries;
   size_t next = 0;
@@ -58,7 +58,7 @@ struct Level {
 
 }  // namespace
 
-// The levels are kept here and not on the thread's stack, which a deep enough tree would overrun.
+// Iterative: recursion would overflow the stack in a deep enough tree.
 bool WalkFolder(const std::u16string& root, const WalkOptions& options,
                 const FoundFileCallback& callback, const std::u16string& pattern) {
   std::vector<Level> levels;
@@ -91,7 +91,7 @@ bool WalkFolder(const std::u16string& root, const WalkOptions& options,
     } else if (options.recursive) {
       folder = std::move(path);
       prefix = std::move(relative);
-      enter();  // one that can't be listed is passed over
+      enter();  // one that can't be listed is skipped
     }
   }
   return true;

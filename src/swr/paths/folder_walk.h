@@ -1,5 +1,5 @@
-// Lists the files under a folder, depth first, in the order in which a person expects to read them:
-// a folder's files first, then its subfolders one after the other, each kind in natural order.
+// Lists the files below a folder, depth first: the files of a folder, then its subfolders one after
+// the other, both in natural order ("2" before "10").
 #pragma once
 
 #include <atomic>
@@ -10,24 +10,25 @@
 namespace swr {
 
 struct FoundFile {
-  std::u16string path;          // the walked folder as it was given, joined with the names below it
-  std::u16string relativePath;  // from the walked folder; the bare name for a file directly in it
+  std::u16string path;          // the root as given, joined with the names below it
+  std::u16string relativePath;  // relative to the root; a bare name for a file directly in it
   uint64_t size = 0;            // bytes, as the listing gives them
 };
 
 struct WalkOptions {
   bool recursive = true;
-  bool includeHidden = false;  // report hidden and system entries, and go into such folders
-  bool withSizes = true;       // else FoundFile::size may be 0, which saves a call for each file
-  const std::atomic<bool>* cancel = nullptr;  // may be null; looked at before each entry
+  bool includeHidden = false;  // report hidden and system files, and enter such folders
+  bool withSizes = true;       // otherwise FoundFile::size may be 0, which saves a call per file
+  const std::atomic<bool>* cancel = nullptr;  // may be null; checked before each entry
 };
 
 using FoundFileCallback = std::function<void(FoundFile)>;
 
-// Reports every file under `root` on the calling thread. Links to folders are never entered, which
-// is the whole defence against cycles; links to files count as files. A subfolder that can't be
-// listed is passed over. False when `root` itself can't be listed. `pattern` limits the files (not
-// the folders) to names that fit it, see SystemMatchesPattern; empty for all.
+// Calls `callback` for every file below `root`, on the calling thread. Links to folders are never
+// entered, which is the only protection against cycles; links to files are reported as files.
+// Subfolders that can't be listed are skipped. Returns false only if `root` itself can't be listed;
+// being cancelled is no failure. A relative root starts from the current folder. `pattern` limits
+// the files (not the folders) to names that match it (see SystemMatchesPattern); empty for all.
 bool WalkFolder(const std::u16string& root, const WalkOptions& options,
                 const FoundFileCallback& callback, const std::u16string& pattern = {});
 

@@ -1,5 +1,5 @@
-// The few rules by which the program treats paths: the long form for system calls, splitting and
-// joining. Paths are kept in full form and become long only in the argument of a system call.
+// Conversion, splitting and joining of paths. Paths are stored in full form; the long form is only
+// used in the arguments of system calls.
 #pragma once
 
 #include <functional>
@@ -11,25 +11,24 @@
 
 namespace swr {
 
-// What makes a path absolute and clean; SystemFullPath outside tests.
+// Makes a path absolute and clean; SystemFullPath outside tests.
 using FullPathFunction = std::function<std::optional<std::u16string>(const std::u16string&)>;
 
-// The form in which a path goes into a system call. On Windows that is the full path behind
-// "\\?\" or "\\?\UNC\", whatever its length; a path that has such a prefix, or the device prefix
-// "\\.\", and one that can't be made full come back unchanged. Elsewhere a path is its own long
-// form.
+// The form in which a path is passed to a system call. On Windows this is the full path with the
+// prefix "\\?\" or "\\?\UNC\", whatever its length. A path that already has such a prefix or the
+// device prefix "\\.\", or that can't be made full, is returned unchanged. Elsewhere every path is.
 std::u16string ToLongPath(const std::u16string& path, PathStyle style = NativePathStyle,
                           const FullPathFunction& makeFull = SystemFullPath);
 
-// `folder` and `name` with one separator between them, or `name` alone for an empty folder. Either
-// separator at the folder's end counts. Nothing else is changed.
+// `folder` and `name` with one separator between them, or `name` alone if the folder is empty. A
+// folder that ends in either separator gets no second one. Nothing else is changed.
 std::u16string JoinPath(std::u16string_view folder, std::u16string_view name,
                         PathStyle style = NativePathStyle);
 
-// Whether the path names a folder, through links too. False when it can't be asked.
+// Whether the path names a folder or a link to one. False if the system does not say.
 bool IsDirectoryPath(const std::u16string& path);
 
-// Views into a path, cut at its last backslash or slash, which belongs to neither.
+// The parts of a path before and after its last backslash or slash, as views into the path.
 struct PathParts {
   std::u16string_view folder;  // empty without a separator
   std::u16string_view name;    // the whole path without a separator

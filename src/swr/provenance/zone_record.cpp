@@ -13,9 +13,9 @@
 namespace swr {
 namespace {
 
-constexpr uint32_t LargestStream = 65536;  // bytes; what lies beyond is not read
+constexpr uint32_t LargestStream = 65536;  // bytes; the rest is not read
 
-// The number at the start of the text, 0 without one; held within its type.
+// The number at the start of the text, clamped to its type; 0 if there is none.
 int32_t LeadingNumber(std::u16string_view text) {
   const bool isNegative = text.starts_with(u'-');
   if (isNegative || text.starts_with(u'+')) text.remove_prefix(1);
@@ -58,7 +58,7 @@ ZoneRecord ParseZoneText(std::u16string_view text) {
 }
 
 ZoneRecord ReadZoneRecord(const std::u16string& path) {
-  // Elsewhere a file of that name would be a file like any other.
+  // Elsewhere that would be the name of an ordinary file.
   if (NativePathStyle != PathStyle::Windows) return {};
   File stream;
   if (File::Open(ToLongPath(path) + u":Zone.Identifier", FileSharing::Everything, stream) != 0) {

@@ -1,5 +1,4 @@
-// Where a downloaded file came from, as the browser left it beside the file in the stream
-// "Zone.Identifier".
+// The download origin of a file, which browsers record in its alternate stream "Zone.Identifier".
 #pragma once
 
 #include <cstdint>
@@ -9,8 +8,8 @@
 namespace swr {
 
 struct ZoneRecord {
-  bool found = false;   // the stream is there and could be read
-  int32_t zoneId = -1;  // -1 when the stream does not say
+  bool found = false;   // whether the stream exists and could be read
+  int32_t zoneId = -1;  // -1 if the stream has none
   std::u16string hostUrl;
   std::u16string referrerUrl;
 
@@ -19,12 +18,12 @@ struct ZoneRecord {
 
 inline constexpr int32_t InternetZone = 3;  // URLZONE_INTERNET of urlmon.h
 
-// The record of the file, not found where there is none or the file system has no such streams.
-// Reads at most 64 KiB.
+// Reads the record of the file, at most 64 KiB of it. Not found if there is none or the file system
+// has no alternate streams.
 ZoneRecord ReadZoneRecord(const std::u16string& path);
 
-// The record that the text of such a stream means: lines of KEY=VALUE in any section. Of a key that
-// comes twice the last one counts.
+// Parses the text of such a stream: lines of KEY=VALUE in any section. If a key occurs several
+// times, the last one is used. The result is always found.
 ZoneRecord ParseZoneText(std::u16string_view text);
 
 }  // namespace swr

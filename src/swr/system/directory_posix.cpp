@@ -33,12 +33,12 @@ DirectoryEntry MakeEntry(DIR* stream, const dirent& found, bool withSizes) {
   if (found.d_type == DT_REG && !withSizes) return entry;
   if (InjectedFault(SystemCall::EntryInfo)) return entry;
   struct stat status;
-  // Some file systems leave the type to this call.
+  // Some file systems don't report the type with the entry.
   if (found.d_type == DT_UNKNOWN &&
       fstatat(dirfd(stream), found.d_name, &status, AT_SYMLINK_NOFOLLOW) == 0) {
     entry.isLink = S_ISLNK(status.st_mode);
   }
-  // A link whose target is gone stays a file of size 0, and reads as missing when it is opened.
+  // A link without a target is a file of size 0, which is missing when it is opened.
   if (fstatat(dirfd(stream), found.d_name, &status, 0) == 0) {
     entry.isDirectory = S_ISDIR(status.st_mode);
     if (!entry.isDirectory) entry.size = static_cast<uint64_t>(status.st_size);
@@ -53,7 +53,7 @@ uint32_t ReadDirectory(const std::u16string& folder, std::vector<DirectoryEntry>
   if (const auto fault = InjectedFault(SystemCall::ListDirectory)) return *fault;
   const UniqueHandle<DirectoryStreamTraits> stream(opendir(PathBytesFromText(folder).c_str()));
   if (!stream) {
-    // Windows tells a missing folder from a missing file; here both are ENOENT.
+    // Windows distinguishes a missing folder from a missing file; here both are ENOENT.
     return errno == ENOENT ? ErrorPathNotFound : ErrorFromErrno(errno);
   }
   while (!InjectedFault(SystemCall::NextEntry)) {

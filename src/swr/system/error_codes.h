@@ -1,5 +1,5 @@
-// The Windows error codes that the core names itself. They travel as plain uint32_t on every
-// platform; text is made of them only for display. Values: winerror.h of the Windows SDK.
+// The Windows error codes that the core refers to. Errors are these codes, as uint32_t, on every
+// platform; they become text only for display. Values: winerror.h of the Windows SDK.
 #pragma once
 
 #include <cstdint>
@@ -28,7 +28,7 @@ inline constexpr uint32_t ErrorIsDirectory = 267;
 inline constexpr uint32_t ErrorIoDevice = 1117;
 inline constexpr uint32_t ErrorLinkLoop = 1921;
 
-// A path that names nothing, whichever of its steps is absent.
+// Whether the error means that the path does not exist.
 constexpr bool IsMissingError(uint32_t error) {
   return error == ErrorFileNotFound || error == ErrorPathNotFound;
 }

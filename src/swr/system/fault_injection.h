@@ -1,6 +1,6 @@
-// Lets a test make the system fail. Each function that calls the system on the way of hashing,
-// walking, reading, saving, settings and hand-over asks here first; outside tests nothing is
-// installed and the question costs one load.
+// Fault injection: lets a test make system calls fail. Each function that calls the system to hash,
+// walk, read, save, store settings or hand over asks InjectedFault() first. Outside tests no plan
+// is installed, and the question costs one atomic load.
 #pragma once
 
 #include <atomic>
@@ -12,19 +12,19 @@ namespace swr {
 
 enum class SystemCall : uint8_t {
   OpenFile,
-  FileKind,  // whether what was opened is a file, or a pipe or device
+  FileKind,  // whether the opened object is a file, a pipe or a device
   ReadFile,
   CreateNewFile,
   WriteFile,
   FileInfo,
   PathInfo,
   ListDirectory,
-  NextEntry,  // of a listing, its end included
-  EntryInfo,  // what a listing asks of an entry beside its name; Windows tells it with the name
+  NextEntry,  // of a listing, including its end
+  EntryInfo,  // type and size of an entry where the listing gives the name only (not on Windows)
   FullPath,
   OpenDigestProvider,
   CreateDigest,
-  // Of the program, beside the core.
+  // In the program, outside the core.
   ReadSetting,
   WriteSetting,
   InstanceMutex,
@@ -38,12 +38,12 @@ inline constexpr size_t SystemCallCount = static_cast<size_t>(SystemCall::Delive
 class FaultPlan {
  public:
   virtual ~FaultPlan() = default;
-  // The Windows error code with which this call is to fail, which may be 0; nothing to let it go
-  // ahead. May be called from several threads at once.
+  // The Windows error code (possibly 0) with which this call is to fail, or nothing to let it go
+  // ahead. May be called by several threads at once.
   virtual std::optional<uint32_t> Fault(SystemCall call) = 0;
 };
 
-// Owned by the test that installs it; null outside tests.
+// Owned by the test that installs it, for which it must outlive every call; null outside tests.
 inline std::atomic<FaultPlan*> installedFaultPlan = nullptr;
 
 inline std::optional<uint32_t> InjectedFault(SystemCall call) {

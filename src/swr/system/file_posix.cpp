@@ -32,7 +32,7 @@ void FileHandleTraits::Close(intptr_t value) noexcept { close(AsDescriptor(value
 
 uint32_t File::Open(const std::u16string& path, FileSharing /*sharing*/, File& file) {
   if (const auto fault = InjectedFault(SystemCall::OpenFile)) return *fault;
-  // Without O_NONBLOCK the open of a named pipe would wait for its other end.
+  // Without O_NONBLOCK opening a named pipe would wait for its other end.
   const int descriptor =
       open(PathBytesFromText(path).c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK);
   if (descriptor < 0) return ErrorFromErrno(errno);
@@ -41,7 +41,7 @@ uint32_t File::Open(const std::u16string& path, FileSharing /*sharing*/, File& f
   if (const auto fault = InjectedFault(SystemCall::FileKind)) return *fault;
   struct stat status;
   if (fstat(descriptor, &status) != 0) return ErrorFromErrno(errno);
-  // Pipes, sockets and devices have no content that ends.
+  // Reading a pipe, a socket or a device may never end.
   if (!S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode)) return ErrorNotSupported;
   posix_fadvise(descriptor, 0, 0, POSIX_FADV_SEQUENTIAL);
   file = std::move(opened);
@@ -88,8 +88,8 @@ std::optional<FileInfo> QueryFileInfo(const std::u16string& path, uint32_t& erro
 
 uint32_t WriteWholeFile(const std::u16string& path, std::string_view bytes) {
   if (const auto fault = InjectedFault(SystemCall::CreateNewFile)) return *fault;
-  constexpr mode_t everybody = 0666;  // less what the user's mask takes away
-  // Without O_NONBLOCK the open of a named pipe would wait for somebody who reads it.
+  constexpr mode_t everybody = 0666;  // minus the user's umask
+  // Without O_NONBLOCK opening a named pipe would wait for a reader.
   const UniqueHandle<FileHandleTraits> file(
       open(PathBytesFromText(path).c_str(),
            O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOCTTY | O_NONBLOCK, everybody));

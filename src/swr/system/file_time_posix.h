@@ -1,4 +1,4 @@
-// What lies between the system's times and FileTime.
+// Conversion between POSIX times and FileTime.
 #pragma once
 
 #include <cstdint>

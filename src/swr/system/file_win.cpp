@@ -30,7 +30,7 @@ uint32_t File::Open(const std::u16string& path, FileSharing sharing, File& file)
   File opened;
   opened.handle_.Reset(reinterpret_cast<intptr_t>(handle));
   if (const auto fault = InjectedFault(SystemCall::FileKind)) return *fault;
-  // Pipes and devices have no content that ends; a read from one can wait for ever.
+  // Reading a pipe or a character device may never end.
   const DWORD kind = GetFileType(handle);
   if (kind == FILE_TYPE_CHAR || kind == FILE_TYPE_PIPE) return ErrorNotSupported;
   file = std::move(opened);
@@ -52,8 +52,8 @@ uint32_t File::OpenStandardInput(File& file) {
 
 std::optional<FileInfo> File::Info() const {
   if (InjectedFault(SystemCall::FileInfo)) return std::nullopt;
-  // Not GetFileInformationByHandle: that one also asks for the volume, which costs more than all
-  // the rest of a small file.
+  // Not GetFileInformationByHandle, which also queries the volume: that costs more than all the
+  // other work on a small file.
   FILE_BASIC_INFO basic;
   FILE_STANDARD_INFO standard;
   const HANDLE handle = AsHandle(handle_.Get());
@@ -101,7 +101,7 @@ uint32_t WriteWholeFile(const std::u16string& path, std::string_view bytes) {
   const auto size = static_cast<DWORD>(bytes.size());
   if (!WriteFile(AsHandle(file.Get()), bytes.data(), size, &written, nullptr))
     return GetLastError();
-  // The call leaves no code for a short write; it comes of a volume that has no more room.
+  // A short write sets no error code; it happens when the volume is full.
   return written == bytes.size() ? 0 : ErrorDiskFull;
 }
 

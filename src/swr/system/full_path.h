@@ -1,4 +1,4 @@
-// Which rules paths follow here, and making a path absolute and clean without touching the file
+// The path rules of this platform, and making a path absolute and clean without accessing the file
 // system.
 #pragma once
 
@@ -10,19 +10,19 @@
 
 namespace swr {
 
-// Whose rules a pure path function follows. It defaults to the build's own, so that Windows rules
-// are tested everywhere.
+// The rules that a path function follows: an argument, so that the rules of Windows are tested on
+// every platform.
 enum class PathStyle : uint8_t { Windows, Posix };
 
 inline constexpr PathStyle NativePathStyle =
     std::filesystem::path::preferred_separator == '\\' ? PathStyle::Windows : PathStyle::Posix;
 
-// The longest path, in code units, that a full path may have: the system's own limit less its
-// terminator.
+// The longest full path in code units: the limit of Windows without the terminator.
 inline constexpr size_t LongestFullPath = 32767;
 
-// `path` against the process's current folder, with "." and ".." steps resolved. Nothing when the
-// system can't make it (an empty path, for one) or the result would exceed LongestFullPath.
+// `path` made absolute against the current folder of the process, with "." and ".." resolved.
+// Nothing if the path is empty, the system refuses it, or the result would be longer than
+// LongestFullPath.
 std::optional<std::u16string> SystemFullPath(const std::u16string& path);
 
 }  // namespace swr

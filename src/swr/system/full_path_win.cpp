@@ -11,7 +11,7 @@ namespace swr {
 
 std::optional<std::u16string> SystemFullPath(const std::u16string& path) {
   if (InjectedFault(SystemCall::FullPath)) return std::nullopt;
-  // Nearly every path fits the small buffer; the large one costs an allocation of 64 KiB.
+  // Nearly every path fits into the small buffer; the large one is an allocation of 64 KiB.
   std::array<wchar_t, 1024> small;
   DWORD length = GetFullPathNameW(AsWide(path), small.size(), small.data(), nullptr);
   if (length == 0 || length > LongestFullPath) return std::nullopt;

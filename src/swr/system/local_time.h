@@ -1,4 +1,4 @@
-// Moments of the file system as the user's clock shows them.
+// File times in the local time zone.
 #pragma once
 
 #include <cstdint>
@@ -18,7 +18,7 @@ struct CalendarTime {
   bool operator==(const CalendarTime&) const = default;
 };
 
-// In the local time zone. Nothing for an unknown time or one that the system can't convert.
+// Nothing if the time is unknown or the system can't convert it.
 std::optional<CalendarTime> ToLocalTime(FileTime time);
 
 }  // namespace swr

@@ -13,10 +13,10 @@ constexpr bool IsContinuation(uint8_t byte) { return (byte & 0xC0) == 0x80; }
 
 struct Decoded {
   char32_t codePoint = 0;
-  size_t length = 0;  // bytes; 0 when the bytes form nothing
+  size_t length = 0;  // bytes; 0 if the sequence is invalid
 };
 
-// The sequence at the start of `bytes`, surrogates in their three-byte form included.
+// The sequence at the start of `bytes`; surrogates encoded in three bytes are valid here.
 Decoded DecodeSequence(std::string_view bytes) {
   const auto at = [&](size_t i) { return static_cast<uint8_t>(bytes[i]); };
   const uint8_t lead = at(0);
@@ -36,8 +36,8 @@ Decoded DecodeSequence(std::string_view bytes) {
   return {codePoint, length};
 }
 
-// Whether these bytes become text that can't begin with a low surrogate, as a surrogate in its
-// three-byte form and every escaped byte may.
+// Whether the text of these bytes can't begin with a low surrogate, as that of an encoded surrogate
+// and of an invalid byte can.
 bool StartsWithCharacter(std::string_view bytes) {
   const Decoded decoded = DecodeSequence(bytes);
   return decoded.length != 0 && !IsHighSurrogate(decoded.codePoint) &&
@@ -71,7 +71,7 @@ std::u16string PathTextFromBytes(std::string_view bytes) {
   while (!bytes.empty()) {
     const Decoded decoded = DecodeSequence(bytes);
     const char32_t c = decoded.codePoint;
-    // A low surrogate behind a high one would pair up with it and be written back as four bytes.
+    // A low surrogate after a high one would form a pair and convert back to four bytes.
     const bool mayPair = IsHighSurrogate(c) && bytes.size() > decoded.length &&
                          !StartsWithCharacter(bytes.substr(decoded.length));
     if (decoded.length == 0 || IsEscapedByte(c) || mayPair) {

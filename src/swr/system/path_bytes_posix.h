@@ -1,5 +1,5 @@
-// File names of a POSIX system are bytes; the program's text is UTF-16. These two functions map
-// between them without loss: whatever bytes a name holds, its text leads back to them.
+// File names are bytes on POSIX systems, and UTF-16 in the program. These functions convert without
+// loss: the text of any bytes converts back to the same bytes.
 #pragma once
 
 #include <string>
@@ -7,9 +7,9 @@
 
 namespace swr {
 
-// UTF-8 becomes its UTF-16. A byte that is not part of valid UTF-8 becomes the lone surrogate
-// U+DC00 + byte. A lone surrogate in its three-byte form becomes itself, unless it lies in the
-// range that such bytes use or might pair up with what follows it: then its bytes count as invalid.
+// Converts UTF-8. A byte that is not part of valid UTF-8 becomes the lone surrogate U+DC00 + byte.
+// A lone surrogate encoded in three bytes becomes that surrogate, unless it lies in the range used
+// for such bytes or might form a pair with what follows: then its bytes are treated as invalid.
 std::u16string PathTextFromBytes(std::string_view bytes);
 
 // The inverse of PathTextFromBytes.

@@ -1,4 +1,5 @@
-// What the platform knows about text: comparing, ordering, code pages and the words for an error.
+// Text services of the platform: comparison, ordering, code pages and error messages. All functions
+// may be called on any thread.
 #pragma once
 
 #include <cstdint>
@@ -7,20 +8,21 @@
 
 namespace swr {
 
-// The unit's capital by the system's own table; the unit itself when it has none.
+// The upper-case form of the code unit by the system's table, or the unit itself.
 char16_t SystemUpperUnit(char16_t unit);
-// Equality by code unit after each unit went through that table; no locale.
+// Whether the texts are equal unit by unit after SystemUpperUnit; independent of the locale.
 bool SystemEqualsNoCase(std::u16string_view a, std::u16string_view b);
 
-// The order in which a person expects names: runs of digits by value, letters without case.
-// Negative, 0 or positive. Names that differ may still compare equal.
+// Natural order: runs of digits by value, letters without case. Returns a negative number, 0 or a
+// positive number. Different names may compare equal.
 int SystemCompareNatural(const std::u16string& a, const std::u16string& b);
-// The same for a text that is compared many times: what is made of it once, and the comparison of
-// two such keys. A key is nothing to be shown or kept.
+// The same for a text that is compared many times: the key is made once, and keys are compared. A
+// key is neither for display nor for storage.
 std::u16string SystemNaturalKey(std::u16string text);
 int SystemCompareNaturalKeys(const std::u16string& a, const std::u16string& b);
 
-// Whether `name` fits one of the patterns, which are separated by ";" and may hold "*" and "?".
+// Whether `name` matches one of the patterns, which are separated by ";" and may contain "*" and
+// "?".
 bool SystemMatchesPattern(const std::u16string& name, const std::u16string& patterns);
 
 bool SystemIsValidUtf8(std::string_view bytes);
@@ -28,11 +30,10 @@ bool SystemIsValidUtf8(std::string_view bytes);
 std::u16string SystemDecodeUtf8(std::string_view bytes);
 // Lone surrogates become U+FFFD.
 std::string SystemEncodeUtf8(std::u16string_view text);
-// The ANSI code page of the system; windows-1252 where there is none. Never fails.
+// From the ANSI code page of the system, or windows-1252 where there is none. Never fails.
 std::u16string SystemDecodeAnsi(std::string_view bytes);
 
-// The system's words for a Windows error code as it gives them, line ends included; empty when it
-// has none.
+// The system's message for a Windows error code, including any line ends; empty if it has none.
 std::u16string SystemErrorText(uint32_t error);
 
 }  // namespace swr

@@ -1,10 +1,10 @@
-// How the scheduler treats a thread.
+// Scheduling hints for a thread.
 #pragma once
 
 namespace swr {
 
-// Says that the calling thread works in long stretches: when it wakes up it waits for its turn and
-// does not push another thread off its processor. Without effect where the system has no such way.
+// Declares that the calling thread prefers throughput to latency: when it wakes up, it does not
+// preempt another thread. Has no effect where the system offers no such hint.
 void PreferThroughput() noexcept;
 
 }  // namespace swr

@@ -4,7 +4,7 @@
 
 namespace swr {
 
-// A thread that wakes up is given a higher priority for a while unless that is disabled.
+// Disables the temporary priority boost of a thread that wakes up.
 void PreferThroughput() noexcept { SetThreadPriorityBoost(GetCurrentThread(), TRUE); }
 
 }  // namespace swr

@@ -1,7 +1,7 @@
-// Sole ownership of a handle of the platform, described by a traits type:
-//   Value    the handle's type
-//   Invalid  the value that stands for no handle
-//   Close    static function that gives a valid handle back; must not throw
+// Sole ownership of a platform handle, described by a traits type:
+//   Value    the type of the handle
+//   Invalid  the value that means no handle
+//   Close    static function that closes a valid handle; must not throw
 #pragma once
 
 #include <utility>
@@ -25,11 +25,11 @@ class UniqueHandle {
   ~UniqueHandle() { Reset(); }
 
   explicit operator bool() const noexcept { return value_ != Traits::Invalid; }
-  // The handle itself, for the argument of a call; ownership stays here.
+  // The handle, for the argument of a call; ownership stays here.
   Value Get() const noexcept { return value_; }
-  // Gives ownership to the caller.
+  // Passes ownership to the caller.
   [[nodiscard]] Value Release() noexcept { return std::exchange(value_, Traits::Invalid); }
-  // Closes what is held, if anything, and takes `value` over. The same value again is no change.
+  // Closes the handle, if any, and takes ownership of `value`. No effect if both are the same.
   void Reset(Value value = Traits::Invalid) noexcept {
     if (value == value_) return;
     const Value old = std::exchange(value_, value);

@@ -1,14 +1,14 @@
-// The one place that includes the system header, so that its macros are set alike everywhere.
+// The only place that includes the system header, so that its macros are the same everywhere.
 #pragma once
 
 #ifndef UNICODE
 #define UNICODE
 #endif
 #ifndef NOMINMAX
-#define NOMINMAX  // std::min and std::max stay usable
+#define NOMINMAX  // keeps std::min and std::max usable
 #endif
 #ifndef WIN32_LEAN_AND_MEAN
-#define WIN32_LEAN_AND_MEAN  // no sockets, no cryptography, no OLE unless asked for
+#define WIN32_LEAN_AND_MEAN  // without sockets, cryptography and OLE
 #endif
 
 #include <windows.h>

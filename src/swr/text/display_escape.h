@@ -1,4 +1,4 @@
-// Names and other texts from outside, as they are shown.
+// Makes names and other untrusted texts safe to display.
 #pragma once
 
 #include <string>
@@ -6,12 +6,12 @@
 
 namespace swr {
 
-// The text with each character that would break a line, turn round the letters behind it or not
-// show at all written as its number: "a[U+202E]txt.exe". These are control characters, line and
-// paragraph separators, and the invisible characters that direct writing, but for the two joiners
-// that scripts and pictographs are written with. All else stays, blanks of any width included.
+// Replaces each character that would break a line, change the direction of text or be invisible by
+// its code: "a[U+202E]txt.exe". These are the control characters, the line and paragraph
+// separators, and the invisible formatting characters except the two joiners, which some scripts
+// and emoji need. Everything else is kept, including spaces of any width.
 //
-// For the screen alone: what is copied, saved or opened has the name as it is.
-std::u16string EscapeForDisplay(std::u16string_view name);
+// For display only: copy, save and open names unchanged.
+std::u16string EscapeForDisplay(std::u16string_view text);
 
 }  // namespace swr

@@ -10,7 +10,7 @@ namespace {
 
 enum class ByteOrder : uint8_t { LowFirst, HighFirst };
 
-// Surrogates are copied as they stand.
+// Surrogates are copied without validation.
 std::u16string DecodeUtf16(std::string_view bytes, ByteOrder order) {
   std::u16string text;
   text.reserve(bytes.size() / 2);
@@ -23,7 +23,7 @@ std::u16string DecodeUtf16(std::string_view bytes, ByteOrder order) {
   return text;
 }
 
-// Most checksum files hold nothing else, and need no converter.
+// Most checksum files are ASCII and need no converter.
 bool IsAscii(std::string_view bytes) {
   return std::ranges::none_of(bytes, [](char byte) { return (byte & 0x80) != 0; });
 }

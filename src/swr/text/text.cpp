@@ -11,7 +11,7 @@ constexpr char16_t ToLowerUnit(char16_t unit) {
   return unit >= u'A' && unit <= u'Z' ? static_cast<char16_t>(unit - u'A' + u'a') : unit;
 }
 
-// As EqualsNoCase takes it.
+// The case folding of EqualsNoCase.
 char16_t ToUpperUnit(char16_t unit) {
   if (unit >= 128) return SystemUpperUnit(unit);
   return unit >= u'a' && unit <= u'z' ? static_cast<char16_t>(unit - u'a' + u'A') : unit;
@@ -30,8 +30,8 @@ bool EqualsNoCase(std::u16string_view a, std::u16string_view b) {
   if (a.size() != b.size()) return false;
   const auto [inA, inB] = std::mismatch(a.begin(), a.end(), b.begin());
   if (inA == a.end()) return true;
-  // Most texts differ in a letter or digit of ASCII, which nothing but its other case equals. Only
-  // the rest is worth a call of the system.
+  // Most texts differ in an ASCII character, which equals nothing but its other case. Only the
+  // others need a system call.
   if (*inA < 128 && *inB < 128 && ToLowerUnit(*inA) != ToLowerUnit(*inB)) return false;
   const auto same = static_cast<size_t>(inA - a.begin());
   return SystemEqualsNoCase(a.substr(same), b.substr(same));

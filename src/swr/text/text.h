@@ -1,5 +1,5 @@
-// Blanks and case: the small helpers that every parser and flow shares. Lengths and positions count
-// UTF-16 code units.
+// Trimming and case-insensitive comparison, shared by all parsers and flows. Lengths and positions
+// are in UTF-16 code units.
 #pragma once
 
 #include <cstdint>
@@ -8,19 +8,19 @@
 
 namespace swr {
 
-// `text` without the blanks at both ends. Blanks are tab, line feed, carriage return and space, and
-// what comes along when a hash is copied from a web page: no-break space, zero-width space and the
-// byte-order mark. No other space counts.
+// A view into `text` without blanks at either end. Blanks are tab, line feed, carriage return,
+// space, and the characters that are easily copied with a hash from a web page: no-break space,
+// zero-width space and the byte-order mark. No other spaces.
 std::u16string_view TrimText(std::u16string_view text);
 
-// Equal by code unit, ignoring case as the system does, without regard to the locale.
+// Whether the texts are equal by code unit, ignoring case by the system's table, in any locale.
 bool EqualsNoCase(std::u16string_view a, std::u16string_view b);
-// For look-ups: the same for all texts that are EqualsNoCase, and hardly ever for others.
+// A hash value that is the same for texts that are EqualsNoCase.
 uint64_t CaseHash(std::u16string_view text);
 bool EndsWithNoCase(std::u16string_view text, std::u16string_view suffix);
 
-// A to Z in lower case; every other letter keeps its case, so that paths which differ only in the
-// case of such a letter stay different.
+// Converts A to Z to lower case. Other letters keep their case, so that paths which differ only in
+// the case of such a letter stay different.
 std::u16string ToLowerText(std::u16string_view text);
 
 }  // namespace swr

@@ -8,8 +8,8 @@
 namespace swr {
 namespace {
 
-// The bytes of an opened file. On failure nothing, and `error` takes a Windows error code, which
-// can be 0 when the system gives none.
+// The content of an open file. On failure returns nothing and sets `error` to a Windows error code,
+// which is 0 if the system gives none.
 std::optional<std::string> ReadBytes(File& file, uint32_t& error) {
   const auto fail = [&error](uint32_t code) {
     error = code;

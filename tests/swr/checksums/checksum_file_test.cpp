@@ -25,7 +25,7 @@ struct NameCase {
 constexpr std::optional<AlgoId> None;
 
 const NameCase nameCases[] = {
-    // Each ending.
+    // Each extension.
     {u"a.md5", AlgoId::Md5, true},
     {u"a.sha1", AlgoId::Sha1, true},
     {u"a.sha256", AlgoId::Sha256, true},
@@ -43,20 +43,20 @@ const NameCase nameCases[] = {
     {u"a.xxh128", AlgoId::Xxh128, true},
     {u"a.md4", AlgoId::Md4, true},
     {u"a.md2", AlgoId::Md2, true},
-    // Case, folders, nothing but the ending.
+    // Case, folders, nothing but the extension.
     {u"A.MD5", AlgoId::Md5, true},
     {u".sha256", AlgoId::Sha256, true},
     {u"C:\\d.md5\\a", None, false},
     {u"C:\\d\\a.md5", AlgoId::Md5, true},
     {u"/d/a.md5", AlgoId::Md5, true},
     {u"setup.exe.sha256", AlgoId::Sha256, true},
-    // A suffix that is looked through, once.
+    // One ignored suffix.
     {u"a.md5.txt", AlgoId::Md5, true},
     {u"a.sha256.asc", AlgoId::Sha256, true},
     {u"a.sha512.sig", AlgoId::Sha512, true},
     {u"a.sha256.txt.asc", None, false},
     {u"a.md5.bak", None, false},
-    // Sums.
+    // Names in "sum" and "sums".
     {u"MD5SUMS", AlgoId::Md5, true},
     {u"SHA256SUMS", AlgoId::Sha256, true},
     {u"sha256sum.txt", AlgoId::Sha256, true},
@@ -108,7 +108,7 @@ TEST(ChecksumFileNameTest, IgnoresOneSuffixAtMost) {
   }
 }
 
-TEST(ChecksumFileNameTest, SaysWhatTheFileIs) {
+TEST(ChecksumFileNameTest, ImpliesTheAlgorithm) {
   for (const NameCase& test : nameCases) {
     EXPECT_EQ(AlgoFromChecksumFileName(test.path), test.algo) << WideToUtf8(test.path);
     EXPECT_EQ(IsChecksumFileName(test.path), test.isChecksumFile) << WideToUtf8(test.path);
@@ -151,37 +151,45 @@ const std::vector<TextCase>& TextCases() {
       {"CR CR LF spoils an SFV line", u"a 01020304\r\r\nb 01020304\r\n", {{u"b", 2, Four}}, {1}},
       {"CR alone ends no line", Hex + u"  a\r" + Hex + u"  b", {{u"a\r" + Hex + u"  b", 1}}, {}},
       {"line ends alone", u"\n\n\n", {}, {}},
-      {"blank lines count", u"\n \t\n\r\n" + Hex + u"  a\n", {{u"a", 4}}, {}},
-      {"comments count", u"# a\n; b\n  # c\n" + Hex + u"  a", {{u"a", 4}}, {}},
+      {"blank lines are numbered", u"\n \t\n\r\n" + Hex + u"  a\n", {{u"a", 4}}, {}},
+      {"comments are numbered", u"# a\n; b\n  # c\n" + Hex + u"  a", {{u"a", 4}}, {}},
       {"comments are not skipped lines", u"#\n;\n", {}, {}},
       {"leading blanks", u" \t" + Hex + u"  a", {{u"a", 1}}, {}},
-      {"trailing blanks are the name's", Hex + u"  a \n", {{u"a ", 1}}, {}},
-      {"rubbish", u"one\ntwo\n\nthree", {}, {1, 2, 4}},
-      {"a good line among rubbish", u"one\n" + Hex + u"  a\nthree\n", {{u"a", 2}}, {1, 3}},
-      {"a mark on line 1 goes", u"\uFEFF" + Hex + u"  a", {{u"a", 1}}, {}},
-      {"a mark on line 2 stays", u"\n\uFEFF" + Hex + u"  a", {}, {2}},
-      {"only one mark goes", u"\uFEFF\uFEFF" + Hex + u"  a", {}, {1}},
+      {"trailing blanks belong to the name", Hex + u"  a \n", {{u"a ", 1}}, {}},
+      {"unreadable lines", u"one\ntwo\n\nthree", {}, {1, 2, 4}},
+      {"a good line among unreadable ones", u"one\n" + Hex + u"  a\nthree\n", {{u"a", 2}}, {1, 3}},
+      {"a byte-order mark on line 1 is removed", u"\uFEFF" + Hex + u"  a", {{u"a", 1}}, {}},
+      {"a byte-order mark on line 2 is kept", u"\n\uFEFF" + Hex + u"  a", {}, {2}},
+      {"only one byte-order mark is removed", u"\uFEFF\uFEFF" + Hex + u"  a", {}, {1}},
       {"the same name twice", Hex + u"  a\n" + Hex + u"  a\n", {{u"a", 1}, {u"a", 2}}, {}},
       {"all three forms",
        u"SHA256 (a) = " + Hex + u"\n" + Hex + u" *b\nc.txt 01020304\n",
        {{u"a", 1, {AlgoId::Sha256}}, {u"b", 2}, {u"c.txt", 3, Four}},
        {}},
       {"a dash-escape", u"- " + Hex + u"  a\n- # b\n-  \n", {{u"a", 1}}, {}},
-      {"a dash-escape goes before the blanks", u" - " + Hex + u"  a", {}, {1}},
-      {"a dash-escape goes once", u"- - " + Hex + u"  a", {}, {1}},
-      {"the file's name gives the algorithm",
+      {"a dash-escape is not removed after a blank", u" - " + Hex + u"  a", {}, {1}},
+      {"a dash-escape is removed once", u"- - " + Hex + u"  a", {}, {1}},
+      {"the file's name implies the algorithm",
        Hex + u"  a\n",
        {{u"a", 1, {AlgoId::Blake3}}},
        {},
        u"C:\\d\\list.b3"},
-      {"where the length fits", CountedHex(16) + u"  a", {{u"a", 1, Sixteen}}, {}, u"list.sha256"},
+      {"the implied algorithm needs the right length",
+       CountedHex(16) + u"  a",
+       {{u"a", 1, Sixteen}},
+       {},
+       u"list.sha256"},
       {"two words of a CRC32 in an SFV file",
        u"01020304 01020304",
        {{u"01020304", 1, Four}},
        {},
        u"list.sfv"},
       {"a plain line in an SFV file", Hex + u"  a", {{u"a", 1}}, {}, u"list.sfv"},
-      {"an SFV comment takes a name along", u"; a.txt 01020304\n#b 01020304", {}, {}, u"list.sfv"},
+      {"SFV names that begin like comments are ignored",
+       u"; a.txt 01020304\n#b 01020304",
+       {},
+       {},
+       u"list.sfv"},
   };
   return cases;
 }
@@ -203,7 +211,7 @@ TEST(ChecksumTextTest, EachLineIsReadOnItsOwn) {
   }
 }
 
-TEST(ChecksumTextTest, TheFileNameDecidesWhichWordOfTwoIsTheDigest) {
+TEST(ChecksumTextTest, TheFileNameDecidesWhichOfTwoWordsIsTheDigest) {
   const std::u16string line = u"01020304 aabbccdd";
   ChecksumSet set = ParseChecksumText(line, u"a.sfv");
   ASSERT_EQ(set.lines.size(), 1u);
@@ -215,7 +223,7 @@ TEST(ChecksumTextTest, TheFileNameDecidesWhichWordOfTwoIsTheDigest) {
   EXPECT_EQ(set.lines[0].digest, CountedBytes(4));
 }
 
-// Each of these lines fits two of the forms; which one reads it shows in the name.
+// Each of these lines fits two forms; the name shows which one was used.
 TEST(ChecksumTextTest, TheFormsAreTriedInOrder) {
   struct OrderCase {
     std::u16string_view line;
@@ -242,29 +250,35 @@ TEST(ChecksumTextTest, TheFormsAreTriedInOrder) {
   }
 }
 
-TEST(ChecksumTextTest, ClearSignedText) {
+TEST(ChecksumTextTest, SkipsThePartsOfAClearSignature) {
   const std::u16string begin = u"-----BEGIN PGP SIGNED MESSAGE-----\n";
   const std::u16string signature = u"-----BEGIN PGP SIGNATURE-----\n";
   const std::u16string end = u"-----END PGP SIGNATURE-----\n";
   const std::u16string line = Hex + u"  a\n";
   const TextCase cases[] = {
-      {"the usual frame",
+      {"the usual form",
        begin + u"Hash: SHA256\n\n" + line + signature + u"\niQIzBAEBCgAdFiEE\n=abcd\n" + end,
        {{u"a", 4}},
        {}},
-      {"text before and behind it",
+      {"lines before and after the signed block",
        line + begin + u"Hash: SHA256\n\n" + line + signature + u"x\n" + end + line,
        {{u"a", 1}, {u"a", 5}, {u"a", 9}},
        {}},
-      {"blanks around the marks", u" " + begin + u"\n" + line, {{u"a", 3}}, {}},
+      {"blanks around the delimiters", u" " + begin + u"\n" + line, {{u"a", 3}}, {}},
       {"a header of several lines",
        begin + u"Hash: SHA256\nComment: b\n \n" + line,
        {{u"a", 5}},
        {}},
-      {"a signature without an end takes the rest", signature + line + line, {}, {}},
-      {"a header without an end takes the rest", begin + line + line, {}, {}},
-      {"the marks are exact", u"-----Begin PGP Signature-----\n" + line, {{u"a", 2}}, {1}},
-      {"an end without a beginning", end + line, {{u"a", 2}}, {1}},
+      {"a signature without an end extends to the end of the file",
+       signature + line + line,
+       {},
+       {}},
+      {"a header without an end extends to the end of the file", begin + line + line, {}, {}},
+      {"the delimiters are case-sensitive",
+       u"-----Begin PGP Signature-----\n" + line,
+       {{u"a", 2}},
+       {1}},
+      {"an end without a beginning is unreadable", end + line, {{u"a", 2}}, {1}},
       {"a dash-escape within", begin + u"\n- " + line, {{u"a", 3}}, {}},
   };
   for (const TextCase& test : cases) {
@@ -275,9 +289,9 @@ TEST(ChecksumTextTest, ClearSignedText) {
   }
 }
 
-// Hostile texts that would take for ever if any step looked at a line again and again. There is
-// nothing to compare but that they come to an end in the time of a test.
-TEST(ChecksumTextTest, LongTextsAreReadInTheTimeOfTheirLength) {
+// Hostile texts that would take very long if any step were quadratic in the length of a line. The
+// test is that they end within its time limit.
+TEST(ChecksumTextTest, ParsesLongTextsInLinearTime) {
   const auto repeated = [](std::u16string_view part, size_t count) {
     std::u16string text;
     for (size_t i = 0; i < count; ++i) text += part;

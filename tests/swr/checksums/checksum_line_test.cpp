@@ -35,7 +35,7 @@ struct LineCase {
   Result result;
 };
 
-// A form that fails leaves no trace.
+// A form that fails leaves the result unchanged.
 const ChecksumLine Before = {u"before", {1, 2}, {AlgoId::Md2}, 77};
 
 template <typename Parse>
@@ -65,10 +65,10 @@ TEST(TaggedLineTest, NamesItsAlgorithm) {
             {u"XXH3 (a) = " + Hex8, Line(u"a", 8, {AlgoId::Xxh3_64})},
             {u"CRC32 (a) = " + Hex4, Line(u"a", 4, {AlgoId::Crc32})},
             {u"MD5 () = " + Hex16, Line(u"", 16, {AlgoId::Md5})},
-            // The first opening and the last closing mark count.
+            // The first " (" and the last ") = " delimit the name.
             {u"MD5 (a (b) = c) = " + Hex16, Line(u"a (b) = c", 16, {AlgoId::Md5})},
             {u"MD5 ( a ) = " + Hex16, Line(u" a ", 16, {AlgoId::Md5})},
-            // Escapes count behind a mark only.
+            // Escapes are replaced only after a leading backslash.
             {u"\\MD5 (a\\nb\\\\c) = " + Hex16, Line(u"a\nb\\c", 16, {AlgoId::Md5})},
             {u"MD5 (a\\nb) = " + Hex16, Line(u"a\\nb", 16, {AlgoId::Md5})},
             {u"MD5 (a) = " + Hex32, None},
@@ -96,7 +96,7 @@ TEST(PlainLineTest, TheNameIsTheRestOfTheLine) {
                    {Hex32 + u" *a.txt", Line(u"a.txt", 32, ThirtyTwo)},
                    {Hex32 + u" a.txt", Line(u"a.txt", 32, ThirtyTwo)},
                    {CountedHex(32, {}, true) + u"  a", Line(u"a", 32, ThirtyTwo)},
-                   // Only one more unit goes.
+                   // Only one more unit is removed.
                    {Hex32 + u"   a", Line(u" a", 32, ThirtyTwo)},
                    {Hex32 + u" **a", Line(u"*a", 32, ThirtyTwo)},
                    {Hex32 + u"  *a", Line(u"*a", 32, ThirtyTwo)},
@@ -118,7 +118,7 @@ TEST(PlainLineTest, TheNameIsTheRestOfTheLine) {
                    {u"\\XXH3_" + Hex8 + u"  a\\\\b", Line(u"a\\b", 8, {AlgoId::Xxh3_64})},
                    {u"XXH3_" + CountedHex(2) + u"  a", Line(u"a", 2, {AlgoId::Xxh3_64})},
                    {u"XXH3_  a", None},
-                   // No line of this form.
+                   // Not of this form.
                    {Hex32, None},
                    {Hex32 + u" ", None},
                    {Hex32 + u"  ", None},
@@ -138,7 +138,7 @@ TEST(PlainLineTest, TheNameIsTheRestOfTheLine) {
                });
 }
 
-TEST(PlainLineTest, AHintCountsWhereTheLengthFits) {
+TEST(PlainLineTest, AHintIsUsedIfTheLengthFits) {
   struct HintCase {
     AlgoId hint;
     std::u16string token;
@@ -181,7 +181,7 @@ TEST(SfvLineTest, TheDigestComesLast) {
                       });
 }
 
-TEST(UnescapeNameTest, KnowsTwoEscapes) {
+TEST(UnescapeNameTest, ReplacesTwoEscapes) {
   struct EscapeCase {
     std::u16string_view text;
     std::u16string_view name;

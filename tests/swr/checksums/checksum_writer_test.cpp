@@ -84,13 +84,13 @@ const GoldenCase goldenCases[] = {
     {"golden-crlf-upper.json", {.format = ExportFormat::Json, .crLf = true, .uppercase = true}},
 };
 
-TEST(RenderChecksumsTest, EachFormatIsAsItWasAgreed) {
+TEST(RenderChecksumsTest, MatchesTheGoldenFiles) {
   for (const GoldenCase& test : goldenCases) {
     EXPECT_EQ(RenderChecksums(GoldenRows(), test.options), GoldenFile(test.file)) << test.file;
   }
 }
 
-TEST(RenderChecksumsTest, AnEmptyList) {
+TEST(RenderChecksumsTest, RendersAnEmptyList) {
   struct EmptyCase {
     ExportFormat format;
     std::string text;
@@ -143,7 +143,7 @@ TEST(RenderChecksumsTest, CsvQuotesEachCharacterThatNeedsIt) {
   }
 }
 
-TEST(ExtensionForAlgoTest, IsUnderstoodByTheReader) {
+TEST(ExtensionForAlgoTest, IsRecognisedByTheReader) {
   struct ExtensionCase {
     AlgoId algo;
     std::u16string extension;

@@ -21,7 +21,7 @@ struct DecodeCase {
 
 const Bytes None = std::nullopt;
 
-TEST(DecodeHexStrictTest, TakesPairsOfDigitsAndNothingElse) {
+TEST(DecodeHexStrictTest, AcceptsOnlyPairsOfDigits) {
   const DecodeCase cases[] = {
       {u"00", {{0x00}}},
       {u"09afAF", {{0x09, 0xAF, 0xAF}}},
@@ -40,14 +40,14 @@ TEST(DecodeHexStrictTest, TakesPairsOfDigitsAndNothingElse) {
       {u"a b", None},
       {u"0xab", None},
       {u"\uFF11\uFF11", None},  // full-width digits
-      {u"\u0131\u0130", None},  // whose low bytes are digits
+      {u"\u0131\u0130", None},  // their low bytes are digits
   };
   for (const DecodeCase& test : cases) {
     EXPECT_EQ(DecodeHexStrict(test.text), test.bytes) << WideToUtf8(test.text);
   }
 }
 
-TEST(DecodeHexLooseTest, PassesOverSeparatorsAndAPrefix) {
+TEST(DecodeHexLooseTest, IgnoresSeparatorsAndAPrefix) {
   struct LooseCase {
     std::u16string_view text;
     Bytes refusing;
@@ -59,7 +59,7 @@ TEST(DecodeHexLooseTest, PassesOverSeparatorsAndAPrefix) {
       {u"0XABCD", abcd, abcd}, {u"ab cd", abcd, abcd},      {u"ab\tcd", abcd, abcd},
       {u"ab:cd", abcd, abcd},  {u"a b c d", abcd, abcd},    {u"::ab::cd::", abcd, abcd},
       {u"ab-cd", None, abcd},  {u"-ab-cd-", None, abcd},    {u"abc d", abcd, abcd},
-      {u"0x", None, None},   // too short to have a prefix, and x is no digit
+      {u"0x", None, None},   // too short for a prefix, and x is not a digit
       {u"0x1", None, None},  // an odd count
       {u"x0ab", None, None},   {u"0x0xab", None, None},     {u"", None, None},
       {u" : ", None, None},    {u"---", None, None},        {u"abc", None, None},
@@ -75,7 +75,7 @@ TEST(DecodeHexLooseTest, PassesOverSeparatorsAndAPrefix) {
 }
 
 // The first rows: RFC 4648, section 10.
-TEST(DecodeBase64Test, TakesBothAlphabetsWithOrWithoutPadding) {
+TEST(DecodeBase64Test, AcceptsBothAlphabetsWithOrWithoutPadding) {
   const DecodeCase cases[] = {
       {u"Zg==", {{'f'}}},
       {u"Zm8=", {{'f', 'o'}}},
@@ -90,7 +90,7 @@ TEST(DecodeBase64Test, TakesBothAlphabetsWithOrWithoutPadding) {
       {u"-_-_", {{0xFB, 0xFF, 0xBF}}},
       {u"+_-/", {{0xFB, 0xFF, 0xBF}}},
       {u"AZaz09", {{0x01, 0x96, 0xB3, 0xD3}}},
-      {u"Zh", {{'f'}}},  // bits that are left over
+      {u"Zh", {{'f'}}},  // unused bits
       {u"", None},
       {u"=", None},
       {u"====", None},

@@ -1,4 +1,4 @@
-// Short ways to write digests and candidates in tables of tests.
+// Shorthand for digests and candidates in test tables.
 #pragma once
 
 #include <cstdint>
@@ -25,7 +25,7 @@ inline std::vector<uint8_t> CountedBytes(size_t count) {
   return bytes;
 }
 
-// The same as hexadecimal, with this between the bytes.
+// The same in hexadecimal, with a separator between the bytes.
 inline std::u16string CountedHex(size_t count, std::u16string_view between = {},
                                  bool uppercase = false) {
   const std::u16string_view digits = uppercase ? u"0123456789ABCDEF" : u"0123456789abcdef";
@@ -38,7 +38,7 @@ inline std::u16string CountedHex(size_t count, std::u16string_view between = {},
   return text;
 }
 
-// The same in base64: what `base64` of the GNU core utilities says of them.
+// The same in base64, as made by `base64` of the GNU core utilities.
 inline constexpr std::u16string_view CountedBase64Of32 =
     u"AQIDBAUGBwgJCgsMDQ4PEBESExQVFhcYGRobHB0eHyA=";
 inline constexpr std::u16string_view CountedBase64Of48 =

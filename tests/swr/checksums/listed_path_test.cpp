@@ -22,7 +22,7 @@ void Check(std::initializer_list<ResolveCase> cases, PathStyle style) {
   }
 }
 
-TEST(ResolveListedPathTest, WindowsRules) {
+TEST(ResolveListedPathTest, FollowsTheRulesOfWindows) {
   Check(
       {
           {u"C:\\d\\SUMS", u"a.txt", u"C:\\d\\a.txt"},
@@ -41,7 +41,7 @@ TEST(ResolveListedPathTest, WindowsRules) {
           {u"C:\\d\\SUMS", u"D:a", u"D:a"},
           {u"C:\\d\\SUMS", u"\\\\server\\share\\a", u"\\\\server\\share\\a"},
           {u"C:\\d\\SUMS", u"//server/share/a", u"\\\\server\\share\\a"},
-          // From the root of the drive.
+          // On the drive of the checksum file.
           {u"C:\\d\\SUMS", u"/a", u"C:\\a"},
           {u"C:\\d\\SUMS", u"\\x\\a", u"C:\\x\\a"},
           {u"\\\\server\\share\\SUMS", u"\\a", u"\\a"},
@@ -51,7 +51,7 @@ TEST(ResolveListedPathTest, WindowsRules) {
       PathStyle::Windows);
 }
 
-TEST(ResolveListedPathTest, PosixRules) {
+TEST(ResolveListedPathTest, FollowsTheRulesOfPosix) {
   Check(
       {
           {u"/d/SUMS", u"a.txt", u"/d/a.txt"},
@@ -68,7 +68,7 @@ TEST(ResolveListedPathTest, PosixRules) {
       PathStyle::Posix);
 }
 
-TEST(MakeRelativePathTest, NamesBelowTheFolderLoseIt) {
+TEST(MakeRelativePathTest, ShortensPathsBelowTheFolder) {
   struct RelativeCase {
     std::u16string base;
     std::u16string path;
@@ -84,7 +84,7 @@ TEST(MakeRelativePathTest, NamesBelowTheFolderLoseIt) {
       {u"c:\\D", u"C:\\d\\A.txt", u"A.txt"},
       {u"C:\\\u00C9", u"C:\\\u00E9\\a", u"a"},
       {u"\\\\server\\share", u"\\\\SERVER\\share\\a", u"a"},
-      // Elsewhere.
+      // Not below the folder.
       {u"C:\\d", u"C:\\dd\\a.txt", u"C:\\dd\\a.txt"},
       {u"C:\\d", u"D:\\d\\a.txt", u"D:\\d\\a.txt"},
       {u"C:\\d\\e", u"C:\\d\\a.txt", u"C:\\d\\a.txt"},
@@ -100,7 +100,7 @@ TEST(MakeRelativePathTest, NamesBelowTheFolderLoseIt) {
   }
 }
 
-TEST(ToForwardSlashesTest, ChangesNamesWhereBackslashesSeparate) {
+TEST(ToForwardSlashesTest, ReplacesBackslashesOnWindowsOnly) {
   EXPECT_EQ(ToForwardSlashes(u"a\\b/c\\", PathStyle::Windows), u"a/b/c/");
   EXPECT_EQ(ToForwardSlashes(u"C:\\a", PathStyle::Windows), u"C:/a");
   EXPECT_EQ(ToForwardSlashes(u"a\\b/c", PathStyle::Posix), u"a\\b/c");

@@ -40,8 +40,8 @@ Result Named(AlgoId algo, std::u16string name = {}) {
 
 struct PasteCase {
   std::u16string text;
-  Result box;        // what the Expected hash box makes of it
-  Result clipboard;  // what the clipboard watcher makes of it
+  Result box;        // in the Expected hash box
+  Result clipboard;  // from the clipboard
 };
 
 void Check(const std::vector<PasteCase>& cases) {
@@ -64,7 +64,7 @@ const std::u16string Hex32 = CountedHex(32);
 const std::u16string Hex64 = CountedHex(64);
 const std::u16string Base32(CountedBase64Of32);
 
-TEST(PastedHashTest, TheLengthAloneGivesTheCandidates) {
+TEST(PastedHashTest, TheLengthDeterminesTheCandidates) {
   std::vector<PasteCase> cases = {
       BoxOnly(CountedHex(4), Bare(4, Four)), BoxOnly(CountedHex(8), Bare(8, Eight)),
       Both(Hex16, Bare(16, Sixteen)),        Both(CountedHex(20), Bare(20, Twenty)),
@@ -73,14 +73,14 @@ TEST(PastedHashTest, TheLengthAloneGivesTheCandidates) {
   };
   for (const size_t bytes :
        std::initializer_list<size_t>{1, 2, 3, 5, 7, 9, 15, 17, 19, 21, 24, 28, 31, 33, 63, 65}) {
-    // A few such texts are base64 of a length that is known.
+    // Some of these texts are base64 of a known length.
     if (!ParseExpectedHash(CountedHex(bytes))) cases.push_back(Both(CountedHex(bytes), None));
   }
   EXPECT_GT(cases.size(), 15u);
   Check(cases);
 }
 
-TEST(PastedHashTest, HexInAnySpelling) {
+TEST(PastedHashTest, AcceptsHexadecimalNotations) {
   Check({
       Both(CountedHex(32, {}, true), Bare(32, ThirtyTwo)),
       Both(u"0x" + Hex32, Bare(32, ThirtyTwo)),
@@ -95,7 +95,7 @@ TEST(PastedHashTest, HexInAnySpelling) {
   });
 }
 
-TEST(PastedHashTest, TheFirstLineWithAnythingOnItCounts) {
+TEST(PastedHashTest, OnlyTheFirstNonBlankLineIsParsed) {
   Check({
       BoxOnly(u"\n \n\t\r\n" + Hex32 + u"\n" + Hex16, Bare(32, ThirtyTwo)),
       BoxOnly(u"some words\n" + Hex32, None),
@@ -105,7 +105,7 @@ TEST(PastedHashTest, TheFirstLineWithAnythingOnItCounts) {
   });
 }
 
-TEST(PastedHashTest, TaggedLines) {
+TEST(PastedHashTest, AcceptsTaggedLines) {
   Check({
       Both(u"SHA256 (setup.exe) = " + Hex32, Named(AlgoId::Sha256, u"setup.exe")),
       Both(u"sha3-256 (a (1).txt) = " + Hex32, Named(AlgoId::Sha3_256, u"a (1).txt")),
@@ -122,20 +122,20 @@ TEST(PastedHashTest, TaggedLines) {
   });
 }
 
-TEST(PastedHashTest, IntegrityValues) {
+TEST(PastedHashTest, AcceptsIntegrityValues) {
   Check({
       Both(u"sha256-" + Base32, Named(AlgoId::Sha256)),
       Both(u"SHA256-" + Base32, Named(AlgoId::Sha256)),
       Both(u"sha384-" + std::u16string(CountedBase64Of48), Named(AlgoId::Sha384)),
       Both(u"sha512-" + std::u16string(CountedBase64Of64), Named(AlgoId::Sha512)),
       Both(u"sha512-" + Base32, None),
-      // Only those three are spelled so. The hyphen then is a digit of base64.
+      // Only those three have this form. Otherwise the hyphen is a digit of base64.
       Both(u"md5-" + Base32, None),
       Both(u"sha1-" + Base32, None),
   });
 }
 
-TEST(PastedHashTest, Labels) {
+TEST(PastedHashTest, AcceptsLabels) {
   std::vector<PasteCase> cases;
   for (const std::u16string_view label :
        {u"SHA256: ", u"SHA256:", u"sha-256=", u"sha-256 = ", u"SHA256 hash ", u"SHA-256 checksum: ",
@@ -150,22 +150,22 @@ TEST(PastedHashTest, Labels) {
       Both(u"SHA3-256: " + Hex32, Named(AlgoId::Sha3_256)),
       BoxOnly(u"SHA256: " + CountedHex(32, u"-"), Named(AlgoId::Sha256)),
       BoxOnly(u"CRC32: " + CountedHex(4), Named(AlgoId::Crc32)),
-      // Only one label goes, and not before a tab.
+      // Only one label is removed, and not before a tab.
       Both(u"SHA256 hash sum " + Hex32, None),
       Both(u"SHA256 hash\t" + Hex32, None),
-      // Nor behind a colon.
+      // Nor after a colon.
       Both(u"SHA256:hash:" + Hex32, None),
-      // A length that does not fit the name ends it.
+      // A known length that does not fit the algorithm ends the parse.
       Both(u"SHA-256: " + Hex16, None),
       Both(u"SHA-256: " + CountedHex(5), None),
-      // Nothing behind the name.
+      // Nothing after the name.
       Both(u"SHA256:", None),
       Both(u"SHA256 hash:", None),
       Both(u"md5sum: " + Hex16, None),
   });
 }
 
-TEST(PastedHashTest, ChecksumLines) {
+TEST(PastedHashTest, AcceptsChecksumLines) {
   Check({
       Both(Hex32 + u"  setup.exe", Bare(32, ThirtyTwo, u"setup.exe")),
       Both(Hex32 + u" *setup.exe", Bare(32, ThirtyTwo, u"setup.exe")),
@@ -179,22 +179,22 @@ TEST(PastedHashTest, ChecksumLines) {
       Both(u"XXH3_", None),
       Both(CountedHex(5) + u"  a", None),
       Both(Base32 + u"  a", None),
-      // A hyphen for a name: separators for the box, a name for the clipboard.
+      // A hyphen as the name: a separator in the box, a name from the clipboard.
       {Hex16 + u"  -", Bare(16, Sixteen), Bare(16, Sixteen, u"-")},
   });
 }
 
-TEST(PastedHashTest, ANameOfHexadecimalDigitsIsTakenForMoreOfTheValue) {
+TEST(PastedHashTest, ANameOfHexadecimalDigitsIsReadAsPartOfTheValue) {
   ParsedHash twice = *Bare(16, ThirtyTwo);
   twice.digest.insert(twice.digest.end(), twice.digest.begin(), twice.digest.begin() + 16);
   Check({
       Both(Hex16 + u"  " + Hex16, twice),
-      // No algorithm has so long a digest: so it is a name after all.
+      // No algorithm has such a long digest, so this is a name.
       Both(Hex64 + u"  abba", Bare(64, SixtyFour, u"abba")),
   });
 }
 
-TEST(PastedHashTest, BareBase64IsForTheBoxOnly) {
+TEST(PastedHashTest, BareBase64IsAcceptedInTheBoxOnly) {
   Check({
       BoxOnly(Base32, Bare(32, ThirtyTwo)),
       BoxOnly(Base32.substr(0, Base32.size() - 1), Bare(32, ThirtyTwo)),
@@ -205,7 +205,7 @@ TEST(PastedHashTest, BareBase64IsForTheBoxOnly) {
   });
 }
 
-TEST(PastedHashTest, LengthsHaveLimits) {
+TEST(PastedHashTest, LimitsTheLength) {
   const Result named = Bare(32, ThirtyTwo, u"x");
   const auto ofLength = [](size_t length) {
     return Hex32 + std::u16string(length - Hex32.size() - 1, u' ') + u"x";
@@ -215,7 +215,7 @@ TEST(PastedHashTest, LengthsHaveLimits) {
       BoxOnly(ofLength(301), named),
       BoxOnly(ofLength(4096), named),
       Both(ofLength(4097), None),
-      // Blanks around it don't count.
+      // Surrounding blanks don't matter.
       Both(std::u16string(5000, u' ') + Hex32 + std::u16string(5000, u' '), Bare(32, ThirtyTwo)),
   });
 }

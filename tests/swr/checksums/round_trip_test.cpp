@@ -1,4 +1,4 @@
-// What is saved and read again.
+// Checksums that are saved and read again.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -21,7 +21,7 @@ class Source {
     return std::uniform_int_distribution<size_t>(0, limit - 1)(engine_);
   }
 
-  // Of all that a name can hold but a carriage return, which has an escape that is not read.
+  // Any character but a carriage return, whose escape is not read.
   std::u16string Name() {
     static const std::vector<std::u16string> parts = {u"a",          u"Z",      u"0",
                                                       u"  ",         u" ",      u"\t",
@@ -79,7 +79,7 @@ std::vector<Listed> Read(const std::string& bytes, const std::u16string& path) {
   return listed;
 }
 
-TEST(RoundTripTest, EveryNameAndDigestComesBack) {
+TEST(RoundTripTest, NamesAndDigestsAreReadBack) {
   Source source(20261121);
   for (int i = 0; i < 500; ++i) {
     std::vector<ExportRow> rows;
@@ -114,7 +114,7 @@ TEST(RoundTripTest, EveryNameAndDigestComesBack) {
   }
 }
 
-TEST(RoundTripTest, WhatDoesNotComeBack) {
+TEST(RoundTripTest, SomeNamesAreReadBackChanged) {
   struct LossCase {
     const char* description;
     ExportFormat format;
@@ -151,7 +151,7 @@ TEST(RoundTripTest, WhatDoesNotComeBack) {
   }
 }
 
-// What reads as the hyphen of a signed text leaves a line without a name, which is told of.
+// It reads as a dash-escape, which leaves a line without a name.
 TEST(RoundTripTest, ANameOfOneHyphenIsSkippedInSfv) {
   ExportDigest digest = {.algo = AlgoId::Crc32};
   digest.digest.length = 4;

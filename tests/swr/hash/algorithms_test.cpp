@@ -15,7 +15,7 @@ using enum AlgoId;
 
 // --- The catalogue ------------------------------------------------------------------------------
 
-// Numbers and spellings are saved and exchanged with other programs: none of them may ever change.
+// Numbers and names are saved and exchanged with other programs: they may never change.
 const AlgoInfo expectedRows[] = {
     {Crc32, u"CRC32", "crc32", "CRC32", 4, AlgoGroup::Fast, false},
     {Md5, u"MD5", "md5", "MD5", 16, AlgoGroup::General, false},
@@ -53,7 +53,7 @@ TEST(AlgorithmsTest, HasTheFifteenRows) {
   }
 }
 
-TEST(AlgorithmsTest, NumbersTheGroups) {
+TEST(AlgorithmsTest, NumbersOfTheGroups) {
   EXPECT_EQ(static_cast<int>(AlgoGroup::General), 0);
   EXPECT_EQ(static_cast<int>(AlgoGroup::Modern), 1);
   EXPECT_EQ(static_cast<int>(AlgoGroup::Fast), 2);
@@ -115,7 +115,7 @@ const SavedCase savedCases[] = {
     {"legacy and unknown bits", 0x80006000, false, 14},
 };
 
-TEST(AlgoMaskTest, MakesASelectionOfWhatWasSaved) {
+TEST(AlgoMaskTest, ValidatesASavedSelection) {
   for (const SavedCase& row : savedCases) {
     SCOPED_TRACE(row.description);
     EXPECT_EQ(AlgosFromSaved(row.saved, row.showLegacy), row.selection);
@@ -152,7 +152,7 @@ struct NameCase {
 };
 
 const NameCase nameCases[] = {
-    // Whatever case and hyphens.
+    // In any case, with any hyphens.
     {"SHA-256", Sha256},
     {"sha256", Sha256},
     {"SHA_256", Sha256},
@@ -197,7 +197,7 @@ const NameCase nameCases[] = {
     {"xxh", std::nullopt},
 };
 
-TEST(AlgoNameTest, MeansAnAlgorithm) {
+TEST(AlgoNameTest, IsParsed) {
   for (const NameCase& row : nameCases) {
     SCOPED_TRACE(row.name);
     EXPECT_EQ(ParseAlgoName(row.name), row.id);
@@ -238,7 +238,7 @@ const SizeCase sizeCases[] = {
     {64, {Sha512, Sha3_512}},
 };
 
-TEST(DigestSizeTest, LeadsToTheCandidatesInOrder) {
+TEST(DigestSizeTest, HasCandidatesInOrder) {
   for (const SizeCase& row : sizeCases) {
     SCOPED_TRACE(row.bytes);
     EXPECT_EQ(AlgosForDigestSize(row.bytes), row.ids);

@@ -40,7 +40,8 @@ TEST(Crc32Test, KeepsTheStateForNoBytes) {
   EXPECT_EQ(Crc32Update(0x12345678, nullptr, 0), 0x12345678u);
 }
 
-// Each of the eight places of a word has its own table, so each byte value goes through each place.
+// Each of the eight positions in a word has its own table, so each byte value is tried in each
+// position.
 TEST(Crc32Test, LooksUpEachByteInEachPlace) {
   for (size_t place = 0; place < 8; ++place) {
     for (int value = 0; value < 256; ++value) {
@@ -76,8 +77,8 @@ TEST(Crc32Test, CarriesTheStateFromPieceToPiece) {
   }
 }
 
-// The two ways against each other, and against the definition, in pieces of any length, place and
-// state; the processor of the tests is to have both.
+// Compares both implementations with each other and with the definition, for pieces of any length,
+// alignment and state. The processor that runs the tests must support both.
 TEST(Crc32Test, FoldingAndTablesAgree) {
   ASSERT_TRUE(CanFoldCrc32());
   std::mt19937 random(128);

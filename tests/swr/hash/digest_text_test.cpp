@@ -56,17 +56,17 @@ TEST(DigestTextTest, WritesTheLongestDigest) {
   EXPECT_EQ(DigestToWideHex(digest, false).size(), 128u);
 }
 
-TEST(DigestTextTest, WritesNothingOfWhatIsBehindTheDigest) {
+TEST(DigestTextTest, IgnoresTheBytesAfterTheDigest) {
   Digest digest{.length = 2};
   digest.bytes.fill(0x11);
   EXPECT_EQ(DigestToHex(digest, false), "1111");
 }
 
-TEST(DigestTextTest, BeginsWithTheHighestDigitOfAnXxhashValue) {
+TEST(DigestTextTest, WritesXxhashValuesBigEndian) {
   EXPECT_EQ(DigestToHex(HashBytes(AlgoId::Xxh64, {}), false), "ef46db3751d8e999");
 }
 
-TEST(DigestTextTest, TakesASlotForADigest) {
+TEST(DigestTextTest, AcceptsASlot) {
   DigestSlot slot;
   static_cast<Digest&>(slot) = DigestOf({0xAB, 0xCD});
   EXPECT_EQ(DigestToHex(slot, true), "ABCD");

@@ -1,5 +1,5 @@
-// What happens when the xxHash library gets no memory. The linker leads the calls of its allocation
-// here (--wrap in the build).
+// What happens if the xxHash library gets no memory. The linker redirects its allocation function
+// to the one here (--wrap in the build).
 #include <gtest/gtest.h>
 
 #include <new>
@@ -14,7 +14,7 @@ bool hasNoMemory = false;
 
 }  // namespace
 
-// The linker makes up these names.
+// These names are the linker's.
 extern "C" XXH3_state_s* __real_XXH3_createState();
 extern "C" XXH3_state_s* __wrap_XXH3_createState() {
   return hasNoMemory ? nullptr : __real_XXH3_createState();

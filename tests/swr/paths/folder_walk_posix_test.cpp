@@ -1,4 +1,4 @@
-// Links, and names that only a POSIX system has.
+// Links, and names that only POSIX systems allow.
 #include <gtest/gtest.h>
 #include <pthread.h>
 #include <unistd.h>
@@ -63,8 +63,8 @@ TEST(FolderWalkPosixTest, ReportsALinkToAFileAsAFile) {
   EXPECT_EQ(found[1].size, 5u);
 }
 
-// Systems let a tree be made that is deeper than a thread's stack is long.
-TEST(FolderWalkPosixTest, TakesNoMoreStackForADeepTree) {
+// File systems allow trees so deep that recursion would overflow the stack.
+TEST(FolderWalkPosixTest, ADeepTreeNeedsNoMoreStack) {
   TempTree tree;
   std::u16string relative;
   for (int level = 0; level < 900; ++level) relative += u"d/";
@@ -88,9 +88,9 @@ TEST(FolderWalkPosixTest, TakesNoMoreStackForADeepTree) {
   EXPECT_EQ(*paths, Names{relative + u"file"});
 }
 
-// What can't be told of a link leaves it a file, which then fails by itself if it is none; a link
-// to a folder is not entered in any case.
-TEST(FolderWalkPosixTest, TakesALinkOfWhichNothingIsToldForAFile) {
+// A link of unknown type is reported as a file, which fails later if it is none; a link to a folder
+// is never entered.
+TEST(FolderWalkPosixTest, ALinkOfUnknownTypeIsAFile) {
   TempTree tree;
   tree.AddFile(u"folder/inside");
   AddLink(tree, u"to folder", "folder");
@@ -102,7 +102,8 @@ TEST(FolderWalkPosixTest, TakesALinkOfWhichNothingIsToldForAFile) {
   EXPECT_EQ(faults.Count(SystemCall::EntryInfo), 2u);
 }
 
-// Windows holds names apart that differ only in case where a folder is told to; Wine never does.
+// Windows distinguishes names that differ only in case in folders that are set up so; Wine never
+// does.
 TEST(FolderWalkPosixTest, OrdersNamesThatDifferInCaseByCodeUnit) {
   TempTree tree;
   for (const std::u16string_view name : {u"a2", u"A2", u"a1", u"b", u"B"}) tree.AddFile(name);

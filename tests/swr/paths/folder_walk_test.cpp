@@ -17,7 +17,7 @@
 namespace swr::testing {
 namespace {
 
-// Relative paths with "/" between the steps on every platform.
+// Relative paths with "/" as the separator on every platform.
 using Names = std::vector<std::u16string>;
 
 std::u16string WithSlashes(std::u16string path) {
@@ -67,7 +67,7 @@ const OrderCase orderCases[] = {
     {"a name and its beginning", {u"file10", u"file"}, {u"file", u"file10"}},
 };
 
-TEST(FolderWalkTest, FollowsTheOrderOfAReader) {
+TEST(FolderWalkTest, VisitsFilesInNaturalOrder) {
   for (const OrderCase& row : orderCases) {
     SCOPED_TRACE(row.description);
     TempTree tree;
@@ -88,7 +88,7 @@ TEST(FolderWalkTest, ReportsNothingForAnEmptyFolder) {
   EXPECT_TRUE(walk.found.empty());
 }
 
-TEST(FolderWalkTest, TellsPathRelativePathAndSize) {
+TEST(FolderWalkTest, ReportsPathRelativePathAndSize) {
   TempTree tree;
   tree.AddFile(u"empty");
   tree.AddFile(u"sub/deeper/five", "12345");
@@ -103,7 +103,7 @@ TEST(FolderWalkTest, TellsPathRelativePathAndSize) {
   EXPECT_EQ(found[1].size, 5u);
 }
 
-TEST(FolderWalkTest, TellsSizesOverFourGigabytes) {
+TEST(FolderWalkTest, ReportsSizesOverFourGigabytes) {
   TempTree tree;
   ResizeFile(tree.AddFile(u"large"), 0x123456789);
   uint64_t size = 0;
@@ -111,7 +111,7 @@ TEST(FolderWalkTest, TellsSizesOverFourGigabytes) {
   EXPECT_EQ(size, 0x123456789u);
 }
 
-TEST(FolderWalkTest, TakesARootThatEndsInASeparator) {
+TEST(FolderWalkTest, AcceptsARootThatEndsInASeparator) {
   TempTree tree;
   tree.AddFile(u"sub/file");
   const std::u16string root = tree.Path(u"sub") + u"/";
@@ -120,7 +120,7 @@ TEST(FolderWalkTest, TakesARootThatEndsInASeparator) {
   EXPECT_EQ(paths, std::vector{root + u"file"});
 }
 
-// The process's current folder for as long as the object lives.
+// Sets the current folder of the process for the lifetime of the object.
 class CurrentFolder {
  public:
   explicit CurrentFolder(const std::u16string& folder) { std::filesystem::current_path(folder); }
@@ -132,7 +132,7 @@ class CurrentFolder {
   const std::filesystem::path previous_ = std::filesystem::current_path();
 };
 
-TEST(FolderWalkTest, TakesARelativeRootFromTheCurrentFolder) {
+TEST(FolderWalkTest, ARelativeRootStartsFromTheCurrentFolder) {
   TempTree tree;
   tree.AddFile(u"sub/1");
   tree.AddFile(u"sub/deeper/2");
@@ -184,7 +184,7 @@ TEST(FolderWalkTest, PassesNamesOnUnchanged) {
 
 // --- Depth --------------------------------------------------------------------------------------
 
-TEST(FolderWalkTest, GoesAsDeepAsTheFoldersDo) {
+TEST(FolderWalkTest, HasNoLimitOfDepth) {
   TempTree tree;
   std::u16string deepest = u"d";
   for (int level = 1; level < 150; ++level) deepest += u"/d";
@@ -192,7 +192,7 @@ TEST(FolderWalkTest, GoesAsDeepAsTheFoldersDo) {
   EXPECT_EQ(WalkTree(tree).found, Names{deepest + u"/file"});
 }
 
-TEST(FolderWalkTest, GoesIntoPathsOverTheOldLimit) {
+TEST(FolderWalkTest, EntersPathsOver260Units) {
   TempTree tree;
   const std::u16string path = AddFileWithLongPath(tree, 1500, "x");
   std::vector<std::u16string> paths;
@@ -201,7 +201,7 @@ TEST(FolderWalkTest, GoesIntoPathsOverTheOldLimit) {
   EXPECT_EQ(paths, std::vector{path});
 }
 
-TEST(FolderWalkTest, StaysOnTheFirstLevelWhenToldTo) {
+TEST(FolderWalkTest, EntersNoSubfoldersUnlessRecursive) {
   TempTree tree;
   tree.AddFile(u"file");
   tree.AddFile(u"sub/file");
@@ -221,7 +221,7 @@ const HiddenCase hiddenCases[] = {
      {u".hidden", u"plain", u".folder/.both", u".folder/plain", u"sub/.hidden", u"sub/plain"}},
 };
 
-TEST(FolderWalkTest, ReportsHiddenEntriesWhenToldTo) {
+TEST(FolderWalkTest, ReportsHiddenEntriesIfAsked) {
   TempTree tree;
   for (const std::u16string_view plain : {u"plain", u"sub/plain", u".folder/plain"}) {
     tree.AddFile(plain);
@@ -261,7 +261,7 @@ const PatternCase patternCases[] = {
     {u"*.sha1", {}},
 };
 
-TEST(FolderWalkTest, LimitsFilesAndNotFoldersToThePattern) {
+TEST(FolderWalkTest, ThePatternAppliesToFilesOnly) {
   TempTree tree;
   for (const std::u16string_view file :
        {u"a.md5", u"b.txt", u"c", u"sub.txt/d.md5", u"sub.txt/e.TXT"}) {
@@ -275,10 +275,10 @@ TEST(FolderWalkTest, LimitsFilesAndNotFoldersToThePattern) {
   }
 }
 
-// --- Called off ---------------------------------------------------------------------------------
+// --- Cancelling ---------------------------------------------------------------------------------
 
 struct CancelCase {
-  size_t after;  // files
+  size_t after;  // number of files
   Names found;
 };
 
@@ -290,7 +290,7 @@ const CancelCase cancelCases[] = {
     {5, {u"1", u"2", u"a/3", u"a/sub/4", u"b/5"}},
 };
 
-TEST(FolderWalkTest, StopsWhenItIsCalledOff) {
+TEST(FolderWalkTest, StopsWhenCancelled) {
   TempTree tree;
   for (const std::u16string_view file : {u"1", u"2", u"a/3", u"a/sub/4", u"b/5", u"b/6"}) {
     tree.AddFile(file);
@@ -322,7 +322,7 @@ TEST(FolderWalkTest, FailsWithoutARoot) {
 
 struct ListingCase {
   std::string_view description;
-  uint32_t failing;  // the listing, in the order of the walk
+  uint32_t failing;  // number of the listing, in the order of the walk
   uint32_t code;
   bool succeeded;
   Names found;
@@ -339,7 +339,7 @@ const ListingCase listingCases[] = {
     {"a subfolder is gone", 2, ErrorPathNotFound, true, {u"0", u"b/3"}},
 };
 
-TEST(FolderWalkTest, PassesOverASubfolderThatCannotBeListed) {
+TEST(FolderWalkTest, SkipsASubfolderThatCannotBeListed) {
   TempTree tree;
   for (const std::u16string_view file : {u"0", u"a/1", u"a/sub/2", u"b/3"}) tree.AddFile(file);
   for (const ListingCase& row : listingCases) {
@@ -368,7 +368,7 @@ TEST(FolderWalkTest, HoldsNoFolderOpenWhileItReports) {
   EXPECT_FALSE(IsDirectoryPath(tree.Path(u"a")));
 }
 
-TEST(FolderWalkTest, GoesOnWhenASubfolderIsGone) {
+TEST(FolderWalkTest, SkipsASubfolderThatIsGone) {
   TempTree tree;
   for (const std::u16string_view file : {u"0", u"b/1"}) tree.AddFile(file);
   tree.AddFolder(u"a");

@@ -1,4 +1,4 @@
-// Links, and attributes that only Windows has.
+// Links, and attributes that exist only on Windows.
 #include "swr/system/windows_api_win.h"
 
 #include <gtest/gtest.h>
@@ -16,9 +16,9 @@ namespace {
 
 using Names = std::vector<std::u16string>;
 
-// A link to the folder `target`, which is relative to the tree's root, as long as the object lives.
-// Wine says that it made one and makes none; nor does it remove one. But it shows the links of the
-// system below as reparse points, and runs the programs that make and remove them.
+// A link to the folder `target`, which is relative to the tree's root, for the lifetime of the
+// object. Wine reports success but neither creates nor removes links. But it shows links of the
+// host system as reparse points, and runs the host's programs that create and remove them.
 class FolderLink {
  public:
   FolderLink(const TempTree& tree, const std::wstring& name, const std::wstring& target)
@@ -41,7 +41,7 @@ class FolderLink {
  private:
   bool Exists() const { return GetFileAttributesW(AsWide(path_)) != INVALID_FILE_ATTRIBUTES; }
 
-  // The other system's process can't be waited for.
+  // Windows calls can't wait for a process of the host.
   void RunBelow(const std::wstring& program, std::wstring command) const {
     STARTUPINFOW startup = {.cb = sizeof startup};
     PROCESS_INFORMATION process = {};
@@ -73,7 +73,7 @@ TEST(FolderWalkWinTest, NeverEntersALinkToAFolder) {
   EXPECT_EQ(RelativePathsIn(tree, {.includeHidden = true}), Names{u"sub\\file"});
 }
 
-TEST(FolderWalkWinTest, CountsSystemEntriesAsHidden) {
+TEST(FolderWalkWinTest, TreatsSystemEntriesAsHidden) {
   TempTree tree;
   const std::u16string path = tree.AddFile(u"system");
   ASSERT_TRUE(SetFileAttributesW(AsWide(ToLongPath(path)), FILE_ATTRIBUTE_SYSTEM));
@@ -81,7 +81,7 @@ TEST(FolderWalkWinTest, CountsSystemEntriesAsHidden) {
   EXPECT_EQ(RelativePathsIn(tree, {.includeHidden = true}), Names{u"system"});
 }
 
-TEST(FolderWalkWinTest, TakesARootThatEndsInABackslash) {
+TEST(FolderWalkWinTest, AcceptsARootThatEndsInABackslash) {
   TempTree tree;
   tree.AddFile(u"file");
   Names found;

@@ -19,7 +19,7 @@ namespace {
 struct LongPathCase {
   std::string_view description;
   std::u16string path;
-  std::optional<std::u16string> full;  // what the system makes of it
+  std::optional<std::u16string> full;  // the system's result
   std::u16string longPath;
 };
 
@@ -35,7 +35,7 @@ const LongPathCase longPathCases[] = {
     {"a network path with other separators", u"//host/share/f", u"\\\\host\\share\\f",
      u"\\\\?\\UNC\\host\\share\\f"},
     {"one separator is not a network", u"\\f", u"C:\\f", u"\\\\?\\C:\\f"},
-    // Paths that can't be made full come back as they were.
+    // Paths that can't be made full are returned unchanged.
     {"an empty path", u"", std::nullopt, u""},
     {"a path that the system refuses", u"a\\b", std::nullopt, u"a\\b"},
 };
@@ -66,7 +66,7 @@ TEST(ToLongPathTest, LeavesPathsWithAPrefixAlone) {
   }
 }
 
-TEST(ToLongPathTest, TakesOnlyTheExactPrefixForOne) {
+TEST(ToLongPathTest, RecognisesOnlyTheExactPrefix) {
   for (const std::u16string path :
        {u"//?/C:/a", u"\\\\?", u"\\\\?x\\a", u"\\?\\a", u"\\\\x\\?\\"}) {
     SCOPED_TRACE(WideToUtf8(path));
@@ -77,7 +77,7 @@ TEST(ToLongPathTest, TakesOnlyTheExactPrefixForOne) {
   }
 }
 
-TEST(ToLongPathTest, ChangesNothingWhereThereIsNoSuchForm) {
+TEST(ToLongPathTest, ChangesNothingOnPosix) {
   for (const std::u16string path : {u"", u"a", u"/a/../b", u"/a/"}) {
     EXPECT_EQ(ToLongPath(path, PathStyle::Posix), path);
   }
@@ -96,14 +96,14 @@ const JoinCase joinCases[] = {
     {u"C:\\a", u"b", u"C:\\a\\b", u"C:\\a/b"},
     {u"a", u"b", u"a\\b", u"a/b"},
     {u"a", u"", u"a\\", u"a/"},
-    // The folder has its separator already, whichever it is.
+    // A folder that ends in either separator.
     {u"C:\\", u"b", u"C:\\b", u"C:\\b"},
     {u"C:/a/", u"b", u"C:/a/b", u"C:/a/b"},
     {u"/", u"b", u"/b", u"/b"},
-    // Without a folder the name stands alone.
+    // Without a folder.
     {u"", u"b", u"b", u"b"},
     {u"", u"", u"", u""},
-    // A name is taken as it is.
+    // Names are not changed.
     {u"a", u"..\\b", u"a\\..\\b", u"a/..\\b"},
     {u"a", u"/b", u"a\\/b", u"a//b"},
     {u"a", u" . ", u"a\\ . ", u"a/ . "},
@@ -151,7 +151,7 @@ TEST(SplitPathTest, CutsAtTheLastSeparator) {
 
 // --- IsDirectoryPath ----------------------------------------------------------------------------
 
-TEST(IsDirectoryPathTest, TellsFoldersFromTheRest) {
+TEST(IsDirectoryPathTest, IsTrueForFoldersOnly) {
   TempTree tree;
   tree.AddFile(u"folder/file");
   EXPECT_TRUE(IsDirectoryPath(tree.Root()));
@@ -162,14 +162,14 @@ TEST(IsDirectoryPathTest, TellsFoldersFromTheRest) {
   EXPECT_FALSE(IsDirectoryPath(u""));
 }
 
-TEST(IsDirectoryPathTest, TakesLongPaths) {
+TEST(IsDirectoryPathTest, AcceptsLongPaths) {
   TempTree tree;
   const std::u16string file = AddFileWithLongPath(tree, 1100, "x");
   EXPECT_FALSE(IsDirectoryPath(file));
   EXPECT_TRUE(IsDirectoryPath(std::u16string(SplitPath(file).folder)));
 }
 
-TEST(IsDirectoryPathTest, IsFalseWhereItCannotBeAsked) {
+TEST(IsDirectoryPathTest, IsFalseOnFailure) {
   TempTree tree;
   const InstalledFaults faults({{.call = SystemCall::PathInfo, .code = ErrorAccessDenied}});
   EXPECT_FALSE(IsDirectoryPath(tree.Root()));

@@ -1,4 +1,4 @@
-// Long paths as the system itself makes them.
+// Long paths made by the system itself.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -27,13 +27,13 @@ const LongPathCase longPathCases[] = {
     {u"", u""},
 };
 
-TEST(ToLongPathWinTest, AsksTheSystem) {
+TEST(ToLongPathWinTest, UsesTheSystemsFullPath) {
   for (const LongPathCase& row : longPathCases) {
     EXPECT_EQ(ToLongPath(row.path), row.longPath) << WideToUtf8(row.path);
   }
 }
 
-TEST(ToLongPathWinTest, TakesAnyLength) {
+TEST(ToLongPathWinTest, AcceptsAnyLength) {
   const std::u16string longest = u"C:\\" + std::u16string(LongestFullPath - 4, u'n');
   EXPECT_TRUE(ToLongPath(longest) == u"\\\\?\\" + longest);
   const std::u16string tooLong = longest + u"nn";

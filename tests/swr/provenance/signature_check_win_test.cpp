@@ -1,4 +1,4 @@
-// What the platform's trust services say of files without a signature.
+// The real trust services on files without a signature.
 #include "swr/system/windows_api_win.h"
 
 #include <gtest/gtest.h>
@@ -20,8 +20,8 @@ TEST(CheckSignatureTest, TextHasNoSignature) {
   EXPECT_EQ(CheckSignature(tree.AddFile(u"empty.exe")).state, SignatureState::NotApplicable);
 }
 
-// Shorter than what the trust services look at to tell the kind of a file.
-TEST(CheckSignatureTest, AFewBytesAreNoKindOfSignedFile) {
+// The trust services recognise the type of a file by its first four bytes.
+TEST(CheckSignatureTest, AFileOfAFewBytesHasNoSignature) {
   TempTree tree;
   for (const char* content : {"", "M", "MZ", "MZ?", "abc", "\xEF\xBB\xBF"}) {
     SCOPED_TRACE(content);
@@ -32,13 +32,13 @@ TEST(CheckSignatureTest, AFewBytesAreNoKindOfSignedFile) {
   }
 }
 
-TEST(CheckSignatureTest, AProgramCanHaveOne) {
+TEST(CheckSignatureTest, AProgramCanHaveASignature) {
   wchar_t path[MAX_PATH] = {};
   GetModuleFileNameW(nullptr, path, MAX_PATH);
   EXPECT_EQ(CheckSignature(FromWide(path)).state, SignatureState::NotSigned);
 }
 
-TEST(CheckSignatureTest, WhyAFileCanNotBeCheckedIsKept) {
+TEST(CheckSignatureTest, ReportsWhyAFileCannotBeChecked) {
   TempTree tree;
   EXPECT_EQ(CheckSignature(tree.Path(u"gone.exe")).errorCode, uint32_t{ERROR_FILE_NOT_FOUND});
 }

@@ -23,7 +23,7 @@ constexpr TrustCase trustCases[] = {
     {"CERT_E_WRONG_USAGE", 0x800B0110, SignatureState::Untrusted},
     {"TRUST_E_EXPLICIT_DISTRUST", 0x800B0111, SignatureState::Untrusted},
     {"CRYPT_E_SECURITY_SETTINGS", 0x80092026, SignatureState::Untrusted},
-    // Everything else is a signature that fails.
+    // All others are signatures that fail.
     {"TRUST_E_BAD_DIGEST", 0x80096010, SignatureState::Invalid},
     {"TRUST_E_NOSIGNATURE", 0x800B0100, SignatureState::Invalid},
     {"CERT_E_VALIDITYPERIODNESTING", 0x800B0102, SignatureState::Invalid},
@@ -38,13 +38,13 @@ constexpr TrustCase trustCases[] = {
     {"E_ACCESSDENIED", 0x80070005, SignatureState::Invalid},
 };
 
-TEST(TrustResultToStateTest, TellsTrustFromTampering) {
+TEST(TrustResultToStateTest, DistinguishesMissingTrustFromTampering) {
   for (const TrustCase& test : trustCases) {
     EXPECT_EQ(TrustResultToState(test.code), test.state) << test.name;
   }
 }
 
-TEST(CheckSignatureTest, AFileThatIsGoneCanNotBeChecked) {
+TEST(CheckSignatureTest, AMissingFileIsUnknown) {
   TempTree tree;
   const SignatureResult result = CheckSignature(tree.Path(u"gone.exe"));
   EXPECT_EQ(result.state, SignatureState::Unknown);

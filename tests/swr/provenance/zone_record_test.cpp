@@ -27,7 +27,7 @@ const ZoneCase zoneCases[] = {
      3, u"https://example.com/setup.exe", u"https://example.com/"},
     {"no section", u"ZoneId=4", 4},
     {"keys of all sections", u"[a]\nZoneId=1\n[b]\nHostUrl=x", 1, u"x"},
-    {"a section behind a key", u"HostUrl=x\n[ZoneTransfer]", -1, u"x"},
+    {"a section after a key", u"HostUrl=x\n[ZoneTransfer]", -1, u"x"},
     {"other case", u"ZONEID=3\nhosturl=x\nREFERRERURL=y", 3, u"x", u"y"},
     {"blanks", u"  ZoneId \t=  3 \r\n\tHostUrl = x y \n", 3, u"x y"},
     {"the last of two", u"ZoneId=1\nZoneId=2\nHostUrl=x\nHostUrl=", 2},
@@ -41,13 +41,13 @@ const ZoneCase zoneCases[] = {
     {"an empty number", u"ZoneId=", 0},
     {"a sign", u"ZoneId=-2", -2},
     {"a plus", u"ZoneId=+2", 2},
-    {"text behind a number", u"ZoneId=3x4", 3},
+    {"text after a number", u"ZoneId=3x4", 3},
     {"a sign alone", u"ZoneId=-", 0},
     {"too large", u"ZoneId=99999999999999999999", 2147483647},
     {"too small", u"ZoneId=-99999999999999999999", -2147483648},
 };
 
-TEST(ZoneTextTest, OnlyItsKeysCount) {
+TEST(ZoneTextTest, IsParsed) {
   for (const ZoneCase& test : zoneCases) {
     const ZoneRecord expected = {true, test.zoneId, test.hostUrl, test.referrerUrl};
     EXPECT_EQ(ParseZoneText(test.text), expected) << test.description;

@@ -1,4 +1,4 @@
-// The stream itself. Wine keeps it as a file of that name, which makes no difference here.
+// Reading the real stream. Wine stores it as a file of that name, which makes no difference here.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -9,7 +9,7 @@
 namespace swr::testing {
 namespace {
 
-TEST(ZoneStreamTest, IsReadBesideTheFile) {
+TEST(ZoneStreamTest, IsReadFromTheStream) {
   TempTree tree;
   const std::u16string path = tree.AddFile(u"setup.exe", "content");
   WriteBytes(path + u":Zone.Identifier",
@@ -24,7 +24,7 @@ TEST(ZoneStreamTest, AnEmptyOneIsFound) {
   EXPECT_EQ(ReadZoneRecord(path), (ZoneRecord{true, -1, u"", u""}));
 }
 
-TEST(ZoneStreamTest, InAnyEncoding) {
+TEST(ZoneStreamTest, IsReadInAnyEncoding) {
   TempTree tree;
   const std::u16string path = tree.AddFile(u"setup.exe");
   WriteBytes(path + u":Zone.Identifier", std::string("\xFF\xFEZ\0o\0n\0e\0I\0d\0=\0"
@@ -33,12 +33,12 @@ TEST(ZoneStreamTest, InAnyEncoding) {
   EXPECT_EQ(ReadZoneRecord(path).zoneId, 3);
 }
 
-TEST(ZoneStreamTest, NothingBeyond64KiBIsRead) {
+TEST(ZoneStreamTest, IsReadUpTo64KiB) {
   TempTree tree;
   const std::u16string path = tree.AddFile(u"setup.exe");
   const std::string comment(65536 - 9, ';');
   WriteBytes(path + u":Zone.Identifier", comment + "\nZoneId=34\nHostUrl=x");
-  // Of the last line that fits, what fits.
+  // Including the first part of the line at the limit.
   EXPECT_EQ(ReadZoneRecord(path), (ZoneRecord{true, 3, u"", u""}));
 }
 

@@ -16,7 +16,7 @@
 namespace swr::testing {
 namespace {
 
-TEST(DirectoryTest, TellsTheEntries) {
+TEST(DirectoryTest, ReportsTheEntries) {
   TempTree tree;
   tree.AddFile(u"file", "12345");
   tree.AddFile(u"folder/inside");
@@ -71,7 +71,7 @@ TEST(DirectoryTest, AppendsNothingWhenItFails) {
   EXPECT_TRUE(entries.empty());
 }
 
-TEST(DirectoryTest, TakesAnErrorInTheMiddleForTheEnd) {
+TEST(DirectoryTest, AnErrorInTheMiddleEndsTheListing) {
   TempTree tree;
   for (const std::u16string_view name : {u"a", u"b", u"c", u"d"}) tree.AddFile(name);
   const auto namesWith = [&](std::vector<PlannedFault> planned, uint32_t* looks = nullptr) {

@@ -1,4 +1,4 @@
-// Where opening a file differs from Windows: a folder opens too, and there are pipes and devices.
+// Opening files on POSIX systems: folders can be opened, and pipes and devices have paths.
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -13,7 +13,7 @@
 namespace swr::testing {
 namespace {
 
-TEST(FilePosixTest, OpensAFolderAndReadsNothingOfIt) {
+TEST(FilePosixTest, OpensAFolderButCannotReadIt) {
   TempTree tree;
   File folder;
   ASSERT_EQ(File::Open(tree.Root(), FileSharing::Everything, folder), 0u);

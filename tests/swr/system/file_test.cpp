@@ -33,7 +33,7 @@ std::string ReadAll(File& file, uint32_t pieceSize) {
 
 // --- Opening ------------------------------------------------------------------------------------
 
-TEST(FileTest, OpensWhatIsThere) {
+TEST(FileTest, OpensAFile) {
   TempTree tree;
   const std::u16string path = ToLongPath(tree.AddFile(u"file", "content"));
   for (const FileSharing sharing : {FileSharing::Everything, FileSharing::ReadWrite}) {
@@ -43,7 +43,7 @@ TEST(FileTest, OpensWhatIsThere) {
   }
 }
 
-TEST(FileTest, ReportsWhatIsNotThere) {
+TEST(FileTest, ReportsAMissingFile) {
   TempTree tree;
   File file;
   EXPECT_EQ(File::Open(ToLongPath(tree.Path(u"absent")), FileSharing::Everything, file),
@@ -91,7 +91,7 @@ TEST(FileTest, ReadsFromItsPositionOn) {
   }
 }
 
-TEST(FileTest, ReadsNothingAtTheEndAgainAndAgain) {
+TEST(FileTest, ReadsNothingAtTheEndRepeatedly) {
   TempTree tree;
   File file = OpenFile(tree.AddFile(u"empty"));
   char byte = 'x';
@@ -128,7 +128,7 @@ TEST(FileTest, ReportsAReadThatFails) {
 
 // --- File info ----------------------------------------------------------------------------------
 
-TEST(FileTest, TellsSizeAndTime) {
+TEST(FileTest, ReportsSizeAndTime) {
   TempTree tree;
   const std::u16string path = tree.AddFile(u"file", "12345");
   constexpr FileTime newYear2000 = 125911584000000000;
@@ -143,7 +143,7 @@ TEST(FileTest, TellsSizeAndTime) {
   EXPECT_EQ(error, 77u) << "on success it is untouched";
 }
 
-TEST(FileTest, TellsSizesOverFourGigabytes) {
+TEST(FileTest, ReportsSizesOverFourGigabytes) {
   TempTree tree;
   const std::u16string path = tree.AddFile(u"large");
   ResizeFile(path, 0x123456789);
@@ -152,7 +152,7 @@ TEST(FileTest, TellsSizesOverFourGigabytes) {
   EXPECT_EQ(QueryFileInfo(ToLongPath(path), error)->size, 0x123456789u);
 }
 
-TEST(FileTest, TellsWhatHappensToTheOpenFile) {
+TEST(FileTest, ReportsChangesOfTheOpenFile) {
   TempTree tree;
   const std::u16string path = tree.AddFile(u"file", "12345");
   const File file = OpenFile(path);
@@ -160,7 +160,7 @@ TEST(FileTest, TellsWhatHappensToTheOpenFile) {
   EXPECT_EQ(file.Info()->size, 8u);
 }
 
-TEST(FileTest, TellsFoldersFromFiles) {
+TEST(FileTest, DistinguishesFoldersFromFiles) {
   TempTree tree;
   uint32_t error = 0;
   const auto info = QueryFileInfo(ToLongPath(tree.AddFolder(u"folder")), error);
@@ -184,7 +184,7 @@ TEST(FileTest, ReportsWhyThereIsNoFileInfo) {
   EXPECT_FALSE(file.Info());
 }
 
-TEST(ErrorCodesTest, TellsMissingFromOtherErrors) {
+TEST(ErrorCodesTest, DistinguishesMissingFromOtherErrors) {
   for (const uint32_t error : {2u, 3u}) EXPECT_TRUE(IsMissingError(error)) << error;
   for (const uint32_t error : {0u, 1u, 4u, 5u, 123u}) EXPECT_FALSE(IsMissingError(error)) << error;
 }
@@ -199,7 +199,7 @@ std::string BytesOf(const std::u16string& path) {
   return bytes;
 }
 
-TEST(WriteWholeFileTest, MakesAndReplacesFiles) {
+TEST(WriteWholeFileTest, CreatesAndReplacesFiles) {
   TempTree tree;
   const std::u16string path = tree.Path(u"new");
   EXPECT_EQ(WriteWholeFile(path, "a longer text"), 0u);
@@ -210,7 +210,7 @@ TEST(WriteWholeFileTest, MakesAndReplacesFiles) {
   EXPECT_EQ(BytesOf(path), "");
 }
 
-TEST(WriteWholeFileTest, SaysWhyItCanNot) {
+TEST(WriteWholeFileTest, ReportsWhyItFails) {
   TempTree tree;
   EXPECT_TRUE(IsMissingError(WriteWholeFile(tree.Path(u"no folder/new"), "a")));
   EXPECT_NE(WriteWholeFile(tree.AddFolder(u"folder"), "a"), 0u);

@@ -1,4 +1,4 @@
-// Where opening a file differs from POSIX systems: folders do not open, and sharing counts.
+// Opening files on Windows: folders can't be opened, and sharing modes apply.
 #include "swr/system/windows_api_win.h"
 
 #include <gtest/gtest.h>
@@ -15,13 +15,13 @@
 namespace swr::testing {
 namespace {
 
-TEST(FileWinTest, DeniesFolders) {
+TEST(FileWinTest, CannotOpenFolders) {
   TempTree tree;
   File file;
   EXPECT_EQ(File::Open(ToLongPath(tree.Root()), FileSharing::Everything, file), ErrorAccessDenied);
 }
 
-TEST(FileWinTest, TellsAMissingFolderFromAMissingFile) {
+TEST(FileWinTest, DistinguishesAMissingFolderFromAMissingFile) {
   TempTree tree;
   File file;
   EXPECT_EQ(File::Open(ToLongPath(tree.Path(u"absent/file")), FileSharing::Everything, file),
@@ -33,7 +33,7 @@ TEST(FileWinTest, TellsAMissingFolderFromAMissingFile) {
 struct SharingCase {
   std::string_view description;
   FileSharing sharing;
-  uint32_t deleteError;  // of somebody else who deletes the open file
+  uint32_t deleteError;  // when another program deletes the open file
 };
 
 const SharingCase sharingCases[] = {
@@ -41,7 +41,7 @@ const SharingCase sharingCases[] = {
     {"all but deleting", FileSharing::ReadWrite, ErrorSharingViolation},
 };
 
-TEST(FileWinTest, LetsOthersDoWhatItShares) {
+TEST(FileWinTest, SharesAsRequested) {
   for (const SharingCase& row : sharingCases) {
     SCOPED_TRACE(row.description);
     TempTree tree;
@@ -56,7 +56,7 @@ TEST(FileWinTest, LetsOthersDoWhatItShares) {
   }
 }
 
-TEST(FileWinTest, DoesNotOpenWhatOthersKeepToThemselves) {
+TEST(FileWinTest, CannotOpenAFileThatIsNotShared) {
   TempTree tree;
   const std::u16string path = ToLongPath(tree.AddFile(u"file"));
   const HANDLE other =

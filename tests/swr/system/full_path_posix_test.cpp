@@ -26,10 +26,10 @@ const FullPathCase fullPathCases[] = {
     {u"/a/b/../../c", u"/c"},
     {u"/..", u"/"},
     {u"/../../a", u"/a"},
-    // Only whole steps of one or two full stops mean anything.
+    // Only "." and ".." are special.
     {u"/a/...", u"/a/..."},
     {u"/a/..b/.c/d.", u"/a/..b/.c/d."},
-    // What means something elsewhere is a name here.
+    // What is special on Windows is an ordinary name here.
     {u"/a\\..\\b", u"/a\\..\\b"},
     {u"/C:/a ", u"/C:/a "},
 };
@@ -40,11 +40,11 @@ TEST(FullPathPosixTest, ResolvesSteps) {
   }
 }
 
-TEST(FullPathPosixTest, TakesTheLongestPath) {
+TEST(FullPathPosixTest, AcceptsTheLongestPath) {
   const std::u16string longest = u'/' + std::u16string(LongestFullPath - 1, u'n');
   EXPECT_TRUE(SystemFullPath(longest) == longest);
   EXPECT_FALSE(SystemFullPath(longest + u'n'));
-  EXPECT_TRUE(SystemFullPath(longest + u"/./") == longest) << "only the result counts";
+  EXPECT_TRUE(SystemFullPath(longest + u"/./") == longest) << "the limit applies to the result";
 }
 
 TEST(FullPathPosixTest, KnowsTheCurrentFolder) {

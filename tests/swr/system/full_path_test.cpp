@@ -23,9 +23,9 @@ TEST(FullPathTest, LeavesAFullPathAsItIs) {
   EXPECT_EQ(SystemFullPath(full), full);
 }
 
-// Exactly LongestFullPath is left out: Windows gives up one unit earlier, as its counted strings
-// do.
-TEST(FullPathTest, KeepsToTheLongestPath) {
+// Exactly LongestFullPath is not tested: Windows fails one unit earlier, at the limit of its
+// counted strings.
+TEST(FullPathTest, LimitsTheLength) {
   const std::u16string root = SystemFullPath(u"/").value();
   const auto fullOf = [&](size_t units) {
     return SystemFullPath(root + std::u16string(units - root.size(), u'n'));

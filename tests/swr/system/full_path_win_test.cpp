@@ -22,7 +22,7 @@ const FullPathCase fullPathCases[] = {
     {u"C:\\a\\.\\b\\..\\c", u"C:\\a\\c"},
     {u"C:\\..\\a", u"C:\\a"},
     {u"//host/share/f", u"\\\\host\\share\\f"},
-    // The system's own reading of names.
+    // Names that the system changes.
     {u"C:\\a\\trail. ", u"C:\\a\\trail"},
     {u"nul", u"\\\\.\\nul"},
 };

@@ -11,10 +11,10 @@ namespace {
 constexpr FileTime Second = 10'000'000;
 constexpr FileTime Epoch1970 = 116444736000000000;  // 1970-01-01 UTC
 
-TEST(LocalTimeTest, AnUnknownTimeIsNone) { EXPECT_EQ(ToLocalTime(0), std::nullopt); }
+TEST(LocalTimeTest, AnUnknownTimeIsNothing) { EXPECT_EQ(ToLocalTime(0), std::nullopt); }
 
-// Against the C library, whose zone is the system's too.
-TEST(LocalTimeTest, IsTheTimeOfTheUsersClock) {
+// Compared with the C library, which uses the same time zone.
+TEST(LocalTimeTest, IsInTheLocalTimeZone) {
   for (const std::time_t moment :
        {std::time_t{1}, std::time_t{951782399}, std::time_t{1767225599}, std::time_t{1767225600}}) {
     const std::tm* parts = std::localtime(&moment);

@@ -41,7 +41,7 @@ const BytesCase bytesCases[] = {
     {"three bytes", "\xE6\x96\x87", u"\u6587"},
     {"four bytes", "\xF0\x9F\x98\x80", u"\U0001F600"},
     {"the last code point", "\xF4\x8F\xBF\xBF", u"\U0010FFFF"},
-    // What is not UTF-8 is escaped byte by byte.
+    // Bytes that are not UTF-8 are escaped one by one.
     {"a lone byte", "a\xE9z", Units({'a', 0xDCE9, 'z'})},
     {"a sequence that is cut off", "\xE6\x96", Units({0xDCE6, 0xDC96})},
     {"a sequence that is cut short", "\xE6\x96z", Units({0xDCE6, 0xDC96, 'z'})},
@@ -49,15 +49,15 @@ const BytesCase bytesCases[] = {
     {"an overlong form", "\xC0\xAF", Units({0xDCC0, 0xDCAF})},
     {"an overlong three-byte form", "\xE0\x9F\xBF", Units({0xDCE0, 0xDC9F, 0xDCBF})},
     {"an overlong four-byte form", "\xF0\x8F\xBF\xBF", Units({0xDCF0, 0xDC8F, 0xDCBF, 0xDCBF})},
-    {"behind the last code point", "\xF4\x90\x80\x80", Units({0xDCF4, 0xDC90, 0xDC80, 0xDC80})},
+    {"beyond the last code point", "\xF4\x90\x80\x80", Units({0xDCF4, 0xDC90, 0xDC80, 0xDC80})},
     {"a byte that never occurs", "\xFF", Units({0xDCFF})},
-    // Lone surrogates have a form of three bytes.
+    // Lone surrogates encoded in three bytes.
     {"a high surrogate", "\xED\xA0\xBD", Units({0xD83D})},
     {"a low surrogate", "\xED\xB8\x80", Units({0xDE00})},
     {"the low surrogate before the escaped bytes", "\xED\xB1\xBF", Units({0xDC7F})},
-    {"the low surrogate behind the escaped bytes", "\xED\xB4\x80", Units({0xDD00})},
+    {"the low surrogate after the escaped bytes", "\xED\xB4\x80", Units({0xDD00})},
     {"low before high", "\xED\xB8\x80\xED\xA0\xBD", Units({0xDE00, 0xD83D})},
-    // But not those that escaped bytes look like, nor two that would make a pair.
+    // Except those used for escaped bytes, and two that would form a pair.
     {"the first of the escaped bytes", "\xED\xB2\x80", Units({0xDCED, 0xDCB2, 0xDC80})},
     {"the last of the escaped bytes", "\xED\xB3\xBF", Units({0xDCED, 0xDCB3, 0xDCBF})},
     {"high before high", "\xED\xA0\xBD\xED\xA0\xBD", Units({0xDCED, 0xDCA0, 0xDCBD, 0xD83D})},
@@ -67,7 +67,7 @@ const BytesCase bytesCases[] = {
     {"high before low", "\xED\xA0\xBD\xED\xB8\x80", Units({0xDCED, 0xDCA0, 0xDCBD, 0xDE00})},
 };
 
-TEST(PathBytesTest, BecomeTextAndBytesAgain) {
+TEST(PathBytesTest, AreConvertedToTextAndBack) {
   for (const BytesCase& row : bytesCases) {
     SCOPED_TRACE(row.description);
     EXPECT_EQ(Hex(PathTextFromBytes(row.bytes)), Hex(row.text));
@@ -91,7 +91,7 @@ TEST(PathBytesTest, LoseNothingInAnyNameOfOneOrTwoBytes) {
   }
 }
 
-// Three bytes from ED on are surrogates, so there the cases are thick.
+// Sequences of three bytes that begin with ED encode surrogates, the difficult case.
 TEST(PathBytesTest, LoseNothingAmongSurrogates) {
   std::set<std::u16string> texts;
   for (int second = 0x90; second <= 0xC0; ++second) {
@@ -110,7 +110,7 @@ TEST(PathBytesTest, LoseNothingAmongSurrogates) {
 }
 
 TEST(PathBytesTest, LoseNothingInRandomNames) {
-  // Leads, continuations and the bytes of surrogates, where sequences begin and break off.
+  // Lead bytes, continuation bytes and the bytes of surrogates.
   constexpr std::string_view likely =
       "a/\x7F\x80\xA0\xB0\xB2\xB3\xBF\xC0\xC2\xDF\xE0\xED\xED\xED\xEF\xF0\xF4\xF5\xFF\x9F\x8F\x90";
   std::mt19937 random(8);
@@ -123,9 +123,9 @@ TEST(PathBytesTest, LoseNothingInRandomNames) {
   }
 }
 
-// Text that the program makes itself, from a checksum file for instance, may hold surrogates in any
-// order. It leads to some name, and from there on nothing changes.
-TEST(PathBytesTest, SettleForAnyText) {
+// Text from elsewhere, such as a checksum file, may contain surrogates in any order. It becomes
+// some name, which then converts without further change.
+TEST(PathBytesTest, AnyTextBecomesAStableName) {
   std::mt19937 random(16);
   for (int round = 0; round < 100000; ++round) {
     std::u16string text(random() % 8, u'\0');

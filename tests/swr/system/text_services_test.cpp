@@ -29,7 +29,7 @@ const EqualityCase equalityCases[] = {
     {u"abc", u"ab", false},
     {u"e", u"\u00E9", false},
     {u"[", u"{", false},
-    // No letter equals two, and none is composed.
+    // No letter equals two letters, and nothing is normalized.
     {u"\u00DF", u"SS", false},
     {u"\u00DF", u"\u1E9E", false},
     {u"\u00E9", u"e\u0301", false},
@@ -43,14 +43,14 @@ TEST(TextServicesTest, ComparesWithoutCase) {
   }
 }
 
-TEST(TextServicesTest, ComparesWhatTheViewsHoldOnly) {
+TEST(TextServicesTest, ComparesOnlyTheContentOfTheViews) {
   const std::u16string_view text = u"abcX";
   EXPECT_TRUE(SystemEqualsNoCase(text.substr(0, 3), u"ABC"));
 }
 
 // --- Natural order ------------------------------------------------------------------------------
 
-// In ascending order. Digits and letters only: systems differ about punctuation.
+// In ascending order. Only digits and letters: systems differ in punctuation.
 const std::u16string ascending[] = {u"1",   u"2",    u"10",     u"a",       u"a1",   u"a2", u"a9",
                                     u"a10", u"a10b", u"a10b2",  u"a10b11",  u"a100", u"ab", u"B",
                                     u"b1",  u"file", u"file99", u"file100", u"z"};
@@ -94,7 +94,7 @@ const PatternCase patternCases[] = {
     {u"ab", u"?", false},
     {u"abc", u"a?c", true},
     {u"ac", u"a?c", false},
-    // Stars that have to be tried at several places.
+    // Stars that need backtracking.
     {u"", u"*", true},
     {u"abc", u"*", true},
     {u"aXbXc", u"a*c", true},
@@ -103,10 +103,10 @@ const PatternCase patternCases[] = {
     {u"aab", u"*a*b", true},
     {u"mississippi", u"m*iss*p?", true},
     {u"mississippi", u"m*isx*p?", false},
-    // Every name has an ending in this one.
+    // Matches every name, with or without an extension.
     {u"Makefile", u"*.*", true},
     {u"a.b", u"*.*", true},
-    // Brackets mean nothing.
+    // Brackets are not special.
     {u"[a]", u"[a]", true},
     {u"a", u"[a]", false},
     {u"a", u"", false},
@@ -146,7 +146,7 @@ const ValidityCase validityCases[] = {
     {"a byte that never occurs", "\xFF", false},
 };
 
-TEST(TextServicesTest, ProbesUtf8) {
+TEST(TextServicesTest, ValidatesUtf8) {
   for (const ValidityCase& row : validityCases) {
     EXPECT_EQ(SystemIsValidUtf8(row.bytes), row.valid) << row.description;
   }
@@ -178,8 +178,8 @@ TEST(TextServicesTest, EncodesLoneSurrogatesAsReplacements) {
 
 // --- The code page of the system ----------------------------------------------------------------
 
-// Bytes that mean the same in windows-1252, which the test prefix has and the Linux build takes,
-// and in the other western code pages.
+// Bytes that are the same in windows-1252, which the test prefix and the Linux build use, and in
+// the other western code pages.
 TEST(TextServicesTest, DecodesTheAnsiCodePage) {
   EXPECT_EQ(SystemDecodeAnsi(""), u"");
   EXPECT_EQ(SystemDecodeAnsi("abc"), u"abc");
@@ -192,13 +192,13 @@ TEST(TextServicesTest, DecodesTheAnsiCodePage) {
 
 // --- Words for errors ---------------------------------------------------------------------------
 
-TEST(TextServicesTest, HasWordsForWellKnownErrors) {
+TEST(TextServicesTest, HasMessagesForWellKnownErrors) {
   for (const uint32_t error : {2u, 3u, 5u, 32u, 50u, 267u}) {
     EXPECT_FALSE(SystemErrorText(error).empty()) << error;
   }
 }
 
-TEST(TextServicesTest, HasNoWordsForUnknownErrors) {
+TEST(TextServicesTest, HasNoMessagesForUnknownErrors) {
   for (const uint32_t error : {3735928559u, 0xFFFFFFFFu}) {
     EXPECT_EQ(SystemErrorText(error), u"") << error;
   }

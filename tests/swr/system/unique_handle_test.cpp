@@ -30,7 +30,7 @@ class UniqueHandleTest : public ::testing::Test {
 
 using Values = std::vector<int>;
 
-TEST_F(UniqueHandleTest, HoldsNothingAtFirst) {
+TEST_F(UniqueHandleTest, IsEmptyByDefault) {
   {
     const Handle handle;
     EXPECT_FALSE(handle);
@@ -39,7 +39,7 @@ TEST_F(UniqueHandleTest, HoldsNothingAtFirst) {
   EXPECT_EQ(closed, Values{});
 }
 
-TEST_F(UniqueHandleTest, ClosesWhatItHolds) {
+TEST_F(UniqueHandleTest, ClosesItsHandle) {
   {
     const Handle handle(3);
     EXPECT_TRUE(handle);
@@ -49,7 +49,7 @@ TEST_F(UniqueHandleTest, ClosesWhatItHolds) {
   EXPECT_EQ(closed, Values{3});
 }
 
-TEST_F(UniqueHandleTest, TakesZeroForAHandleLikeAnyOther) {
+TEST_F(UniqueHandleTest, ZeroIsAValidHandle) {
   { EXPECT_TRUE(Handle(0)); }
   EXPECT_EQ(closed, Values{0});
 }
@@ -66,7 +66,7 @@ TEST_F(UniqueHandleTest, NeverClosesTheInvalidValue) {
   EXPECT_EQ(closed, Values{});
 }
 
-TEST_F(UniqueHandleTest, GivesItsHandleAway) {
+TEST_F(UniqueHandleTest, ReleasesItsHandle) {
   {
     Handle handle(3);
     EXPECT_EQ(handle.Release(), 3);
@@ -76,7 +76,7 @@ TEST_F(UniqueHandleTest, GivesItsHandleAway) {
   EXPECT_EQ(closed, Values{});
 }
 
-TEST_F(UniqueHandleTest, MovesIntoANewOne) {
+TEST_F(UniqueHandleTest, CanBeMoveConstructed) {
   {
     Handle first(3);
     const Handle second(std::move(first));
@@ -86,7 +86,7 @@ TEST_F(UniqueHandleTest, MovesIntoANewOne) {
   EXPECT_EQ(closed, Values{3});
 }
 
-TEST_F(UniqueHandleTest, ClosesTheOldOneWhenItTakesAnother) {
+TEST_F(UniqueHandleTest, MoveAssignmentClosesTheOldHandle) {
   {
     Handle first(3);
     Handle second(4);
@@ -98,14 +98,14 @@ TEST_F(UniqueHandleTest, ClosesTheOldOneWhenItTakesAnother) {
   EXPECT_EQ(closed, (Values{4, 3}));
 }
 
-TEST_F(UniqueHandleTest, ClosesTheOldOneWhenItTakesAnEmptyOne) {
+TEST_F(UniqueHandleTest, AssigningAnEmptyOneClosesTheOldHandle) {
   Handle handle(3);
   handle = Handle();
   EXPECT_EQ(closed, Values{3});
   EXPECT_FALSE(handle);
 }
 
-TEST_F(UniqueHandleTest, SurvivesItself) {
+TEST_F(UniqueHandleTest, SurvivesSelfMove) {
   {
     Handle handle(3);
     Handle& same = handle;
@@ -116,7 +116,7 @@ TEST_F(UniqueHandleTest, SurvivesItself) {
   EXPECT_EQ(closed, Values{3});
 }
 
-TEST_F(UniqueHandleTest, IsReset) {
+TEST_F(UniqueHandleTest, CanBeReset) {
   {
     Handle handle(3);
     handle.Reset(4);

@@ -23,7 +23,7 @@ void Check(std::initializer_list<ShownCase> cases) {
   }
 }
 
-TEST(EscapeForDisplayTest, WhatLiesIsSpelledOut) {
+TEST(EscapeForDisplayTest, EscapesDeceptiveCharacters) {
   Check({
       {"line ends", u"a\r\nb", u"a[U+000D][U+000A]b"},
       {"tab", u"a\tb", u"a[U+0009]b"},
@@ -38,7 +38,7 @@ TEST(EscapeForDisplayTest, WhatLiesIsSpelledOut) {
   });
 }
 
-TEST(EscapeForDisplayTest, WhatPeopleWriteStays) {
+TEST(EscapeForDisplayTest, KeepsOrdinaryText) {
   for (const std::u16string name :
        {u"", u"setup.exe", u"~!@#$%^&()[]{}';.,+=-_`", u"\u00E9t\u00E9.txt", u"\u5199\u771F.jpg",
         u"\u05E9\u05DC\u05D5\u05DD.txt", u"\u0645\u0631\u062D\u0628\u0627.txt",
@@ -48,8 +48,8 @@ TEST(EscapeForDisplayTest, WhatPeopleWriteStays) {
   }
 }
 
-// Against a second list, one code unit at a time.
-TEST(EscapeForDisplayTest, OfAllUnitsTheseAreSpelledOut) {
+// Compares every code unit with a second list.
+TEST(EscapeForDisplayTest, EscapesExactlyTheseUnits) {
   std::set<int> expected = {0x61C, 0x180E, 0x200B, 0x200E, 0x200F, 0xFEFF, 0xFFF9, 0xFFFA, 0xFFFB};
   for (int unit = 0; unit < 0xA0; ++unit) {
     if (unit < 0x20 || unit > 0x7E) expected.insert(unit);

@@ -59,7 +59,7 @@ const SizeCase sizeCases[] = {
     {PiB - 1, u"1024 TB"},
     {PiB, u"1.0 PB"},
     {1000 * PiB, u"1000 PB"},
-    // Behind the last unit the number grows.
+    // Beyond the last unit the number grows.
     {1024 * PiB, u"1024 PB"},
     {UINT64_MAX, u"16384 PB"},
 };
@@ -84,19 +84,19 @@ struct UnknownCase {
   std::u16string_view text;
 };
 
-// Codes for which no system has words.
+// Codes for which no system has a message.
 const UnknownCase unknownCases[] = {
     {3735928559, u"Error 3735928559"},
     {UINT32_MAX, u"Error 4294967295"},
     {0x20001234, u"Error 536875572"},
 };
 
-TEST(FormatErrorTextTest, NumbersUnknownErrors) {
+TEST(FormatErrorTextTest, ShowsTheNumberOfAnUnknownError) {
   for (const UnknownCase& row : unknownCases) EXPECT_EQ(FormatErrorText(row.error), row.text);
 }
 
-// The words differ between systems, and Wine's are not those of Windows.
-TEST(FormatErrorTextTest, UsesTheSystemsWordsWithoutTheirEnd) {
+// Messages differ between systems, and between Wine and Windows.
+TEST(FormatErrorTextTest, TrimsTheSystemsMessage) {
   for (const uint32_t error : {2u, 3u, 5u, 32u, 50u, 267u}) {
     SCOPED_TRACE(error);
     const std::u16string text = FormatErrorText(error);

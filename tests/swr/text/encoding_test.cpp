@@ -30,7 +30,7 @@ struct DecodeCase {
 
 const DecodeCase decodeCases[] = {
     {"nothing", "", u""},
-    // UTF-8 with a mark.
+    // UTF-8 with a byte-order mark.
     {"the mark alone", Bytes({0xEF, 0xBB, 0xBF}), u""},
     {"a mark and text", Bytes({0xEF, 0xBB, 0xBF, 0xC3, 0xA9}), u"\u00E9"},
     {"two marks", Bytes({0xEF, 0xBB, 0xBF, 0xEF, 0xBB, 0xBF, 'A'}), u"\uFEFFA"},
@@ -51,28 +51,28 @@ const DecodeCase decodeCases[] = {
     {"high first", Bytes({0xFE, 0xFF, 0x00, 0x41}), u"A"},
     {"high first above 255", Bytes({0xFE, 0xFF, 0x65, 0x87}), u"\u6587"},
     {"high first with a null", Bytes({0xFE, 0xFF, 0x00, 0x00, 0x00, 0x41}), Units({0, 'A'})},
-    // No mark: UTF-8 if it is valid.
+    // Without a mark: UTF-8 if valid.
     {"ASCII", "abc\r\n", u"abc\r\n"},
     {"UTF-8", Bytes({0xC3, 0xA9}), u"\u00E9"},
     {"UTF-8 of four bytes", Bytes({0xF0, 0x9F, 0x98, 0x80}), u"\U0001F600"},
     {"a null inside", Bytes({'a', 0, 'b'}), Units({'a', 0, 'b'})},
     {"UTF-16 without a mark is no UTF-16", Bytes({'A', 0, 'B', 0}), Units({'A', 0, 'B', 0})},
     {"a mark that is cut off", Bytes({0xEF, 0xBB}), u"\u00EF\u00BB"},
-    // Otherwise the code page of the system; see text_services_test.cpp about which one.
+    // Otherwise the system's code page; see text_services_test.cpp.
     {"one byte of a code page", Bytes({0xE9}), u"\u00E9"},
     {"one byte makes all of it so", Bytes({0xC3, 0xA9, ' ', 0xE9}), u"\u00C3\u00A9 \u00E9"},
     {"half of a UTF-16 mark", Bytes({0xFF}), u"\u00FF"},
     {"a null in it", Bytes({0xE9, 0, 'b'}), Units({0xE9, 0, 'b'})},
 };
 
-TEST(DecodeTextBytesTest, FindsOutTheEncoding) {
+TEST(DecodeTextBytesTest, DetectsTheEncoding) {
   for (const DecodeCase& row : decodeCases) {
     SCOPED_TRACE(row.description);
     EXPECT_EQ(DecodeTextBytes(row.bytes), row.text);
   }
 }
 
-TEST(DecodeTextBytesTest, StaysWithUtf8AfterItsMark) {
+TEST(DecodeTextBytesTest, AMarkCommitsToUtf8) {
   const std::u16string text = DecodeTextBytes(Bytes({0xEF, 0xBB, 0xBF, 'a', 0xFF, 'z'}));
   EXPECT_NE(text.find(u'\uFFFD'), text.npos);
   EXPECT_EQ(text.find(u'\u00FF'), text.npos);
@@ -80,7 +80,7 @@ TEST(DecodeTextBytesTest, StaysWithUtf8AfterItsMark) {
   EXPECT_EQ(text.back(), u'z');
 }
 
-TEST(DecodeTextBytesTest, TakesLongText) {
+TEST(DecodeTextBytesTest, AcceptsLongText) {
   std::string bytes;
   std::u16string text;
   for (int i = 0; i < 100000; ++i) {

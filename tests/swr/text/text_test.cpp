@@ -50,14 +50,14 @@ const TrimCase trimCases[] = {
     {"a null", std::u16string_view(u"\0x\0", 3), std::u16string_view(u"\0x\0", 3)},
 };
 
-TEST(TrimTextTest, TakesSevenBlanksAway) {
+TEST(TrimTextTest, RemovesSevenKindsOfBlanks) {
   for (const TrimCase& row : trimCases) {
     SCOPED_TRACE(row.description);
     EXPECT_EQ(TrimText(row.text), row.trimmed);
   }
 }
 
-TEST(TrimTextTest, IsAViewOfTheSameText) {
+TEST(TrimTextTest, ReturnsAViewOfTheSameText) {
   const std::u16string text = u"  abc ";
   const std::u16string_view trimmed = TrimText(text);
   EXPECT_EQ(trimmed.data(), text.data() + 2);
@@ -84,10 +84,10 @@ const EqualityCase equalityCases[] = {
     {u"a", u"ab", false},
     {u"a", u"b", false},
     {u"e", u"\u00E9", false},
-    {u"k", u"\u212A", false},  // the sign for kelvin is a capital of its own
+    {u"k", u"\u212A", false},  // the kelvin sign is an upper-case letter of its own
     {u"C:\\a\u00E9.txt", u"c:\\A\u00C9.TXT", true},
     {u"C:\\a\u00E9.txt", u"c:\\A\u00C9.TXS", false},
-    {u"a[", u"a{", false},  // as far apart as two cases of a letter
+    {u"a[", u"a{", false},  // differ by the same bit as two cases of a letter
     {u"a@", u"a`", false},
 };
 
@@ -117,7 +117,7 @@ const SuffixCase suffixCases[] = {
     {u"file.md5", u"file", false},
 };
 
-TEST(EndsWithNoCaseTest, LooksAtTheLastUnits) {
+TEST(EndsWithNoCaseTest, ComparesTheLastUnits) {
   for (const SuffixCase& row : suffixCases) {
     SCOPED_TRACE(WideToUtf8(row.text) + " and " + WideToUtf8(row.suffix));
     EXPECT_EQ(EndsWithNoCase(row.text, row.suffix), row.ends);
@@ -138,7 +138,7 @@ const LowerCase lowerCases[] = {
     {u"\u00C9\u00E9", u"\u00C9\u00E9"},
     {u"\u042F", u"\u042F"},
     {u"\u0130", u"\u0130"},
-    {u"\u212A", u"\u212A"},  // the sign for kelvin, whose small form is k
+    {u"\u212A", u"\u212A"},  // the kelvin sign, whose lower case is k
     {u"\uFF21", u"\uFF21"},
 };
 
@@ -164,11 +164,11 @@ bool HashesAgree(char16_t a, char16_t b) {
   return EqualsNoCase(textA, textB) == (CaseHash(textA) == CaseHash(textB));
 }
 
-TEST(CaseHashTest, OfOneUnitIsTheSameExactlyWhenEqualWithoutCase) {
+TEST(CaseHashTest, OneUnitHashesAlikeExactlyIfEqualWithoutCase) {
   int disagreements = 0;
   for (uint32_t unit = 0; unit <= 0xFFFF; ++unit) {
     const auto a = static_cast<char16_t>(unit);
-    // Its capital, where letters of another case usually stand, and all of ASCII.
+    // Its upper case, the usual distances between the cases of a letter, and all of ASCII.
     if (!HashesAgree(a, SystemUpperUnit(a))) ++disagreements;
     for (const int distance : {1, 2, 8, 16, 26, 32, 37, 40, 48, 63, 64, 80}) {
       if (!HashesAgree(a, static_cast<char16_t>(unit + static_cast<uint32_t>(distance)))) {
@@ -182,7 +182,7 @@ TEST(CaseHashTest, OfOneUnitIsTheSameExactlyWhenEqualWithoutCase) {
   EXPECT_EQ(disagreements, 0);
 }
 
-TEST(CaseHashTest, OfWholePaths) {
+TEST(CaseHashTest, HashesWholePaths) {
   EXPECT_EQ(CaseHash(u"C:\\\u00C4 \u0416\\a.TXT"), CaseHash(u"c:\\\u00E4 \u0436\\A.txt"));
   EXPECT_NE(CaseHash(u"C:\\a"), CaseHash(u"C:/a"));
   EXPECT_NE(CaseHash(u""), CaseHash(u"a"));
