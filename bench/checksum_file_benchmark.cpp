@@ -39,16 +39,15 @@ void LoadInto(benchmark::State& state, bool listed) {
     state.PauseTiming();
     auto window = std::make_unique<FakeWindow>();
     for (const std::u16string& row : listedPaths) {
-      auto added = std::make_unique<app::ListRow>();
-      added->id = window->nextId++;
-      added->path = row;
-      window->main.rows.push_back(std::move(added));
+      app::Row added;
+      added.path = row;
+      window->rows.Append(std::move(added));
     }
     state.ResumeTiming();
-    window->main.VerifyChecksumFile(path);
+    window->verification.VerifyFile(path);
     state.PauseTiming();
-    if (window->main.rows.size() != static_cast<size_t>(state.range(0))) {
-      state.SkipWithError("the list has not the rows it should have");
+    if (window->rows.Size() != static_cast<size_t>(state.range(0))) {
+      state.SkipWithError("the list does not have the rows it should have");
     }
     window.reset();
     state.ResumeTiming();

@@ -1,15 +1,14 @@
-// What a long list costs, with the real decisions of the window, the real worker and files, and a
-// stand-in for the screen. Times are seconds, taken around what is said, the making of the list of
-// names apart.
+// What a long list costs, with the real flows of the window, the real worker and real files, and a
+// stand-in for the screen. Times are in seconds and do not include making the list of names.
 //
-//   long_list hash FOLDER            SHA-256 of each file by HashFile alone, in a plain loop
-//   long_list hash-twice FOLDER      the same, and once more for SHA3-256 and BLAKE3
-//   long_list window FOLDER          the folder dropped on the window, until all is hashed
-//   long_list box FOLDER             the same with a value in the Expected hash box that no file
-//   has long_list verify FILE            a checksum file opened in the window, until every row has
-//   its verdict long_list load FILE              the same, until it stands in the window long_list
-//   memory ROWS            bytes a row, its texts apart, in a list of so many long_list actions
-//   ROWS           what one action costs in a list of so many hashed rows
+//   long_list hash FOLDER        SHA-256 of each file by HashFile alone, in a plain loop
+//   long_list hash-twice FOLDER  the same, and once more for SHA3-256 and BLAKE3
+//   long_list window FOLDER      the folder dropped on the window, until all is hashed
+//   long_list box FOLDER         the same with a value in the Expected hash box that no file has
+//   long_list verify FILE        a checksum file opened in the window, until all is verified
+//   long_list load FILE          the same, until its rows are in the window
+//   long_list memory ROWS        bytes for a row, without its texts, in a list of this many
+//   long_list actions ROWS       what one action costs in a list of this many hashed rows
 #include <chrono>
 #include <condition_variable>
 #include <cstdio>
@@ -23,7 +22,9 @@
 #include <thread>
 #include <vector>
 
-#include "app/worker/result_queue.h"
+#include "app/flows/type_ahead.h"
+#include "app/worker/finished_jobs.h"
+#include "resources/resource_ids.h"
 #include "swr/paths/folder_walk.h"
 #include "swr/system/thread_schedule.h"
 #include "swr/text/decimal_text.h"
@@ -46,16 +47,39 @@ double SecondsSince(Clock::time_point start) {
   return std::chrono::duration<double>(Clock::now() - start).count();
 }
 
-// The window as its dialog runs it: results are announced to a loop, which takes them every 15
-// milliseconds, and a timer ticks every 200 while it is on.
-class Loop {
+// What a window with a real worker is made of.
+class LoopParts {
  public:
-  Loop()
-      : results_({.results = [this] { return Announce(); }, .progress = [] { return true; }}),
-        worker_(results_),
-        main(view, desktop, worker_, installation_) {
-    main.algorithms = Sha256;
-    main.Start();
+  app::testing::FakeView view;
+  app::testing::FakeDesktop desktop;
+
+ protected:
+  bool Announce() {
+    const std::lock_guard lock(mutex_);
+    waits_ = true;
+    announced_.notify_one();
+    return true;
+  }
+
+  std::mutex mutex_;
+  std::condition_variable announced_;
+  bool waits_ = false;  // under mutex_
+  app::FinishedJobQueue finished_{app::FinishedJobQueue::Announcements{
+      .finished = [this] { return Announce(); }, .progress = [] { return true; }}};
+  app::Worker worker_{finished_};
+  app::testing::FakeInstallSystem system_;
+  app::Installation installation_{system_};
+  app::MainWindow main_{app::testing::ScreenOf(view, desktop), app::testing::DesktopOf(desktop),
+                        worker_, installation_};
+};
+
+// The window as its dialog runs it: finished jobs are announced to a loop, which takes them every
+// 15 milliseconds, and a timer ticks every 200 while it is on.
+class Loop : public LoopParts, public app::testing::WindowFlows {
+ public:
+  Loop() : WindowFlows(main_) {
+    options.algorithms = Sha256;
+    main_.Start();
   }
 
   void RunUntilIdle() {
@@ -66,7 +90,7 @@ class Loop {
         announced_.wait_until(lock, tick, [&] { return waits_; });
         if (!waits_) {
           lock.unlock();
-          Turn([&] { main.OnProgressTimer(); });
+          Turn([&] { intake.OnTimer(); });
           tick = Clock::now() + std::chrono::milliseconds(200);
           continue;
         }
@@ -80,27 +104,20 @@ class Loop {
   double longestTurn = 0;
 
  private:
-  bool Announce() {
-    const std::lock_guard lock(mutex_);
-    waits_ = true;
-    announced_.notify_one();
-    return true;
-  }
-
   // As much as the dialog takes in one turn. False when there was nothing.
   bool TakeResults() {
-    auto taken = results_.Take(1000);
+    auto taken = finished_.Take(1000);
     if (taken.empty()) return false;
     Turn([&] {
       const auto start = Clock::now();
       bool moreGathered = true;
       while (moreGathered) {
         moreGathered = taken.size() == 1000 && SecondsSince(start) < 0.035;
-        main.OnHashResults(std::move(taken));
-        if (moreGathered) taken = results_.Take(1000);
+        intake.Take(std::move(taken));
+        if (moreGathered) taken = finished_.Take(1000);
       }
     });
-    if (!worker_.GetSnapshot().active) main.OnProgressTimer();
+    if (!worker_.GetSnapshot().active) intake.OnTimer();
     return true;
   }
 
@@ -109,19 +126,6 @@ class Loop {
     message();
     longestTurn = std::max(longestTurn, SecondsSince(start) * 1000);
   }
-
-  std::mutex mutex_;
-  std::condition_variable announced_;
-  bool waits_ = false;  // under mutex_
-  app::ResultQueue results_;
-  app::Worker worker_;
-  app::testing::FakeInstallSystem system_;
-  app::Installation installation_{system_};
-
- public:
-  app::testing::FakeView view;
-  app::testing::FakeDesktop desktop;
-  app::MainWindow main;
 };
 
 std::vector<std::u16string> FilesUnder(const std::u16string& folder) {
@@ -151,13 +155,13 @@ void TimeWindow(const std::u16string& path, bool isList, bool untilIdle, bool wi
   Loop loop;
   if (withBox) {
     loop.view.expectedText = ForeignDigest;
-    loop.main.OnExpectedEdited();
+    loop.expected.OnEdited();
   }
   const auto start = Clock::now();
   if (isList) {
-    loop.main.VerifyChecksumFile(path);
+    loop.verification.VerifyFile(path);
   } else {
-    loop.main.AddPaths({path});
+    loop.adding.AddPaths({path});
   }
   Print("taken in", SecondsSince(start), "s");
   if (untilIdle) {
@@ -165,7 +169,7 @@ void TimeWindow(const std::u16string& path, bool isList, bool untilIdle, bool wi
     Print("total", SecondsSince(start), "s");
     Print("longest message", loop.longestTurn, "ms");
   }
-  std::fprintf(stderr, "%zu rows; %s; %s\n", loop.main.rows.size(),
+  std::fprintf(stderr, "%zu rows; %s; %s\n", loop.rows.Size(),
                swr::WideToUtf8(loop.view.statusText).c_str(),
                swr::WideToUtf8(loop.view.resultLine).c_str());
 }
@@ -184,23 +188,20 @@ void FillList(FakeWindow& window, size_t count, double& textBytes) {
   const auto name = [](size_t i) { return u"photograph " + swr::DecimalText(i) + u".jpg"; };
   const std::u16string folder = u"/srv/archive/pictures of the year";
   for (size_t i = 0; i < count; ++i) {
-    auto row = std::make_unique<app::ListRow>();
-    row->id = i + 1;
-    row->folder = folder;
-    row->name = name(i);
-    row->path = row->folder + u"/" + row->name;
-    row->size = i;
-    row->status = app::RowStatus::Done;
-    textBytes +=
-        2.0 * static_cast<double>(row->path.size() + row->name.size() + row->folder.size());
-    swr::DigestSlot& slot = row->digests.Make(swr::IndexOf(swr::AlgoId::Sha256));
+    app::Row row;
+    row.folder = folder;
+    row.name = name(i);
+    row.path = row.folder + u"/" + row.name;
+    row.size = i;
+    row.status = app::RowStatus::Done;
+    textBytes += 2.0 * static_cast<double>(row.path.size() + row.name.size() + row.folder.size());
+    swr::DigestSlot& slot = row.digests.Make(swr::IndexOf(swr::AlgoId::Sha256));
     slot.present = true;
     slot.length = 32;
     for (size_t b = 0; b < 8; ++b) slot.bytes[b] = static_cast<uint8_t>(i * 2654435761 >> (8 * b));
-    window.main.rows.push_back(std::move(row));
+    window.rows.Append(std::move(row));
   }
-  window.main.SetAlgoMask(Sha256);
-  window.main.RebuildRowIndex();
+  window.algorithms.Select(Sha256);
   window.view.SetRowCount(count);
 }
 
@@ -209,7 +210,7 @@ void MeasureMemory(size_t count) {
   double textBytes = 0;
   const double before = ResidentBytes();
   FillList(window, count, textBytes);
-  window.main.CompareExpected();
+  window.expected.Compare();
   Print("a row", (ResidentBytes() - before - textBytes) / static_cast<double>(count), "bytes");
 }
 
@@ -222,32 +223,32 @@ void TimeActions(size_t count) {
     action();
     Print(what, SecondsSince(start), "s");
   };
-  const auto typeAhead = [&] { window.main.FindRowNamed(u"zz", count / 2, false); };
+  const auto typeAhead = [&] { app::FindRowNamed(window.rows, u"zz", count / 2, false); };
   time("type ahead, nothing found", typeAhead);
-  time("sort by name", [&] { window.main.SortByColumn(0); });
-  time("sort by digest", [&] { window.main.SortByColumn(3); });
+  time("sort by name", [&] { window.sorting.SortBy(0); });
+  time("sort by digest", [&] { window.sorting.SortBy(3); });
   time("type ahead, sorted by digest", typeAhead);
   time("select all", [&] {
     window.view.SelectAll();
-    window.main.RefreshDetails();
+    window.details.Refresh();
   });
-  time("copy all lines", [&] { window.main.CopyLines(window.main.SelectedIds()); });
+  time("copy all lines", [&] { window.commands.Run(ID_CTX_COPY_LINE); });
   time("save", [&] {
     window.desktop.saveTarget = {u"/tmp/long_list.sha256", 0};
-    window.main.SaveChecksums();
+    window.commands.Run(ID_SAVE_CHECKSUMS);
   });
   time("a value in the box", [&] {
     window.view.expectedText = ForeignDigest;
-    window.main.OnExpectedEdited();
+    window.expected.OnEdited();
   });
-  time("cancel", [&] { window.main.CancelAll(); });
-  time("another algorithm", [&] { window.main.SetAlgoMask(swr::DefaultAlgoMask); });
+  time("cancel", [&] { window.edits.CancelAll(); });
+  time("another algorithm", [&] { window.algorithms.Select(swr::DefaultAlgoMask); });
   time("remove every other row", [&] {
     window.view.selected.clear();
     for (size_t i = 0; i < count; i += 2) window.view.selected.push_back(i);
-    window.main.RemoveRows(window.main.SelectedIds());
+    window.RemoveRows(window.view.selected);
   });
-  time("clear", [&] { window.main.ClearList(); });
+  time("clear", [&] { window.edits.Clear(); });
 }
 
 }  // namespace

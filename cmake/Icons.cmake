@@ -36,16 +36,16 @@ function(render_icons svg_dir ico_dir out_var)
 endfunction()
 
 # Defines the object library <name>: the window's resources, for programs to link. Whoever links it
-# also finds "resources/resource_ids.h".
-function(add_window_resources name)
+# also finds "resources/resource_ids.h". <generated> holds version.h and the manifest.
+function(add_window_resources name generated)
   set(dir "${PROJECT_SOURCE_DIR}/resources")
   set(ico_dir "${CMAKE_CURRENT_BINARY_DIR}/icons")
   render_icons("${dir}/icons" "${ico_dir}" icons)
   add_library(${name} OBJECT "${dir}/sumwright.rc" ${icons})
   target_compile_options(${name} PRIVATE -c 65001)
-  target_include_directories(${name} PRIVATE "${dir}" "${ico_dir}"
+  target_include_directories(${name} PRIVATE "${dir}" "${generated}" "${ico_dir}"
                              INTERFACE "${PROJECT_SOURCE_DIR}")
   # The resource compiler does not report what it reads.
   set_source_files_properties("${dir}/sumwright.rc" PROPERTIES OBJECT_DEPENDS
-    "${dir}/resource_ids.h;${dir}/sumwright.manifest;${icons}")
+    "${dir}/resource_ids.h;${generated}/version.h;${generated}/sumwright.manifest;${icons}")
 endfunction()

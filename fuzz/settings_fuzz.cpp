@@ -12,31 +12,25 @@ namespace {
 using app::testing::FakeDesktop;
 
 // A window that starts with these settings and is closed.
-struct OneRun {
-  explicit OneRun(FakeDesktop settings) : desktop(std::move(settings)) {
-    main.ReadSettings();
+struct OneRun : app::testing::FakeParts, app::testing::WindowFlows {
+  explicit OneRun(const FakeDesktop& stored) : WindowFlows(main) {
+    desktop = stored;
+    settings.Read();
     main.Start();
-    main.RestorePlacement();
+    settings.RestorePlacement();
     view.placement = view.triedPlacement;
-    main.WriteSettings();
+    settings.Write();
   }
-
-  app::testing::FakeView view;
-  FakeDesktop desktop;
-  app::testing::FakeQueue queue;
-  app::testing::FakeInstallSystem installSystem;
-  app::Installation installation{installSystem};
-  app::MainWindow main{view, desktop, queue, installation};
 };
 
-void RequireSound(const app::MainWindow& main) {
+void RequireSound(const OneRun& run) {
   using fuzz::Require;
-  Require(main.algorithms != 0, "something is selected");
-  Require((main.algorithms & ~swr::AllAlgosMask) == 0, "only known algorithms are selected");
-  Require(main.showLegacy || (main.algorithms & swr::LegacyAlgoMask) == 0,
+  const app::Options& options = run.options;
+  Require(options.algorithms != 0, "something is selected");
+  Require((options.algorithms & ~swr::AllAlgosMask) == 0, "only known algorithms are selected");
+  Require(options.showLegacy || (options.algorithms & swr::LegacyAlgoMask) == 0,
           "legacy algorithms are selected only if they are shown");
-  for (const uint32_t width : {main.fixedWidths.name, main.fixedWidths.folder,
-                               main.fixedWidths.size, main.fixedWidths.status}) {
+  for (const uint32_t width : run.columns.Widths()) {
     Require(width >= 30 && width <= 2000, "a column is visible and does not hide the others");
   }
 }
@@ -54,8 +48,8 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     settings.binarySettings[name] =
         input.ConsumeBytes<uint8_t>(input.ConsumeIntegralInRange<size_t>(0, 24));
   }
-  OneRun first(std::move(settings));
-  RequireSound(first.main);
+  OneRun first(settings);
+  RequireSound(first);
   const OneRun second(first.desktop);
   fuzz::Require(second.desktop.dwordSettings == first.desktop.dwordSettings,
                 "settings are read as they were written");

@@ -96,3 +96,7 @@
 #define ID_CTX_VIRUSTOTAL 40105
 #define ID_CTX_COMPARE 40106
 #define ID_CTX_COPY_PATH 40107
+
+// Commands of menu entries that are made at run time. The AlgoId is added to the number.
+#define ID_ALGO_FIRST 41000
+#define ID_COPY_DIGEST_FIRST 41100

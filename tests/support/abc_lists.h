@@ -37,17 +37,17 @@ class VerificationTest : public ::testing::Test {
   // Writes the checksum file and loads it. The result is its path.
   std::u16string Load(std::u16string_view name, std::string_view bytes) {
     const std::u16string path = tree.AddFile(name, bytes);
-    window.main.VerifyChecksumFile(path);
+    window.verification.VerifyFile(path);
     return path;
   }
   TextList StatusCells() const {
     TextList cells;
-    for (size_t i = 0; i < window.main.rows.size(); ++i) cells.push_back(window.StatusCell(i));
+    for (size_t i = 0; i < window.rows.Size(); ++i) cells.push_back(window.StatusCell(i));
     return cells;
   }
   TextList Names() const {
     TextList names;
-    for (const auto& row : window.main.rows) names.push_back(row->name);
+    for (const Row& row : window.rows) names.push_back(row.name);
     return names;
   }
 

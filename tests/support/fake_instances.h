@@ -1,4 +1,4 @@
-// The named objects and windows through which processes find each other, without a system.
+// The named objects and windows through which processes find each other, in memory.
 #pragma once
 
 #include <cstdint>
@@ -13,7 +13,7 @@
 
 namespace app::testing {
 
-// Records what is asked of it. The window comes into being after a number of waits.
+// Records what is asked of it. The window appears after a number of waits.
 class FakeInstances final : public InstanceSystem {
  public:
   bool AnotherInstanceExists() override {

@@ -1,5 +1,5 @@
-// Stand-ins for the screen, the desktop and the worker. They record what the window's decisions ask
-// of them, and do only what the test says.
+// Stand-ins for the screen, the desktop and the worker. They record what the flows ask of them, and
+// do only what the test says.
 #pragma once
 
 #include <algorithm>
@@ -7,6 +7,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <numeric>
 #include <optional>
 #include <ostream>
 #include <span>
@@ -15,17 +16,35 @@
 #include <utility>
 #include <vector>
 
+#include "app/desktop/clipboard.h"
 #include "app/desktop/desktop.h"
-#include "app/window/algo_boxes.h"
-#include "app/window/main_window.h"
-#include "app/window/result_line.h"
-#include "app/window/view.h"
+#include "app/desktop/messages.h"
+#include "app/desktop/pickers.h"
+#include "app/desktop/settings_store.h"
+#include "app/desktop/shell.h"
+#include "app/desktop/signature_checks.h"
+#include "app/screen/algo_boxes.h"
+#include "app/screen/banner_view.h"
+#include "app/screen/column_view.h"
+#include "app/screen/details_view.h"
+#include "app/screen/edit_focus.h"
+#include "app/screen/expected_view.h"
+#include "app/screen/frame.h"
+#include "app/screen/list_view.h"
+#include "app/screen/menu_view.h"
+#include "app/screen/placement_view.h"
+#include "app/screen/popup_menus.h"
+#include "app/screen/progress_timer.h"
+#include "app/screen/screen.h"
+#include "app/screen/status_view.h"
+#include "app/verdicts/result_line.h"
 #include "app/worker/hash_queue.h"
 #include "swr/hash/hash_file.h"
 #include "swr/paths/path_forms.h"
 #include "swr/system/fault_injection.h"
 #include "swr/text/encoding.h"
 #include "tests/support/fake_install_system.h"
+#include "tests/support/window_flows.h"
 
 namespace app {
 
@@ -47,7 +66,16 @@ inline void PrintTo(const FileFilter& filter, std::ostream* out) {
 
 namespace app::testing {
 
-class FakeView final : public View {
+class FakeView final : public ListView,
+                       public ColumnView,
+                       public ExpectedView,
+                       public BannerView,
+                       public DetailsView,
+                       public StatusView,
+                       public MenuView,
+                       public PopupMenus,
+                       public EditFocus,
+                       public PlacementView {
  public:
   void SetRowCount(size_t count) override {
     rowCount = count;
@@ -73,7 +101,7 @@ class FakeView final : public View {
     if (editHasFocus) ++copiesFromEdit;
     return editHasFocus;
   }
-  std::optional<ListMenuChoice> ChooseListCommand(const ListMenu& menu,
+  std::optional<ListMenuChoice> ChooseListCommand(const ListMenuEntries& menu,
                                                   std::optional<ScreenPoint> at) override {
     listMenu = menu;
     listMenuPlace = at;
@@ -149,7 +177,7 @@ class FakeView final : public View {
   bool editHasFocus = false;
   int pastesIntoEdit = 0;
   int copiesFromEdit = 0;
-  std::optional<ListMenu> listMenu;
+  std::optional<ListMenuEntries> listMenu;
   std::optional<ScreenPoint> listMenuPlace;
   std::optional<ListMenuChoice> listMenuChoice;
   std::function<void()> whileMenuShows;  // of either menu
@@ -181,7 +209,14 @@ class FakeView final : public View {
   std::optional<ProgressFigures> progress;
 };
 
-class FakeDesktop final : public Desktop {
+class FakeDesktop final : public Pickers,
+                          public Messages,
+                          public Clipboard,
+                          public Shell,
+                          public SettingsStore,
+                          public SignatureChecks,
+                          public ProgressTimer,
+                          public Frame {
  public:
   std::vector<std::u16string> PickFiles(const std::u16string& title,
                                         const std::vector<FileFilter>& filters) override {
@@ -218,7 +253,7 @@ class FakeDesktop final : public Desktop {
   void OpenCommandPrompt(const std::u16string& folder, const std::u16string& command) override {
     prompts.emplace_back(folder, command);
   }
-  // The file manager answers while the window goes on with its messages.
+  // The file manager answers while the window goes on handling messages.
   void ShowInFolder(const std::u16string& path, const std::u16string& folder) override {
     if (whileFolderOpens) whileFolderOpens();
     shownInFolder.emplace_back(path, folder);
@@ -318,37 +353,62 @@ class FakeQueue final : public HashQueue {
   std::deque<HashJob> jobs;
   std::vector<uint64_t> removed;
   int cancels = 0;
-  WorkerSnapshot snapshot;  // what is told beside the queue's own state
+  WorkerSnapshot snapshot;  // reported in addition to the queue's own state
+};
+
+// The two fakes as the parts of the screen and the services of the desktop.
+inline Screen ScreenOf(FakeView& view, FakeDesktop& desktop) {
+  return {view, view, view, view, view, view, desktop, view, view, view, view, desktop};
+}
+inline Desktop DesktopOf(FakeDesktop& desktop) {
+  return {desktop, desktop, desktop, desktop, desktop, desktop};
+}
+
+// What a window on fakes is made of.
+struct FakeParts {
+  FakeView view;
+  FakeDesktop desktop;
+  FakeQueue queue;
+  FakeInstallSystem installSystem;
+  Installation installation{installSystem};
+  MainWindow main{ScreenOf(view, desktop), DesktopOf(desktop), queue, installation};
 };
 
 // A window on fakes.
-struct FakeWindow {
-  FakeWindow() {
-    view.onExpectedEdited = [this] { main.OnExpectedEdited(); };
+struct FakeWindow : FakeParts, WindowFlows {
+  FakeWindow() : WindowFlows(main) {
+    view.onExpectedEdited = [this] { expected.OnEdited(); };
     main.Start();
   }
+  FakeWindow(const FakeWindow&) = delete;
+  FakeWindow& operator=(const FakeWindow&) = delete;
 
-  // Adds a row of this path without touching the file system, not queued.
-  ListRow& AddRow(const std::u16string& path, uint64_t size = 100) {
-    auto row = std::make_unique<ListRow>();
-    row->id = nextId++;
-    row->path = path;
-    row->name = path;
-    row->size = size;
-    main.rows.push_back(std::move(row));
-    main.RebuildRowIndex();
-    view.SetRowCount(main.rows.size());
-    return *main.rows.back();
+  // Adds a row of this path without touching the file system, not queued. All but its path may be
+  // changed through the reference, which no flow can do; the table's counters follow at Recount.
+  Row& AddRow(const std::u16string& path, uint64_t size = 100) {
+    Row row;
+    row.path = path;
+    row.name = path;
+    row.size = size;
+    rows.Append(std::move(row));
+    view.SetRowCount(rows.Size());
+    return RowAt(rows.Size() - 1);
+  }
+  Row& RowAt(size_t index) { return const_cast<Row&>(rows[index]); }
+  void Recount() {
+    std::vector<size_t> order(rows.Size());
+    std::iota(order.begin(), order.end(), size_t{0});
+    rows.Reorder(order);
   }
 
-  // As the user does it: a box changes before it says so.
+  // As the user does it: a box changes before it sends its message.
   void ClickBox(const AlgoBox& box) {
     view.checkedBoxes ^= swr::MaskOf(box.algo);
-    main.OnCommand(box.control);
+    commands.Run(box.control);
   }
 
-  // Takes the front job out of the queue and reports it: with a digest of the right length for each
-  // algorithm, unless `outcome` says something else.
+  // Takes the front job out of the queue and reports it as finished: with a digest of the right
+  // length for each algorithm, unless `outcome` says otherwise.
   void Finish(swr::HashOutcome outcome = {}) {
     const HashJob job = queue.jobs.at(0);  // throws when nothing was queued
     queue.jobs.pop_front();
@@ -361,16 +421,16 @@ struct FakeWindow {
   }
   // Several results at once.
   void ReportAll(std::vector<std::pair<HashJob, swr::HashOutcome>> results) {
-    std::vector<std::unique_ptr<ResultMessage>> messages;
+    std::vector<std::unique_ptr<FinishedJob>> finished;
     for (auto& [job, outcome] : results) {
-      auto message = std::make_unique<ResultMessage>();
-      message->rowId = job.rowId;
-      message->mask = job.mask;
+      auto taken = std::make_unique<FinishedJob>();
+      taken->rowId = job.rowId;
+      taken->mask = job.mask;
       if (outcome.error == 0 && !outcome.cancelled) FillIn(job, outcome);
-      message->outcome = std::move(outcome);
-      messages.push_back(std::move(message));
+      taken->outcome = std::move(outcome);
+      finished.push_back(std::move(taken));
     }
-    main.OnHashResults(std::move(messages));
+    intake.Take(std::move(finished));
   }
 
   // Hashes the files of all jobs in the queue, and of those that this leads to.
@@ -384,19 +444,11 @@ struct FakeWindow {
 
   ResultLine Result() const { return {view.resultLine, view.resultKind}; }
   std::u16string StatusCell(size_t row) const {
-    return main.CellText(row, main.columns.size() - 1);
+    return cells.TextOf(row, columns.Defs().size() - 1);
   }
 
-  FakeView view;
-  FakeDesktop desktop;
-  FakeQueue queue;
-  FakeInstallSystem installSystem;
-  Installation installation{installSystem};
-  MainWindow main{view, desktop, queue, installation};
-  uint64_t nextId = 1001;  // beyond what the window itself gives
-
  private:
-  // What the test does not say of a result.
+  // What the test leaves open.
   static void FillIn(const HashJob& job, swr::HashOutcome& outcome) {
     for (const swr::AlgoId id : swr::IdsFromMask(job.mask)) {
       swr::DigestSlot& slot = outcome.digests.Make(swr::IndexOf(id));

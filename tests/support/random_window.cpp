@@ -155,7 +155,7 @@ std::string RandomWindow::AddFiles() {
     paths.push_back(files.back().path);
   }
   reference_.AddFiles(std::move(files));
-  window_.main.AddPaths(paths);
+  window_.adding.AddPaths(paths);
   return "files added";
 }
 
@@ -196,7 +196,7 @@ std::string RandomWindow::LoadList() {
   const auto running = RunningJob();
   LoadWrittenList();
   LeaveBehind(running);
-  window_.main.VerifyChecksumFile(files_.ListPath());
+  window_.verification.VerifyFile(files_.ListPath());
   return "list loaded";
 }
 
@@ -226,7 +226,7 @@ void RandomWindow::LoadWrittenList() {
 std::string RandomWindow::AddListFile() {
   WriteList();
   reference_.AddFiles({WithId(files_.RowOfList())});
-  window_.main.AddPaths({files_.ListPath()});
+  window_.adding.AddPaths({files_.ListPath()});
   return "a checksum file added";
 }
 
@@ -252,13 +252,13 @@ std::string RandomWindow::DropJobs() {
   if (OneIn(2)) {
     reference_.Cancel();
     LeaveBehind(running);
-    window_.main.OnCommand(IDC_CANCEL);
+    window_.commands.Run(IDC_CANCEL);
     return "cancelled";
   }
   if (OneIn(6)) {
     reference_.Clear();
     LeaveBehind(running);
-    window_.main.OnCommand(ID_CLEAR_LIST);
+    window_.commands.Run(ID_CLEAR_LIST);
     return "cleared";
   }
   std::set<size_t> chosen;
@@ -268,7 +268,7 @@ std::string RandomWindow::DropJobs() {
   reference_.Remove(chosen);
   LeaveBehind(running);
   window_.view.selected.assign(chosen.begin(), chosen.end());
-  window_.main.OnCommand(ID_REMOVE);
+  window_.commands.Run(ID_REMOVE);
   return "rows removed";
 }
 
@@ -279,7 +279,7 @@ std::string RandomWindow::SelectAlgos() {
     const AlgoId algo = PickAlgo();
     if (chosen.erase(algo) == 0) chosen.insert(algo);
   }
-  window_.main.SetAlgoMask(MaskOfSet(chosen));
+  window_.algorithms.Select(MaskOfSet(chosen));
   reference_.SelectAlgos(std::move(chosen));
   return "algorithms selected";
 }
@@ -295,7 +295,7 @@ std::string RandomWindow::Tick() {
   window_.queue.snapshot.active = reference_.workerLingers;
   window_.queue.snapshot.currentPath = PickCurrentPath();
   reference_.Tick(window_.queue.snapshot.currentPath);
-  window_.main.OnProgressTimer();
+  window_.intake.OnTimer();
   return "tick";
 }
 
@@ -365,7 +365,7 @@ void RandomWindow::Deliver(const std::vector<ReferenceResult>& results,
 std::string RandomWindow::Signature() {
   const uint64_t id = 1 + Pick(static_cast<size_t>(nextId_));
   reference_.TakeSignature(id, u"Not signed");
-  window_.main.OnSignatureResult(id, {.state = swr::SignatureState::NotSigned});
+  window_.details.OnSignatureResult(id, {.state = swr::SignatureState::NotSigned});
   return "a signature checked";
 }
 

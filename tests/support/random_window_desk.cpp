@@ -31,7 +31,7 @@ std::string RandomWindow::SelectRows() {
 
 void RandomWindow::Select(std::set<size_t> chosen) {
   window_.view.selected.assign(chosen.begin(), chosen.end());
-  window_.main.RefreshDetails();
+  window_.details.Refresh();
   reference_.selection = std::move(chosen);
   reference_.shownDetails = reference_.Details();
 }
@@ -40,7 +40,7 @@ std::string RandomWindow::Sort() {
   const size_t column = Pick(window_.view.columns.size());
   const std::u16string heading = window_.view.columns[column].heading;
   reference_.SortBy(heading);
-  window_.main.SortByColumn(column);
+  window_.sorting.SortBy(column);
   return "sorted by " + swr::WideToUtf8(heading);
 }
 
@@ -48,7 +48,7 @@ std::string RandomWindow::LookUp() {
   const size_t count = reference_.rows.size();
   if (count > 0 && !OneIn(4)) Select({Pick(count)});
   reference_.LookUp();
-  window_.main.OnCommand(OneIn(2) ? IDC_VIRUSTOTAL : ID_CTX_VIRUSTOTAL);
+  window_.commands.Run(OneIn(2) ? IDC_VIRUSTOTAL : ID_CTX_VIRUSTOTAL);
   return "looked up";
 }
 
@@ -64,14 +64,14 @@ std::string RandomWindow::CompareTwo() {
   } else {
     message_ = reference_.TakeComparison();
   }
-  window_.main.OnCommand(ID_CTX_COMPARE);
+  window_.commands.Run(ID_CTX_COMPARE);
   return "two files compared";
 }
 
 std::string RandomWindow::ChangeCase() {
   reference_.uppercase = !reference_.uppercase;
   reference_.shownDetails = reference_.Details();
-  window_.main.OnCommand(ID_UPPERCASE);
+  window_.commands.Run(ID_UPPERCASE);
   return "uppercase";
 }
 
@@ -114,7 +114,7 @@ std::string RandomWindow::EditBox() {
 std::string RandomWindow::UseClipboard() {
   if (OneIn(4)) {
     reference_.Paste();
-    window_.main.OnCommand(IDC_PASTE);
+    window_.commands.Run(IDC_PASTE);
     return "pasted";
   }
   if (!OneIn(4)) {
@@ -124,7 +124,7 @@ std::string RandomWindow::UseClipboard() {
     window_.desktop.Copy(box.text);
   }
   reference_.Activate();
-  window_.main.CheckClipboard();
+  window_.clipboardWatch.Check();
   return "come back with " + swr::WideToUtf8(window_.desktop.clipboard.value_or(u"nothing"));
 }
 
@@ -132,7 +132,7 @@ std::string RandomWindow::FindStaleEntry() {
   window_.installSystem.registry[FakeInstallSystem::User(EntryCommand, u"")] =
       u"\"C:\\gone\\Sumwright.exe\" \"%1\"";
   reference_.FindStaleEntry();
-  window_.main.OfferStaleEntryRepair();
+  window_.shellEntries.OfferRepair();
   return "a stale entry found";
 }
 
@@ -146,7 +146,7 @@ std::string RandomWindow::FollowBannerLink() {
     LoadWrittenList();
     LeaveBehind(running);
   }
-  window_.main.OnBannerLink(link);
+  window_.bannerLinks.Follow(link);
   return "link " + swr::WideToUtf8(link);
 }
 
@@ -154,14 +154,14 @@ std::string RandomWindow::FollowBannerLink() {
 
 void RandomWindow::Check() {
   Repaint();
-  ASSERT_EQ(window_.main.rows.size(), reference_.rows.size());
+  ASSERT_EQ(window_.rows.Size(), reference_.rows.size());
   EXPECT_EQ(window_.view.rowCount, reference_.rows.size());
   for (size_t i = 0; i < reference_.rows.size(); ++i) {
     SCOPED_TRACE("row " + std::to_string(i));
     const ReferenceFileRow& row = reference_.rows[i];
-    EXPECT_EQ(window_.main.rows[i]->id, row.id);
+    EXPECT_EQ(window_.rows[i].id, row.id);
     EXPECT_EQ(window_.StatusCell(i), reference_.StatusCell(row));
-    EXPECT_EQ(window_.main.TintOf(i), reference_.Tint(row));
+    EXPECT_EQ(window_.cells.TintOf(i), reference_.Tint(row));
     EXPECT_TRUE(picture_[i] == Painted(i)) << "the screen is out of date";
   }
   EXPECT_EQ(window_.Result(), reference_.Line());
@@ -187,12 +187,12 @@ void RandomWindow::Check() {
 }
 
 RandomWindow::Look RandomWindow::Painted(size_t row) const {
-  return {window_.main.CellText(row, 0), window_.StatusCell(row), window_.main.TintOf(row)};
+  return {window_.cells.TextOf(row, 0), window_.StatusCell(row), window_.cells.TintOf(row)};
 }
 
 void RandomWindow::TakePicture() {
   picture_.clear();
-  for (size_t i = 0; i < window_.main.rows.size(); ++i) picture_.push_back(Painted(i));
+  for (size_t i = 0; i < window_.rows.Size(); ++i) picture_.push_back(Painted(i));
 }
 
 void RandomWindow::Repaint() {

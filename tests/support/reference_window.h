@@ -1,6 +1,6 @@
-// The rules of rows and verdicts once more, said as plainly as can be: nothing is indexed, shared
-// or remembered, and everything is worked out from scratch whenever it is asked for. A test lets
-// the same things happen to this and to the real MainWindow, and compares what there is to be seen.
+// The reference model of the window: the rules of rows and verdicts in their simplest form. Nothing
+// is indexed, shared or cached; everything is computed from scratch whenever it is asked for. A
+// test lets the same things happen to this and to the real window, and compares what is visible.
 #pragma once
 
 #include <cstdint>
@@ -12,9 +12,9 @@
 #include <utility>
 #include <vector>
 
-#include "app/window/list_row.h"
-#include "app/window/result_line.h"
-#include "app/window/row_verdict.h"
+#include "app/rows/row.h"
+#include "app/verdicts/result_line.h"
+#include "app/verdicts/row_verdict.h"
 #include "swr/hash/algorithms.h"
 
 namespace app::testing {
@@ -72,7 +72,7 @@ struct ReferenceResult {
   bool changed = false;
 };
 
-// What stands in the Expected hash box.
+// The content of the Expected hash box.
 struct ReferenceBox {
   bool isEmpty = true;
   std::optional<ReferenceClaim> claim;  // nothing when it is no hash
@@ -96,7 +96,7 @@ class ReferenceWindow {
   void AddFiles(std::vector<ReferenceFileRow> files);
   // The numbers are those of the lines that are no checksums.
   void LoadList(std::vector<ReferenceFileRow> listed, const std::vector<uint32_t>& skippedLines);
-  // In both the worker is seen at work on this path.
+  // In both, the worker is reading this path.
   void TakeResults(const std::vector<ReferenceResult>& results, const std::u16string& currentPath);
   void Tick(const std::u16string& currentPath);
   void Remove(const std::set<size_t>& indexes);
@@ -132,7 +132,8 @@ class ReferenceWindow {
   std::optional<std::u16string> IdleStatus() const;
   std::optional<std::u16string> BannerText() const;
   std::u16string Details() const;
-  // The instruction of the message that a comparison of two files has come to, if it has just now.
+  // The instruction of the message of a comparison of two files that has just been answered, if
+  // any.
   std::optional<std::u16string> TakeComparison();
   // The digest whose page a look-up has opened, if it has just now.
   std::optional<DigestBytes> TakeOpenedPage();
@@ -147,7 +148,7 @@ class ReferenceWindow {
   std::u16string offeredFile;  // while the banner offers to verify what a checksum file lists
   ReferenceEntry entry = ReferenceEntry::None;
   bool workerLingers = false;  // it still holds a file of a job that was dropped
-  // Of several selected rows the sum stays as it was when results come in.
+  // The sum of several selected rows is not updated when results come in.
   std::u16string shownDetails;
 
  private:
@@ -168,7 +169,7 @@ class ReferenceWindow {
   void HideBanner();
   bool IsActive() const { return workerLingers || !jobs.empty(); }
   void MarkHashing(const std::u16string& currentPath);
-  // Has the rows hashed that the value in the box may need.
+  // Queues what the value in the box may need.
   void Widen(bool isNewValue);
   ResultLine LineOfNow() const;
   ResultLine BoxLine(const ReferenceClaim& claim) const;

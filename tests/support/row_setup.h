@@ -1,4 +1,4 @@
-// Rows of the list as tests describe them in tables, with digests whose bytes are all alike.
+// Rows as tests describe them in tables, with digests whose bytes are all the same.
 #pragma once
 
 #include <algorithm>
@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "app/window/list_row.h"
+#include "app/rows/row.h"
 #include "swr/hash/algorithms.h"
 #include "tests/support/fake_window.h"
 
@@ -39,14 +39,14 @@ inline std::u16string FilledHex(size_t bytes, uint8_t fill) {
   return text;
 }
 
-inline void PutDigest(ListRow& row, const FilledDigest& digest) {
+inline void PutDigest(RowState& row, const FilledDigest& digest) {
   swr::DigestSlot& slot = row.digests.Make(swr::IndexOf(digest.algo));
   slot.present = true;
   slot.length = static_cast<uint8_t>(swr::GetAlgo(digest.algo).digestSize);
   std::fill_n(slot.bytes.begin(), slot.length, digest.fill);
 }
 
-inline void Expect(ListRow& row, std::vector<uint8_t> bytes, std::vector<swr::AlgoId> algos) {
+inline void Expect(RowState& row, std::vector<uint8_t> bytes, std::vector<swr::AlgoId> algos) {
   row.hasExpected = true;
   row.expectedBytes = std::move(bytes);
   row.expectedAlgos = std::move(algos);
@@ -59,17 +59,17 @@ struct RowSetup {
   std::vector<FilledDigest> digests;
   RowStatus status = RowStatus::Done;
   uint32_t error = 0;
-  // What a checksum file expects: a SHA-256 with this value in each byte.
+  // What a checksum file expects: a SHA-256 digest with this value in each byte.
   std::optional<uint8_t> expected;
 };
 
-inline ListRow& AddRow(FakeWindow& window, const RowSetup& setup) {
-  ListRow& row = window.AddRow(setup.name);
+inline Row& AddRow(FakeWindow& window, const RowSetup& setup) {
+  Row& row = window.AddRow(setup.name);
   row.status = setup.status;
   row.error = setup.error;
   for (const FilledDigest& digest : setup.digests) PutDigest(row, digest);
   if (setup.expected) Expect(row, FilledBytes(32, *setup.expected), {swr::AlgoId::Sha256});
-  window.main.RebuildRowIndex();
+  window.Recount();
   return row;
 }
 

@@ -7,26 +7,55 @@
 #include <mutex>
 #include <utility>
 
-#include "app/worker/result_queue.h"
+#include "app/worker/finished_jobs.h"
 #include "app/worker/worker.h"
 #include "tests/support/fake_window.h"
 
 namespace app::testing {
 
-class WorkingWindow {
+// What a window with a real worker is made of.
+class WorkingParts {
  public:
-  WorkingWindow() { main.Start(); }
+  FakeView view;
+  FakeDesktop desktop;
+
+ protected:
+  bool Announce() {
+    {
+      const std::lock_guard lock(mutex_);
+      waiting_ = true;
+    }
+    announced_.notify_one();
+    return true;
+  }
+
+  std::mutex mutex_;
+  std::condition_variable announced_;
+  bool waiting_ = false;  // under mutex_
+  FinishedJobQueue finished_{FinishedJobQueue::Announcements{
+      .finished = [this] { return Announce(); }, .progress = [] { return true; }}};
+  Worker worker_{finished_};
+  FakeInstallSystem installSystem_;
+  Installation installation_{installSystem_};
+
+ public:
+  MainWindow main{ScreenOf(view, desktop), DesktopOf(desktop), worker_, installation_};
+};
+
+class WorkingWindow : public WorkingParts, public WindowFlows {
+ public:
+  WorkingWindow() : WindowFlows(main) { main.Start(); }
   WorkingWindow(const WorkingWindow&) = delete;
   WorkingWindow& operator=(const WorkingWindow&) = delete;
 
-  // What the window's thread does when results wait, and at a tick of its timer.
+  // What the window's thread does when finished jobs are waiting, and at a tick of its timer.
   void TakeResults() {
-    if (auto taken = results_.Take(); !taken.empty()) main.OnHashResults(std::move(taken));
+    if (auto taken = finished_.Take(); !taken.empty()) intake.Take(std::move(taken));
   }
   void Tick() {
     if (!desktop.timerRuns) return;
     TakeResults();
-    main.OnProgressTimer();
+    intake.OnTimer();
   }
   void AcknowledgeProgress() { worker_.AcknowledgeProgress(); }
 
@@ -45,38 +74,16 @@ class WorkingWindow {
     }
   }
   std::u16string StatusCell(size_t row) const {
-    return main.CellText(row, main.columns.size() - 1);
+    return cells.TextOf(row, columns.Defs().size() - 1);
   }
   ResultLine Result() const { return {view.resultLine, view.resultKind}; }
 
-  FakeView view;
-  FakeDesktop desktop;
-
  private:
-  bool Announce() {
-    {
-      const std::lock_guard lock(mutex_);
-      waiting_ = true;
-    }
-    announced_.notify_one();
-    return true;
-  }
   // The worker is idle a moment before its last result comes.
   bool IsIdle() const {
     return !worker_.GetSnapshot().active && !desktop.timerRuns &&
-           std::ranges::none_of(main.rows, [](const auto& row) { return row->pendingMask != 0; });
+           std::ranges::none_of(rows, [](const Row& row) { return row.pendingMask != 0; });
   }
-
-  std::mutex mutex_;
-  std::condition_variable announced_;
-  bool waiting_ = false;  // under mutex_
-  ResultQueue results_{{.results = [this] { return Announce(); }, .progress = [] { return true; }}};
-  Worker worker_{results_};
-  FakeInstallSystem installSystem_;
-  Installation installation_{installSystem_};
-
- public:
-  MainWindow main{view, desktop, worker_, installation_};
 };
 
 }  // namespace app::testing

@@ -1,5 +1,5 @@
-// The addresses that the program knows. None is ever asked for anything: they are handed to the
-// browser, or the mail program, when the user says so.
+// The addresses that the program knows. The program itself never contacts them: it hands them to
+// the browser or the mail program when the user asks for it.
 #pragma once
 
 #include <string_view>
@@ -15,8 +15,8 @@ inline constexpr std::u16string_view MailScheme = u"mailto:";  // before a mailb
 // Followed by the SHA-256 digest of a file, in lower-case hexadecimal.
 inline constexpr std::u16string_view VirusTotalFilePage = u"https://www.virustotal.com/gui/file/";
 
-// Whether a link in a message of the program may lead there. A text from outside that found its way
-// into the message can hold what looks like a link, to a program as well as to a page.
+// Whether a link in a message of the program may be followed. A message can contain text from
+// outside, which could look like a link, even to a program.
 constexpr bool MayLinkTo(std::u16string_view address) {
   return address == ProductPage ||
          (address.starts_with(MailScheme) && address.substr(MailScheme.size()) == SupportMailbox);

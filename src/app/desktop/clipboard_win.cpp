@@ -33,7 +33,7 @@ std::optional<std::u16string> ReadClipboardText(HWND owner) {
   if (memory == nullptr) return std::nullopt;
   const auto* data = static_cast<const wchar_t*>(GlobalLock(memory));
   if (data == nullptr) return std::nullopt;
-  // A program may put a text there without the null behind it.
+  // Some programs put a text there without its terminating null.
   const size_t capacity = GlobalSize(memory) / sizeof(wchar_t);
   std::u16string text = swr::FromWide({data, std::find(data, data + capacity, L'\0')});
   GlobalUnlock(memory);
@@ -50,10 +50,20 @@ void WriteClipboardText(HWND owner, const std::u16string& text) {
   const OpenedClipboard clipboard(owner);
   if (!clipboard) return;
   EmptyClipboard();
-  // On success the memory is the clipboard's.
+  // On success the memory belongs to the clipboard.
   if (SetClipboardData(CF_UNICODETEXT, memory.Get()) != nullptr) {
     static_cast<void>(memory.Release());
   }
+}
+
+uint32_t WindowsClipboard::ClipboardSequence() { return GetClipboardSequenceNumber(); }
+
+std::optional<std::u16string> WindowsClipboard::ReadClipboardText() {
+  return app::ReadClipboardText(owner_);
+}
+
+void WindowsClipboard::WriteClipboardText(const std::u16string& text) {
+  app::WriteClipboardText(owner_, text);
 }
 
 }  // namespace app

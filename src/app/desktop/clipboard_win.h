@@ -1,4 +1,4 @@
-// Text from and to the clipboard.
+// The clipboard of Windows.
 #pragma once
 
 #include "swr/system/windows_api_win.h"
@@ -6,12 +6,24 @@
 #include <optional>
 #include <string>
 
+#include "app/desktop/clipboard.h"
+
 namespace app {
 
-// Nothing when the clipboard holds no text or another program holds the clipboard.
+// As Clipboard has them, for a window that owns what it puts there.
 std::optional<std::u16string> ReadClipboardText(HWND owner);
-
-// Replaces what is on the clipboard. A failure leaves it as it was.
 void WriteClipboardText(HWND owner, const std::u16string& text);
+
+class WindowsClipboard final : public Clipboard {
+ public:
+  void Attach(HWND owner) { owner_ = owner; }
+
+  uint32_t ClipboardSequence() override;
+  std::optional<std::u16string> ReadClipboardText() override;
+  void WriteClipboardText(const std::u16string& text) override;
+
+ private:
+  HWND owner_ = nullptr;
+};
 
 }  // namespace app

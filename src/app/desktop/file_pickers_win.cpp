@@ -2,7 +2,7 @@
 
 #include <shobjidl.h>
 
-#include "app/desktop/com_pointer_win.h"
+#include "app/system/window_handles_win.h"
 #include "swr/system/handles_win.h"
 #include "swr/system/wide_text_win.h"
 
@@ -62,7 +62,7 @@ void OpenIn(IFileDialog& dialog, const std::u16string& folder) {
   dialog.SetFolder(item.Get());
 }
 
-}  // namespace
+enum class PickKind { Files, Folder };
 
 std::vector<std::u16string> PickPaths(HWND owner, const std::u16string& title, PickKind kind,
                                       const std::vector<FileFilter>& filters) {
@@ -79,7 +79,18 @@ std::vector<std::u16string> PickPaths(HWND owner, const std::u16string& title, P
   return PathsOf(*items.Get());
 }
 
-std::optional<SaveTarget> PickTarget(HWND owner, const SaveRequest& request) {
+}  // namespace
+
+std::vector<std::u16string> FilePickers::PickFiles(const std::u16string& title,
+                                                   const std::vector<FileFilter>& filters) {
+  return PickPaths(owner_, title, PickKind::Files, filters);
+}
+
+std::vector<std::u16string> FilePickers::PickFolder(const std::u16string& title) {
+  return PickPaths(owner_, title, PickKind::Folder, {});
+}
+
+std::optional<SaveTarget> FilePickers::PickSaveTarget(const SaveRequest& request) {
   const auto dialog = MakeDialog<IFileSaveDialog>(CLSID_FileSaveDialog, IID_IFileSaveDialog);
   if (!dialog) return std::nullopt;
   SetFilters(*dialog.Get(), request.filters);
@@ -89,7 +100,7 @@ std::optional<SaveTarget> PickTarget(HWND owner, const SaveRequest& request) {
   OpenIn(*dialog.Get(), request.folder);
   dialog.Get()->SetTitle(swr::AsWide(request.title));
   AddOptions(*dialog.Get(), FOS_OVERWRITEPROMPT);
-  if (FAILED(dialog.Get()->Show(owner))) return std::nullopt;
+  if (FAILED(dialog.Get()->Show(owner_))) return std::nullopt;
   IShellItem* result = nullptr;
   if (FAILED(dialog.Get()->GetResult(&result))) return std::nullopt;
   const ComPointer<IShellItem> item(result);

@@ -1,24 +1,24 @@
-// The system's dialogs for choosing files and folders to read, and a file to save to.
+// The system's dialogs for choosing files and folders.
 #pragma once
 
 #include "swr/system/windows_api_win.h"
 
-#include <optional>
-#include <string>
-#include <vector>
-
-#include "app/desktop/desktop.h"
+#include "app/desktop/pickers.h"
 
 namespace app {
 
-enum class PickKind { Files, Folder };
+class FilePickers final : public Pickers {
+ public:
+  // The window that the dialogs open over.
+  void Attach(HWND owner) { owner_ = owner; }
 
-// Shows the dialog over `owner`. Full paths of what was chosen; empty when the user cancelled or
-// the dialog failed. No filters is no choice of file types.
-std::vector<std::u16string> PickPaths(HWND owner, const std::u16string& title, PickKind kind,
-                                      const std::vector<FileFilter>& filters);
+  std::vector<std::u16string> PickFiles(const std::u16string& title,
+                                        const std::vector<FileFilter>& filters) override;
+  std::vector<std::u16string> PickFolder(const std::u16string& title) override;
+  std::optional<SaveTarget> PickSaveTarget(const SaveRequest& request) override;
 
-// Nothing when the user cancelled or the dialog failed.
-std::optional<SaveTarget> PickTarget(HWND owner, const SaveRequest& request);
+ private:
+  HWND owner_ = nullptr;
+};
 
 }  // namespace app

@@ -15,7 +15,7 @@ constexpr wchar_t settingsKey[] = L"Software\\Zendrik\\Sumwright";
 
 }  // namespace
 
-std::optional<uint32_t> ReadRegistryDword(const std::u16string& name) {
+std::optional<uint32_t> RegistrySettings::ReadDwordSetting(const std::u16string& name) {
   if (swr::InjectedFault(swr::SystemCall::ReadSetting)) return std::nullopt;
   DWORD value = 0;
   DWORD size = sizeof value;
@@ -26,9 +26,9 @@ std::optional<uint32_t> ReadRegistryDword(const std::u16string& name) {
   return value;
 }
 
-bool ReadRegistryBinary(const std::u16string& name, std::span<uint8_t> data) {
+bool RegistrySettings::ReadBinarySetting(const std::u16string& name, std::span<uint8_t> data) {
   if (swr::InjectedFault(swr::SystemCall::ReadSetting)) return false;
-  // The caller's bytes are for a value of their size only.
+  // The caller's bytes are written only when the value has exactly their size.
   std::vector<uint8_t> stored(data.size());
   DWORD size = static_cast<DWORD>(stored.size());
   if (RegGetValueW(HKEY_CURRENT_USER, settingsKey, swr::AsWide(name), RRF_RT_REG_BINARY, nullptr,
@@ -40,13 +40,14 @@ bool ReadRegistryBinary(const std::u16string& name, std::span<uint8_t> data) {
   return true;
 }
 
-void WriteRegistryDword(const std::u16string& name, uint32_t value) {
+void RegistrySettings::WriteDwordSetting(const std::u16string& name, uint32_t value) {
   if (swr::InjectedFault(swr::SystemCall::WriteSetting)) return;
   RegSetKeyValueW(HKEY_CURRENT_USER, settingsKey, swr::AsWide(name), REG_DWORD, &value,
                   sizeof value);
 }
 
-void WriteRegistryBinary(const std::u16string& name, std::span<const uint8_t> data) {
+void RegistrySettings::WriteBinarySetting(const std::u16string& name,
+                                          std::span<const uint8_t> data) {
   if (swr::InjectedFault(swr::SystemCall::WriteSetting)) return;
   RegSetKeyValueW(HKEY_CURRENT_USER, settingsKey, swr::AsWide(name), REG_BINARY, data.data(),
                   static_cast<DWORD>(data.size()));

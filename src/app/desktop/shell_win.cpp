@@ -5,40 +5,35 @@
 
 #include <array>
 
+#include "app/system/window_handles_win.h"
 #include "swr/paths/path_forms.h"
-#include "swr/system/unique_handle.h"
 #include "swr/system/wide_text_win.h"
 
 namespace app {
-namespace {
-
-struct ItemListTraits {
-  using Value = PIDLIST_ABSOLUTE;
-  static constexpr PIDLIST_ABSOLUTE Invalid = nullptr;
-  static void Close(PIDLIST_ABSOLUTE value) noexcept { ILFree(value); }
-};
-
-}  // namespace
-
 void OpenWithShell(const std::u16string& target) {
   ShellExecuteW(nullptr, L"open", swr::AsWide(target), nullptr, nullptr, SW_SHOWNORMAL);
 }
 
-void ShowInFileManager(const std::u16string& path, const std::u16string& folder) {
-  const swr::UniqueHandle<ItemListTraits> item(ILCreateFromPathW(swr::AsWide(path)));
+void WindowsShell::OpenAddress(const std::u16string& address) { OpenWithShell(address); }
+
+void WindowsShell::OpenFolder(const std::u16string& folder) { OpenWithShell(folder); }
+
+void WindowsShell::ShowInFolder(const std::u16string& path, const std::u16string& folder) {
+  const ItemIdList item(ILCreateFromPathW(swr::AsWide(path)));
   if (!item) {
-    // A listed name can call any file a folder, a program too, which the shell would run.
+    // A name in a checksum file can make any file look like a folder, and the shell would run a
+    // program.
     if (swr::IsDirectoryPath(folder)) OpenWithShell(folder);
     return;
   }
   SHOpenFolderAndSelectItems(item.Get(), 0, nullptr, 0);
 }
 
-void OpenCommandPrompt(HWND owner, const std::u16string& folder, const std::u16string& command) {
+void WindowsShell::OpenCommandPrompt(const std::u16string& folder, const std::u16string& command) {
   std::array<wchar_t, 260> systemFolder = {};
   GetSystemDirectoryW(systemFolder.data(), systemFolder.size());
   const std::u16string prompt = swr::FromWide(systemFolder.data()) + u"\\cmd.exe";
-  ShellExecuteW(owner, L"open", swr::AsWide(prompt), swr::AsWide(u"/K " + command),
+  ShellExecuteW(owner_, L"open", swr::AsWide(prompt), swr::AsWide(u"/K " + command),
                 swr::AsWide(folder), SW_SHOWNORMAL);
 }
 

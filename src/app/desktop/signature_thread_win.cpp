@@ -5,8 +5,8 @@
 
 namespace app {
 
-void StartSignatureThread(HWND window, UINT message, uint64_t rowId, const std::u16string& path) {
-  std::thread([=] {
+void SignatureThreads::StartSignatureCheck(uint64_t rowId, const std::u16string& path) {
+  std::thread([window = window_, message = message_, rowId, path] {
     auto record = std::make_unique<SignatureMessage>();
     record->rowId = rowId;
     record->result = swr::CheckSignature(path);

@@ -1,4 +1,4 @@
-// A signature check beside the window's thread.
+// Checks of digital signatures, each on a short-lived thread of its own.
 #pragma once
 
 #include "swr/system/windows_api_win.h"
@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <string>
 
+#include "app/desktop/signature_checks.h"
 #include "swr/provenance/signature.h"
 
 namespace app {
@@ -15,8 +16,21 @@ struct SignatureMessage {
   swr::SignatureResult result;
 };
 
-// Checks the file on a thread of its own, which nothing waits for, and posts `message` with a
-// SignatureMessage as its last parameter. The window that takes it owns it.
-void StartSignatureThread(HWND window, UINT message, uint64_t rowId, const std::u16string& path);
+// Nothing waits for the threads.
+class SignatureThreads final : public SignatureChecks {
+ public:
+  // A finished check posts this message to the window, with a SignatureMessage as its last
+  // parameter. The window that takes it owns it.
+  void Attach(HWND window, UINT message) {
+    window_ = window;
+    message_ = message;
+  }
+
+  void StartSignatureCheck(uint64_t rowId, const std::u16string& path) override;
+
+ private:
+  HWND window_ = nullptr;
+  UINT message_ = 0;
+};
 
 }  // namespace app

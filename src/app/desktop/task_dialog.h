@@ -1,4 +1,4 @@
-// What a task dialog shows: the form in which the window's decisions talk to the user.
+// What a task dialog shows: the form in which the flows talk to the user.
 #pragma once
 
 #include <cstdint>
@@ -29,7 +29,7 @@ struct TaskDialogSpec {
   std::u16string title;            // of the window; "Sumwright" when empty
   std::u16string mainInstruction;  // the sentence that stands out
   std::u16string content;
-  std::u16string footer;  // stands beside the information icon
+  std::u16string footer;  // shown beside the information icon
   TaskDialogIcon icon = TaskDialogIcon::None;
   std::vector<TaskDialogButton> buttons;
   uint32_t commonButtons = 0;  // OK when there are no others

@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "app/desktop/addresses.h"
-#include "app/desktop/gdi_handles_win.h"
 #include "app/desktop/shell_win.h"
+#include "app/system/icons_win.h"
 #include "swr/system/wide_text_win.h"
 
 namespace app {
@@ -77,6 +77,10 @@ int ShowTaskDialog(HWND owner, const TaskDialogSpec& spec) {
   config.pfCallback = OnTaskDialog;
   int answer = CancelAnswer;
   return TaskDialogIndirect(&config, &answer, nullptr, nullptr) == S_OK ? answer : CancelAnswer;
+}
+
+int TaskDialogs::ShowTaskDialog(const TaskDialogSpec& spec) {
+  return app::ShowTaskDialog(owner_, spec);
 }
 
 }  // namespace app

@@ -7,7 +7,7 @@
 
 #include <cstdint>
 
-#include "app/desktop/com_pointer_win.h"
+#include "app/system/window_handles_win.h"
 
 namespace app {
 

@@ -2,11 +2,11 @@
 
 #include "app/desktop/addresses.h"
 #include "resources/resource_ids.h"
+#include "version.h"
 
 namespace app {
 namespace {
 
-constexpr char16_t Version[] = u"2.0.0";
 constexpr char16_t Copyright[] = u"Copyright \u00A9 2026 the Sumwright authors";
 constexpr char16_t Licences[] =
     u"XXH64, XXH3 and XXH128 come from xxHash (BSD 2-Clause licence), BLAKE3 from the BLAKE3 "
@@ -22,7 +22,7 @@ std::u16string Link(std::u16string_view address, std::u16string_view words) {
 TaskDialogSpec AboutDialog(const std::u16string& locationLine) {
   return {
       .title = u"About Sumwright",
-      .mainInstruction = std::u16string(u"Sumwright ") + Version,
+      .mainInstruction = u"Sumwright " SUMWRIGHT_VERSION,
       .content = std::u16string(Copyright) + u"\nFreeware from Zendrik.\n\n" + locationLine +
                  u"\n\n" + Link(ProductPage, ProductPage) + u"\n" +
                  Link(std::u16string(MailScheme) + std::u16string(SupportMailbox), SupportMailbox),

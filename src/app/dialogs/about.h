@@ -1,4 +1,4 @@
-// What the About dialog says.
+// The text of the About dialog.
 #pragma once
 
 #include <string>
@@ -7,7 +7,7 @@
 
 namespace app {
 
-// `locationLine` says where this copy lies and how it came there.
+// `locationLine` tells where this copy is and how it was installed.
 TaskDialogSpec AboutDialog(const std::u16string& locationLine);
 
 }  // namespace app

@@ -1,4 +1,5 @@
-// What the Hash Text dialog shows: the digests of a text, which depend on how it becomes bytes.
+// The text that the Hash Text dialog shows: the digests of a typed text, which depend on how it is
+// turned into bytes.
 #pragma once
 
 #include <cstdint>
@@ -11,8 +12,8 @@
 namespace app {
 
 struct TextForm {
-  bool utf16 = false;       // UTF-16 LE without a mark, else UTF-8 without one
-  bool lfBreaks = true;     // CR LF becomes LF; otherwise the text is taken as it stands
+  bool utf16 = false;       // UTF-16 LE, else UTF-8; both without a byte-order mark
+  bool lfBreaks = true;     // CR LF becomes LF; otherwise the text is hashed as it is
   bool finalBreak = false;  // one more line break at the end
 };
 
@@ -21,7 +22,7 @@ std::vector<uint8_t> TextToHashBytes(std::u16string_view text, const TextForm& f
 // A line for each algorithm of the mask, a blank one, and the number of bytes hashed.
 std::u16string HashTextResult(std::u16string_view text, const TextForm& form, swr::AlgoMask mask,
                               bool uppercase);
-// Of such a text the digests alone, as they are copied.
+// The part of such a text that is copied: the digests.
 std::u16string_view DigestLines(std::u16string_view result);
 
 }  // namespace app

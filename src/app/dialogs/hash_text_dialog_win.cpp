@@ -1,15 +1,14 @@
 #include "app/dialogs/hash_text_dialog_win.h"
 
 #include <array>
-#include <cstddef>
-#include <cstdint>
 #include <initializer_list>
 #include <string>
 
 #include "app/desktop/clipboard_win.h"
-#include "app/desktop/control_text_win.h"
-#include "app/desktop/dpi_win.h"
 #include "app/dialogs/hash_text.h"
+#include "app/layout/control_layout_win.h"
+#include "app/system/control_text_win.h"
+#include "app/system/dpi_win.h"
 #include "resources/resource_ids.h"
 #include "swr/system/wide_text_win.h"
 
@@ -18,27 +17,17 @@ namespace {
 
 constexpr UINT WM_APP_HASHTEXT_RELAYOUT = 32768;
 
-// How a control follows the size of the dialog. The two text boxes share the added height, and the
-// row of options rides between them.
-enum class Share : uint8_t { None, Half, Whole };
-struct Follow {
-  int control;
-  bool left;  // its left edge moves with the width
-  bool right;
-  Share top;  // of the added height
-  Share bottom;
-};
-
-constexpr std::array<Follow, 9> follows = {{
-    {IDC_HT_INPUT, false, true, Share::None, Share::Half},
-    {IDC_HT_RESULT, false, true, Share::Half, Share::Whole},
-    {IDC_HT_COPY, true, true, Share::Whole, Share::Whole},
-    {IDCANCEL, true, true, Share::Whole, Share::Whole},
-    {IDC_HT_ENCODING_LABEL, false, false, Share::Half, Share::Half},
-    {IDC_HT_ENCODING, false, false, Share::Half, Share::Half},
-    {IDC_HT_LINEBREAKS_LABEL, false, false, Share::Half, Share::Half},
-    {IDC_HT_LINEBREAKS, false, false, Share::Half, Share::Half},
-    {IDC_HT_ADD_EOL, false, false, Share::Half, Share::Half},
+// The two text boxes share the added height, and the options between them move by half of it.
+constexpr std::array<AnchoredControl, 9> controls = {{
+    {IDC_HT_INPUT, Follow::Nothing, Follow::Nothing, Follow::All, Follow::Half},
+    {IDC_HT_RESULT, Follow::Nothing, Follow::Half, Follow::All, Follow::All},
+    {IDC_HT_COPY, Follow::All, Follow::All, Follow::All, Follow::All},
+    {IDCANCEL, Follow::All, Follow::All, Follow::All, Follow::All},
+    {IDC_HT_ENCODING_LABEL, Follow::Nothing, Follow::Half, Follow::Nothing, Follow::Half},
+    {IDC_HT_ENCODING, Follow::Nothing, Follow::Half, Follow::Nothing, Follow::Half},
+    {IDC_HT_LINEBREAKS_LABEL, Follow::Nothing, Follow::Half, Follow::Nothing, Follow::Half},
+    {IDC_HT_LINEBREAKS, Follow::Nothing, Follow::Half, Follow::Nothing, Follow::Half},
+    {IDC_HT_ADD_EOL, Follow::Nothing, Follow::Half, Follow::Nothing, Follow::Half},
 }};
 
 class HashTextDialog {
@@ -56,8 +45,6 @@ class HashTextDialog {
   void Copy() const;
   void OnCommand(int control, int notification) const;
   void ChangeDpi(int dpi);
-  void CaptureLayout();
-  void ApplyLayout() const;
   HWND Control(int id) const { return GetDlgItem(window_, id); }
 
   HWND window_ = nullptr;
@@ -65,9 +52,7 @@ class HashTextDialog {
   bool uppercase_;
   int dpi_ = 96;
   SIZE smallestSize_ = {};
-  bool isCaptured_ = false;
-  SIZE baseClient_ = {};
-  std::array<RECT, follows.size()> baseRects_ = {};
+  ControlLayout layout_{controls};
 };
 
 INT_PTR CALLBACK HashTextDialog::HashTextProc(HWND window, UINT message, WPARAM wParam,
@@ -81,7 +66,7 @@ INT_PTR CALLBACK HashTextDialog::HashTextProc(HWND window, UINT message, WPARAM 
   if (dialog == nullptr) return FALSE;
   switch (message) {
     case WM_SIZE:
-      dialog->ApplyLayout();
+      dialog->layout_.Apply(window);
       return TRUE;
     case WM_GETMINMAXINFO:
       if (dialog->smallestSize_.cx > 0) {
@@ -96,7 +81,7 @@ INT_PTR CALLBACK HashTextDialog::HashTextProc(HWND window, UINT message, WPARAM 
       dialog->ChangeDpi(HIWORD(wParam));
       return FALSE;
     case WM_APP_HASHTEXT_RELAYOUT:
-      dialog->CaptureLayout();
+      dialog->layout_.Capture(window);
       return TRUE;
     default:
       return FALSE;
@@ -112,12 +97,12 @@ void HashTextDialog::Initialize(HWND window) {
   FillList(IDC_HT_LINEBREAKS, {L"Windows (CR LF)", L"Unix (LF)"}, 1);
   UINT tabStop = 44;
   SendMessageW(Control(IDC_HT_RESULT), EM_SETTABSTOPS, 1, reinterpret_cast<LPARAM>(&tabStop));
-  // As much text as there is; without this the box would stop at 32 KiB.
+  // Without this the box would take no more than 32 KiB.
   SendMessageW(Control(IDC_HT_INPUT), EM_SETLIMITTEXT, 0, 0);
   RECT rect;
   GetWindowRect(window, &rect);
   smallestSize_ = {rect.right - rect.left, rect.bottom - rect.top};
-  CaptureLayout();
+  layout_.Capture(window);
   RecomputeHashText();
 }
 
@@ -170,42 +155,9 @@ void HashTextDialog::OnCommand(int control, int notification) const {
 void HashTextDialog::ChangeDpi(int dpi) {
   smallestSize_ = {MulDiv(smallestSize_.cx, dpi, dpi_), MulDiv(smallestSize_.cy, dpi, dpi_)};
   dpi_ = dpi;
-  // The platform moves the controls now; where they land is the new base.
-  isCaptured_ = false;
+  // The system moves the controls now; their new places are the base of later sizes.
+  layout_.Forget();
   PostMessageW(window_, WM_APP_HASHTEXT_RELAYOUT, 0, 0);
-}
-
-void HashTextDialog::CaptureLayout() {
-  RECT client;
-  GetClientRect(window_, &client);
-  baseClient_ = {client.right, client.bottom};
-  for (size_t i = 0; i < follows.size(); ++i) {
-    GetWindowRect(Control(follows[i].control), &baseRects_[i]);
-    MapWindowPoints(nullptr, window_, reinterpret_cast<POINT*>(&baseRects_[i]), 2);
-  }
-  isCaptured_ = true;
-}
-
-void HashTextDialog::ApplyLayout() const {
-  if (!isCaptured_) return;
-  RECT client;
-  GetClientRect(window_, &client);
-  const LONG width = client.right - baseClient_.cx;
-  const LONG height = client.bottom - baseClient_.cy;
-  const auto part = [&](Share share) {
-    return share == Share::None ? 0 : share == Share::Half ? height / 2 : height;
-  };
-  for (size_t i = 0; i < follows.size(); ++i) {
-    const Follow& follow = follows[i];
-    RECT rect = baseRects_[i];
-    if (follow.left) rect.left += width;
-    if (follow.right) rect.right += width;
-    rect.top += part(follow.top);
-    rect.bottom += part(follow.bottom);
-    SetWindowPos(Control(follow.control), nullptr, rect.left, rect.top, rect.right - rect.left,
-                 rect.bottom - rect.top, SWP_NOZORDER | SWP_NOACTIVATE);
-  }
-  InvalidateRect(window_, nullptr, TRUE);
 }
 
 }  // namespace

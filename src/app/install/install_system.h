@@ -1,4 +1,4 @@
-// What the rules about this installation ask of the registry, the disk and the shell.
+// The registry, the disk and the shell, as far as the rules about this installation need them.
 #pragma once
 
 #include <cstdint>
@@ -9,7 +9,7 @@ namespace app {
 
 enum class RegistryHive : uint8_t { CurrentUser, LocalMachine };
 
-// 64-bit Windows keeps some keys twice, for programs of either width.
+// 64-bit Windows keeps some keys twice: for 64-bit and for 32-bit programs.
 enum class RegistryView : uint8_t { Own, Bits64, Bits32 };
 
 // Implemented by the platform and by the tests. Called on the window's thread. Errors are Windows
@@ -30,7 +30,7 @@ class InstallSystem {
   virtual std::optional<std::u16string> ReadRegistryText(RegistryHive hive, RegistryView view,
                                                          const std::u16string& key,
                                                          const std::u16string& name) = 0;
-  // These two work in the user's hive. The first makes the key when it is missing.
+  // The next two work in the user's hive. The first creates a missing key.
   virtual uint32_t WriteRegistryText(const std::u16string& key, const std::u16string& name,
                                      const std::u16string& text) = 0;
   virtual uint32_t DeleteRegistryTree(const std::u16string& key) = 0;

@@ -8,7 +8,7 @@
 
 #include <array>
 
-#include "app/desktop/com_pointer_win.h"
+#include "app/system/window_handles_win.h"
 #include "swr/system/handles_win.h"
 #include "swr/system/system_library_win.h"
 #include "swr/system/wide_text_win.h"
@@ -17,10 +17,10 @@ namespace app {
 namespace {
 
 constexpr DWORD LongestPath = 32768;     // code units, with the terminator
-constexpr size_t LongestValue = 2048;    // the same, of what is read from the registry
-constexpr int LongestLinkTarget = 1040;  // the same, of what a link points at
+constexpr size_t LongestValue = 2048;    // the same, of a value in the registry
+constexpr int LongestLinkTarget = 1040;  // the same, of the target of a link
 
-// COM for the length of a scope, whether or not the thread has it already.
+// Initializes COM for a scope, whether or not the thread has done so already.
 class ComScope {
  public:
   ComScope()
@@ -37,7 +37,7 @@ class ComScope {
   bool entered_;
 };
 
-// A shell link in memory, and its way to and from the disk.
+// A shell link, with its interface for loading and saving.
 struct ShellLink {
   ComPointer<IShellLinkW> link;
   ComPointer<IPersistFile> file;
@@ -80,7 +80,7 @@ std::u16string WindowsInstallSystem::ProgramPath() {
 }
 
 bool WindowsInstallSystem::RunsFromPackage() {
-  // Systems before Windows 8 know no packages.
+  // There are no packages before Windows 8.
   LONG(WINAPI * getName)
   (UINT32*, PWSTR) = swr::FindLoadedFunction(L"kernel32.dll", "GetCurrentPackageFullName");
   UINT32 length = 0;
@@ -103,7 +103,7 @@ std::optional<std::u16string> WindowsInstallSystem::ReadRegistryText(RegistryHiv
   const swr::RegistryKey closer(opened);
   std::array<wchar_t, LongestValue> text;
   DWORD size = sizeof text;
-  // It sees to the terminator that the value may lack.
+  // This adds the terminator that the value may lack.
   if (RegGetValueW(opened, nullptr, swr::AsWide(name), RRF_RT_REG_SZ, nullptr, text.data(),
                    &size) != ERROR_SUCCESS) {
     return std::nullopt;

@@ -23,8 +23,8 @@ std::u16string EntryKey(const char16_t* menuKey) { return std::u16string(menuKey
 
 std::u16string Quoted(const std::u16string& text) { return u"\"" + text + u"\""; }
 
-// The program that a command of the registry starts: what its quotes hold, or else all before the
-// first blank.
+// The program that a command in the registry starts: the text in its quotes, or without quotes all
+// before the first blank.
 std::u16string ProgramOfCommand(const std::u16string& command) {
   if (command.size() > 1 && command.front() == u'"') {
     return command.substr(1, command.find(u'"', 1) - 1);
@@ -53,7 +53,7 @@ bool Installation::HasCompanion(const std::u16string& fileName) const {
 bool Installation::IsInstalledCopy() const {
   const std::u16string folder = ProgramFolder();
   const std::u16string key = UninstallKey;
-  // The setup works for one user or for all, and may be a program of either width.
+  // The setup installs for one user or for all, and may be a 32-bit or a 64-bit program.
   for (const RegistryHive hive : {RegistryHive::CurrentUser, RegistryHive::LocalMachine}) {
     for (const RegistryView view : {RegistryView::Bits64, RegistryView::Bits32}) {
       const auto location = system_.ReadRegistryText(hive, view, key, u"InstallLocation");
@@ -74,7 +74,7 @@ ExplorerState Installation::StateOf(const std::u16string& target) const {
   return system_.Exists(target) ? ExplorerState::OtherCopy : ExplorerState::Stale;
 }
 
-// The entry of files stands for both: they are written and removed together.
+// Read from the entry for files alone: both are written and removed together.
 std::optional<std::u16string> Installation::EntryCommand(RegistryHive hive) const {
   auto command =
       system_.ReadRegistryText(hive, RegistryView::Own, EntryKey(MenuKeys[0]) + u"\\command", u"");

@@ -1,6 +1,6 @@
-// This copy of the program among others: how it came here, and which copy the entries in Explorer's
-// menu and in the Send To menu start. A copy may be portable, so an entry can point at one that has
-// moved or gone.
+// This copy of the program: how it was installed, and whether the entries in Explorer's menu and in
+// the Send To menu start it or another copy. A copy may be portable, so an entry can point at one
+// that has moved or gone.
 #pragma once
 
 #include <cstdint>
@@ -21,7 +21,7 @@ enum class ExplorerState : uint8_t {
 };
 using SendToState = ExplorerState;  // never MachineWide
 
-// Everything is asked anew each time: the registry and the disk change behind the program's back.
+// Nothing is cached: other programs change the registry and the disk.
 class Installation {
  public:
   // `system` must outlive the object.

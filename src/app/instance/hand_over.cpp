@@ -7,7 +7,7 @@
 namespace app {
 namespace {
 
-// Covers a first instance that has left its sign but has no window yet.
+// Long enough for a first instance that has opened the mutex but has no window yet.
 constexpr int WindowTries = 50;
 
 // 0 when no window came up in time.
@@ -46,11 +46,11 @@ std::optional<std::vector<std::u16string>> ReadHandOver(uint64_t mark,
 }
 
 bool ForwardToFirstInstance(InstanceSystem& system, const std::vector<std::u16string>& paths) {
-  // The sign is left in any case, for those who come later.
+  // The mutex stays open in any case, for instances that start later.
   if (!system.AnotherInstanceExists() || paths.empty()) return false;
   const uint64_t window = WaitForPublishedWindow(system);
   if (window == 0) return false;
-  // Only this process knows its current folder.
+  // Relative paths depend on the current folder of this process.
   std::vector<std::u16string> fullPaths;
   for (const std::u16string& path : paths) {
     fullPaths.push_back(system.FullPath(path).value_or(path));

@@ -16,9 +16,8 @@ constexpr wchar_t WindowName[] = L"Local\\Zendrik.Sumwright.Window";
 constexpr DWORD TryInterval = 100;       // milliseconds
 constexpr UINT DeliveryTimeout = 10000;  // milliseconds
 
-using swr::KernelHandle;
-
-// What is published: the window's handle. The value has this size in programs of either width.
+// The published window's handle. 32-bit and 64-bit programs read the same value, so it has a fixed
+// size.
 using PublishedHandle = uint64_t;
 static_assert(sizeof(PublishedHandle) == 8);
 
@@ -32,18 +31,18 @@ HWND AsWindow(uint64_t window) { return reinterpret_cast<HWND>(static_cast<UINT_
 }  // namespace
 
 bool WindowsInstanceSystem::AnotherInstanceExists() {
-  // Stays open: the object lasts as long as a process that has it.
-  static KernelHandle sign;
+  // Stays open until the process ends: the mutex exists for as long as some process has it open.
+  static swr::KernelHandle mutex;
   if (swr::InjectedFault(swr::SystemCall::InstanceMutex)) return false;
-  KernelHandle opened(CreateMutexW(nullptr, FALSE, InstanceName));
+  swr::KernelHandle opened(CreateMutexW(nullptr, FALSE, InstanceName));
   const bool existed = opened && GetLastError() == ERROR_ALREADY_EXISTS;
-  if (!sign) sign = std::move(opened);
+  if (!mutex) mutex = std::move(opened);
   return existed;
 }
 
 uint64_t WindowsInstanceSystem::PublishedWindow() {
   if (swr::InjectedFault(swr::SystemCall::OpenMapping)) return 0;
-  const KernelHandle mapping(OpenFileMappingW(FILE_MAP_READ, FALSE, WindowName));
+  const swr::KernelHandle mapping(OpenFileMappingW(FILE_MAP_READ, FALSE, WindowName));
   if (!mapping) return 0;
   const auto view = MapView(mapping.Get(), FILE_MAP_READ);
   if (!view) return 0;
@@ -70,7 +69,8 @@ bool WindowsInstanceSystem::Deliver(uint64_t window, const std::u16string& paylo
   if (swr::InjectedFault(swr::SystemCall::DeliverMessage)) return false;
   DWORD process = 0;
   GetWindowThreadProcessId(AsWindow(window), &process);
-  // The window is not the foreground process's; without leave it would only flash in the taskbar.
+  // Without this permission the other process's window could not come to the foreground; it would
+  // only flash in the taskbar.
   AllowSetForegroundWindow(process);
   DWORD_PTR answer = 0;
   return SendMessageTimeoutW(AsWindow(window), WM_COPYDATA, 0, reinterpret_cast<LPARAM>(&data),

@@ -6,7 +6,7 @@
 #include <iterator>
 #include <numeric>
 
-#include "app/desktop/dpi_win.h"
+#include "app/system/dpi_win.h"
 #include "swr/system/system_library_win.h"
 #include "swr/system/wide_text_win.h"
 
@@ -23,7 +23,7 @@ constexpr COLORREF BadTint = RGB(250, 222, 222);
 // Wine's list view never asks for the text of an empty list.
 bool AsksForEmptyMarkup() {
   static const bool asks =
-      GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") == nullptr;
+      static_cast<void (*)()>(swr::FindLoadedFunction(L"ntdll.dll", "wine_get_version")) == nullptr;
   return asks;
 }
 
@@ -46,20 +46,20 @@ void ListControl::SetRowCount(size_t count) {
 }
 
 void ListControl::RedrawRow(size_t index) {
-  // Most rows of a long list are out of sight, and the control does not look.
+  // Most rows of a long list are out of sight, and the control does not check.
   const auto top = static_cast<size_t>(SendMessageW(list_, LVM_GETTOPINDEX, 0, 0));
   const auto shown = static_cast<size_t>(SendMessageW(list_, LVM_GETCOUNTPERPAGE, 0, 0));
   if (index < top || index > top + shown) return;
   SendMessageW(list_, LVM_REDRAWITEMS, index, static_cast<LPARAM>(index));
 }
 
-// An empty list has no item to paint over what stood there.
+// An empty list has no item to paint over what was there.
 void ListControl::RedrawRows() { InvalidateRect(list_, nullptr, isEmpty_); }
 
 std::vector<size_t> ListControl::SelectedRows() const {
   std::vector<size_t> rows(SelectedRowCount());
   if (rows.size() == static_cast<size_t>(SendMessageW(list_, LVM_GETITEMCOUNT, 0, 0))) {
-    // All of a long list are not asked for one by one.
+    // Asking for each row of a long list would take long.
     std::iota(rows.begin(), rows.end(), size_t{0});
     return rows;
   }
@@ -95,7 +95,7 @@ void ListControl::SelectRow(size_t index) {
 }
 
 void ListControl::ScrollToRow(size_t index) {
-  // Coming from below, the row ends up on top.
+  // Scrolled to from below, the row becomes the topmost.
   const LRESULT count = SendMessageW(list_, LVM_GETITEMCOUNT, 0, 0);
   SendMessageW(list_, LVM_ENSUREVISIBLE, static_cast<WPARAM>(count - 1), FALSE);
   SendMessageW(list_, LVM_ENSUREVISIBLE, index, FALSE);
@@ -117,7 +117,7 @@ POINT ListControl::MenuPlace() const {
 
 void ListControl::SelectAllRows() { SelectOrClearAll(LVIS_SELECTED); }
 
-// With one repainting for all rows instead of one for each.
+// Repaints all rows once instead of each by itself.
 void ListControl::SelectOrClearAll(UINT state) {
   SendMessageW(list_, WM_SETREDRAW, FALSE, 0);
   SetState(-1, state, LVIS_SELECTED);

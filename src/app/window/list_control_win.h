@@ -1,5 +1,5 @@
-// The list view control, which holds nothing of its own: it is told how many rows there are and
-// asks for the text of each cell.
+// The list view control. It holds nothing of its own: it is told how many rows there are and asks
+// for the text of each cell.
 #pragma once
 
 #include "swr/system/windows_api_win.h"
@@ -11,37 +11,39 @@
 #include <string>
 #include <vector>
 
-#include "app/window/row_verdict.h"
-#include "app/window/view.h"
+#include "app/screen/column_view.h"
+#include "app/screen/list_view.h"
+#include "app/verdicts/row_verdict.h"
 
 namespace app {
 
-class ListControl {
+class ListControl final : public ListView, public ColumnView {
  public:
   void Attach(HWND list, int dpi);
-
-  void SetRowCount(size_t count);
-  void RedrawRow(size_t index);
-  void RedrawRows();
-  std::vector<size_t> SelectedRows() const;
-  size_t SelectedRowCount() const;
-  void ClearSelection();
-  void SelectRow(size_t index);
-  void ScrollToRow(size_t index);
-  void SelectAllRows();
-  void SetColumns(const std::vector<ColumnSpec>& columns);
-  void ShowSortMark(std::optional<size_t> column, bool descending);
-  // At 96 DPI.
-  std::vector<uint32_t> ColumnWidths() const;
-  // Scales the present widths from the old DPI to this one.
+  // Scales the present column widths from the old DPI to this one.
   void ChangeDpi(int dpi);
+
+  void SetRowCount(size_t count) override;
+  void RedrawRow(size_t index) override;
+  void RedrawRows() override;
+  std::vector<size_t> SelectedRows() const override;
+  size_t SelectedRowCount() const override;
+  void ClearSelection() override;
+  void SelectRow(size_t index) override;
+  void ScrollToRow(size_t index) override;
+
+  void SetColumns(const std::vector<ColumnSpec>& columns) override;
+  void ShowSortMark(std::optional<size_t> column, bool descending) override;
+  std::vector<uint32_t> ColumnWidths() const override;
+
+  void SelectAllRows();
+  // Where a menu of the focused row belongs, or of the first selected one: below its name, in
+  // screen coordinates.
+  POINT MenuPlace() const;
   // Copies a cell's text into the buffer of the request, cut to its length.
   static void FillText(const LVITEMW& item, const std::u16string& text);
-  // Where a menu of the focused row belongs, or of the first selected one: below its name, on the
-  // screen.
-  POINT MenuPlace() const;
   // Answers a custom-draw notification: gives rows their background, and draws the hint of an empty
-  // list where the control does not ask for its text.
+  // list when the control does not ask for its text.
   LRESULT Draw(NMLVCUSTOMDRAW& draw, const std::function<RowTint(size_t)>& tintOf) const;
   static void FillEmptyMarkup(NMLVEMPTYMARKUP& markup);
 

@@ -1,5 +1,5 @@
-// The main window on Windows: dialog 100, its message loop and the thin layer between messages and
-// the window's decisions.
+// The main window on Windows: dialog 100, its message loop, and the layer that turns messages into
+// calls of flows.
 #pragma once
 
 #include "swr/system/windows_api_win.h"

@@ -2,7 +2,8 @@
 
 #include <utility>
 
-#include "app/desktop/dpi_win.h"
+#include "app/system/dpi_win.h"
+#include "app/system/icons_win.h"
 #include "resources/resource_ids.h"
 #include "swr/system/wide_text_win.h"
 

@@ -1,24 +1,24 @@
-// The result line: a picture and a sentence in the colour of the verdict.
+// The control of the result line: an icon and a sentence in the colour of the verdict.
 #pragma once
 
 #include "swr/system/windows_api_win.h"
 
 #include <string>
 
-#include "app/desktop/gdi_handles_win.h"
-#include "app/window/view.h"
+#include "app/system/window_handles_win.h"
+#include "app/verdicts/result_line.h"
 
 namespace app {
 
 class ResultControl {
  public:
   void Attach(HWND control, int dpi);
-  // Makes the bold font anew from the dialog's own.
+  // Makes the bold font again from the dialog's own.
   void ChangeDpi(int dpi);
 
   void Set(const std::u16string& text, ResultKind kind);
-  // Answers WM_DRAWITEM. In high contrast the verdict has the system's text colour; its words and
-  // its picture tell it all the same.
+  // Answers WM_DRAWITEM. In high contrast the sentence has the system's text colour; its words and
+  // its icon still tell the verdict.
   void Draw(const DRAWITEMSTRUCT& item, bool highContrast) const;
 
  private:

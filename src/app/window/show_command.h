@@ -1,4 +1,4 @@
-// How the window shows at its start.
+// How the window is shown when the program starts.
 #pragma once
 
 namespace app {
@@ -9,8 +9,8 @@ inline constexpr int ShowMaximizedCommand = 3;
 inline constexpr int ShowCommand = 5;
 inline constexpr int ShowDefaultCommand = 10;
 
-// The show command for a start that was asked for with `asked`. A window that was closed maximized
-// comes back so, unless the start asks for something special, such as minimized.
+// The show command for a start with the command `asked`. A window that was maximized when it was
+// closed is maximized again, unless the start asks for something else, such as minimized.
 constexpr int StartShowCommand(int asked, bool wasMaximized) {
   const bool isOrdinary =
       asked == ShowNormalCommand || asked == ShowCommand || asked == ShowDefaultCommand;

@@ -7,7 +7,8 @@
 #include <iterator>
 #include <utility>
 
-#include "app/desktop/dpi_win.h"
+#include "app/system/dpi_win.h"
+#include "app/system/icons_win.h"
 #include "resources/resource_ids.h"
 
 namespace app {
@@ -53,7 +54,7 @@ void AddIcon(const ImageList& list, const Icon& icon) {
   if (icon) ImageList_AddIcon(list.Get(), icon.Get());
 }
 
-// One picture for each state of a push button (numbered as in the visual styles), all alike but for
+// One icon for each state of a push button (numbered as in the visual styles), all alike but for
 // the disabled one.
 ImageList MakeButtonImages(int id, int size) {
   ImageList list = MakeImageList(size);
@@ -82,7 +83,8 @@ void Toolbar::Create(HWND dialog, int dpi) {
                       rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top, dialog,
                       reinterpret_cast<HMENU>(static_cast<intptr_t>(IDC_TOOLBAR)),
                       GetModuleHandleW(nullptr), nullptr);
-  // A control made later stands last; the toolbar is what is read first.
+  // The control made last would be the last in the order of reading; the toolbar is to be the
+  // first.
   SetWindowPos(toolbar_, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
   SendMessageW(toolbar_, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
   SendMessageW(toolbar_, TB_SETEXTENDEDSTYLE, 0, TBSTYLE_EX_DOUBLEBUFFER);
@@ -130,7 +132,7 @@ void Toolbar::LoadButtonImages(int dpi, int size) {
                         reinterpret_cast<LPARAM>(&images));
     made.push_back(std::move(list));
   }
-  // The old lists go only now that no button uses them.
+  // The old lists are freed only now that no button uses them.
   buttonImages_ = std::move(made);
 }
 

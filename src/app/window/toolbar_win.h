@@ -1,4 +1,4 @@
-// The toolbar and the pictures of the push buttons.
+// The toolbar and the icons of the push buttons.
 #pragma once
 
 #include "swr/system/windows_api_win.h"
@@ -7,7 +7,7 @@
 
 #include <vector>
 
-#include "app/desktop/gdi_handles_win.h"
+#include "app/system/window_handles_win.h"
 
 namespace app {
 
@@ -15,13 +15,13 @@ class Toolbar {
  public:
   // Puts the toolbar in the place of the dialog's placeholder. Its buttons can always be pressed.
   void Create(HWND dialog, int dpi);
-  // Makes all pictures anew for this DPI.
+  // Loads all icons again for this DPI.
   void LoadImages(int dpi);
-  // Stretches the toolbar over the width of the window.
+  // Makes the toolbar as wide as the window.
   void Position();
   // Fills in the tip of a button; cut to the room there is.
   static void FillTip(NMTBGETINFOTIPW& request);
-  // Gives the push buttons' pictures back; the toolbar's go with it.
+  // Frees the push buttons' icons; the toolbar's are freed with it.
   void DestroyButtonImages();
 
  private:

@@ -1,4 +1,4 @@
-// What the window asks of background hashing: jobs in, figures out.
+// Background hashing as the flows see it: they give it jobs and read its figures.
 #pragma once
 
 #include <cstdint>
@@ -20,14 +20,14 @@ struct HashJob {
 // The figures at one moment. A batch begins when an idle worker with an empty queue gets a job, and
 // lasts until the next such moment.
 struct WorkerSnapshot {
-  bool active = false;         // a job runs or waits
-  bool resultsWait = false;    // a finished job's result has not reached the window yet
+  bool active = false;         // a job is running or waiting
+  bool finishedWait = false;   // a finished job has not reached the window yet
   std::u16string currentPath;  // of the running job; empty between jobs
   uint64_t currentBytes = 0;   // read so far of the running job
   uint64_t currentSize = 0;    // the running job's size as it was queued
-  uint64_t doneBytes = 0;      // sizes of the batch's finished jobs, and currentBytes
+  uint64_t doneBytes = 0;      // sizes of the batch's finished jobs plus currentBytes
   uint64_t totalBytes = 0;     // sizes of all jobs of the batch; never below doneBytes
-  uint64_t remainingJobs = 0;  // with the running one
+  uint64_t remainingJobs = 0;  // including the running one
   double bytesPerSecond = 0;   // average over the batch; 0 in its first 500 ms
 };
 
@@ -36,12 +36,12 @@ class HashQueue {
  public:
   virtual ~HashQueue() = default;
   virtual void Enqueue(HashJob job) = 0;
-  // Many at once, in this order: costs the worker one interruption.
+  // Adds them in this order, and wakes the worker once.
   virtual void EnqueueAll(std::vector<HashJob> jobs) = 0;
-  // Drops the queued jobs of these rows without a message, and cancels the job that runs on one of
-  // them, whose result still comes. Costs one walk over the queue, however many rows.
+  // Drops the queued jobs of these rows, and cancels the running job if it is for one of them; a
+  // cancelled job is still reported. Takes one walk over the queue, however many rows there are.
   virtual void Remove(std::span<const uint64_t> rowIds) = 0;
-  // Drops the whole queue and cancels the running job, whose result still comes.
+  // Drops the whole queue and cancels the running job, which is still reported.
   virtual void CancelAll() = 0;
   virtual WorkerSnapshot GetSnapshot() const = 0;
 };

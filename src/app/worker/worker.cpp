@@ -44,7 +44,7 @@ void Worker::EnqueueAll(std::vector<HashJob> jobs) {
       totalBytes_ = 0;
       batchStartTick_ = ticks_();
     }
-    // What is moved for this is never more than what was dropped.
+    // This never moves more jobs than it drops.
     if (2 * next_ >= queue_.size()) DropTakenJobs();
     for (HashJob& job : jobs) {
       totalBytes_ += job.size;
@@ -85,7 +85,7 @@ void Worker::CancelAll() {
 WorkerSnapshot Worker::GetSnapshot() const {
   const std::lock_guard lock(mutex_);
   WorkerSnapshot snapshot{.active = busy_ || !IsQueueEmpty(),
-                          .resultsWait = sink_.HoldsResults(),
+                          .finishedWait = sink_.HoldsFinished(),
                           .currentPath = currentPath_,
                           .currentBytes = busy_ ? currentBytes_.load() : 0,
                           .currentSize = currentSize_};
@@ -124,20 +124,21 @@ void Worker::Run() {
 void Worker::RunJob(HashJob job) {
   const swr::HashOptions options{.cancel = &cancel_,
                                  .progress = [this](uint64_t bytes) { OnBytesRead(bytes); }};
-  auto result = std::make_unique<ResultMessage>();
-  result->rowId = job.rowId;
-  result->mask = job.mask;
-  result->outcome = swr::HashFile(job.path, job.mask, options);
-  result->path = std::move(job.path);
+  auto finished = std::make_unique<FinishedJob>();
+  finished->rowId = job.rowId;
+  finished->mask = job.mask;
+  finished->outcome = swr::HashFile(job.path, job.mask, options);
+  finished->path = std::move(job.path);
   {
     const std::lock_guard lock(mutex_);
     busy_ = false;
     currentPath_.clear();
     doneBytes_ += job.size;
-    // Under the lock, or a snapshot could fall between the two and know of neither.
-    sink_.AddResult(std::move(result));
+    // Under the lock, or a snapshot between the two would show neither the job nor that it
+    // finished.
+    sink_.AddFinished(std::move(finished));
   }
-  sink_.AnnounceResults();
+  sink_.AnnounceFinished();
 }
 
 void Worker::OnBytesRead(uint64_t bytes) {

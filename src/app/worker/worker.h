@@ -1,6 +1,6 @@
-// The one background thread that hashes files for the window: its queue, the cancel protocol and
-// the figures behind the progress display. One file at a time; the parallelism inside a file is
-// HashFile's.
+// The one background thread that hashes files for the window, with its queue, its cancel protocol
+// and the figures for the progress display. It hashes one file at a time; HashFile does what it can
+// in parallel inside a file.
 #pragma once
 
 #include <atomic>
@@ -21,36 +21,35 @@
 namespace app {
 
 // One finished job.
-struct ResultMessage {
+struct FinishedJob {
   uint64_t rowId = 0;
   swr::AlgoMask mask = 0;  // the job's
-  // The job's; it goes back to the thread that made it, because freeing it on the worker's would
-  // have both wait for the same heap.
+  // The job's. It goes back to the thread that allocated it: if the worker freed it, the two
+  // threads would wait for the same heap.
   std::u16string path;
   swr::HashOutcome outcome;
 };
 
-// Where the worker reports to, on its own thread unless it says otherwise.
+// Where the worker reports, on its own thread unless stated otherwise.
 class WorkerSink {
  public:
   virtual ~WorkerSink() = default;
-  // Takes the record over. Called with the worker's lock held, so it must neither wait for the
-  // window's thread nor call the worker.
-  virtual void AddResult(std::unique_ptr<ResultMessage> result) = 0;
+  // Called with the worker's lock held, so it must neither wait for the window's thread nor call
+  // the worker.
+  virtual void AddFinished(std::unique_ptr<FinishedJob> job) = 0;
   // Tells the window of what was added. Called without a lock.
-  virtual void AnnounceResults() = 0;
-  // Says that bytes moved on. Called without a lock, and not again before
-  // Worker::AcknowledgeProgress.
+  virtual void AnnounceFinished() = 0;
+  // More bytes were read. Called without a lock, and not again before Worker::AcknowledgeProgress.
   virtual void PostProgress() = 0;
-  // Whether a result that was added has not been taken over yet. Called on any thread, with the
-  // worker's lock held.
-  virtual bool HoldsResults() const = 0;
+  // Whether a job that was added has not been taken yet. Called on any thread, with the worker's
+  // lock held.
+  virtual bool HoldsFinished() const = 0;
 };
 
-// All but the thread's own body is called on the window's thread.
+// Its public functions are called on the window's thread.
 class Worker final : public HashQueue {
  public:
-  // Milliseconds from any fixed moment, never running backwards.
+  // Milliseconds since any fixed moment; never decreases.
   using TickFunction = std::function<uint64_t()>;
 
   // Starts the thread. The sink must outlive the worker.
@@ -65,13 +64,13 @@ class Worker final : public HashQueue {
   void Remove(std::span<const uint64_t> rowIds) override;
   void CancelAll() override;
   WorkerSnapshot GetSnapshot() const override;
-  // To be called for each PostProgress, so that at most one is ever on its way.
+  // To be called for each PostProgress, so that at most one message is ever on its way.
   void AcknowledgeProgress() { progressPosted_ = false; }
 
  private:
   static uint64_t SystemTicks();
   void Run();
-  // These three under mutex_.
+  // The next three are called under mutex_.
   bool IsQueueEmpty() const { return next_ == queue_.size(); }
   void DropQueue();
   void DropTakenJobs();
@@ -84,8 +83,9 @@ class Worker final : public HashQueue {
   mutable std::mutex mutex_;
   std::condition_variable wake_;
   // From here to batchStartTick_: under mutex_.
-  // The jobs from `next_` on wait. Those before it are empty shells, thrown away on the window's
-  // thread: the two threads would wait for the same heap if each freed what the other has made.
+  // The jobs from `next_` on are waiting. Those before it have been taken and are empty; they are
+  // erased on the window's thread, for the two threads would wait for the same heap if each freed
+  // what the other had allocated.
   std::vector<HashJob> queue_;
   size_t next_ = 0;
   bool stop_ = false;
@@ -98,7 +98,7 @@ class Worker final : public HashQueue {
   uint64_t batchStartTick_ = 0;
 
   std::atomic<uint64_t> currentBytes_ = 0;
-  // Set under mutex_ and only while busy_, cleared under it when a job is taken: a cancel is
+  // Set under mutex_ and only while busy_; cleared under mutex_ when a job is taken. So a cancel is
   // neither lost nor carried over to the next job. HashFile reads it without the lock.
   std::atomic<bool> cancel_ = false;
   std::atomic<bool> progressPosted_ = false;

@@ -1,4 +1,4 @@
-// The settings in a real registry, under a key that stands for the user's and is gone afterwards.
+// The settings in a real registry, under a key that replaces the user's and is removed afterwards.
 #include "app/desktop/registry_settings_win.h"
 
 #include "swr/system/windows_api_win.h"
@@ -19,7 +19,7 @@ using swr::SystemCall;
 using swr::testing::HasFailed;
 using swr::testing::MaybeFailed;
 
-// While it lives, HKEY_CURRENT_USER is an empty key.
+// While it exists, HKEY_CURRENT_USER is an empty key.
 class OtherUser {
  public:
   OtherUser() {
@@ -44,38 +44,39 @@ class OtherUser {
 
 TEST(RegistrySettingsTest, ReadsWhatItWrote) {
   const OtherUser user;
+  RegistrySettings settings;
   std::array<uint8_t, 4> bytes = {};
-  EXPECT_EQ(ReadRegistryDword(u"Number"), std::nullopt);
-  EXPECT_FALSE(ReadRegistryBinary(u"Bytes", bytes));
-  WriteRegistryDword(u"Number", 0xFEDCBA98);
-  WriteRegistryBinary(u"Bytes", std::array<uint8_t, 4>{1, 0, 255, 3});
-  EXPECT_EQ(ReadRegistryDword(u"Number"), 0xFEDCBA98);
-  EXPECT_TRUE(ReadRegistryBinary(u"Bytes", bytes));
+  EXPECT_EQ(settings.ReadDwordSetting(u"Number"), std::nullopt);
+  EXPECT_FALSE(settings.ReadBinarySetting(u"Bytes", bytes));
+  settings.WriteDwordSetting(u"Number", 0xFEDCBA98);
+  settings.WriteBinarySetting(u"Bytes", std::array<uint8_t, 4>{1, 0, 255, 3});
+  EXPECT_EQ(settings.ReadDwordSetting(u"Number"), 0xFEDCBA98);
+  EXPECT_TRUE(settings.ReadBinarySetting(u"Bytes", bytes));
   EXPECT_EQ(bytes, (std::array<uint8_t, 4>{1, 0, 255, 3}));
 
   std::array<uint8_t, 3> shorter = {7, 7, 7};
-  EXPECT_FALSE(ReadRegistryBinary(u"Bytes", shorter));
+  EXPECT_FALSE(settings.ReadBinarySetting(u"Bytes", shorter));
   std::array<uint8_t, 5> longer = {7, 7, 7, 7, 7};
-  EXPECT_FALSE(ReadRegistryBinary(u"Bytes", longer));
+  EXPECT_FALSE(settings.ReadBinarySetting(u"Bytes", longer));
   EXPECT_EQ(shorter, (std::array<uint8_t, 3>{7, 7, 7})) << "left alone";
   EXPECT_EQ(longer, (std::array<uint8_t, 5>{7, 7, 7, 7, 7}));
-  EXPECT_EQ(ReadRegistryDword(u"Bytes"), std::nullopt) << "of another type";
-  EXPECT_FALSE(ReadRegistryBinary(u"Number", bytes));
+  EXPECT_EQ(settings.ReadDwordSetting(u"Bytes"), std::nullopt) << "of another type";
+  EXPECT_FALSE(settings.ReadBinarySetting(u"Number", bytes));
 }
 
-// A value that can't be read counts as missing, one that can't be written stays what it was, and
-// neither touches the other.
+// A value that can't be read counts as missing, one that can't be written stays as it was, and
+// neither affects the other.
 class SettingsScenario {
  public:
   SettingsScenario() {
-    WriteRegistryDword(u"Number", 1);
-    WriteRegistryBinary(u"Bytes", std::array<uint8_t, 1>{1});
+    settings_.WriteDwordSetting(u"Number", 1);
+    settings_.WriteBinarySetting(u"Bytes", std::array<uint8_t, 1>{1});
   }
   void Run() {
-    number_ = ReadRegistryDword(u"Number");
-    hasBytes_ = ReadRegistryBinary(u"Bytes", bytes_);
-    WriteRegistryDword(u"Number", 2);
-    WriteRegistryBinary(u"Bytes", std::array<uint8_t, 1>{2});
+    number_ = settings_.ReadDwordSetting(u"Number");
+    hasBytes_ = settings_.ReadBinarySetting(u"Bytes", bytes_);
+    settings_.WriteDwordSetting(u"Number", 2);
+    settings_.WriteBinarySetting(u"Bytes", std::array<uint8_t, 1>{2});
   }
   void Check(const MaybeFailed& failed) {
     const auto isUnread = [&](uint32_t nth) {
@@ -84,14 +85,15 @@ class SettingsScenario {
     EXPECT_EQ(number_, isUnread(1) ? std::nullopt : std::optional<uint32_t>(1));
     EXPECT_EQ(hasBytes_, !isUnread(2));
     EXPECT_EQ(bytes_[0], isUnread(2) ? 77 : 1);
-    EXPECT_EQ(ReadRegistryDword(u"Number"),
+    EXPECT_EQ(settings_.ReadDwordSetting(u"Number"),
               HasFailed(failed, SystemCall::WriteSetting, 1) ? 1u : 2u);
-    EXPECT_TRUE(ReadRegistryBinary(u"Bytes", bytes_));
+    EXPECT_TRUE(settings_.ReadBinarySetting(u"Bytes", bytes_));
     EXPECT_EQ(bytes_[0], HasFailed(failed, SystemCall::WriteSetting, 2) ? 1 : 2);
   }
 
  private:
   OtherUser user_;
+  RegistrySettings settings_;
   std::optional<uint32_t> number_;
   bool hasBytes_ = false;
   std::array<uint8_t, 1> bytes_ = {77};

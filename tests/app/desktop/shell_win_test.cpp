@@ -1,4 +1,4 @@
-// What the shell is asked to open, with the real shell.
+// What the program opens, with the real shell.
 #include "app/desktop/shell_win.h"
 
 #include <gtest/gtest.h>
@@ -29,20 +29,20 @@ bool Appears(const std::u16string& path, milliseconds patience) {
   return Exists(path);
 }
 
-// A checksum file can list "tool.bat\setup.exe", which makes a folder of a program.
+// A checksum file can list "tool.bat\setup.exe", which makes a program look like a folder.
 TEST(ShowInFileManagerTest, DoesNotStartAFolderThatIsAProgram) {
   swr::testing::TempTree tree;
   const std::u16string mark = tree.Path(u"started");
   const std::u16string program =
       tree.AddFile(u"tool.bat", "@echo started> \"" + swr::WideToUtf8(mark) + "\"\r\n");
 
-  ShowInFileManager(program + u"\\setup.exe", program);
+  WindowsShell().ShowInFolder(program + u"\\setup.exe", program);
   EXPECT_FALSE(Appears(mark, milliseconds(1500)));
 
-  // It would have been seen.
+  // By now its traces would be there.
   OpenWithShell(program);
   EXPECT_TRUE(Appears(mark, std::chrono::seconds(20)));
-  // The command prompt lets go of the program's file a moment later.
+  // The command prompt closes the program's file a moment later.
   std::this_thread::sleep_for(milliseconds(500));
 }
 

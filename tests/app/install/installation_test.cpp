@@ -64,7 +64,7 @@ TEST_F(InstallationTest, TheCommandTellsTheStateOfTheExplorerEntry) {
       {u"\"C:\\Tools\\Sumwright\\Sumwright.exe", ExplorerState::ThisCopy},
       {u"\"D:\\Other\\Sumwright.exe\" \"%1\"", ExplorerState::OtherCopy},
       {u"\"D:\\Gone\\Sumwright.exe\" \"%1\"", ExplorerState::Stale},
-      // Without quotes a path ends at its first blank.
+      // Without quotes a path ends at its first space.
       {u"C:\\My Tools\\Sumwright.exe %1", ExplorerState::OtherCopy},
       {u"C:\\Gone Tools\\Sumwright.exe %1", ExplorerState::Stale},
       {u"\"", ExplorerState::Stale},

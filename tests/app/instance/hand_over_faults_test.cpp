@@ -1,4 +1,5 @@
-// Every call of the system that fails while a start hands its paths to the window that is there.
+// Fault injection: each system call fails in turn while a start hands its paths to the window that
+// is there.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -17,7 +18,7 @@ using swr::testing::HasFailed;
 using swr::testing::MaybeFailed;
 using namespace std::string_literals;
 
-// No path is ever lost: either the other window has all of them, or this process keeps them for a
+// No path is ever lost: either the other window gets all of them, or this process keeps them for a
 // window of its own.
 class HandOverScenario {
  public:
@@ -29,7 +30,7 @@ class HandOverScenario {
     EXPECT_EQ(handedOver_, !keeps);
     std::vector<std::pair<uint64_t, std::u16string>> delivered;
     if (!keeps) {
-      // A path that can't be made full goes over as it was given.
+      // A path that can't be made full is handed over as it was given.
       std::u16string payload = HasFailed(failed, SystemCall::FullPath, 1) ? u"a\0"s : u"C:\\a\0"s;
       payload += HasFailed(failed, SystemCall::FullPath, 2) ? u"b\0"s : u"C:\\b\0"s;
       delivered = {{instances_.window, payload}};

@@ -1,5 +1,5 @@
-// The named objects of the hand-over as the system has them, with a window of this process for the
-// one that takes the paths.
+// The hand-over through the system's real named objects, with a window of this process as the one
+// that takes the paths.
 #include "app/instance/instance_win.h"
 
 #include <gtest/gtest.h>
@@ -22,7 +22,7 @@ using swr::testing::HasFailed;
 using swr::testing::MaybeFailed;
 using Paths = std::vector<std::u16string>;
 
-// A window that shows nothing and keeps the paths that it is sent, on a thread of its own.
+// An invisible window on a thread of its own, which records the paths that it is sent.
 class ReceivingWindow {
  public:
   ReceivingWindow() : thread_([this] { Run(); }) {
@@ -84,7 +84,7 @@ class ReceivingWindow {
   std::thread thread_;  // last: it uses all of the above
 };
 
-// This process leaves the sign that an instance exists, and is the one that looks for it.
+// This process both opens the mutex and looks for it.
 class HandOverScenario {
  public:
   HandOverScenario() { instances_.AnotherInstanceExists(); }
@@ -105,14 +105,14 @@ class HandOverScenario {
   }
 
  private:
-  // What was published before is the window of the last turn, which is gone. Then the paths stay
-  // here, after the five seconds for which a window is waited for.
+  // The window published before is that of the last run, which is gone. So the paths stay here,
+  // after the five seconds of waiting for a window.
   static bool IsUnpublished(const MaybeFailed& failed) {
     return HasFailed(failed, SystemCall::MapView, 1);
   }
 
   ReceivingWindow window_;
-  // Waits for no window that will not come.
+  // No window will come, so none is waited for.
   class Instances final : public InstanceSystem {
    public:
     bool AnotherInstanceExists() override { return system_.AnotherInstanceExists(); }
@@ -133,7 +133,7 @@ class HandOverScenario {
   bool handedOver_ = false;
 };
 
-// First, for the mapping is made once a process.
+// First, for a process makes the mapping only once.
 TEST(InstanceWinTest, AMappingThatCannotBeMadePublishesNothing) {
   ReceivingWindow window;
   WindowsInstanceSystem system;

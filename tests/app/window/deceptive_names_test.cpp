@@ -1,4 +1,4 @@
-// Names that lie: line ends, control characters and characters that turn text round, in every place
+// Deceptive names: line ends, control characters and characters that reverse text, in every place
 // where the window shows a name, and in what it copies and saves.
 #include <gtest/gtest.h>
 
@@ -47,10 +47,10 @@ std::u16string Replaced(std::u16string text, std::u16string_view by) {
   return text;
 }
 
-// All texts that a window shows of its first row, whatever its fate, in one list.
+// All texts that a window shows of its first row, in each state of the row.
 std::vector<std::u16string> Shown(const std::u16string& name, RowStatus status, uint32_t error) {
   FakeWindow window;
-  ListRow& row = window.AddRow(u"C:\\" + name);
+  Row& row = window.AddRow(u"C:\\" + name);
   row.name = name;
   row.folder = u"C:\\d" + name;
   row.checksumFile = u"C:\\" + name;
@@ -61,9 +61,9 @@ std::vector<std::u16string> Shown(const std::u16string& name, RowStatus status, 
   Expect(row, FilledBytes(32, 1), {AlgoId::Sha256});
   PutDigest(row, {AlgoId::Sha256, 1});
   window.view.selected = {0};
-  window.main.RefreshDetails();
-  window.main.CompareExpected();
-  std::vector<std::u16string> texts = {window.main.CellText(0, 0), window.main.CellText(0, 1),
+  window.details.Refresh();
+  window.expected.Compare();
+  std::vector<std::u16string> texts = {window.cells.TextOf(0, 0), window.cells.TextOf(0, 1),
                                        window.StatusCell(0), window.view.details,
                                        window.view.resultLine};
   for (const uint8_t fill : {uint8_t{1}, uint8_t{2}}) {
@@ -71,16 +71,16 @@ std::vector<std::u16string> Shown(const std::u16string& name, RowStatus status, 
     texts.push_back(window.view.resultLine);
   }
   window.queue.snapshot = {.active = true, .currentPath = row.path, .currentSize = 10};
-  window.main.UpdateStatusLine();
+  window.progress.Update();
   texts.push_back(window.view.statusText);
 
-  ListRow& other = window.AddRow(u"other");
+  Row& other = window.AddRow(u"other");
   other.status = RowStatus::Done;
   for (const uint64_t size : {100u, 101u}) {
     other.size = size;
     PutDigest(other, {AlgoId::Sha256, 1});
     window.view.selected = {0, 1};
-    window.main.CompareTwoFiles(window.main.SelectedIds());
+    window.commands.Run(ID_CTX_COMPARE);
     window.view.selected = {1, 0};
   }
   for (const TaskDialogSpec& dialog : window.desktop.messages) texts.push_back(dialog.content);
@@ -109,12 +109,12 @@ TEST(DeceptiveNamesTest, MessagesAboutAFileKeepTheirLines) {
   for (const std::u16string& name : DeceptiveNames()) {
     FakeWindow window;
     const std::u16string path = u"/there is no folder of this name/" + name;
-    window.main.VerifyChecksumFile(path);
-    ListRow& row = window.AddRow(u"a");
+    window.verification.VerifyFile(path);
+    Row& row = window.AddRow(u"a");
     row.status = RowStatus::Done;
-    for (const AlgoId id : swr::IdsFromMask(window.main.algorithms)) PutDigest(row, {id, 1});
+    for (const AlgoId id : swr::IdsFromMask(window.options.algorithms)) PutDigest(row, {id, 1});
     window.desktop.saveTarget = SaveTarget{.path = path, .filter = 0};
-    window.main.SaveChecksums();
+    window.commands.Run(ID_SAVE_CHECKSUMS);
     ASSERT_EQ(window.desktop.messages.size(), 2u);
     for (const TaskDialogSpec& message : window.desktop.messages) {
       EXPECT_TRUE(message.content.starts_with(EscapeForDisplay(path) + u"\n\n"));
@@ -122,18 +122,18 @@ TEST(DeceptiveNamesTest, MessagesAboutAFileKeepTheirLines) {
   }
 }
 
-// A line of a checksum file may escape a line end, and the row of such a name is there to be read.
+// A line of a checksum file may escape a line end; the row of such a name stays readable.
 TEST(DeceptiveNamesTest, AListedNameForgesNoLineOfTheDetails) {
   TempTree tree;
   const std::u16string list =
       tree.AddFile(u"SHA256SUMS",
                    "\\" + std::string(64, 'a') + "  a\\nSignature:\tSigned by Nobody, valid\\n\n");
   FakeWindow window;
-  window.main.VerifyChecksumFile(list);
-  ASSERT_EQ(window.main.rows.size(), 1u);
-  EXPECT_NE(window.main.rows[0]->name.find(u'\n'), std::u16string::npos);
+  window.verification.VerifyFile(list);
+  ASSERT_EQ(window.rows.Size(), 1u);
+  EXPECT_NE(window.rows[0].name.find(u'\n'), std::u16string::npos);
   window.view.selected = {0};
-  window.main.RefreshDetails();
+  window.details.Refresh();
   EXPECT_TRUE(window.view.details.starts_with(
       u"a[U+000A]Signature:[U+0009]Signed by Nobody, valid[U+000A]\r\nFolder:\t"))
       << swr::WideToUtf8(window.view.details);
@@ -141,15 +141,15 @@ TEST(DeceptiveNamesTest, AListedNameForgesNoLineOfTheDetails) {
 
 TEST(DeceptiveNamesTest, ForgeNoLineOfWhatIsCopied) {
   FakeWindow window;
-  window.main.SetAlgoMask(swr::MaskOf(AlgoId::Crc32));
+  window.algorithms.Select(swr::MaskOf(AlgoId::Crc32));
   for (const char16_t* name : {u"a\r\n00000000  b", u"c\u202Ed", u"e"}) {
-    ListRow& row = window.AddRow(name);
+    Row& row = window.AddRow(name);
     row.path = u"C:" + row.name;
     PutDigest(row, {AlgoId::Crc32, 1});
   }
   window.view.selected = {0, 1, 2};
   const auto copied = [&](uint32_t command) {
-    window.main.OnCommand(command);
+    window.commands.Run(command);
     return window.desktop.clipboard.value_or(u"");
   };
   EXPECT_EQ(copied(ID_CTX_COPY_LINE),
@@ -166,12 +166,12 @@ TEST(DeceptiveNamesTest, ForgeNoLineOfWhatIsCopied) {
             u"C:a[U+000D][U+000A]00000000  b\r\n"
             u"C:c\u202Ed\r\n"
             u"C:e\r\n");
-  // One path is copied as it is: it can't be taken for two.
+  // One path is copied as it is: it can't be mistaken for two.
   window.view.selected = {0};
   EXPECT_EQ(copied(ID_CTX_COPY_PATH), u"C:a\r\n00000000  b");
 }
 
-// What would be a link to a program in a message leads nowhere.
+// What looks like a link to a program in a message leads nowhere.
 TEST(DeceptiveNamesTest, MessagesLinkToTheProgramsOwnAddressesOnly) {
   EXPECT_TRUE(MayLinkTo(ProductPage));
   EXPECT_TRUE(MayLinkTo(u"mailto:support@sumwright.example"));

@@ -1,5 +1,5 @@
-// What leaves the machine: an address, on an explicit command, with nothing of a file in it but its
-// digest. Long random use, with names and contents of the clipboard that would be missed.
+// What leaves the machine: an address, on an explicit command, which reveals nothing of a file but
+// its digest. Long random use, with names and clipboard contents that would be recognised.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -23,7 +23,7 @@ using swr::testing::TempTree;
 
 constexpr std::u16string_view Secret = u"secret";
 
-// All that the window can be told, the three that ask for a page and the one that looks up apart.
+// The kinds of event: commands that open a page, the look-up, and everything else.
 constexpr uint32_t Pages[] = {ID_HELP_ONLINE, ID_WEBSITE, ID_PROGRAM_FOLDER, ID_CLI_TOOL};
 constexpr uint32_t LookUps[] = {IDC_VIRUSTOTAL, ID_CTX_VIRUSTOTAL};
 constexpr uint32_t Others[] = {
@@ -45,7 +45,7 @@ class RandomUse {
 
   void Step() {
     const std::vector<std::u16string> before = window_.desktop.openedAddresses;
-    const bool wasPending = window_.main.lookupPending;
+    const bool wasPending = window_.lookUp.IsWaiting();
     const Told told = Happen();
     const std::vector<std::u16string>& after = window_.desktop.openedAddresses;
     ASSERT_LE(after.size(), before.size() + 1);
@@ -58,12 +58,12 @@ class RandomUse {
       ++pages;
       return;
     }
-    // At once, or when the digest that was waited for came.
+    // At once, or when the awaited digest came.
     ASSERT_TRUE(told == Told::LookUp || (told == Told::Result && wasPending));
     ASSERT_LE(++lookUps, asked_);
     const std::u16string digest = address.substr(VirusTotalFilePage.size());
-    ASSERT_TRUE(std::ranges::any_of(window_.main.rows, [&](const auto& row) {
-      const swr::DigestSlot& slot = row->digests[swr::IndexOf(AlgoId::Sha256)];
+    ASSERT_TRUE(std::ranges::any_of(window_.rows, [&](const Row& row) {
+      const swr::DigestSlot& slot = row.digests[swr::IndexOf(AlgoId::Sha256)];
       return slot.present && swr::DigestToWideHex(slot, false) == digest;
     })) << swr::WideToUtf8(address);
   }
@@ -87,17 +87,17 @@ class RandomUse {
     desktop.picked = {OneOf(files_)};
     desktop.answer = static_cast<int>(OneOf(std::vector{2, 100, 101, 102}));
     window_.view.selected.clear();
-    for (size_t i = 0; i < window_.main.rows.size(); ++i) {
+    for (size_t i = 0; i < window_.rows.Size(); ++i) {
       if (Below(3) == 0) window_.view.selected.push_back(i);
     }
     switch (Below(12)) {
       case 0:
-        window_.main.OnCommand(OneOf(Pages));
+        window_.commands.Run(OneOf(Pages));
         return Told::Page;
       case 1:
       case 2:
         ++asked_;
-        window_.main.OnCommand(OneOf(LookUps));
+        window_.commands.Run(OneOf(LookUps));
         return Told::LookUp;
       case 3:
       case 4:
@@ -106,22 +106,22 @@ class RandomUse {
         }
         return Told::Result;
       case 5:
-        window_.main.AddPaths({OneOf(files_)});
+        window_.adding.AddPaths({OneOf(files_)});
         return Told::Other;
       case 6:
         desktop.Copy(OneOf(std::vector<std::u16string>{std::u16string(64, u'a') + u"  secret",
                                                        u"secret", std::u16string(32, u'0')}));
-        window_.main.CheckClipboard();
+        window_.clipboardWatch.Check();
         return Told::Other;
       case 7:
-        window_.main.OnBannerLink(OneOf(std::vector<std::u16string>{u"a", u"r", u"x"}));
+        window_.bannerLinks.Follow(OneOf(std::vector<std::u16string>{u"a", u"r", u"x"}));
         return Told::Other;
       case 8:
-        window_.main.RefreshDetails();
-        window_.main.OnProgressTimer();
+        window_.details.Refresh();
+        window_.intake.OnTimer();
         return Told::Other;
       default:
-        window_.main.OnCommand(OneOf(Others));
+        window_.commands.Run(OneOf(Others));
         return Told::Other;
     }
   }
@@ -148,7 +148,7 @@ TEST(HandedOverTest, OnlyAnAddressOnACommandWithNothingButADigestInIt) {
     pages += use.pages;
     lookUps += use.lookUps;
   }
-  // Of each there was enough to see.
+  // Each kind happened often enough.
   EXPECT_GT(pages, 300u);
   EXPECT_GT(lookUps, 100u);
 }

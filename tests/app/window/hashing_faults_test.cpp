@@ -1,5 +1,5 @@
-// Every call of the system that fails while files are hashed, and while a checksum file is read and
-// verified: what the rows then say, and that the next file goes on.
+// Fault injection: each system call fails in turn while files are hashed, and while a checksum file
+// is read and verified. The rows report it, and the next file is hashed all the same.
 #include <gtest/gtest.h>
 
 #include <array>
@@ -41,7 +41,7 @@ std::u16string StatusOf(uint32_t error) {
   return swr::IsMissingError(error) ? u"Missing" : swr::FormatErrorText(error);
 }
 
-// The files of all turns. The second is longer than one of the worker's chunks, and so is hashed by
+// The files of all runs. The second is longer than a chunk of the worker, so it is hashed by
 // several threads.
 struct HashedFiles {
   static const HashedFiles& Get() {
@@ -67,8 +67,8 @@ struct HashedFiles {
 Texts DigestCells(const WorkingWindow& window, size_t row) {
   Texts cells;
   const size_t firstDigest = 3;
-  for (size_t i = firstDigest; i + 1 < window.main.columns.size(); ++i) {
-    cells.push_back(window.main.CellText(row, i));
+  for (size_t i = firstDigest; i + 1 < window.columns.Defs().size(); ++i) {
+    cells.push_back(window.cells.TextOf(row, i));
   }
   return cells;
 }
@@ -78,21 +78,21 @@ Texts DigestCells(const WorkingWindow& window, size_t row) {
 class HashingScenario {
  public:
   HashingScenario() {
-    window_.main.SetAlgoMask(HashedAlgos);
-    // Details of a file would be read while the worker is at work, in no certain order.
+    window_.algorithms.Select(HashedAlgos);
+    // The details would read the file while the worker hashes it, in no fixed order.
     window_.view.takesSelection = false;
   }
   void Run() {
-    window_.main.AddPaths(HashedFiles::Get().paths);
+    window_.adding.AddPaths(HashedFiles::Get().paths);
     EXPECT_TRUE(window_.WaitUntilIdle());
   }
   void Check(const MaybeFailed& failed) {
     const HashedFiles& files = HashedFiles::Get();
     const std::array<uint32_t, 3> errors = Errors(failed);
-    ASSERT_EQ(window_.main.rows.size(), 3u);
+    ASSERT_EQ(window_.rows.Size(), 3u);
     for (size_t i = 0; i < errors.size(); ++i) {
       SCOPED_TRACE(i);
-      const ListRow& row = *window_.main.rows[i];
+      const Row& row = window_.rows[i];
       EXPECT_EQ(row.path, files.paths[i]);
       EXPECT_EQ(row.error, errors[i]);
       EXPECT_FALSE(row.changed);
@@ -103,15 +103,15 @@ class HashingScenario {
     EXPECT_FALSE(window_.view.banner);
     EXPECT_FALSE(window_.view.progress);
 
-    // The window goes on as if nothing had been.
-    window_.main.AddPaths({files.later});
+    // The window works as before.
+    window_.adding.AddPaths({files.later});
     EXPECT_TRUE(window_.WaitUntilIdle());
     EXPECT_EQ(window_.StatusCell(3), u"Done");
     EXPECT_EQ(DigestCells(window_, 3), files.digests[0]);
   }
 
  private:
-  // With which error each file ends.
+  // The error of each file.
   static std::array<uint32_t, 3> Errors(const MaybeFailed& failed) {
     std::array<uint32_t, 3> errors = {};
     if (!failed) return errors;
@@ -132,13 +132,13 @@ class HashingScenario {
         break;
       }
       case SystemCall::PathInfo:
-        // Every path is asked for twice: whether it is a folder, and what the row shows of it. What
-        // can't be told of the first counts as a file.
+        // The system is asked about every path twice: whether it is a folder, and for the row's
+        // file info. When the first call fails, the path is taken as a file.
         if (index % 2 == 1) errors.at(index / 2) = failed->code;
         break;
       default:
-        // Without file info a file can't be seen to change, and a path that can't be made full goes
-        // to the system as it is.
+        // Without file info a change of the file is not noticed, and a path that can't be made full
+        // is used as it is.
         EXPECT_TRUE(failed->call == SystemCall::FileInfo || failed->call == SystemCall::FullPath);
         break;
     }
@@ -157,14 +157,14 @@ TEST(HashingFaultsTest, EachCallFailsWithEachCode) {
 class VerifyScenario {
  public:
   VerifyScenario() {
-    window_.main.SetAlgoMask(MaskOf(AlgoId::Md5));
-    window_.main.AddPaths({HashedFiles::Get().later});
+    window_.algorithms.Select(MaskOf(AlgoId::Md5));
+    window_.adding.AddPaths({HashedFiles::Get().later});
     EXPECT_TRUE(window_.WaitUntilIdle());
     tree_.AddFile(u"good.bin", "0123456789");
     tree_.AddFile(u"bad.bin", "abc");
   }
   void Run() {
-    window_.main.VerifyChecksumFile(list_);
+    window_.verification.VerifyFile(list_);
     EXPECT_TRUE(window_.WaitUntilIdle());
   }
   void Check(const MaybeFailed& failed) {
@@ -174,7 +174,7 @@ class VerifyScenario {
                 (std::vector<TaskDialogSpec>{
                     MessageDialog(TaskDialogIcon::Error, u"The checksum file can't be read.",
                                   list_ + u"\n\n" + swr::FormatErrorText(error) + u".")}));
-      EXPECT_EQ(window_.main.rows.size(), 1u);
+      EXPECT_EQ(window_.rows.Size(), 1u);
       EXPECT_FALSE(window_.view.banner);
       EXPECT_EQ(window_.Result(), ResultLine{});
       return;
@@ -183,7 +183,7 @@ class VerifyScenario {
     EXPECT_TRUE(window_.view.banner) << "a line is no checksum";
     const std::array<uint32_t, 3> errors = RowErrors(failed);
     Texts statuses;
-    for (size_t i = 1; i < window_.main.rows.size(); ++i) statuses.push_back(window_.StatusCell(i));
+    for (size_t i = 1; i < window_.rows.Size(); ++i) statuses.push_back(window_.StatusCell(i));
     EXPECT_EQ(statuses,
               (Texts{errors[0] == 0 ? u"OK (MD5)" : StatusOf(errors[0]),
                      errors[1] == 0 ? u"FAILED" : StatusOf(errors[1]), StatusOf(errors[2])}));
@@ -191,7 +191,7 @@ class VerifyScenario {
   }
 
  private:
-  // Of the checksum file itself, 0 when it could be read.
+  // The error of the checksum file itself, 0 when it could be read.
   static uint32_t ListError(const MaybeFailed& failed) {
     if (HasFailed(failed, SystemCall::OpenFile, 1) || HasFailed(failed, SystemCall::FileKind, 1) ||
         HasFailed(failed, SystemCall::ReadFile, 1)) {
@@ -199,7 +199,7 @@ class VerifyScenario {
     }
     return HasFailed(failed, SystemCall::FileInfo, 1) ? swr::ErrorFileTooLarge : 0;
   }
-  // Of the files that it lists. The third is not there.
+  // Those of the files that it lists. The third does not exist.
   static std::array<uint32_t, 3> RowErrors(const MaybeFailed& failed) {
     std::array<uint32_t, 3> errors = {0, 0, swr::ErrorFileNotFound};
     if (!failed) return errors;

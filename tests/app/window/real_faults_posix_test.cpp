@@ -1,5 +1,5 @@
-// Failures that the system makes by itself: full disks, missing rights, other processes, pipes,
-// devices and links that lead nowhere.
+// Real failures, without fault injection: full disks, missing permissions, other processes, pipes,
+// devices and dangling links.
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -47,14 +47,14 @@ struct RealFaultsTest : ::testing::Test {
 
 Texts Statuses(const WorkingWindow& window) {
   Texts statuses;
-  for (size_t i = 0; i < window.main.rows.size(); ++i) statuses.push_back(window.StatusCell(i));
+  for (size_t i = 0; i < window.rows.Size(); ++i) statuses.push_back(window.StatusCell(i));
   return statuses;
 }
 
-// What the window shows of these paths once all is done.
+// The window's status cells for these paths once all is done.
 Texts StatusesOf(const Texts& paths) {
   WorkingWindow window;
-  window.main.AddPaths(paths);
+  window.adding.AddPaths(paths);
   EXPECT_TRUE(window.WaitUntilIdle());
   return Statuses(window);
 }
@@ -64,13 +64,13 @@ TaskDialogSpec SaveFailure(const std::u16string& path, uint32_t error) {
                        path + u"\n\n" + FormatErrorText(error) + u".");
 }
 
-// What is said when the checksums of one file are saved there.
+// The message when the checksums of one file are saved there.
 std::vector<TaskDialogSpec> SaveTo(const std::u16string& path) {
   FakeWindow window;
-  window.main.SetAlgoMask(swr::MaskOf(AlgoId::Md5));
+  window.algorithms.Select(swr::MaskOf(AlgoId::Md5));
   AddRow(window, {.name = u"a", .digests = {{AlgoId::Md5, 1}}});
   window.desktop.saveTarget = SaveTarget{path, 0};
-  window.main.OnCommand(ID_SAVE_CHECKSUMS);
+  window.commands.Run(ID_SAVE_CHECKSUMS);
   return window.desktop.messages;
 }
 
@@ -82,8 +82,7 @@ std::string ContentOf(const std::u16string& path) {
   return bytes;
 }
 
-// Runs it in a process of its own. As root it is given up who may do everything, for a user who
-// may not.
+// Runs it in a process of its own, which as root first gives up root's permissions.
 void RunAsOrdinaryUser(const std::function<void()>& check) {
   std::fflush(nullptr);
   const pid_t child = fork();
@@ -107,7 +106,7 @@ TEST_F(RealFaultsTest, SavingToAFullDisk) {
   EXPECT_EQ(SaveTo(u"/dev/full"), std::vector{SaveFailure(u"/dev/full", swr::ErrorDiskFull)});
 }
 
-// The room ends in the middle of the file, which stays as far as it got.
+// The disk is full in the middle of the file; what was written stays.
 TEST_F(RealFaultsTest, SavingWhereLittleRoomIsLeft) {
   const std::u16string path = tree.AddFile(u"out.md5", "(as before)");
   rlimit limit;
@@ -141,14 +140,14 @@ TEST_F(RealFaultsTest, FilesAndFoldersWithoutRights) {
   SetMode(u"e/kept.md5", 0444);
   const std::u16string denied = FormatErrorText(swr::ErrorAccessDenied);
   RunAsOrdinaryUser([&] {
-    // What can't be listed adds nothing and says nothing; the folders behind it come.
+    // A folder that can't be listed silently adds nothing; the folders after it are added.
     EXPECT_EQ(StatusesOf({tree.Root()}), (Texts{u"Done", denied, denied, u"Done", u"Done"}))
         << "open, shut, listed, open, kept.md5";
     EXPECT_EQ(StatusesOf({tree.Path(u"b")}), Texts{});
     EXPECT_EQ(StatusesOf({tree.Path(u"b/inside"), tree.Path(u"d/open")}), (Texts{denied, u"Done"}));
 
     WorkingWindow window;
-    window.main.VerifyChecksumFile(tree.Path(u"a/shut"));
+    window.verification.VerifyFile(tree.Path(u"a/shut"));
     EXPECT_EQ(window.desktop.messages,
               std::vector{MessageDialog(TaskDialogIcon::Error, u"The checksum file can't be read.",
                                         tree.Path(u"a/shut") + u"\n\n" + denied + u".")});
@@ -201,12 +200,12 @@ TEST_F(RealFaultsTest, PipesAndDevicesAmongThePaths) {
   WorkingWindow window;
   for (const std::u16string& path : {tree.Path(u"pipe"), std::u16string(u"/dev/zero")}) {
     window.desktop.messages.clear();
-    window.main.VerifyChecksumFile(path);
+    window.verification.VerifyFile(path);
     EXPECT_EQ(window.desktop.messages,
               std::vector{MessageDialog(TaskDialogIcon::Error, u"The checksum file can't be read.",
                                         path + u"\n\n" + no + u".")});
   }
-  // Nobody reads what would be written there.
+  // A pipe without a reader.
   EXPECT_EQ(SaveTo(tree.Path(u"pipe")),
             std::vector{SaveFailure(tree.Path(u"pipe"), swr::ErrorNotReady)});
 }

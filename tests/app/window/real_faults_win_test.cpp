@@ -1,4 +1,4 @@
-// Failures that the system makes by itself: what is no file, and where there is no room.
+// Real failures, without fault injection: paths that are not files, and full disks.
 #include "swr/system/windows_api_win.h"
 
 #include <gtest/gtest.h>
@@ -36,17 +36,17 @@ bool Exists(const std::u16string& path) {
   return GetFileAttributesW(AsWide(path)) != INVALID_FILE_ATTRIBUTES;
 }
 
-// What the window shows of these paths once all is done.
+// The window's status cells for these paths once all is done.
 Texts StatusesOf(const Texts& paths) {
   WorkingWindow window;
-  window.main.AddPaths(paths);
+  window.adding.AddPaths(paths);
   EXPECT_TRUE(window.WaitUntilIdle());
   Texts statuses;
-  for (size_t i = 0; i < window.main.rows.size(); ++i) statuses.push_back(window.StatusCell(i));
+  for (size_t i = 0; i < window.rows.Size(); ++i) statuses.push_back(window.StatusCell(i));
   return statuses;
 }
 
-// A pipe from which nothing ever comes.
+// A pipe that never delivers anything.
 constexpr char16_t PipeName[] = u"\\\\.\\pipe\\SumwrightTest";
 Handle MakePipe() {
   Handle pipe(
@@ -58,7 +58,7 @@ Handle MakePipe() {
 TEST(RealFaultsTest, APipeAmongThePaths) {
   TempTree tree;
   const std::u16string no = FormatErrorText(swr::ErrorNotSupported);
-  // Each look at it takes one end of those that there are.
+  // Each time it is opened, one of its instances is used up.
   const Handle ends[] = {MakePipe(), MakePipe(), MakePipe(), MakePipe(), MakePipe(), MakePipe()};
   const Texts statuses = StatusesOf({PipeName, tree.AddFile(u"last", "abc")});
   ASSERT_EQ(statuses.size(), 2u);
@@ -68,19 +68,19 @@ TEST(RealFaultsTest, APipeAmongThePaths) {
   EXPECT_EQ(outcome.error, swr::ErrorNotSupported);
 
   WorkingWindow window;
-  window.main.VerifyChecksumFile(PipeName);
+  window.verification.VerifyFile(PipeName);
   EXPECT_EQ(window.desktop.messages,
             std::vector{MessageDialog(TaskDialogIcon::Error, u"The checksum file can't be read.",
                                       PipeName + (u"\n\n" + no) + u".")});
 }
 
-// Whatever their numbers say: none is taken for a file, and none is waited for.
+// Whatever the system reports of them: none is taken as a file, and none is waited for.
 TEST(RealFaultsTest, DevicesAmongThePaths) {
   TempTree tree;
   const std::u16string last = tree.AddFile(u"last", "abc");
   Texts devices = {u"\\\\.\\nul", u"\\\\.\\com1", u"\\\\.\\con", u"\\\\?\\nul", u"\\\\?\\com1",
                    u"nul",        u"con",         u"com1",       u"C:\\nul",    u"C:\\com1.txt"};
-  // Where the devices of another system are to be seen, one that is endless.
+  // Under Wine the host's devices are visible, among them one that is endless.
   if (Exists(u"Z:\\dev")) devices.push_back(u"Z:\\dev\\zero");
   for (const std::u16string& device : devices) {
     SCOPED_TRACE(::testing::PrintToString(device));
@@ -92,7 +92,7 @@ TEST(RealFaultsTest, DevicesAmongThePaths) {
     EXPECT_NE(swr::HashFile(device, swr::DefaultAlgoMask, {}).error, 0u);
 
     WorkingWindow window;
-    window.main.VerifyChecksumFile(device);
+    window.verification.VerifyFile(device);
     ASSERT_EQ(window.desktop.messages.size(), 1u);
     EXPECT_EQ(window.desktop.messages[0].mainInstruction, u"The checksum file can't be read.");
   }
@@ -102,10 +102,10 @@ TEST(RealFaultsTest, SavingToAFullDisk) {
   const std::u16string full = u"Z:\\dev\\full";
   if (!Exists(u"Z:\\dev")) GTEST_SKIP() << "there is no disk that is full";
   FakeWindow window;
-  window.main.SetAlgoMask(swr::MaskOf(AlgoId::Md5));
+  window.algorithms.Select(swr::MaskOf(AlgoId::Md5));
   AddRow(window, {.name = u"a", .digests = {{AlgoId::Md5, 1}}});
   window.desktop.saveTarget = SaveTarget{full, 0};
-  window.main.OnCommand(ID_SAVE_CHECKSUMS);
+  window.commands.Run(ID_SAVE_CHECKSUMS);
   EXPECT_EQ(
       window.desktop.messages,
       std::vector{MessageDialog(TaskDialogIcon::Error, u"The checksums couldn't be saved.",

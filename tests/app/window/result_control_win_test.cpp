@@ -1,4 +1,4 @@
-// How the result line is drawn, pixel by pixel: on a bitmap, so without a screen's colours in it.
+// How the result line is drawn, pixel by pixel: on a bitmap, independent of the screen's colours.
 #include "app/window/result_control_win.h"
 
 #include <gtest/gtest.h>
@@ -104,7 +104,7 @@ TEST_F(ResultControlTest, EachVerdictHasItsColourUnlessContrastIsHigh) {
   };
   for (const Case& test : cases) {
     SCOPED_TRACE(test.description);
-    // Letters of nothing but full pixels, whatever smoothing the system has.
+    // Without font smoothing, whatever the system's setting.
     control_.Set(u"\u2588\u2588 IIII ||||", test.kind);
     Draw(test.highContrast);
     for (const COLORREF color : {Green, Red, text}) {
@@ -138,7 +138,7 @@ TEST_F(ResultControlTest, ALongSentenceEndsInDots) {
   control_.Set(std::u16string(400, u'W'), ResultKind::Hint);
   Draw(false);
   EXPECT_EQ(std::vector<uint32_t>(pixels_, pixels_ + Width * Height), drawn);
-  // Dots leave the right edge nearly empty, where a cut letter would stand.
+  // An ellipsis leaves the right edge nearly empty, where a cut letter would be.
   int onRightEdge = 0;
   for (int y = 0; y < Height; ++y) {
     onRightEdge += PixelAt(Width - 1, y) != GetSysColor(COLOR_BTNFACE) ? 1 : 0;

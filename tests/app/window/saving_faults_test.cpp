@@ -1,5 +1,5 @@
-// Every call of the system that fails while checksums are saved, and while settings are read and
-// written.
+// Fault injection: each system call fails in turn while checksums are saved, and while settings are
+// read and written.
 #include <gtest/gtest.h>
 
 #include <map>
@@ -31,11 +31,11 @@ using swr::testing::TempTree;
 class SaveScenario {
  public:
   SaveScenario() {
-    window_.main.SetAlgoMask(MaskOf(AlgoId::Md5));
+    window_.algorithms.Select(MaskOf(AlgoId::Md5));
     AddRow(window_, {.name = tree_.Path(u"a"), .digests = {{AlgoId::Md5, 0x1A}}}).name = u"a";
     window_.desktop.saveTarget = SaveTarget{target_, 0};
   }
-  void Run() { window_.main.OnCommand(ID_SAVE_CHECKSUMS); }
+  void Run() { window_.commands.Run(ID_SAVE_CHECKSUMS); }
   void Check(const MaybeFailed& failed) {
     const std::string saved = "1a1a1a1a1a1a1a1a1a1a1a1a1a1a1a1a  a\n";
     const bool fails =
@@ -45,13 +45,13 @@ class SaveScenario {
                 (std::vector<TaskDialogSpec>{
                     MessageDialog(TaskDialogIcon::Error, u"The checksums couldn't be saved.",
                                   target_ + u"\n\n" + swr::FormatErrorText(failed->code) + u".")}));
-      // Making the file empties the old one, and what then fails stays as far as it got.
+      // Creating the file empties the old one; when a later call fails, what was written stays.
       EXPECT_EQ(Content(), failed->call == SystemCall::CreateNewFile ? "(as before)" : "");
     } else {
       EXPECT_TRUE(window_.desktop.messages.empty());
       EXPECT_EQ(Content(), saved);
     }
-    EXPECT_EQ(window_.main.rows.size(), 1u);
+    EXPECT_EQ(window_.rows.Size(), 1u);
     EXPECT_EQ(window_.StatusCell(0), u"Done");
 
     window_.desktop.messages.clear();
@@ -84,7 +84,7 @@ const std::vector<uint8_t> ColumnBytes = {101, 0, 0, 0, 102, 0, 0, 0, 103, 0, 0,
 const std::vector<uint8_t> WindowBytes = {1, 0, 0, 0,    2, 0, 0, 0, 0x84, 3,
                                           0, 0, 0, 0x20, 3, 0, 1, 0, 0,    0};
 
-// Each value that can't be read falls back alone.
+// Each value that can't be read falls back by itself.
 class ReadSettingsScenario {
  public:
   ReadSettingsScenario() {
@@ -96,24 +96,25 @@ class ReadSettingsScenario {
     desktop_.binarySettings = {{u"Columns", ColumnBytes}, {u"Window", WindowBytes}};
   }
   void Run() {
-    main_.ReadSettings();
+    main_.GetSettings().Read();
     main_.Start();
-    main_.RestorePlacement();
+    startsMaximized_ = main_.GetSettings().RestorePlacement();
   }
   void Check(const MaybeFailed& failed) {
     // In the order of reading.
     std::vector<bool> isRead(7, true);
     if (failed) isRead.at(failed->nth - 1) = false;
-    EXPECT_EQ(main_.uppercase, isRead[0]);
-    EXPECT_EQ(main_.showLegacy, isRead[1]);
-    EXPECT_EQ(main_.includeHidden, isRead[2]);
-    EXPECT_EQ(main_.crLf, isRead[3]);
-    EXPECT_EQ(main_.algorithms, isRead[4] ? MaskOf(AlgoId::Sha512) : swr::DefaultAlgoMask);
-    EXPECT_EQ(main_.fixedWidths.name, isRead[5] ? 101u : 200u);
-    EXPECT_EQ(main_.fixedWidths.status, isRead[5] ? 104u : 90u);
+    EXPECT_EQ(main_.GetOptions().uppercase, isRead[0]);
+    EXPECT_EQ(main_.GetOptions().showLegacy, isRead[1]);
+    EXPECT_EQ(main_.GetOptions().includeHidden, isRead[2]);
+    EXPECT_EQ(main_.GetOptions().crLf, isRead[3]);
+    EXPECT_EQ(main_.GetOptions().algorithms,
+              isRead[4] ? MaskOf(AlgoId::Sha512) : swr::DefaultAlgoMask);
+    EXPECT_EQ(main_.GetColumns().Widths()[0], isRead[5] ? 101u : 200u);
+    EXPECT_EQ(main_.GetColumns().Widths()[3], isRead[5] ? 104u : 90u);
     EXPECT_EQ(view_.triedPlacement.has_value(), isRead[6]);
-    EXPECT_EQ(main_.startMaximized, isRead[6]);
-    EXPECT_TRUE(desktop_.messages.empty()) << "nothing about settings is ever told";
+    EXPECT_EQ(startsMaximized_, isRead[6]);
+    EXPECT_TRUE(desktop_.messages.empty()) << "nothing about settings is ever reported";
   }
 
  private:
@@ -122,14 +123,15 @@ class ReadSettingsScenario {
   FakeQueue queue_;
   FakeInstallSystem installSystem_;
   Installation installation_{installSystem_};
-  MainWindow main_{view_, desktop_, queue_, installation_};
+  MainWindow main_{ScreenOf(view_, desktop_), DesktopOf(desktop_), queue_, installation_};
+  bool startsMaximized_ = false;
 };
 
 TEST(SettingsFaultsTest, EachReadFailsWithEachCode) {
   swr::testing::FailEachCall<ReadSettingsScenario>();
 }
 
-// A value that can't be written stays what it was; the others are written.
+// A value that can't be written stays as it was; the others are written.
 class WriteSettingsScenario {
  public:
   WriteSettingsScenario() {
@@ -137,7 +139,7 @@ class WriteSettingsScenario {
     window_.desktop.binarySettings = {{u"Columns", {7}}, {u"Window", {7}}};
     window_.view.placement = WindowPlacement{.left = 1, .top = 2, .right = 3, .bottom = 4};
   }
-  void Run() { window_.main.WriteSettings(); }
+  void Run() { window_.settings.Write(); }
   void Check(const MaybeFailed& failed) {
     std::vector<bool> isKept(7, false);
     if (failed) isKept.at(failed->nth - 1) = true;

@@ -1,5 +1,5 @@
 // Paths at and beyond what systems allow: deep trees, names of 255 units, paths of tens of
-// thousands. What can be read is read; what can't is a row that says so, and the next file follows.
+// thousands. What can be read is read; the rest are rows that say so, and the next file follows.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -20,14 +20,14 @@ using Texts = std::vector<std::u16string>;
 constexpr size_t LongestName = 255;
 
 struct UnusualPathsTest : ::testing::Test {
-  UnusualPathsTest() { window.main.SetAlgoMask(swr::MaskOf(AlgoId::Md5)); }
+  UnusualPathsTest() { window.algorithms.Select(swr::MaskOf(AlgoId::Md5)); }
   void Add(const Texts& paths) {
-    window.main.AddPaths(paths);
+    window.adding.AddPaths(paths);
     EXPECT_TRUE(window.WaitUntilIdle());
   }
   Texts Statuses() const {
     Texts statuses;
-    for (size_t i = 0; i < window.main.rows.size(); ++i) statuses.push_back(window.StatusCell(i));
+    for (size_t i = 0; i < window.rows.Size(); ++i) statuses.push_back(window.StatusCell(i));
     return statuses;
   }
 
@@ -42,8 +42,8 @@ TEST_F(UnusualPathsTest, ATreeOfFiveHundredLevels) {
   const std::u16string upper = tree.AddFile(u"d/d/file", "abc");
   Add({tree.Root()});
   EXPECT_EQ(Statuses(), (Texts{u"Done", u"Done"}));
-  EXPECT_EQ(window.main.rows.front()->path, upper);
-  EXPECT_EQ(window.main.rows.back()->path, deepest);
+  EXPECT_EQ(window.rows[0].path, upper);
+  EXPECT_EQ(window.rows[window.rows.Size() - 1].path, deepest);
 }
 
 TEST_F(UnusualPathsTest, NamesOf255Units) {
@@ -52,16 +52,16 @@ TEST_F(UnusualPathsTest, NamesOf255Units) {
   const std::u16string beside = tree.AddFile(u"list.md5", "");
   Add({tree.Path(name), beside});
   EXPECT_EQ(Statuses(), (Texts{u"Done", u"Done"}));
-  EXPECT_EQ(window.main.rows[0]->path, inside);
-  EXPECT_EQ(window.main.rows[0]->name, name);
+  EXPECT_EQ(window.rows[0].path, inside);
+  EXPECT_EQ(window.rows[0].name, name);
 
-  // There and back again through a list.
+  // Saved and verified again.
   const std::u16string target = tree.Path(u"out.md5");
   window.desktop.saveTarget = SaveTarget{target, 0};
-  window.main.OnCommand(ID_SAVE_CHECKSUMS);
+  window.commands.Run(ID_SAVE_CHECKSUMS);
   EXPECT_TRUE(window.desktop.messages.empty());
-  window.main.ClearList();
-  window.main.VerifyChecksumFile(target);
+  window.edits.Clear();
+  window.verification.VerifyFile(target);
   EXPECT_TRUE(window.WaitUntilIdle());
   EXPECT_EQ(Statuses(), (Texts{u"OK (MD5)", u"OK (MD5)"}));
 }
@@ -78,12 +78,12 @@ TEST_F(UnusualPathsTest, PathsThatAreTooLong) {
         const bool isSeparator = path.size() % step == 0 && path.size() + 1 < units;
         path += isSeparator && path.back() != separator[0] ? separator[0] : u'n';
       }
-      window.main.ClearList();
+      window.edits.Clear();
       Add({path, last});
-      ASSERT_EQ(window.main.rows.size(), 2u);
-      EXPECT_EQ(window.main.rows[0]->path, path);
-      EXPECT_EQ(window.main.rows[0]->status, RowStatus::Failed);
-      EXPECT_NE(window.main.rows[0]->error, 0u);
+      ASSERT_EQ(window.rows.Size(), 2u);
+      EXPECT_EQ(window.rows[0].path, path);
+      EXPECT_EQ(window.rows[0].status, RowStatus::Failed);
+      EXPECT_NE(window.rows[0].error, 0u);
       EXPECT_NE(window.StatusCell(0), u"");
       EXPECT_EQ(window.StatusCell(1), u"Done");
       EXPECT_TRUE(window.desktop.messages.empty());
@@ -97,25 +97,25 @@ TEST_F(UnusualPathsTest, AListThatNamesAFileTooFarAway) {
   const std::u16string list =
       tree.AddFile(u"list.md5", line + std::string(32'000, 'n') + "\n" + line + "good\n" + line +
                                     "../../" + std::string(70'000, 'x') + "/y\n");
-  window.main.VerifyChecksumFile(list);
+  window.verification.VerifyFile(list);
   EXPECT_TRUE(window.WaitUntilIdle());
-  ASSERT_EQ(window.main.rows.size(), 3u);
-  EXPECT_EQ(window.main.rows[0]->status, RowStatus::Failed);
+  ASSERT_EQ(window.rows.Size(), 3u);
+  EXPECT_EQ(window.rows[0].status, RowStatus::Failed);
   EXPECT_EQ(window.StatusCell(1), u"OK (MD5)");
-  EXPECT_EQ(window.main.rows[2]->status, RowStatus::Failed);
+  EXPECT_EQ(window.rows[2].status, RowStatus::Failed);
   EXPECT_EQ(window.Result().kind, ResultKind::Bad);
 }
 
 TEST_F(UnusualPathsTest, AListWhoseOwnPathIsTooLong) {
   const std::u16string path = swr::JoinPath(tree.Root(), std::u16string(32'000, u'n'));
-  window.main.VerifyChecksumFile(path);
+  window.verification.VerifyFile(path);
   ASSERT_EQ(window.desktop.messages.size(), 1u);
   EXPECT_EQ(window.desktop.messages[0].mainInstruction, u"The checksum file can't be read.");
   window.desktop.messages.clear();
 
   Add({tree.AddFile(u"file", "abc")});
   window.desktop.saveTarget = SaveTarget{path, 0};
-  window.main.OnCommand(ID_SAVE_CHECKSUMS);
+  window.commands.Run(ID_SAVE_CHECKSUMS);
   ASSERT_EQ(window.desktop.messages.size(), 1u);
   EXPECT_EQ(window.desktop.messages[0].mainInstruction, u"The checksums couldn't be saved.");
 }

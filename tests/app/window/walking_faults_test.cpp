@@ -55,7 +55,7 @@ struct WalkedTree {
 
 class WalkScenario {
  public:
-  void Run() { window_.main.AddPaths({WalkedTree::Get().folders[0]}); }
+  void Run() { window_.adding.AddPaths({WalkedTree::Get().folders[0]}); }
 
   void Check(const MaybeFailed& failed) {
     const WalkedTree& walked = WalkedTree::Get();
@@ -79,19 +79,19 @@ class WalkScenario {
  private:
   Texts Paths() const {
     Texts paths;
-    for (const auto& row : window_.main.rows) paths.push_back(row->path);
+    for (const Row& row : window_.rows) paths.push_back(row.path);
     return paths;
   }
 
-  // What can't be told to be a folder goes down the road of files, and fails there as a folder.
+  // A folder that can't be recognised as one is taken as a file, and fails there as a folder.
   void CheckTheFolderAsAFile() {
     EXPECT_EQ(Paths(), Texts{WalkedTree::Get().folders[0]});
     window_.HashQueuedFiles();
     EXPECT_EQ(window_.StatusCell(0), swr::FormatErrorText(swr::ErrorIsDirectory));
   }
 
-  // An error in the middle of a listing counts as its end: what was listed before comes with all
-  // that is below it, and all other folders come whole.
+  // An error in the middle of a listing counts as its end: what was listed before is added with
+  // everything below it, and all other folders are added completely.
   void CheckAListingThatIsCut(uint32_t nth) {
     const WalkedTree& walked = WalkedTree::Get();
     size_t cut = 0;
@@ -112,23 +112,22 @@ class WalkScenario {
     EXPECT_EQ(Paths(), expected);
   }
 
-  // A file of which the system tells nothing is a failed row and is not queued; all others are.
+  // A file that can't be examined is a failed row and is not queued; all others are.
   void CheckRows(const MaybeFailed& failed) {
     size_t failedRows = 0;
-    for (const auto& row : window_.main.rows)
-      failedRows += row->status == RowStatus::Failed ? 1 : 0;
+    for (const Row& row : window_.rows) failedRows += row.status == RowStatus::Failed ? 1 : 0;
     if (HasFailed(failed, SystemCall::PathInfo) && failed->nth > 1) {
       const size_t index = failed->nth - 2;
-      ASSERT_LT(index, window_.main.rows.size());
-      EXPECT_EQ(window_.main.rows[index]->error, failed->code);
+      ASSERT_LT(index, window_.rows.Size());
+      EXPECT_EQ(window_.rows[index].error, failed->code);
       EXPECT_EQ(window_.StatusCell(index), swr::IsMissingError(failed->code)
                                                ? u"Missing"
                                                : swr::FormatErrorText(failed->code));
       EXPECT_EQ(failedRows, 1u);
-      EXPECT_EQ(window_.queue.jobs.size(), window_.main.rows.size() - 1);
+      EXPECT_EQ(window_.queue.jobs.size(), window_.rows.Size() - 1);
     } else if (!HasFailed(failed, SystemCall::PathInfo)) {
       EXPECT_EQ(failedRows, 0u);
-      EXPECT_EQ(window_.queue.jobs.size(), window_.main.rows.size());
+      EXPECT_EQ(window_.queue.jobs.size(), window_.rows.Size());
     }
   }
 

@@ -7,7 +7,7 @@
 #include <string>
 #include <thread>
 
-#include "app/worker/result_queue.h"
+#include "app/worker/finished_jobs.h"
 #include "app/worker/worker.h"
 #include "tests/support/temp_tree.h"
 
@@ -24,7 +24,7 @@ TEST(AnnouncingTest, HoldsNoLock) {
   TempTree tree;
   const std::u16string path = tree.AddFile(u"a", "abc");
   Worker* worker = nullptr;
-  ResultQueue* results = nullptr;
+  FinishedJobQueue* results = nullptr;
   std::atomic<bool> hasAnnounced = false;
   std::atomic<bool> hasAnswered = false;
   std::atomic<bool> answeredInTime = false;
@@ -40,14 +40,14 @@ TEST(AnnouncingTest, HoldsNoLock) {
   const auto announce = [&] {
     window = std::thread([&] {
       const WorkerSnapshot snapshot = worker->GetSnapshot();
-      sawResult = !snapshot.active && snapshot.resultsWait && results->Take().size() == 1;
+      sawResult = !snapshot.active && snapshot.finishedWait && results->Take().size() == 1;
       hasAnswered = true;
     });
     answeredInTime = waitFor(hasAnswered, 20s);
     hasAnnounced = true;
     return true;
   };
-  ResultQueue queue({.results = announce, .progress = [] { return true; }});
+  FinishedJobQueue queue({.finished = announce, .progress = [] { return true; }});
   results = &queue;
   {
     Worker made(queue);
@@ -64,13 +64,13 @@ TEST(AnnouncingTest, HoldsNoLock) {
 TEST(AnnouncingTest, NoSnapshotMissesBoth) {
   TempTree tree;
   const std::u16string path = tree.AddFile(u"a", "abc");
-  ResultQueue queue({.results = [] { return false; }, .progress = [] { return true; }});
+  FinishedJobQueue queue({.finished = [] { return false; }, .progress = [] { return true; }});
   Worker worker(queue);
   for (uint64_t round = 1; round <= 300; ++round) {
     worker.Enqueue({.rowId = round, .path = path, .mask = Md5, .size = 3});
     WorkerSnapshot snapshot = worker.GetSnapshot();
     while (snapshot.active) snapshot = worker.GetSnapshot();
-    ASSERT_TRUE(snapshot.resultsWait) << round;
+    ASSERT_TRUE(snapshot.finishedWait) << round;
     ASSERT_EQ(queue.Take().size(), 1u);
   }
 }

@@ -53,23 +53,24 @@ class Gate {
 
 class Results final : public WorkerSink {
  public:
-  void PostResult(std::unique_ptr<ResultMessage> result) override {
+  void AddFinished(std::unique_ptr<FinishedJob> result) override {
     const std::lock_guard lock(mutex_);
     results_.push_back(std::move(result));
   }
+  void AnnounceFinished() override {}
   void PostProgress() override {}
-  bool HoldsResults() const override {
+  bool HoldsFinished() const override {
     const std::lock_guard lock(mutex_);
     return !results_.empty();
   }
-  std::vector<std::unique_ptr<ResultMessage>> Take() {
+  std::vector<std::unique_ptr<FinishedJob>> Take() {
     const std::lock_guard lock(mutex_);
     return std::exchange(results_, {});
   }
 
  private:
   mutable std::mutex mutex_;
-  std::vector<std::unique_ptr<ResultMessage>> results_;
+  std::vector<std::unique_ptr<FinishedJob>> results_;
 };
 
 // A worker that is held when it opens its file with this number, counted from 1.

@@ -1,8 +1,8 @@
 // Random schedules of everything that the window's thread does to the worker, the end included,
 // while files are hashed. Under ThreadSanitizer that is what its runs are for.
 //
-// SUMWRIGHT_SCHEDULES says how many schedules each test runs, SUMWRIGHT_SEED with which number the
-// first of them begins; each schedule depends on its own number alone, which a failure tells.
+// SUMWRIGHT_SCHEDULES sets how many schedules each test runs, SUMWRIGHT_SEED the number of the
+// first. A schedule depends on its number alone, which a failure reports.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -46,7 +46,7 @@ class Chance {
     return static_cast<Number>(engine_() % static_cast<uint64_t>(bound));
   }
   bool OneIn(uint64_t count) { return Below(count) == 0; }
-  // Lets the other threads come to any point: not at all, a little, or far.
+  // Lets the other threads get on: not at all, a little, or far.
   void Pause() {
     const uint64_t kind = Below(4);
     if (kind == 0) std::this_thread::yield();
@@ -117,27 +117,27 @@ bool IsRight(const swr::DigestSlot& slot, const swr::Digest& known) {
 
 class Results final : public WorkerSink {
  public:
-  void AddResult(std::unique_ptr<ResultMessage> result) override {
+  void AddFinished(std::unique_ptr<FinishedJob> result) override {
     const std::lock_guard lock(mutex_);
     results_.push_back(std::move(result));
   }
-  void AnnounceResults() override {}
+  void AnnounceFinished() override {}
   void PostProgress() override {}
-  bool HoldsResults() const override {
+  bool HoldsFinished() const override {
     const std::lock_guard lock(mutex_);
     return !results_.empty();
   }
-  std::vector<std::unique_ptr<ResultMessage>> Take() {
+  std::vector<std::unique_ptr<FinishedJob>> Take() {
     const std::lock_guard lock(mutex_);
     return std::move(results_);
   }
 
  private:
   mutable std::mutex mutex_;
-  std::vector<std::unique_ptr<ResultMessage>> results_;
+  std::vector<std::unique_ptr<FinishedJob>> results_;
 };
 
-// Nothing is lost and nothing comes twice, in the order in which it was asked for.
+// Nothing is lost or reported twice, and everything is reported in the order of the queue.
 TEST(WorkerScheduleTest, OfTheWorker) {
   const ScheduledFiles files;
   RunSchedules([&](Chance& chance) {
@@ -202,23 +202,23 @@ TEST(WorkerScheduleTest, OfTheWorker) {
 // ---- The whole window.
 
 void CheckRows(const WorkingWindow& window, const ScheduledFiles& files, bool wasCancelled) {
-  for (const auto& row : window.main.rows) {
-    SCOPED_TRACE(swr::WideToUtf8(row->path));
-    EXPECT_EQ(row->pendingMask, 0u);
-    const auto* file = files.Find(row->path);
+  for (const Row& row : window.rows) {
+    SCOPED_TRACE(swr::WideToUtf8(row.path));
+    EXPECT_EQ(row.pendingMask, 0u);
+    const auto* file = files.Find(row.path);
     if (file == nullptr) {
-      EXPECT_EQ(row->status, RowStatus::Failed);
+      EXPECT_EQ(row.status, RowStatus::Failed);
       continue;
     }
-    EXPECT_TRUE(row->status == RowStatus::Done ||
-                (wasCancelled && row->status == RowStatus::Cancelled))
-        << static_cast<int>(row->status);
-    EXPECT_FALSE(row->changed);
+    EXPECT_TRUE(row.status == RowStatus::Done ||
+                (wasCancelled && row.status == RowStatus::Cancelled))
+        << static_cast<int>(row.status);
+    EXPECT_FALSE(row.changed);
     for (const swr::AlgoInfo& info : swr::AllAlgos()) {
-      const swr::DigestSlot& slot = row->digests[swr::IndexOf(info.id)];
+      const swr::DigestSlot& slot = row.digests[swr::IndexOf(info.id)];
       EXPECT_TRUE(!slot.present || IsRight(slot, file->digests[swr::IndexOf(info.id)]));
-      const bool isWanted = (window.main.algorithms & MaskOf(info.id)) != 0;
-      // A job that was done when its row was cancelled makes the row done, with its own digests.
+      const bool isWanted = (window.options.algorithms & MaskOf(info.id)) != 0;
+      // A job that had finished when its row was cancelled makes the row done, with its digests.
       EXPECT_TRUE(slot.present || !isWanted || wasCancelled);
     }
   }
@@ -228,32 +228,32 @@ TEST(WorkerScheduleTest, OfTheWindow) {
   const ScheduledFiles files;
   RunSchedules([&](Chance& chance) {
     WorkingWindow window;
-    window.main.SetAlgoMask(MaskOf(AlgoId::Md5));
+    window.algorithms.Select(MaskOf(AlgoId::Md5));
     bool wasCancelled = false;
     const uint64_t steps = 5 + chance.Below(20);
     for (uint64_t step = 0; step < steps; ++step) {
       chance.Pause();
       switch (chance.Below(12)) {
         case 0:
-          window.main.CancelAll();
+          window.edits.CancelAll();
           wasCancelled = true;
           break;
         case 1:
-          if (!window.main.rows.empty()) {
-            window.main.RemoveRows(window.main.IdsOf({chance.Below(window.main.rows.size())}));
+          if (!window.rows.IsEmpty()) {
+            window.RemoveRows({chance.Below(window.rows.Size())});
           }
           break;
         case 2:
-          if (chance.OneIn(3)) window.main.ClearList();
+          if (chance.OneIn(3)) window.edits.Clear();
           break;
         case 3:
         case 4: {
           const swr::AlgoMask mask = static_cast<swr::AlgoMask>(chance.Below(1 << 15));
-          window.main.SetAlgoMask((mask & ScheduledAlgos) | MaskOf(AlgoId::Crc32));
+          window.algorithms.Select((mask & ScheduledAlgos) | MaskOf(AlgoId::Crc32));
           break;
         }
         case 5:
-          if (chance.OneIn(3)) window.main.VerifyChecksumFile(files.listPath);
+          if (chance.OneIn(3)) window.verification.VerifyFile(files.listPath);
           break;
         case 6:
           window.TakeResults();
@@ -268,11 +268,11 @@ TEST(WorkerScheduleTest, OfTheWindow) {
             paths.push_back(files.files[chance.OneIn(8) ? 4 : chance.Below(4)].path);
           }
           if (chance.OneIn(10)) paths.push_back(files.absent);
-          window.main.AddPaths(paths);
+          window.adding.AddPaths(paths);
         }
       }
     }
-    // Half of them end in the middle of their work.
+    // Half of them end while there is still work.
     if (chance.OneIn(2)) return;
     ASSERT_TRUE(window.WaitUntilIdle());
     CheckRows(window, files, wasCancelled);

@@ -28,12 +28,12 @@ constexpr swr::AlgoMask Md5 = swr::MaskOf(swr::AlgoId::Md5);
 // decides what happens while a file is being read.
 class Sink final : public WorkerSink {
  public:
-  void AddResult(std::unique_ptr<ResultMessage> result) override {
+  void AddFinished(std::unique_ptr<FinishedJob> result) override {
     const std::lock_guard lock(mutex_);
     results_.push_back(std::move(result));
     changed_.notify_all();
   }
-  void AnnounceResults() override {}
+  void AnnounceFinished() override {}
   void PostProgress() override {
     std::unique_lock lock(mutex_);
     ++progressCount_;
@@ -41,7 +41,7 @@ class Sink final : public WorkerSink {
     changed_.wait(lock, [this] { return !holds_; });
   }
 
-  bool HoldsResults() const override {
+  bool HoldsFinished() const override {
     const std::lock_guard lock(mutex_);
     return !results_.empty();
   }
@@ -60,7 +60,7 @@ class Sink final : public WorkerSink {
     ASSERT_TRUE(changed_.wait_for(lock, 60s, [&] { return progressCount_ >= count; }));
   }
   // All results so far, once there are `count`.
-  std::vector<std::unique_ptr<ResultMessage>> Wait(size_t count) {
+  std::vector<std::unique_ptr<FinishedJob>> Wait(size_t count) {
     std::unique_lock lock(mutex_);
     EXPECT_TRUE(changed_.wait_for(lock, 60s, [&] { return results_.size() >= count; }));
     return std::move(results_);
@@ -73,7 +73,7 @@ class Sink final : public WorkerSink {
  private:
   mutable std::mutex mutex_;
   std::condition_variable changed_;
-  std::vector<std::unique_ptr<ResultMessage>> results_;
+  std::vector<std::unique_ptr<FinishedJob>> results_;
   int progressCount_ = 0;
   bool holds_ = false;
 };
@@ -91,7 +91,7 @@ class WorkerTest : public ::testing::Test {
     worker.Enqueue(std::move(job));
     sink.WaitForProgress(before + 1);
   }
-  // A moment at which the worker has finished everything.
+  // Returns once the worker has finished everything.
   void WaitUntilIdle() {
     while (worker.GetSnapshot().active) std::this_thread::sleep_for(1ms);
   }
@@ -153,17 +153,17 @@ TEST_F(WorkerTest, FiguresDuringAJob) {
   EXPECT_EQ(snapshot.remainingJobs, 0u);
 }
 
-// Between a job that runs and a result that waits there is no moment of neither.
+// At every moment a job is running, waiting or finished and not taken yet.
 TEST_F(WorkerTest, TellsOfResultsThatWait) {
-  EXPECT_FALSE(worker.GetSnapshot().resultsWait);
+  EXPECT_FALSE(worker.GetSnapshot().finishedWait);
   const HashJob job = Job(1, u"a");
   for (int round = 0; round < 200; ++round) {
     worker.Enqueue(job);
     WorkerSnapshot snapshot = worker.GetSnapshot();
     while (snapshot.active) snapshot = worker.GetSnapshot();
-    ASSERT_TRUE(snapshot.resultsWait);
+    ASSERT_TRUE(snapshot.finishedWait);
     ASSERT_EQ(sink.Wait(1).size(), 1u);
-    ASSERT_FALSE(worker.GetSnapshot().resultsWait);
+    ASSERT_FALSE(worker.GetSnapshot().finishedWait);
   }
 }
 

@@ -1,0 +1,42 @@
+// Takes files and folders into the list: start-up arguments, drops, the Add commands and the paths
+// from other instances all come through here.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "app/desktop/pickers.h"
+#include "app/flows/banners.h"
+#include "app/flows/hashing.h"
+#include "app/flows/options.h"
+#include "app/flows/refresh.h"
+#include "app/rows/row_table.h"
+#include "app/screen/frame.h"
+#include "app/screen/list_view.h"
+
+namespace app {
+
+class Adding {
+ public:
+  // All must outlive the object.
+  Adding(RowTable& rows, Hashing& hashing, const Options& options, Banners& banners,
+         Refresh& refresh, ListView& list, Frame& frame, Pickers& pickers);
+
+  // Adds files, and all files under folders, unless they are in the list already, and queues the
+  // new ones. Blocks until every folder is walked.
+  void AddPaths(const std::vector<std::u16string>& paths);
+  void AddChosenFiles();
+  void AddChosenFolder();
+
+ private:
+  RowTable& rows_;
+  Hashing& hashing_;
+  const Options& options_;
+  Banners& banners_;
+  Refresh& refresh_;
+  ListView& list_;
+  Frame& frame_;
+  Pickers& pickers_;
+};
+
+}  // namespace app

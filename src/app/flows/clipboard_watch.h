@@ -1,0 +1,33 @@
+// Offers to compare a hash that the user copied elsewhere, when the window becomes active and once
+// for each content of the clipboard. Nothing reaches the Expected hash box unasked.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "app/desktop/clipboard.h"
+#include "app/flows/banners.h"
+#include "app/screen/expected_view.h"
+
+namespace app {
+
+class ClipboardWatch {
+ public:
+  // All must outlive the object.
+  ClipboardWatch(Clipboard& clipboard, Banners& banners, const ExpectedView& expected)
+      : clipboard_(clipboard), banners_(banners), expected_(expected) {}
+
+  // To be called when the window becomes active.
+  void Check();
+  // The user does not want this text offered; it is not offered again.
+  void Dismiss(const std::u16string& text) { dismissed_ = text; }
+
+ private:
+  Clipboard& clipboard_;
+  Banners& banners_;
+  const ExpectedView& expected_;
+  uint32_t sequence_ = 0;  // of the content that was looked at last
+  std::u16string dismissed_;
+};
+
+}  // namespace app

@@ -1,0 +1,37 @@
+// The pane under the list: all that is known of the selected file, or a sum of several. It has the
+// signature and the origin of a file looked up when the file is first shown.
+#pragma once
+
+#include <cstdint>
+
+#include "app/desktop/signature_checks.h"
+#include "app/flows/options.h"
+#include "app/flows/selection.h"
+#include "app/rows/row_table.h"
+#include "app/screen/details_view.h"
+#include "swr/provenance/signature.h"
+
+namespace app {
+
+class DetailsPane {
+ public:
+  // All must outlive the object.
+  DetailsPane(RowTable& rows, const Selection& selection, const Options& options,
+              SignatureChecks& signatures, DetailsView& view);
+
+  // To be called after every change of the selection or of a selected row.
+  void Refresh();
+  void OnSignatureResult(uint64_t rowId, const swr::SignatureResult& signature);
+
+ private:
+  // Asks for what is known elsewhere of the row.
+  void LookInto(const Row& row);
+
+  RowTable& rows_;
+  const Selection& selection_;
+  const Options& options_;
+  SignatureChecks& signatures_;
+  DetailsView& view_;
+};
+
+}  // namespace app

@@ -1,0 +1,74 @@
+#include "app/flows/expected_hash.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "app/verdicts/result_line.h"
+#include "swr/checksums/pasted_hash.h"
+#include "swr/text/text.h"
+
+namespace app {
+
+ExpectedHash::ExpectedHash(RowTable& rows, Hashing& hashing, ProgressDisplay& progress,
+                           Banners& banners, Clipboard& clipboard, ListView& list,
+                           ExpectedView& view)
+    : rows_(rows),
+      hashing_(hashing),
+      progress_(progress),
+      banners_(banners),
+      clipboard_(clipboard),
+      list_(list),
+      view_(view) {}
+
+void ExpectedHash::Compare() {
+  const std::u16string text = view_.ExpectedText();
+  const std::u16string_view trimmed = swr::TrimText(text);
+  const std::optional<swr::ParsedHash> expected = swr::ParseExpectedHash(trimmed);
+  const bool isNew = expected != rows_.Expected();
+  rows_.CompareWith(expected);
+
+  ResultLine line;
+  bool queued = false;
+  if (trimmed.empty()) {
+    // Rows whose results are still on their way are not called unchecked.
+    const WorkerSnapshot snapshot = hashing_.Snapshot();
+    line =
+        VerificationLine(rows_.Counters().Verification(), snapshot.active || snapshot.finishedWait);
+  } else if (!expected) {
+    line = NotAHashLine();
+  } else if (rows_.IsEmpty()) {
+    line = FileWantedLine(*expected);
+  } else {
+    // This is the one place where a pasted value changes what is hashed. Only a new value takes up
+    // again what the user has cancelled; otherwise Cancel would have no effect.
+    const RowCounters& counters = rows_.Counters();
+    if (counters.Matches() == 0 && (isNew || counters.WantsCandidates())) {
+      queued = hashing_.QueueCandidates(*expected, isNew);
+    }
+    line = ExpectedHashLine(rows_, *expected);
+  }
+  view_.SetResultLine(line.text, line.kind);
+  // The value shows in the rows' texts and colours.
+  if (isNew || queued) list_.RedrawRows();
+}
+
+void ExpectedHash::OnEdited() {
+  // The same value entered again counts as a new one, and what the list shows of the old one goes.
+  if (rows_.Expected()) {
+    rows_.CompareWith(std::nullopt);
+    list_.RedrawRows();
+  }
+  Compare();
+  if (banners_.Kind() == BannerKind::Clipboard) banners_.Hide();
+  progress_.Update();
+}
+
+void ExpectedHash::Paste() {
+  const std::optional<std::u16string> text = clipboard_.ReadClipboardText();
+  if (!text) return;
+  view_.SetExpectedText(std::u16string(swr::TrimText(*text)));
+  banners_.Hide();
+}
+
+}  // namespace app

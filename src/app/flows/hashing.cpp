@@ -1,0 +1,77 @@
+#include "app/flows/hashing.h"
+
+#include <utility>
+
+namespace app {
+
+Hashing::Hashing(RowTable& rows, HashQueue& queue, const Options& options, ProgressTimer& timer)
+    : rows_(rows), queue_(queue), options_(options), timer_(timer) {}
+
+std::optional<HashJob> Hashing::JobFor(size_t index, swr::AlgoMask mask) {
+  const Row& row = rows_[index];
+  if (row.status == RowStatus::Failed) return std::nullopt;
+  const swr::AlgoMask newMask = mask & ~row.pendingMask & ~row.digests.PresentMask();
+  if (newMask == 0) return std::nullopt;
+  rows_.UpdateAt(index, [&](RowState& state) {
+    state.pendingMask |= newMask;
+    state.cancelledByUser = false;
+    if (state.status != RowStatus::Hashing) state.status = RowStatus::Waiting;
+  });
+  return HashJob{.rowId = row.id, .path = row.path, .mask = newMask, .size = row.size};
+}
+
+bool Hashing::QueueJobs(std::vector<HashJob> jobs) {
+  if (jobs.empty()) return false;
+  queue_.EnqueueAll(std::move(jobs));
+  // Starting a timer that runs would postpone its next tick.
+  if (!std::exchange(timerRuns_, true)) timer_.StartProgressTimer();
+  return true;
+}
+
+bool Hashing::QueueRow(uint64_t id, swr::AlgoMask mask) {
+  std::vector<HashJob> jobs;
+  if (const auto index = rows_.IndexOf(id)) {
+    if (auto job = JobFor(*index, mask)) jobs.push_back(*std::move(job));
+  }
+  return QueueJobs(std::move(jobs));
+}
+
+void Hashing::QueueFrom(size_t first) {
+  std::vector<HashJob> jobs;
+  for (size_t i = first; i < rows_.Size(); ++i) {
+    swr::AlgoMask mask = options_.algorithms;
+    if (rows_[i].hasExpected) mask |= swr::CandidateMask(rows_[i].expectedAlgos);
+    if (auto job = JobFor(i, mask & swr::AllAlgosMask)) jobs.push_back(*std::move(job));
+  }
+  QueueJobs(std::move(jobs));
+}
+
+bool Hashing::QueueCandidates(const swr::ParsedHash& expected, bool withCancelled) {
+  const swr::AlgoMask mask = swr::CandidateMask(expected.candidates);
+  std::vector<HashJob> jobs;
+  for (size_t i = 0; i < rows_.Size(); ++i) {
+    if (rows_[i].cancelledByUser && !withCancelled) continue;
+    if (auto job = JobFor(i, mask)) jobs.push_back(*std::move(job));
+  }
+  return QueueJobs(std::move(jobs));
+}
+
+void Hashing::CancelAll() {
+  queue_.CancelAll();
+  for (size_t i = 0; i < rows_.Size(); ++i) {
+    if (rows_[i].pendingMask == 0) continue;
+    rows_.UpdateAt(i, [](RowState& row) {
+      row.pendingMask = 0;
+      row.cancelledByUser = true;
+      if (row.status == RowStatus::Waiting || row.status == RowStatus::Hashing) {
+        row.status = RowStatus::Cancelled;
+      }
+    });
+  }
+}
+
+void Hashing::StopTimer() {
+  if (std::exchange(timerRuns_, false)) timer_.StopProgressTimer();
+}
+
+}  // namespace app

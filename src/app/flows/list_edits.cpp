@@ -1,0 +1,39 @@
+#include "app/flows/list_edits.h"
+
+#include <algorithm>
+
+namespace app {
+
+void ListEdits::RemoveRows(const RowIds& ids) {
+  uses_.hashing.Forget(ids);
+  uses_.rows.Remove(ids);
+  uses_.list.ClearSelection();
+  uses_.list.SetRowCount(uses_.rows.Size());
+  uses_.refresh.AfterRowChange();
+}
+
+void ListEdits::Clear() {
+  uses_.hashing.ForgetAll();
+  uses_.rows.Clear();
+  uses_.comparison.Forget();
+  uses_.lookUp.Forget();
+  uses_.list.SetRowCount(0);
+  uses_.banners.Hide();
+  uses_.refresh.AfterRowChange();
+}
+
+void ListEdits::CancelAll() {
+  uses_.hashing.CancelAll();
+  uses_.list.RedrawRows();
+  uses_.expected.Compare();
+  uses_.progress.Update();
+}
+
+void ListEdits::RemovePlainRow(const std::u16string& path) {
+  const std::vector<size_t> found = uses_.rows.IndexesOfPath(path);
+  const auto plain =
+      std::ranges::find_if(found, [&](size_t index) { return !uses_.rows[index].hasExpected; });
+  RemoveRows(plain == found.end() ? RowIds{} : RowIds{uses_.rows[*plain].id});
+}
+
+}  // namespace app

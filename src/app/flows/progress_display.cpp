@@ -1,0 +1,36 @@
+#include "app/flows/progress_display.h"
+
+#include "app/verdicts/status_line.h"
+
+namespace app {
+
+ProgressDisplay::ProgressDisplay(RowTable& rows, const HashQueue& queue, ListView& list,
+                                 StatusView& status)
+    : rows_(rows), queue_(queue), list_(list), status_(status) {}
+
+void ProgressDisplay::Show(const WorkerSnapshot& snapshot) {
+  if (snapshot.active) {
+    status_.SetStatusText(RunningLine(snapshot));
+    status_.ShowProgress(FiguresOf(snapshot));
+    return;
+  }
+  status_.SetStatusText(IdleLine(rows_.Size(), rows_.Counters().TotalSize()));
+  status_.ShowProgress(std::nullopt);
+}
+
+// The worker does not report that it starts a file. Rows are found by path: a list can hold the
+// same file twice, and then both rows show that it is being read.
+void ProgressDisplay::MarkRunningRows(const WorkerSnapshot& snapshot) {
+  if (!snapshot.active) return;
+  for (const size_t index : rows_.IndexesOfPath(snapshot.currentPath)) {
+    const Row& row = rows_[index];
+    if (row.pendingMask == 0 || row.status == RowStatus::Failed ||
+        row.status == RowStatus::Hashing) {
+      continue;
+    }
+    rows_.UpdateAt(index, [](RowState& state) { state.status = RowStatus::Hashing; });
+    list_.RedrawRow(index);
+  }
+}
+
+}  // namespace app

@@ -1,0 +1,29 @@
+// The status line and the progress bar, and the rows that show as being hashed.
+#pragma once
+
+#include "app/rows/row_table.h"
+#include "app/screen/list_view.h"
+#include "app/screen/status_view.h"
+#include "app/worker/hash_queue.h"
+
+namespace app {
+
+class ProgressDisplay {
+ public:
+  // All must outlive the object.
+  ProgressDisplay(RowTable& rows, const HashQueue& queue, ListView& list, StatusView& status);
+
+  // Brings the status line and the bar up to date.
+  void Update() { Show(queue_.GetSnapshot()); }
+  void Show(const WorkerSnapshot& snapshot);
+  // Shows the rows of the file that the worker is reading as such.
+  void MarkRunningRows(const WorkerSnapshot& snapshot);
+
+ private:
+  RowTable& rows_;
+  const HashQueue& queue_;
+  ListView& list_;
+  StatusView& status_;
+};
+
+}  // namespace app

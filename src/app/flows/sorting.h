@@ -1,0 +1,39 @@
+// Sorts the list by a column: once, at the click on its heading.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+
+#include "app/flows/list_cells.h"
+#include "app/flows/list_columns.h"
+#include "app/flows/refresh.h"
+#include "app/rows/row_table.h"
+#include "app/screen/column_view.h"
+#include "app/screen/list_view.h"
+
+namespace app {
+
+class Sorting {
+ public:
+  // All must outlive the object.
+  Sorting(RowTable& rows, const ListColumns& columns, const ListCells& cells, Refresh& refresh,
+          ListView& list, ColumnView& view);
+
+  // The first click on a column sorts ascending; each further one reverses the direction. Does
+  // nothing for a column that is not there.
+  void SortBy(size_t column);
+  // To be called when the columns are replaced: the next click on any sorts ascending.
+  void Forget() { column_.reset(); }
+
+ private:
+  RowTable& rows_;
+  const ListColumns& columns_;
+  const ListCells& cells_;
+  Refresh& refresh_;
+  ListView& list_;
+  ColumnView& view_;
+  std::optional<size_t> column_;
+  bool descending_ = false;
+};
+
+}  // namespace app

@@ -1,0 +1,37 @@
+// How the controls of a dialog follow its size: pure arithmetic on rectangles, in pixels of the
+// client area.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <vector>
+
+namespace app {
+
+struct LayoutRect {
+  int32_t left = 0;
+  int32_t top = 0;
+  int32_t right = 0;
+  int32_t bottom = 0;
+
+  bool operator==(const LayoutRect&) const = default;
+};
+
+// How much of the added width or height an edge moves by.
+enum class Follow : uint8_t { Nothing, Half, All };
+
+struct AnchoredControl {
+  uint32_t id;
+  Follow left;
+  Follow top;
+  Follow right;
+  Follow bottom;
+};
+
+// Where the controls are when the client area is `widthChange` and `heightChange` larger than it
+// was with the rectangles `base`, which are as many as the controls and in the same order.
+std::vector<LayoutRect> AnchorLayout(std::span<const AnchoredControl> controls,
+                                     std::span<const LayoutRect> base, int32_t widthChange,
+                                     int32_t heightChange);
+
+}  // namespace app

@@ -1,0 +1,60 @@
+// One file in the list: what names it, and what is known of it so far.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "swr/hash/algorithms.h"
+#include "swr/hash/digest.h"
+#include "swr/provenance/signature.h"
+#include "swr/provenance/zone_record.h"
+#include "swr/system/file.h"
+
+namespace app {
+
+enum class RowStatus : uint8_t { Waiting = 0, Hashing = 1, Done = 2, Failed = 3, Cancelled = 4 };
+
+// Never changes while the row lives.
+struct RowIdentity {
+  uint64_t id = 0;        // given by the table; never 0 and never reused
+  std::u16string path;    // full where the system could make it full
+  std::u16string name;    // the part of `path` after its last separator
+  std::u16string folder;  // the part of `path` before that separator
+};
+
+// Changed through RowTable only, which keeps its counters in step.
+struct RowState {
+  uint64_t size = 0;  // bytes; from the file system first, then as many as hashing read
+  swr::FileTime modified = 0;
+  // Kept for as long as the row lives, whichever algorithms are selected.
+  swr::DigestSlots digests;
+  swr::AlgoMask pendingMask = 0;  // queued for this row and not yet reported
+  RowStatus status = RowStatus::Waiting;
+  // The user cancelled what was queued for this row, and nothing was queued for it since. A row
+  // that is Cancelled without this has a later job; the result of an earlier one hides that.
+  bool cancelledByUser = false;
+  uint32_t error = 0;    // Windows error code of a failed row
+  bool changed = false;  // the file changed while some pass was reading it
+  // What a checksum file expects of this file. `expectedAlgos` holds the algorithms that the digest
+  // may belong to, in the order of comparison.
+  bool hasExpected = false;
+  std::vector<uint8_t> expectedBytes;
+  std::vector<swr::AlgoId> expectedAlgos;
+  std::u16string checksumFile;  // full path
+  uint32_t checksumLine = 0;    // from 1
+  // Both are looked up when the details of the row are first shown.
+  std::optional<swr::SignatureResult> signature;
+  bool signatureRequested = false;  // a check is in progress
+  std::optional<swr::ZoneRecord> zone;
+};
+
+struct Row : RowIdentity, RowState {};
+
+// The algorithms of `mask` whose digests the row has, ascending.
+inline std::vector<swr::AlgoId> PresentAlgos(const Row& row, swr::AlgoMask mask) {
+  return swr::IdsFromMask(mask & row.digests.PresentMask());
+}
+
+}  // namespace app

@@ -1,0 +1,77 @@
+#include "app/rows/row_counters.h"
+
+#include <algorithm>
+
+#include "swr/text/text.h"
+
+namespace app {
+
+void RowCounters::Reset(const std::optional<swr::ParsedHash>& expected) {
+  if (&expected != &expected_) expected_ = expected;
+  contributions_.clear();
+  totalSize_ = 0;
+  verification_ = {};
+  matches_ = 0;
+  pending_ = 0;
+  wanting_ = 0;
+  named_.reset();
+}
+
+void RowCounters::Add(const Row& row) {
+  const size_t index = contributions_.size();
+  contributions_.push_back(ContributionOf(row));
+  Include(contributions_.back(), index);
+  const bool isNamed =
+      expected_ && !expected_->name.empty() && swr::EqualsNoCase(row.name, expected_->name);
+  if (isNamed) named_ = index;
+}
+
+void RowCounters::Recount(size_t index, const Row& row) {
+  const bool wasMatch = contributions_[index].IsMatch();
+  Exclude(contributions_[index]);
+  contributions_[index] = ContributionOf(row);
+  Include(contributions_[index], index);
+  // It is rare that a row stops matching: its file could be read the first time and not the second.
+  // Such a row never matches again, so all these searches together go through the list once.
+  if (wasMatch && index == firstMatch_ && matches_ > 0 && !contributions_[index].IsMatch()) {
+    const auto next =
+        std::find_if(contributions_.begin() + static_cast<ptrdiff_t>(index), contributions_.end(),
+                     [](const Contribution& c) { return c.IsMatch(); });
+    firstMatch_ = static_cast<size_t>(next - contributions_.begin());
+  }
+}
+
+RowCounters::Contribution RowCounters::ContributionOf(const Row& row) const {
+  Contribution contribution{.size = row.size, .isListed = row.hasExpected};
+  if (row.hasExpected) contribution.own = CompareWithOwn(row).outcome;
+  if (!expected_) return contribution;
+  const CompareResult compared = CompareRow(row, expected_->digest, expected_->candidates);
+  contribution.expected = compared.outcome;
+  contribution.expectedAlgo = compared.algo;
+  contribution.wantsCandidates =
+      row.status != RowStatus::Failed && !row.cancelledByUser &&
+      std::ranges::any_of(expected_->candidates, [&](swr::AlgoId id) {
+        return !row.digests[swr::IndexOf(id)].present && (row.pendingMask & swr::MaskOf(id)) == 0;
+      });
+  return contribution;
+}
+
+void RowCounters::Include(const Contribution& contribution, size_t index) {
+  totalSize_ += contribution.size;
+  if (contribution.isListed) ++verification_.Of(contribution.own);
+  if (contribution.IsMatch()) {
+    firstMatch_ = matches_++ == 0 ? index : std::min(firstMatch_, index);
+  }
+  if (contribution.expected == CompareOutcome::Pending) ++pending_;
+  if (contribution.wantsCandidates) ++wanting_;
+}
+
+void RowCounters::Exclude(const Contribution& contribution) {
+  totalSize_ -= contribution.size;
+  if (contribution.isListed) --verification_.Of(contribution.own);
+  if (contribution.IsMatch()) --matches_;
+  if (contribution.expected == CompareOutcome::Pending) --pending_;
+  if (contribution.wantsCandidates) --wanting_;
+}
+
+}  // namespace app

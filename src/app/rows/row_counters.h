@@ -1,0 +1,72 @@
+// The running counters behind the sentences about the whole list. What each row contributes is
+// remembered, so that a change of one row costs the same in a list of ten and in one of a hundred
+// thousand. At any time the counters equal what a walk over all rows would give.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+#include "app/rows/row.h"
+#include "app/rows/row_comparison.h"
+#include "swr/checksums/expected_digest.h"
+#include "swr/checksums/pasted_hash.h"
+
+namespace app {
+
+// Kept up to date by RowTable; everybody else reads. Indexes are those of the table.
+class RowCounters {
+ public:
+  uint64_t TotalSize() const { return totalSize_; }
+  // The rows that a checksum file expects something of.
+  const swr::VerificationCounts& Verification() const { return verification_; }
+
+  // The rows compared with the expected hash.
+  size_t Matches() const { return matches_; }
+  size_t FirstMatch() const { return firstMatch_; }  // only while there are matches
+  swr::AlgoId MatchAlgo() const { return contributions_[firstMatch_].expectedAlgo; }  // likewise
+  bool HasPending() const { return pending_ > 0; }
+  // The last row whose name came with the expected hash.
+  std::optional<size_t> Named() const { return named_; }
+  // Whether some row, neither cancelled by the user nor failed, lacks a candidate's digest that has
+  // not been asked for.
+  bool WantsCandidates() const { return wanting_ > 0; }
+
+  // Empties the counters. From here on rows are compared with this value; nothing for an empty box.
+  void Reset(const std::optional<swr::ParsedHash>& expected);
+  // Counts the row after those that are counted already.
+  void Add(const Row& row);
+  // Counts the row again that has this index.
+  void Recount(size_t index, const Row& row);
+
+  const std::optional<swr::ParsedHash>& Expected() const { return expected_; }
+
+ private:
+  struct Contribution {
+    uint64_t size = 0;
+    bool isListed = false;  // a checksum file expects something of it
+    CompareOutcome own = {};
+    CompareOutcome expected = {};
+    swr::AlgoId expectedAlgo = {};
+    bool wantsCandidates = false;
+
+    bool IsMatch() const { return expected == CompareOutcome::Match; }
+  };
+
+  Contribution ContributionOf(const Row& row) const;
+  void Include(const Contribution& contribution, size_t index);
+  void Exclude(const Contribution& contribution);
+
+  std::optional<swr::ParsedHash> expected_;
+  std::vector<Contribution> contributions_;  // by index
+  uint64_t totalSize_ = 0;
+  swr::VerificationCounts verification_;
+  size_t matches_ = 0;
+  size_t firstMatch_ = 0;  // the lowest index of a match
+  size_t pending_ = 0;
+  size_t wanting_ = 0;
+  std::optional<size_t> named_;
+};
+
+}  // namespace app

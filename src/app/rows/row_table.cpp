@@ -1,0 +1,113 @@
+#include "app/rows/row_table.h"
+
+#include <algorithm>
+
+#include "swr/text/text.h"
+
+namespace app {
+
+size_t RowTable::PathHash::operator()(std::u16string_view path) const {
+  return static_cast<size_t>(swr::CaseHash(path));
+}
+
+bool RowTable::PathEqual::operator()(std::u16string_view a, std::u16string_view b) const {
+  return swr::EqualsNoCase(a, b);
+}
+
+std::optional<size_t> RowTable::IndexOf(uint64_t id) const {
+  if (id < firstId_ || id - firstId_ >= indexes_.size()) return std::nullopt;
+  const size_t index = indexes_[static_cast<size_t>(id - firstId_)];
+  return index == NoRow ? std::nullopt : std::optional(index);
+}
+
+const Row* RowTable::Find(uint64_t id) const {
+  const auto index = IndexOf(id);
+  return index ? rows_[*index].get() : nullptr;
+}
+
+const RowTable::RowsByPath& RowTable::ByPath() const {
+  for (; indexedPaths_ < rows_.size(); ++indexedPaths_) {
+    byPath_.insert(rows_[indexedPaths_].get());
+  }
+  return byPath_;
+}
+
+std::vector<size_t> RowTable::IndexesOfPath(std::u16string_view path) const {
+  std::vector<size_t> found;
+  const auto [first, last] = ByPath().equal_range(path);
+  for (auto row = first; row != last; ++row) found.push_back(*IndexOf((*row)->id));
+  std::ranges::sort(found);
+  return found;
+}
+
+const Row& RowTable::Append(Row row) {
+  rows_.push_back(std::make_unique<Row>(std::move(row)));
+  Row& added = *rows_.back();
+  added.id = nextId_++;
+  if (rows_.size() == 1) firstId_ = added.id;
+  indexes_.resize(static_cast<size_t>(added.id - firstId_), NoRow);  // ids that were skipped
+  indexes_.push_back(rows_.size() - 1);
+  counters_.Add(added);
+  return added;
+}
+
+void RowTable::Remove(std::span<const uint64_t> ids) {
+  std::vector<bool> isRemoved(rows_.size());
+  for (const uint64_t id : ids) {
+    if (const auto index = IndexOf(id)) isRemoved[*index] = true;
+  }
+  std::erase_if(byPath_, [&](const Row* row) { return isRemoved[*IndexOf(row->id)]; });
+  const auto indexed = isRemoved.begin() + static_cast<ptrdiff_t>(indexedPaths_);
+  indexedPaths_ -= static_cast<size_t>(std::count(isRemoved.begin(), indexed, true));
+  size_t kept = 0;
+  for (size_t i = 0; i < rows_.size(); ++i) {
+    if (!isRemoved[i]) std::swap(rows_[kept++], rows_[i]);
+  }
+  rows_.resize(kept);
+  RebuildIndexes();
+}
+
+void RowTable::Clear() {
+  byPath_.clear();
+  indexedPaths_ = 0;
+  rows_.clear();
+  rows_.shrink_to_fit();
+  RebuildIndexes();
+}
+
+void RowTable::Reorder(std::span<const size_t> order) {
+  // Which rows are indexed is told by their order.
+  if (indexedPaths_ > 0) ByPath();
+  std::vector<std::unique_ptr<Row>> ordered;
+  ordered.reserve(rows_.size());
+  for (const size_t index : order) ordered.push_back(std::move(rows_[index]));
+  rows_ = std::move(ordered);
+  RebuildIndexes();
+}
+
+void RowTable::CompareWith(const std::optional<swr::ParsedHash>& expected) {
+  if (expected != counters_.Expected()) CountAll(expected);
+}
+
+void RowTable::RebuildIndexes() {
+  indexes_.clear();
+  if (rows_.empty()) {
+    indexes_.shrink_to_fit();
+  } else {
+    const auto [lowest, highest] =
+        std::ranges::minmax_element(rows_, {}, [](const auto& row) { return row->id; });
+    firstId_ = (*lowest)->id;
+    indexes_.resize(static_cast<size_t>((*highest)->id - firstId_ + 1), NoRow);
+    for (size_t i = 0; i < rows_.size(); ++i) {
+      indexes_[static_cast<size_t>(rows_[i]->id - firstId_)] = i;
+    }
+  }
+  CountAll(counters_.Expected());
+}
+
+void RowTable::CountAll(const std::optional<swr::ParsedHash>& expected) {
+  counters_.Reset(expected);
+  for (const auto& row : rows_) counters_.Add(*row);
+}
+
+}  // namespace app

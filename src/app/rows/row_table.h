@@ -1,0 +1,137 @@
+// The rows of the list, in display order. The table alone changes them, and keeps everything that
+// is derived from them in step: the lookup by id and by path, and the running counters.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <iterator>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <unordered_set>
+#include <utility>
+#include <vector>
+
+#include "app/rows/row.h"
+#include "app/rows/row_counters.h"
+#include "swr/checksums/pasted_hash.h"
+
+namespace app {
+
+// Used on the window's thread only. An index is the row's number in the list view. A reference to a
+// row is valid until that row is removed.
+class RowTable {
+ public:
+  class Iterator;
+
+  RowTable() = default;
+  RowTable(const RowTable&) = delete;
+  RowTable& operator=(const RowTable&) = delete;
+
+  size_t Size() const { return rows_.size(); }
+  bool IsEmpty() const { return rows_.empty(); }
+  const Row& operator[](size_t index) const { return *rows_[index]; }
+  Iterator begin() const;
+  Iterator end() const;
+
+  // Nothing for an id that was never given or whose row is gone.
+  const Row* Find(uint64_t id) const;
+  std::optional<size_t> IndexOf(uint64_t id) const;
+  // The rows of this path, ignoring case as the system does; ascending.
+  std::vector<size_t> IndexesOfPath(std::u16string_view path) const;
+
+  // Puts the row at the end and gives it the next id. Takes constant time.
+  const Row& Append(Row row);
+  // Uses up an id, for a row that was made and not wanted.
+  void SkipId() { ++nextId_; }
+  // Removes the rows of these ids. An id may come twice; one without a row does nothing.
+  void Remove(std::span<const uint64_t> ids);
+  void Clear();
+  // Puts the row that has the index order[i] now at the index i. `order` holds each index once.
+  void Reorder(std::span<const size_t> order);
+
+  // Calls change(RowState&) for the row with this id, or does nothing when it is gone.
+  template <typename Change>
+  void Update(uint64_t id, Change&& change) {
+    if (const auto index = IndexOf(id)) UpdateAt(*index, std::forward<Change>(change));
+  }
+  template <typename Change>
+  void UpdateAt(size_t index, Change&& change) {
+    std::forward<Change>(change)(static_cast<RowState&>(*rows_[index]));
+    counters_.Recount(index, *rows_[index]);
+  }
+
+  const RowCounters& Counters() const { return counters_; }
+  // The value of the Expected hash box, which every row is compared with; nothing when the box
+  // holds no hash.
+  const std::optional<swr::ParsedHash>& Expected() const { return counters_.Expected(); }
+  // Takes time for every row when the value is another one.
+  void CompareWith(const std::optional<swr::ParsedHash>& expected);
+
+ private:
+  // Rows and paths are alike when their paths differ in case only.
+  struct PathHash {
+    using is_transparent = void;
+    size_t operator()(std::u16string_view path) const;
+    size_t operator()(const Row* row) const { return (*this)(row->path); }
+  };
+  struct PathEqual {
+    using is_transparent = void;
+    bool operator()(const Row* a, const Row* b) const { return (*this)(a->path, b->path); }
+    bool operator()(std::u16string_view a, const Row* b) const { return (*this)(a, b->path); }
+    bool operator()(const Row* a, std::u16string_view b) const { return (*this)(a->path, b); }
+    bool operator()(std::u16string_view a, std::u16string_view b) const;
+  };
+  using RowsByPath = std::unordered_multiset<const Row*, PathHash, PathEqual>;
+  static constexpr size_t NoRow = SIZE_MAX;
+
+  // The index of all rows by path, brought up to date.
+  const RowsByPath& ByPath() const;
+
+  // After a change of the order or of the rows before the last one.
+  void RebuildIndexes();
+  void CountAll(const std::optional<swr::ParsedHash>& expected);
+
+  std::vector<std::unique_ptr<Row>> rows_;
+  uint64_t nextId_ = 1;
+  // Ids ascend, so a plain table does for a map: the index of the row with id `firstId_` + i, or
+  // NoRow where that row is gone.
+  std::vector<size_t> indexes_;
+  uint64_t firstId_ = 1;
+  // The first `indexedPaths_` rows. Extended when it is asked, for many lists never are.
+  mutable RowsByPath byPath_;
+  mutable size_t indexedPaths_ = 0;
+  RowCounters counters_;
+};
+
+// Goes over the rows in display order.
+class RowTable::Iterator {
+ public:
+  using iterator_concept = std::forward_iterator_tag;
+  using value_type = Row;
+  using difference_type = std::ptrdiff_t;
+
+  Iterator() = default;
+  const Row& operator*() const { return **row_; }
+  const Row* operator->() const { return row_->get(); }
+  Iterator& operator++() {
+    ++row_;
+    return *this;
+  }
+  Iterator operator++(int) { return Iterator(row_++); }
+  bool operator==(const Iterator&) const = default;
+
+ private:
+  friend class RowTable;
+  using Position = std::vector<std::unique_ptr<Row>>::const_iterator;
+  explicit Iterator(Position row) : row_(row) {}
+
+  Position row_;
+};
+
+inline RowTable::Iterator RowTable::begin() const { return Iterator(rows_.begin()); }
+inline RowTable::Iterator RowTable::end() const { return Iterator(rows_.end()); }
+
+}  // namespace app

@@ -1,0 +1,24 @@
+// The details pane and the buttons beside it.
+#pragma once
+
+#include <string>
+
+namespace app {
+
+// The buttons that can be pressed now.
+struct DetailButtons {
+  bool copyHashes = false;
+  bool lookUpOnline = false;
+  bool openFolder = false;
+};
+
+// Implemented by the dialog's controls and by the tests. Called on the window's thread.
+class DetailsView {
+ public:
+  virtual ~DetailsView() = default;
+
+  // Lines end in CR LF; a tab leads to the column of values.
+  virtual void SetDetails(const std::u16string& text, const DetailButtons& buttons) = 0;
+};
+
+}  // namespace app

@@ -1,0 +1,22 @@
+// The status line and the display of progress.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "app/verdicts/status_line.h"
+
+namespace app {
+
+// Implemented by the dialog's controls and by the tests. Called on the window's thread.
+class StatusView {
+ public:
+  virtual ~StatusView() = default;
+
+  virtual void SetStatusText(const std::u16string& text) = 0;
+  // Shows the progress bar, the Cancel button and the progress on the taskbar; without figures
+  // hides them.
+  virtual void ShowProgress(const std::optional<ProgressFigures>& figures) = 0;
+};
+
+}  // namespace app

@@ -1,0 +1,43 @@
+#include "app/window/finished_job_pump_win.h"
+
+#include <memory>
+#include <utility>
+#include <vector>
+
+#include "app/window/window_messages_win.h"
+
+namespace app {
+namespace {
+
+constexpr size_t JobsAtOnce = 1000;
+constexpr ULONGLONG LongestIntake = 35;  // ms
+
+}  // namespace
+
+bool FinishedJobPump::Announce() const {
+  return PostMessageW(window_, WM_APP_JOBS_FINISHED, 0, 0) != FALSE;
+}
+
+bool FinishedJobPump::AnnounceProgress() const {
+  return PostMessageW(window_, WM_APP_HASH_PROGRESS, 0, 0) != FALSE;
+}
+
+void FinishedJobPump::OnAnnounced(JobIntake& intake) {
+  // The messages of a timer come after the user's input. It is set first: a message of the intake
+  // can be open for long, and jobs that finish meanwhile are to be taken.
+  SetTimer(window_, IDT_FINISHED_JOBS, FinishedJobsInterval, nullptr);
+  TakeSome(intake);
+}
+
+void FinishedJobPump::TakeSome(JobIntake& intake) {
+  const ULONGLONG start = GetTickCount64();
+  bool moreGathered = true;
+  while (moreGathered && GetTickCount64() - start < LongestIntake) {
+    std::vector<std::unique_ptr<FinishedJob>> taken = jobs_.Take(JobsAtOnce);
+    if (taken.empty()) KillTimer(window_, IDT_FINISHED_JOBS);
+    moreGathered = taken.size() == JobsAtOnce;
+    if (!taken.empty()) intake.Take(std::move(taken));
+  }
+}
+
+}  // namespace app

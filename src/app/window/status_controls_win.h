@@ -1,0 +1,28 @@
+// The controls of the status line and of the progress, and the button in the taskbar.
+#pragma once
+
+#include "swr/system/windows_api_win.h"
+
+#include "app/desktop/taskbar_progress_win.h"
+#include "app/screen/status_view.h"
+
+namespace app {
+
+class StatusControls final : public StatusView {
+ public:
+  void Attach(HWND dialog);
+  // To be called when the shell has made the window's button in the taskbar.
+  void ConnectTaskbar() { taskbar_.Connect(dialog_); }
+  // To be called before COM is shut down.
+  void ReleaseTaskbar() { taskbar_.Release(); }
+
+  void SetStatusText(const std::u16string& text) override;
+  void ShowProgress(const std::optional<ProgressFigures>& figures) override;
+
+ private:
+  HWND dialog_ = nullptr;
+  std::u16string text_;
+  TaskbarProgress taskbar_;
+};
+
+}  // namespace app

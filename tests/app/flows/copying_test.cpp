@@ -1,0 +1,112 @@
+// What the Copy commands leave on the clipboard, to the last line end.
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "resources/resource_ids.h"
+#include "tests/support/fake_window.h"
+
+namespace app::testing {
+namespace {
+
+using swr::AlgoId;
+
+const std::u16string Crc = u"a0a1a2a3";
+const std::u16string Md5 = u"a0a1a2a3a4a5a6a7a8a9aaabacadaeaf";
+const std::u16string Sha1 = u"a0a1a2a3a4a5a6a7a8a9aaabacadaeafb0b1b2b3";
+
+void Give(Row& row, const std::vector<AlgoId>& algos) {
+  for (const AlgoId algo : algos) {
+    swr::DigestSlot& slot = row.digests.Make(swr::IndexOf(algo));
+    slot.present = true;
+    slot.length = static_cast<uint8_t>(swr::GetAlgo(algo).digestSize);
+    for (uint8_t i = 0; i < slot.length; ++i) slot.bytes[i] = static_cast<uint8_t>(0xA0 + i);
+  }
+}
+
+struct CopyCase {
+  const char* description;
+  uint32_t command;
+  std::vector<std::vector<AlgoId>> rows;  // the digests of each; all rows are selected
+  std::optional<std::u16string> copied;   // nothing when the clipboard is left alone
+  bool uppercase = false;
+};
+
+// The selection is MD5 and SHA-1; files are called 0, 1...
+const std::vector<CopyCase>& CopyCases() {
+  static const std::vector<CopyCase> cases = {
+      // Copy Hashes.
+      {"no row", ID_COPY_HASHES, {}, std::nullopt},
+      {"one row, one digest", ID_COPY_HASHES, {{AlgoId::Md5}}, Md5},
+      {"one row, one selected digest", ID_COPY_HASHES, {{AlgoId::Crc32, AlgoId::Sha1}}, Sha1},
+      {"one row, two digests",
+       ID_COPY_HASHES,
+       {{AlgoId::Sha1, AlgoId::Md5}},
+       u"MD5: " + Md5 + u"\r\nSHA-1: " + Sha1 + u"\r\n"},
+      {"one row without a digest", ID_COPY_HASHES, {{}}, u""},
+      {"one row without a selected digest", ID_COPY_HASHES, {{AlgoId::Crc32}}, u""},
+      {"two rows",
+       ID_COPY_HASHES,
+       {{AlgoId::Md5, AlgoId::Sha1}, {AlgoId::Sha1, AlgoId::Crc32}},
+       u"MD5 (0) = " + Md5 + u"\r\nSHA1 (0) = " + Sha1 + u"\r\nSHA1 (1) = " + Sha1 + u"\r\n"},
+      {"two rows without digests", ID_COPY_HASHES, {{}, {}}, u""},
+      {"in capitals", ID_COPY_HASHES, {{AlgoId::Md5}}, u"A0A1A2A3A4A5A6A7A8A9AAABACADAEAF", true},
+      {"the button does the same", IDC_COPY, {{AlgoId::Md5}}, Md5},
+      // Copy Line.
+      {"a line", ID_CTX_COPY_LINE, {{AlgoId::Sha1}}, Sha1 + u"  0\r\n"},
+      {"the first algorithm that all rows have",
+       ID_CTX_COPY_LINE,
+       {{AlgoId::Md5, AlgoId::Sha1}, {AlgoId::Sha1}},
+       Sha1 + u"  0\r\n" + Sha1 + u"  1\r\n"},
+      {"no algorithm that all rows have",
+       ID_CTX_COPY_LINE,
+       {{AlgoId::Md5}, {AlgoId::Sha1}},
+       std::nullopt},
+      {"nothing but what is not selected", ID_CTX_COPY_LINE, {{AlgoId::Crc32}}, std::nullopt},
+      {"no digest", ID_CTX_COPY_LINE, {{}}, std::nullopt},
+      // Copy All Hashes.
+      {"all, whatever is selected",
+       ID_CTX_COPY_ALL,
+       {{AlgoId::Crc32, AlgoId::Md5}, {}},
+       u"CRC32 (0) = " + Crc + u"\r\nMD5 (0) = " + Md5 + u"\r\n"},
+      {"all of nothing", ID_CTX_COPY_ALL, {{}}, u""},
+      // Copy Path.
+      {"a path", ID_CTX_COPY_PATH, {{}}, u"C:\\d\\0"},
+      {"paths", ID_CTX_COPY_PATH, {{}, {}}, u"C:\\d\\0\r\nC:\\d\\1\r\n"},
+  };
+  return cases;
+}
+
+TEST(CopyingTest, EachCommandHasItsText) {
+  for (const CopyCase& test : CopyCases()) {
+    SCOPED_TRACE(test.description);
+    FakeWindow window;
+    window.algorithms.Select(swr::MaskOf(AlgoId::Md5) | swr::MaskOf(AlgoId::Sha1));
+    window.options.uppercase = test.uppercase;
+    for (size_t i = 0; i < test.rows.size(); ++i) {
+      Row& row = window.AddRow(u"C:\\d\\" + std::u16string(1, static_cast<char16_t>(u'0' + i)));
+      row.name = row.path.substr(5);
+      Give(row, test.rows[i]);
+      window.view.selected.push_back(i);
+    }
+    EXPECT_TRUE(window.commands.Run(test.command));
+    EXPECT_EQ(window.desktop.clipboard, test.copied);
+  }
+}
+
+TEST(CopyingTest, CopyHashesCopiesTextWhileAnEditBoxHasTheFocus) {
+  FakeWindow window;
+  Give(window.AddRow(u"a"), {AlgoId::Md5});
+  window.view.selected = {0};
+  window.view.editHasFocus = true;
+  window.commands.Run(ID_COPY_HASHES);
+  EXPECT_EQ(window.view.copiesFromEdit, 1);
+  EXPECT_EQ(window.desktop.clipboard, std::nullopt);
+  window.commands.Run(IDC_COPY);
+  EXPECT_EQ(window.desktop.clipboard, Md5) << "the button is meant for the hashes";
+}
+
+}  // namespace
+}  // namespace app::testing
