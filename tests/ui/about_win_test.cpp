@@ -1,5 +1,5 @@
-// The dialogs that tell of the program itself and of its command-line tool. InstalledCopyTest is
-// for a copy that the setup has installed.
+// The About dialog and the dialog about the command-line tool. InstalledCopyTest is for a copy that
+// the setup has installed.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -65,7 +65,7 @@ TEST(AboutTest, ItsLinksGoToTheShell) {
   ExpectAddress(u"https://sumwright.example/");
 }
 
-// The program with or without the tool beside it, which is the tests' own program here.
+// The program with or without the tool in its folder. The tests' own program plays the tool.
 class CommandLineToolTest : public ::testing::Test {
  protected:
   CommandLineToolTest() {

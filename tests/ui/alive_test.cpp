@@ -1,5 +1,5 @@
-// The window stays at hand while files are hashed: it answers, moves, changes its size, scrolls and
-// stops when told to.
+// The window stays responsive while files are hashed: it answers, moves, changes its size, scrolls
+// and can be stopped.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -24,10 +24,11 @@ using std::chrono::steady_clock;
 using swr::testing::TempTree;
 
 constexpr uint64_t GiB = uint64_t{1} << 30;
-// Where an answer begins to feel late.
+// From here on an answer feels late.
 constexpr milliseconds Late{200};
 
-// Asks the window every 20 ms, as long as it lives, and keeps the longest time to an answer.
+// Asks the window every 20 ms, as long as the object exists, and keeps the longest time to an
+// answer.
 class Probe {
  public:
   explicit Probe(const RunningWindow& window)
@@ -76,7 +77,7 @@ struct Slowest {
   milliseconds scroll{0};
 };
 
-// Moves, resizes and scrolls for this long, or until the work is done.
+// Moves, resizes and scrolls for this long, or until hashing ends.
 Slowest UseTheWindow(const RunningWindow& window, milliseconds duration) {
   Slowest slowest;
   const Size outer = window.OuterSize();
@@ -93,15 +94,15 @@ Slowest UseTheWindow(const RunningWindow& window, milliseconds duration) {
   return slowest;
 }
 
-// From the beginning, so that it lasts for what is to be tried meanwhile.
+// From the beginning, so that it lasts long enough for the test.
 void StartWork(const RunningWindow& window, const std::vector<std::u16string>& paths) {
   window.Command(ID_CLEAR_LIST);
   window.Drop(paths);
   ASSERT_TRUE(WaitFor([&] { return window.IsShown(IDC_CANCEL); }));
 }
 
-// A machine that is busy with other things delays an answer now and then; a window that does not
-// stay at hand is late in every one of these stretches.
+// On a busy machine an answer is late now and then; a window that is not responsive is late in
+// every one of these periods.
 void ExpectWindowStaysAtHand(const RunningWindow& window, const std::vector<std::u16string>& paths,
                              const char* during) {
   constexpr int stretches = 4;

@@ -1,4 +1,4 @@
-// A long file under way: what shows, and how it is stopped.
+// While a long file is hashed: what the window shows, and Cancel.
 #include <gtest/gtest.h>
 
 #include <chrono>
@@ -20,7 +20,7 @@ using Texts = std::vector<std::u16string>;
 
 constexpr uint64_t GiB = uint64_t{1} << 30;
 
-// A window that has begun with a file of 4 GiB, two small ones behind it.
+// A window that is hashing a file of 4 GiB, with two small ones queued after it.
 class CancelTest : public ::testing::Test {
  protected:
   CancelTest() {
@@ -85,8 +85,8 @@ TEST_F(CancelTest, AnotherAlgorithmStartsCancelledRowsAgain) {
   ASSERT_TRUE(WaitForProgress());
   window_.Click(IDC_CANCEL);
   ASSERT_TRUE(WaitForStatuses({u"Cancelled", u"Cancelled", u"Cancelled"}, seconds(2)));
-  // For this test the rest need not take long. A reader that has yet to notice that it is cancelled
-  // would see the file change.
+  // The rest of the file is not needed. A reader that has not noticed the cancel yet would see the
+  // file change.
   window_.WaitUntilIdle();
   swr::testing::ResizeFile(files_[0], 0);
   window_.Click(IDC_ALGO_BLAKE3);

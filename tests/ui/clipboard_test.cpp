@@ -21,7 +21,8 @@ class ClipboardTest : public ::testing::Test {
  protected:
   ClipboardTest() { EmptyClipboardNow(); }
 
-  // What the banner says after a text was copied and the window is active again; empty without one.
+  // The text of the banner after a text was copied and the window became active again; empty when
+  // there is none.
   std::u16string OfferFor(const RunningWindow& window, const std::u16string& copied) {
     CopyText(copied);
     window.ActivateAgain();

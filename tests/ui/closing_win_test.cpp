@@ -1,4 +1,4 @@
-// The window is closed in the middle of a long file: the program ends at once, and whole.
+// The window is closed in the middle of a long file: the program ends at once and in order.
 #include "swr/system/windows_api_win.h"
 
 #include <gtest/gtest.h>
@@ -42,11 +42,11 @@ void ExpectToEndAtOnce(const ClosingCase& test) {
   ASSERT_TRUE(WaitFor([&] { return window.ProgressPosition() > 0; }));
   Sleep(static_cast<DWORD>(test.delay.count()));
   const DWORD process = window.ProcessId();
-  // The window's, the worker's, and one for each algorithm.
+  // The window's thread, the worker's, and one for each algorithm.
   const auto hashing = static_cast<uint32_t>(swr::IdsFromMask(test.algorithms).size());
   ASSERT_GE(CountThreads(process), 2 + hashing) << "the file is being read";
 
-  // A thread that is not waited for would make it end with another exit code.
+  // If a thread were not waited for, the exit code would be another.
   const auto start = steady_clock::now();
   EXPECT_EQ(window.Close(), 0);
   const auto taken = std::chrono::duration_cast<milliseconds>(steady_clock::now() - start);

@@ -1,4 +1,4 @@
-// Widths of columns are kept as they would be at 96 DPI, whatever the screen.
+// Column widths are stored in pixels at 96 DPI, whatever the screen.
 #include "swr/system/windows_api_win.h"
 
 // After the system header, which it needs.
@@ -28,7 +28,7 @@ std::vector<uint32_t> StoredWidths() {
   return widths;
 }
 
-// Tells the window that its screen has this DPI, unless it has.
+// Changes the DPI of the window's screen to this, unless it is this already.
 void EnsureDpi(const RunningWindow& window, int dpi) {
   if (window.Dpi() != dpi) window.ChangeDpi(dpi, window.OuterSize());
 }

@@ -1,4 +1,4 @@
-// What the program shares with all other programs of the user: the clipboard, and its settings.
+// What the program shares with the user's other programs: the clipboard, and its settings.
 #pragma once
 
 #include <cstdint>
@@ -10,7 +10,7 @@ namespace app::testing {
 
 // As when the user copies a text in another program.
 void CopyText(const std::u16string& text);
-// What stands there; nothing when it is no text.
+// The text on the clipboard; nothing when it holds none.
 std::optional<std::u16string> CopiedText();
 void EmptyClipboardNow();
 
@@ -20,20 +20,20 @@ std::optional<uint32_t> ReadNumberSetting(const std::u16string& name);
 void WriteSetting(const std::u16string& name, uint32_t value);
 void WriteSetting(const std::u16string& name, const std::vector<uint8_t>& bytes);
 void WriteSetting(const std::u16string& name, const std::u16string& text);
-// The whole key: as before the program's first run.
+// Deletes the whole key, as before the program's first run.
 void ForgetSettings();
 
-// Makes this program the one that opens web and mail addresses, and forgets what it has opened.
+// Makes the tests' program the user's browser and mail program, and forgets what it has opened.
 void BecomeTheBrowser();
 // The last address that was opened.
 std::u16string OpenedAddress();
-// What the program does when it is started as the browser.
+// The part of the tests' program that acts as the browser.
 void KeepOpenedAddress(const std::wstring& address);
-// The option in front of the address with which it then is started.
+// The option before the address with which it is started then.
 inline constexpr char BrowserOption[] = "--open-address";
 
-// The tests' program also stands in for the command-line tool, under the tool's name. Then it keeps
-// the folder in which it was started and its arguments, with "|" between them.
+// The tests' program also plays the command-line tool, under the tool's name. It then records the
+// folder in which it was started and its arguments, with "|" between them.
 inline constexpr wchar_t ToolName[] = L"swrhash.exe";
 void KeepToolRun(const std::wstring& arguments);
 std::wstring ToolRun();

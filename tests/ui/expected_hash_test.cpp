@@ -1,4 +1,4 @@
-// The road of a download check: a hash from a web page goes into the box, and the answer comes.
+// Checking a download: a hash from a web page goes into the box, and the result line answers.
 #include <gtest/gtest.h>
 
 #include <string>

@@ -1,4 +1,4 @@
-// The real window while calls fail that hardly ever do.
+// The real window while system calls fail that hardly ever do.
 #include "swr/system/windows_api_win.h"
 
 #include <gtest/gtest.h>
@@ -18,7 +18,7 @@ namespace {
 
 using swr::testing::TempTree;
 
-// No message that the program posts to itself arrives, and so none that tells of results.
+// No message that the program posts to itself arrives, so none announces results.
 TEST(FailingCallsTest, ResultsComeInThoughTheyCanNotBeAnnounced) {
   TempTree tree;
   tree.AddFile(u"abc.bin", DigestsOfAbc.input);
@@ -34,7 +34,7 @@ TEST(FailingCallsTest, ResultsComeInThoughTheyCanNotBeAnnounced) {
   EXPECT_TRUE(WaitFor([&] { return !window.IsShown(IDC_CANCEL); }));
 }
 
-// While a message stands in front of the window, its loop goes on with what comes in.
+// While a message is open, the window goes on handling what comes in.
 TEST(FailingCallsTest, ResultsComeInWhileAMessageIsOpen) {
   TempTree tree;
   RunningWindow window;
@@ -56,11 +56,11 @@ TEST(FailingCallsTest, ResultsComeInWhileAMessageIsOpen) {
   message.Press(IDOK);
 }
 
-// The length of the text in the box is told as a negative number, which no text can have.
+// The system reports a negative length for the text in the box.
 TEST(FailingCallsTest, AnExceptionInAMessageEndsTheProgram) {
   RunningWindow window;
   const ReplacedImport fault(window.Handle(), "GetWindowTextLengthW", GivesANegativeNumber());
-  // Comes in through frames of the system, and without waiting for an answer.
+  // Delivered through frames of the system, without waiting for an answer.
   SendNotifyMessageW(window.Handle(), WM_COMMAND, IDC_CANCEL, 0);
   constexpr uint32_t failFastException = 0xC0000602;
   EXPECT_EQ(static_cast<uint32_t>(window.WaitForEnd()), failFastException);

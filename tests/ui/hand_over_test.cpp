@@ -1,4 +1,4 @@
-// What the program hands over to the browser, caught by a browser of the test's own, and to the
+// What the program hands to the browser, for which the test's own program stands in, and to the
 // file manager.
 #include <gtest/gtest.h>
 

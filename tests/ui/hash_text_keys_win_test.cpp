@@ -94,7 +94,7 @@ TEST_F(HashTextKeysTest, EscapeCloses) {
   }
 }
 
-// The number that a dialog gives to Return where it has no default button.
+// The command that a dialog sends for Return when it has no default button.
 TEST_F(HashTextKeysTest, TheOkCommandDoesNotClose) {
   AskWindow(Handle(), WM_COMMAND, IDOK);
   window_.WaitForPostedMessages();
@@ -105,7 +105,7 @@ TEST_F(HashTextKeysTest, TheOkCommandDoesNotClose) {
 
 class HashTextDpiTest : public HashTextTest {
  protected:
-  // Tells the dialog that it is on a screen of this DPI now; its size stays.
+  // Moves the dialog to a screen of this DPI; its size stays.
   void ChangeDpi(int dpi) const {
     RECT suggested = {};
     GetWindowRect(Handle(), &suggested);
@@ -144,8 +144,8 @@ TEST_F(HashTextDpiTest, TheSmallestSizeFollows) {
   EXPECT_NEAR(OuterSize().height, designed.height, 1);
 }
 
-// The places that the controls have after the change are the base of what they do from then on: of
-// an odd height, the half is taken anew.
+// Later sizes are measured against the controls' places after the change, so that half of an odd
+// height is computed again.
 TEST_F(HashTextDpiTest, ControlsFollowFromWhereTheyAreThen) {
   const Size designed = OuterSize();
   const Size base = {designed.width * 2, designed.height * 2 + 1};

@@ -21,7 +21,7 @@ using swr::testing::RemoteMemory;
 
 constexpr int MaxText = 512;
 
-// Memory of the program for a question and the text of its answer.
+// Memory in the program for a request and the text of its answer.
 template <typename Question>
 struct Asked {
   Question question = {};
@@ -67,7 +67,7 @@ int InkIn(const RunningWindow& window, int control) {
   RECT rect = {};
   GetWindowRect(window.Control(control), &rect);
   const HDC screen = GetDC(nullptr);
-  // Beside the place of the caret, which comes and goes.
+  // Away from the caret, which blinks.
   const int left = rect.left + 12;
   const int middle = (rect.top + rect.bottom) / 2;
   const COLORREF background = GetPixel(screen, rect.right - 8, middle);

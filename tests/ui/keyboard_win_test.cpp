@@ -1,4 +1,4 @@
-// The real window without a mouse: where the keys go, what letters find, and the menu key.
+// The real window without a mouse: the focus, typing letters into the list, and the menu key.
 #include "swr/system/windows_api_win.h"
 
 #include <commctrl.h>
@@ -80,7 +80,7 @@ TEST_F(KeyboardTest, ALetterGoesToTheNextRowThatBeginsWithIt) {
     int key;
     int row;  // the selected one afterwards
   };
-  // In another case than some names, and in the end around to the first.
+  // In another case than some of the names, and finally back to the first.
   const Key keys[] = {{'B', 1}, {'B', 2}, {'B', 1}, {'G', 3}, {'A', 0}, {'Z', 0}, {'G', 3}};
   window_.SelectOnly({0});
   window_.FocusOn(IDC_LIST);
@@ -106,7 +106,7 @@ TEST_F(KeyboardTest, LettersInARowAreOneWord) {
 
 // ---- The menu key.
 
-// Where the menu that has popped up stands on the screen.
+// Where the open menu is on the screen.
 Rect MenuPlace(const RunningWindow& window) {
   HWND popup = nullptr;
   while ((popup = FindWindowExW(nullptr, popup, L"#32768", nullptr)) != nullptr) {
@@ -120,7 +120,7 @@ Rect MenuPlace(const RunningWindow& window) {
   return {};
 }
 
-// The key's message says so by two coordinates of -1, whatever the rest of the number is.
+// The message of the key has two coordinates of -1, whatever the other bits are.
 TEST_F(KeyboardTest, TheMenuKeyOpensTheMenuBesideTheRow) {
   window_.MoveTo(200, 150);
   RECT list = {};
@@ -153,7 +153,7 @@ TEST_F(KeyboardTest, TheMenuKeyOpensTheMenuBesideTheRow) {
 
 // ---- The boxes of algorithms.
 
-// A program that reads the window to a blind user may set a box and tell of it, without a click.
+// A screen reader may set a box and send its message, without a click.
 TEST_F(KeyboardTest, ABoxIsReadAndNotToggled) {
   const int columns = window_.List().ColumnCount();
   window_.Command(IDC_ALGO_MD5);

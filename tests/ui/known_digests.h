@@ -1,4 +1,4 @@
-// Published digests, beside the inputs that they belong to.
+// Published digests and their inputs.
 #pragma once
 
 #include <string_view>

@@ -1,4 +1,4 @@
-// What follows the size of the window, and the change to a screen of another DPI.
+// How the controls follow the size of the window, and the move to a screen of another DPI.
 #include <gtest/gtest.h>
 
 #include <map>
@@ -90,7 +90,7 @@ TEST(LayoutTest, AnotherDpiScalesColumnsAndTheSmallestSize) {
   window.Resize({10, 10});
   EXPECT_EQ(window.OuterSize(), smallest);
 
-  // From there on the controls follow as before.
+  // From here on the controls follow as before.
   const std::map<int, Rect> base = Places(window);
   window.Resize({smallest.width + 40, smallest.height + 30});
   ExpectPlaces(window, base, {40, 30});

@@ -1,4 +1,4 @@
-// The list as it shows: columns, cells, and what commands and keys do to rows.
+// The list on the screen: columns, cells, and what commands and keys do to rows.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -71,7 +71,7 @@ TEST_F(ListTest, ShowsNameFolderSizeDigestsAndStatus) {
 }
 
 TEST_F(ListTest, TickingAnAlgorithmAddsItsColumnAndOnlyItsDigests) {
-  // Whatever is read from now on is another content.
+  // From here on the file has another content.
   swr::testing::WriteBytes(files_[0], DigestsOfDigits.input);
   Toggle(IDC_ALGO_SHA512);
   EXPECT_EQ(window_.List().ColumnHeadings(), (Texts{u"Name", u"Folder", u"Size", u"MD5", u"SHA-1",
@@ -184,7 +184,7 @@ TEST_F(ListTest, AClickOnAHeadingSorts) {
   EXPECT_EQ(window_.SortMarks(), std::vector<int>(8, 0)) << "new columns are not sorted";
 }
 
-// Opens the menu behind More, goes down to this algorithm and takes it.
+// Opens the menu of the More button and chooses this algorithm with the keyboard.
 void ChooseFromMore(const RunningWindow& window, const std::u16string& algorithm) {
   window.PostCommand(IDC_ALGO_MORE);
   ASSERT_TRUE(WaitFor([&] { return !window.OpenMenu().empty(); }));

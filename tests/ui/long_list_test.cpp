@@ -1,4 +1,4 @@
-// A hundred thousand rows: loaded, sorted and selected while somebody waits.
+// A hundred thousand rows: loading, sorting and selecting take no longer than a user would wait.
 #include <gtest/gtest.h>
 
 #include <chrono>
@@ -53,8 +53,8 @@ class LongListTest : public ::testing::Test {
   RunningWindow window_;
 };
 
-// Beyond what is asked of the program on a machine that it has for itself, by so much that a busy
-// one passes too; a list view that repaints each row by itself takes a hundred times as long.
+// Far more than the program needs on an idle machine, so that a busy one passes too. A list view
+// that repainted each row by itself would take a hundred times as long.
 constexpr milliseconds Patience(1500);
 
 TEST_F(LongListTest, SortsAtTheClick) {

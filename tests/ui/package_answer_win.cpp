@@ -5,7 +5,7 @@
 namespace app::testing {
 namespace {
 
-// GetCurrentPackageFullName as it answers in a packaged process that gives no room for the name:
+// GetCurrentPackageFullName as it answers in a packaged process when called without a buffer:
 // ERROR_INSUFFICIENT_BUFFER.
 constexpr unsigned char Answer[] = {
     0xB8, 0x7A, 0x00, 0x00, 0x00,  // mov eax, 122
@@ -32,7 +32,7 @@ void ReplaceAnswer(HANDLE process) {
 
 void AnswerFromPackage(HANDLE process, DWORD processId) {
   DebugSetProcessKillOnExit(FALSE);
-  // The system itself stops the process once, when everything is loaded that it begins with.
+  // The system stops the process once, after its first libraries are loaded.
   bool isLoaded = false;
   while (!isLoaded) {
     DEBUG_EVENT event = {};

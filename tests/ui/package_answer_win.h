@@ -1,13 +1,13 @@
-// Makes a process believe that it runs from a package, on a system that has no packages.
+// Makes a process find that it runs from a package, on a system that has no packages.
 #pragma once
 
 #include "swr/system/windows_api_win.h"
 
 namespace app::testing {
 
-// Waits until a process that was started to be debugged (DEBUG_ONLY_THIS_PROCESS) has loaded its
-// libraries, has it hear from the system that it runs from a package, and lets it go its own way.
-// Called on the thread that started it. Throws std::runtime_error when that can't be done.
+// Waits until a process that was started for debugging (DEBUG_ONLY_THIS_PROCESS) has loaded its
+// libraries, replaces the system's answer about packages in it, and detaches from it. Called on the
+// thread that started it. Throws std::runtime_error when that can't be done.
 void AnswerFromPackage(HANDLE process, DWORD processId);
 
 }  // namespace app::testing

@@ -1,5 +1,5 @@
-// A copy of the program that runs from a package of the system's store. What starts it is the
-// package's business, so it neither shows nor repairs entries of its own.
+// A copy of the program that runs from a package of the system's store. The package itself has the
+// entries that start it, so the program neither shows nor repairs any.
 #include "swr/system/windows_api_win.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-// The system's dialogs behind Add Files and Add Folder.
+// The system's dialogs for Add Files and Add Folder.
 #include <gtest/gtest.h>
 
 #include <string>

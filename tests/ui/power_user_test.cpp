@@ -1,4 +1,4 @@
-// A long session of somebody who uses everything, again and again: nothing may be left behind.
+// Long sessions in which everything is used, again and again: nothing may leak.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -85,7 +85,7 @@ class PowerUserTest : public ::testing::Test {
   RunningWindow window_;
 };
 
-// The least of each over some sessions: what comes and goes, a tip or a caret, does not count.
+// The least of each over some sessions, without what comes and goes, such as a tool tip or a caret.
 ProcessResources Least(const ProcessResources& a, const ProcessResources& b) {
   return {.handles = std::min(a.handles, b.handles),
           .gdiObjects = std::min(a.gdiObjects, b.gdiObjects),
@@ -93,11 +93,11 @@ ProcessResources Least(const ProcessResources& a, const ProcessResources& b) {
 }
 
 TEST_F(PowerUserTest, NothingIsLeakedAgainstTheStart) {
-  // The first time the system's own libraries settle in.
+  // In the first session the system's own libraries fill their caches.
   Session(u"first.sha256");
   Session(u"second.sha256");
-  // So many that a leak in each comes to more than what is made once and kept, of which a few
-  // drawing objects were seen.
+  // So many that a leak in each would exceed what is made once and kept, which was a few drawing
+  // objects.
   constexpr int sessions = 8;
   char16_t name = u'a';
   const auto leastOfSessions = [&] {

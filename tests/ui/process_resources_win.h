@@ -1,4 +1,4 @@
-// What a process holds of the system, counted from outside.
+// The system resources that a process holds, counted from outside.
 #pragma once
 
 #include "swr/system/windows_api_win.h"

@@ -47,8 +47,8 @@ HWND FindControl(HWND dialog, const Condition& condition) {
   return search.found;
 }
 
-// Where the system's file dialogs take names, and where they offer file types (the numbers of their
-// controls are those of Wine's).
+// The controls of the system's file dialogs for the name and for the file types, with Wine's
+// numbers.
 HWND FileNameBox(HWND dialog) {
   constexpr int fileNameBox = 1152;
   return FindControl(dialog, [](HWND child) {
@@ -98,7 +98,7 @@ Rect ProgramDialog::Place(int control) const {
           static_cast<int>(rect.bottom)};
 }
 
-// The texts of a message from its top down; its pictures have none.
+// The texts of a message from its top down; icons have none.
 std::vector<std::u16string> ProgramDialog::MessageTexts() const {
   std::vector<std::u16string> texts;
   FindControl(dialog_, [&](HWND child) {

@@ -1,5 +1,5 @@
-// A dialog that stands before the program's window, as a user sees and uses it: the system's file
-// dialogs and messages, and the program's own.
+// A dialog over the program's window, as a user sees and uses it: the system's file dialogs and
+// messages, and the program's own.
 #pragma once
 
 #include "swr/system/windows_api_win.h"
@@ -15,7 +15,7 @@ namespace app::testing {
 // dialog counts once it can take a name.
 HWND FindDialogOf(DWORD process, const std::u16string& title, HWND other = nullptr);
 
-// Throws std::runtime_error when the dialog does not come, does not answer or does not close.
+// Throws std::runtime_error when the dialog does not open, does not answer or does not close.
 class ProgramDialog {
  public:
   // Waits until the dialog shows.
@@ -27,7 +27,7 @@ class ProgramDialog {
   // In the dialog's client area.
   Rect Place(int control) const;
 
-  // Of a message: the sentence that stands out, and what else it says.
+  // Of a message: its main instruction, and its other text.
   std::u16string Instruction() const;
   std::u16string Content() const;
   // With its links as they are written.
@@ -43,7 +43,7 @@ class ProgramDialog {
   int FileType() const;
   void ChooseFileType(int number) const;
 
-  // Returns when the dialog has closed and the window takes input again.
+  // Returns when the dialog has closed and the window accepts input again.
   void Press(int button) const;
   // Returns at once.
   void PostPress(int button) const;

@@ -1,4 +1,4 @@
-// What becomes of a start that shows no window.
+// Starts that show no window.
 #include "tests/support/program_start_win.h"
 
 #include "swr/system/windows_api_win.h"

@@ -1,4 +1,4 @@
-// Failures that the system makes by itself while the real window is at work.
+// Real failures, without fault injection, while the real window is working.
 #include "swr/system/windows_api_win.h"
 
 #include <gtest/gtest.h>
@@ -20,7 +20,7 @@ using Texts = std::vector<std::u16string>;
 
 constexpr uint64_t MiB = uint64_t{1} << 20;
 
-// What fails takes no time to speak of, and the whole rest goes on.
+// A failure takes little time, and everything else goes on.
 constexpr int FewFiles = 3;
 
 bool IsFailure(const std::u16string& status) {
@@ -30,8 +30,8 @@ bool IsFailure(const std::u16string& status) {
 
 // ---- A drive that goes away.
 
-// The drive X, which leads to a folder, until it is removed. Under Wine a drive is a link in the
-// prefix, which the system below makes and removes; Windows has calls for it.
+// The drive X, mapped to a folder, until it is removed. Under Wine a drive is a link in the prefix,
+// which the host makes and removes; Windows has calls for it.
 class RemovableDrive {
  public:
   explicit RemovableDrive(const std::u16string& folder) : folder_(folder) {
@@ -47,7 +47,7 @@ class RemovableDrive {
   RemovableDrive& operator=(const RemovableDrive&) = delete;
 
   bool IsThere() const { return isThere_; }
-  // False when it does not go.
+  // False when it can't be removed.
   bool Remove() {
     if (!Exists()) return true;
     if (IsWine()) {
@@ -63,13 +63,13 @@ class RemovableDrive {
   static bool IsWine() {
     return GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
   }
-  // The same folder for the system below, which knows no other drive letters than these.
+  // The same folder for the host, which knows only these drive letters.
   static std::wstring Below(const std::u16string& folder) {
     std::wstring path(AsWide(folder));
     for (wchar_t& unit : path) unit = unit == L'\\' ? L'/' : unit;
     return (path[0] == L'Z' ? L"" : L"$WINEPREFIX/drive_c") + path.substr(2);
   }
-  // The other system's process can't be waited for.
+  // The host's process can't be waited for.
   static void RunBelow(const std::wstring& command) {
     std::wstring line = L"sh -c \"" + command + L"\"";
     STARTUPINFOW startup = {.cb = sizeof startup};
@@ -101,13 +101,13 @@ TEST(RealFaultsTest, ADriveIsRemovedWhileItsFilesAreHashed) {
   ASSERT_TRUE(drive.Remove());
   window.WaitUntilIdle();
   const Texts statuses = window.Column(u"Status");
-  // The file that is open can be read to its end, or not, as the system has it.
+  // Whether the open file can be read to its end depends on the system.
   EXPECT_TRUE(IsFailure(statuses[0]) || statuses[0].starts_with(u"Done"));
   for (int row = 1; row <= FewFiles; ++row) EXPECT_TRUE(IsFailure(statuses[row])) << row;
   EXPECT_EQ(statuses[4], u"Done");
   EXPECT_EQ(window.Cell(2, u"MD5"), u"");
 
-  // The drive is gone for good, and says so when it is asked for again.
+  // The drive is gone, and files on it are reported as missing.
   window.Command(ID_CLEAR_LIST);
   window.Drop({u"X:\\", u"X:\\2", last});
   window.WaitUntilIdle();

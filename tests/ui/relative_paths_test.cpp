@@ -1,4 +1,4 @@
-// Paths that are not full, given to the program by whoever starts it or drops files on it.
+// Relative paths, on the command line or in a drop.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -27,8 +27,8 @@ TEST(RelativePathsTest, OfTheCommandLineBecomeFullOnes) {
   EXPECT_EQ(window.Column(u"Status"), Texts(3, u"Done"));
 }
 
-// The files of a folder are recognised by the path of the walk, which begins as the folder was
-// given.
+// The files of a folder are identified by the path of the walk, which begins with the folder as it
+// was given.
 TEST(RelativePathsTest, AFolderInAnotherFormGivesItsFilesASecondTime) {
   TempTree tree;
   tree.AddFile(u"folder/a.txt", DigestsOfAbc.input);

@@ -8,17 +8,17 @@
 namespace app::testing {
 namespace {
 
-// What the thread in the other process is handed.
+// The argument of the thread in the other process.
 struct CallBlock {
   uint64_t function = 0;
   std::array<uint64_t, 5> arguments = {};
   uint64_t result = 0;
 };
 
-// The thread's body: gives the arguments to the function and keeps its result. The driver and the
-// program have the same width.
+// The thread's body: passes the arguments to the function and keeps its result. The driver and the
+// program are both 32-bit or both 64-bit.
 constexpr unsigned char callCode64[] = {
-    // The address of the CallBlock comes in rcx.
+    // The address of the CallBlock is in rcx.
     0x53,                          // push rbx
     0x48, 0x83, 0xEC, 0x30,        // sub  rsp, 48
     0x48, 0x89, 0xCB,              // mov  rbx, rcx
@@ -35,9 +35,9 @@ constexpr unsigned char callCode64[] = {
     0x5B,                          // pop  rbx
     0xC3,                          // ret
 };
-// A function with fewer arguments takes only its own off the stack, so esp comes from ebp.
+// A function with fewer arguments removes only those from the stack, so esp is restored from ebp.
 constexpr unsigned char callCode32[] = {
-    // The address of the CallBlock comes on the stack.
+    // The address of the CallBlock is on the stack.
     0x55,                                      // push ebp
     0x89, 0xE5,                                // mov  ebp, esp
     0x53,                                      // push ebx

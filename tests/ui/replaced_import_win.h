@@ -1,4 +1,4 @@
-// Makes a call of the system go elsewhere inside a running program, as a fault of the system would.
+// Redirects a system call inside a running program, to simulate a fault of the system.
 #pragma once
 
 #include "swr/system/windows_api_win.h"
@@ -10,14 +10,14 @@
 
 namespace app::testing {
 
-// For as long as it lives, calls that the program's own file makes of this imported function go to
-// another function of a system library, which must take as many arguments and do nothing but give a
-// number. The program must be of as many bits as the test. Throws std::runtime_error when the
-// program imports no such function.
+// As long as the object exists, the program's calls of this imported function go to another
+// function of a system library, which must take as many arguments and only return a number. Program
+// and test must both be 32-bit or both 64-bit. Throws std::runtime_error when the program imports
+// no such function.
 class ReplacedImport {
  public:
   ReplacedImport(HWND window, std::string_view function, FARPROC replacement);
-  // Puts things back, if the program still runs.
+  // Restores the call, if the program still runs.
   ~ReplacedImport();
   ReplacedImport(const ReplacedImport&) = delete;
   ReplacedImport& operator=(const ReplacedImport&) = delete;
@@ -33,7 +33,7 @@ class ReplacedImport {
   uintptr_t original_ = 0;
 };
 
-// Functions of the system that only give a number, in place of PostMessageW and of one that takes a
+// Functions of the system that only return a number, to replace PostMessageW and one that takes a
 // window.
 FARPROC PostsNothing();  // always fails
 FARPROC GivesANegativeNumber();

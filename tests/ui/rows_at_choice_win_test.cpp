@@ -1,5 +1,5 @@
-// A second start hands files over while a menu or a dialog of the first one's window is open: what
-// is then chosen is done to the rows it was opened for.
+// A second instance hands files over while a menu or a dialog of the first one's window is open.
+// The choice acts on the rows for which it was opened.
 #include "swr/system/windows_api_win.h"
 
 #include <gtest/gtest.h>
@@ -36,7 +36,7 @@ class RowsAtChoiceTest : public ::testing::Test {
     EXPECT_EQ(second.WaitForEnd(), 0);
     ASSERT_TRUE(WaitFor([&] { return window_.RowCount() == rows + 1; }));
   }
-  // Opens the menu of these rows, and takes the entry when the late file is there.
+  // Opens the menu of these rows, and chooses the entry once the late file is in the list.
   void Choose(const std::vector<int>& rows, uint32_t entry) {
     window_.SelectOnly(rows);
     window_.OpenListMenu();

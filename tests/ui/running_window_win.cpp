@@ -109,8 +109,8 @@ void RunningWindow::ChangeDpi(int dpi, Size suggested) const {
   WaitForPostedMessages();  // the window posts itself one for the rest of the work
 }
 
-// Posted messages are handled in their order, by the program's own loop. That a control has done
-// what was posted to it last says that all before has been handled.
+// The program's loop handles posted messages in order. Once a control has done what was posted to
+// it last, everything before has been handled.
 void RunningWindow::WaitForPostedMessages() const {
   const HWND box = Control(IDC_EXPECTED);
   const LRESULT limit = AskWindow(box, EM_GETLIMITTEXT);
@@ -152,7 +152,7 @@ std::vector<MenuItem> RunningWindow::OpenMenu() const {
     GetWindowThreadProcessId(popup, &process);
     if (process != ProcessId() || !IsWindowVisible(popup)) continue;
     DWORD_PTR menu = 0;
-    // It may close at this very moment.
+    // It may be closing at this moment.
     if (!SendMessageTimeoutW(popup, MN_GETHMENU_MESSAGE, 0, 0, SMTO_NORMAL, 5000, &menu)) continue;
     return ItemsOf(menu);
   }
@@ -309,7 +309,7 @@ std::vector<int> RunningWindow::SortMarks() const {
   return marks;
 }
 
-// Both requests are written once: the number of the row travels beside them.
+// Both requests are written once: the number of the row is passed separately.
 void RunningWindow::SelectOnly(const std::vector<int>& rows) const {
   LVITEMW requests[2] = {};
   for (LVITEMW& request : requests) request.stateMask = LVIS_SELECTED;
@@ -330,7 +330,7 @@ uint32_t RunningWindow::RowBackground(int row) const {
   AskWindow(Control(IDC_LIST), LVM_GETITEMRECT, static_cast<WPARAM>(row),
             static_cast<LPARAM>(caller_->ScratchAddress()));
   caller_->Scratch().Read(0, &rect, sizeof rect);
-  // Above the text, inside of the frame that shows the focus, and in sight.
+  // Above the text, inside the focus frame, and visible.
   POINT place = {std::max(rect.left, LONG{0}) + 8, rect.top + 2};
   ClientToScreen(Control(IDC_LIST), &place);
   const HDC screen = GetDC(nullptr);
@@ -354,7 +354,7 @@ bool RunningWindow::ClickHeading(int column) const {
   RECT rect = {};
   caller_->Scratch().Read(0, &rect, sizeof rect);
   const POINT middle = {(rect.left + rect.right) / 2, (rect.top + rect.bottom) / 2};
-  // A header takes no click outside of what shows of it.
+  // A header takes no click outside its visible part.
   const auto placeInList = [&] {
     POINT place = middle;
     MapWindowPoints(header, Control(IDC_LIST), &place, 1);
@@ -402,8 +402,8 @@ void RunningWindow::TypeChord(const std::vector<int>& keys) const {
   SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
 }
 
-// What the shell posts when files are dropped, but sent, so that it has been carried out
-// afterwards.
+// The message that the shell posts when files are dropped, but sent, so that it has been handled on
+// return.
 void RunningWindow::Drop(const std::vector<std::u16string>& paths) const {
   std::u16string names;
   for (const std::u16string& path : paths) names += path + u'\0';
@@ -443,7 +443,7 @@ void RunningWindow::FollowBannerLink(const std::u16string& id) const { FollowLin
 void RunningWindow::ActivateAgain() const {
   const HWND other = CreateWindowExW(0, L"STATIC", L"another program", WS_POPUP | WS_VISIBLE, 0, 0,
                                      50, 50, nullptr, nullptr, nullptr, nullptr);
-  // By what the program itself has heard of it.
+  // As far as the program itself was informed.
   const DWORD thread = GetWindowThreadProcessId(window_, nullptr);
   const auto becomes = [&](HWND front, bool active) {
     return WaitFor([&] {

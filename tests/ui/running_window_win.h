@@ -43,12 +43,12 @@ struct MenuItem {
   bool isChecked = false;
 };
 
-// Rows, columns and controls go by the numbers that the program gives them. What the window is
-// asked for is its present state; a verb that gives a command returns when it has been carried
-// out, unless it says otherwise. Throws std::runtime_error when the program does not answer.
+// Rows, columns and controls have the program's own numbers. Queries return the present state.
+// Commands return when they have been carried out, unless stated otherwise. Throws
+// std::runtime_error when the program does not answer.
 class RunningWindow {
  public:
-  // Starts the program and waits until it has set up its window and taken in the start-up paths.
+  // Starts the program and waits until it has set up its window and added the start-up paths.
   explicit RunningWindow(const StartOptions& options = {});
   // The same for a program that was started before.
   explicit RunningWindow(ProgramProcess process);
@@ -67,14 +67,14 @@ class RunningWindow {
   Size ClientSize() const;
   void Resize(Size outer) const;
   void MoveTo(int x, int y) const;
-  // Tells the window that it now is on a screen of this DPI and that this would be its size there.
-  // Returns when it has rearranged itself; the size stays.
+  // Moves the window to a screen of this DPI, where this would be its size. Returns when it has
+  // rearranged itself; the size stays.
   void ChangeDpi(int dpi, Size suggested) const;
   // A place in dialog units as pixels; width and height are converted, not the far corner.
   Rect FromDialogUnits(int x, int y, int width, int height) const;
   std::vector<std::u16string> MenuBar() const;
   std::vector<MenuItem> Menu(int position) const;
-  // The menu that has popped up; empty while none has.
+  // The open menu; empty while none is open.
   std::vector<MenuItem> OpenMenu() const;
 
   // Controls.
@@ -90,7 +90,7 @@ class RunningWindow {
   // The size that a push button or check box needs for its text and picture.
   Size IdealSize(int id) const;
   std::vector<int> ControlsInOrder() const;
-  // What the Tab key visits, from the first control to the last.
+  // The controls in the order of the Tab key.
   std::vector<int> TabOrder() const;
   int FocusedControl() const;
   void FocusOn(int control) const;
@@ -105,14 +105,14 @@ class RunningWindow {
   std::vector<std::u16string> Column(const std::u16string& heading) const;
   std::vector<int> ColumnWidths() const;
   bool IsRightAligned(int column) const;
-  // For each column 1 when its heading is marked as sorted upwards, -1 downwards, else 0.
+  // For each column 1 when its heading is marked as sorted ascending, -1 when descending, else 0.
   std::vector<int> SortMarks() const;
   void SelectOnly(const std::vector<int>& rows) const;
   int TopRow() const;
-  // Of a row that shows, as it is on the screen: 0xRRGGBB.
+  // Of a visible row, as it is on the screen: 0xRRGGBB.
   uint32_t RowBackground(int row) const;
   void ScrollToRow(int row) const;
-  // False when the heading can't be brought into sight: an empty list does not scroll.
+  // False when the heading can't be scrolled into view: an empty list does not scroll.
   bool ClickHeading(int column) const;
 
   // Commands.
@@ -135,7 +135,7 @@ class RunningWindow {
   void ActivateAgain() const;
   // Opens the list's menu for the selected rows, as the keyboard does.
   void OpenListMenu() const;
-  // Takes an entry of the menu that has popped up.
+  // Chooses an entry of the open menu.
   void ChooseFromMenu(uint32_t id) const;
 
   // Returns when all messages that were posted so far have been handled.
@@ -144,13 +144,13 @@ class RunningWindow {
   void WaitUntilIdle() const;
   // Returns when the window answers a message.
   void Ask() const { swr::testing::AskWindow(window_, WM_NULL); }
-  // False while a dialog stands before the window.
+  // False while a dialog is open over the window.
   bool TakesInput() const { return IsWindowEnabled(window_) != FALSE; }
 
   ProcessResources Resources() const { return CountResources(process_.Handle()); }
   ProcessMemory Memory() const { return MeasureMemory(process_.Handle()); }
 
-  // The end: the exit code.
+  // Waits for the end of the program. Returns the exit code.
   int Close();
   bool HasEnded() const { return process_.HasEnded(); }
   int WaitForEnd() const { return process_.WaitForEnd(); }

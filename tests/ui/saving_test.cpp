@@ -1,5 +1,4 @@
-// Saving through the system's dialog: what it offers, and the bytes that are on the disk
-// afterwards.
+// Saving through the system's dialog: the file types that it offers, and the bytes on the disk.
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -24,7 +23,7 @@ using Texts = std::vector<std::u16string>;
 
 const std::u16string Title = u"Save Checksums";
 
-// The bytes of the file, when it has any.
+// The bytes of the file, once it has any.
 std::string FileBytes(const std::u16string& path) {
   std::string bytes;
   WaitFor([&] {
@@ -145,7 +144,7 @@ TEST_F(SavingTest, AFileThatCantBeWrittenIsSaidSo) {
   const ProgramDialog dialog = Open();
   dialog.SetFileName(target);
   dialog.PostPress(IDOK);
-  // The question whether to replace what is there has the same title.
+  // The question whether to replace the file has the same title.
   HWND question = nullptr;
   ASSERT_TRUE(WaitFor([&] {
     question = FindDialogOf(window_.ProcessId(), Title, dialog.Handle());

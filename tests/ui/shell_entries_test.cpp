@@ -1,5 +1,5 @@
 // The entries in Explorer's menu and in the Send To menu, in the real registry and as a real link,
-// with copies of the program that come, move and go.
+// with copies of the program that appear, move and disappear.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -87,7 +87,7 @@ class ShellEntriesTest : public ::testing::Test {
       u"The Explorer menu entries point at a copy of Sumwright that no longer exists.  "
       u"<a id=\"a\">Use this copy</a>    <a id=\"r\">Remove them</a>    <a id=\"x\">Dismiss</a>";
 
-  // A copy whose both entries stand, and which has moved since.
+  // A copy with both entries, which has been moved since.
   std::u16string MovedCopy() {
     const std::u16string old = CopyTo(u"old place");
     {
@@ -212,7 +212,7 @@ TEST_F(ShellEntriesTest, ALinkThatCantBeReadIsOfferedForRepair) {
   ExpectNoExplorerEntry();
 }
 
-// A folder of the link's name stands in the way.
+// There is a folder of the link's name.
 TEST_F(ShellEntriesTest, ALinkThatCantBeWrittenIsSaid) {
   ASSERT_TRUE(CreateDirectoryW(swr::AsWide(SendToLinkPath()), nullptr));
   const RunningWindow window;

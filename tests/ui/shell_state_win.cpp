@@ -6,7 +6,7 @@
 
 #include <stdexcept>
 
-#include "app/desktop/com_pointer_win.h"
+#include "app/system/window_handles_win.h"
 #include "swr/system/wide_text_win.h"
 
 namespace app::testing {

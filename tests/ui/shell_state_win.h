@@ -1,5 +1,5 @@
-// What the program writes beside its settings: its entries in the registry's menus and in the Send
-// To folder.
+// What the program writes besides its settings: its entries in Explorer's menu and in the Send To
+// folder.
 #pragma once
 
 #include "swr/system/windows_api_win.h"

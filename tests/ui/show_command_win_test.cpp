@@ -1,5 +1,5 @@
-// How the window comes up when it is asked to start hidden, minimized, maximized and so on, as a
-// shortcut or another program can ask.
+// How the window is shown when it is started hidden, minimized, maximized and so on, as by a
+// shortcut or another program.
 #include "swr/system/windows_api_win.h"
 
 #include <gtest/gtest.h>
@@ -27,7 +27,8 @@ Shown StateOf(HWND window) {
   return IsZoomed(window) ? Shown::Maximized : Shown::Normal;
 }
 
-// As the program leaves it when it closes: the place, and whether it was maximized.
+// The setting as the program writes it when it closes: the place, and whether the window was
+// maximized.
 void WritePlacement(bool maximized) {
   ForgetSettings();
   constexpr uint32_t place[] = {100, 100, 1700, 1500};
@@ -48,7 +49,7 @@ struct ShowCase {
 
 class ShowCommandTest : public ::testing::Test {
  protected:
-  // The state in which the window is once its paths are taken in and hashed.
+  // The state of the window once its paths are added and hashed.
   static void ExpectState(const ShowCase& test, bool closedMaximized) {
     SCOPED_TRACE(test.name);
     TempTree tree;

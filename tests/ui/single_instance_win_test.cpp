@@ -1,4 +1,4 @@
-// One window for one user: what real processes hand to each other, and what any process may send.
+// One window for each user: what real processes hand to each other, and what any process may send.
 #include "swr/system/windows_api_win.h"
 
 #include <gtest/gtest.h>
@@ -102,7 +102,7 @@ TEST(SingleInstanceTest, AStartWithoutPathsOpensAnotherWindowWhichThenTakesThem)
     EXPECT_EQ(first.RowCount(), 0);
     EXPECT_EQ(second.Close(), 0);
   }
-  // What is published is the window that is gone, until a third one opens for the paths.
+  // The published window is the one that is gone, until a third one opens for the paths.
   const RunningWindow third({.arguments = {two}, .keepSettings = true});
   third.WaitUntilIdle();
   EXPECT_EQ(third.Column(u"Name"), Names{u"two"});
@@ -112,7 +112,7 @@ TEST(SingleInstanceTest, AStartWithoutPathsOpensAnotherWindowWhichThenTakesThem)
   EXPECT_EQ(third.Column(u"Name"), (Names{u"two", u"one"}));
 }
 
-// A thread of another process that does not run while the object lives.
+// Suspends a thread of another process while the object exists.
 class SuspendedThread {
  public:
   explicit SuspendedThread(HWND window)
@@ -144,7 +144,8 @@ TEST(SingleInstanceTest, AWindowThatHangsLosesNothing) {
   hanging.Ask();
 }
 
-// What was published is not a window: none, a dead one, or not even a number of eight bytes.
+// The published value is not a window: nothing, a window that is gone, or not even a number of
+// eight bytes.
 TEST(SingleInstanceTest, WithoutAWindowToBeFoundThePathsGetTheirOwn) {
   TempTree tree;
   const std::u16string file = tree.AddFile(u"one", "1");

@@ -1,4 +1,4 @@
-// Paths that are handed to a window which takes longer to take them in than the sender waits.
+// Paths are handed to a window that takes longer to add them than the sender waits.
 #include "swr/system/windows_api_win.h"
 
 #include <gtest/gtest.h>
@@ -18,10 +18,10 @@ using std::chrono::seconds;
 using std::chrono::steady_clock;
 using swr::testing::TempTree;
 
-// So many that taking them in has not ended when it is seen to have begun.
+// So many that adding them has not ended when it is seen to have begun.
 constexpr int FileCount = 4000;
 
-// The thread of a window, which does not run while the object lives.
+// Suspends the thread of a window while the object exists.
 class StoppedThread {
  public:
   explicit StoppedThread(HWND window)

@@ -1,4 +1,4 @@
-// A sort as it is seen: the rows are painted anew in their new places.
+// Sorting on the screen: the rows are repainted in their new places.
 #include <gtest/gtest.h>
 
 #include <cstdint>

@@ -1,4 +1,5 @@
-// How the window comes up: what stands where, what it says, what can be used, and how it ends.
+// The window after its start: where its controls are, their texts, which are enabled, and how the
+// program ends.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -79,17 +80,18 @@ TEST(StartTest, PutsEveryControlWhereItWasDesigned) {
         window.FromDialogUnits(control.x, control.y, control.width, control.height);
     const Rect place = window.Place(control.id);
     if (control.id == IDC_LIST) {
-      // While no banner shows, its strip is the list's.
+      // While no banner shows, the list takes up its strip.
       const Rect banner = window.FromDialogUnits(7, 39, 446, 10);
       EXPECT_EQ(place, (Rect{expected.left, banner.top, expected.right, expected.bottom}));
     } else if (control.id == IDC_TOOLBAR) {
-      // As high as its buttons need, and with equal room at both sides.
+      // As high as its buttons need, with equal margins at both sides.
       EXPECT_EQ(place.left, expected.left);
       EXPECT_EQ(place.top, expected.top);
       EXPECT_EQ(place.right, window.ClientSize().width - expected.left);
       EXPECT_GE(place.Height(), expected.Height());
     } else if (control.id == IDC_TOOLBAR_RULE) {
-      // The control gives itself the height of an etched line, and maybe the width of its edges.
+      // The control sets its own height to that of an etched line, and may add the width of its
+      // edges.
       EXPECT_EQ(place.left, expected.left);
       EXPECT_EQ(place.top, expected.top);
       EXPECT_GE(place.right, expected.right);
@@ -106,7 +108,8 @@ bool Overlap(const Rect& a, const Rect& b) {
   return a.left < b.right && b.left < a.right && a.top < b.bottom && b.top < a.bottom;
 }
 
-// The progress bar and the Cancel button among the others, which show while files are hashed.
+// The progress bar and the Cancel button, which show while files are hashed, beside the other
+// controls.
 TEST(StartTest, NothingOverlapsAndNothingIsCut) {
   const RunningWindow window;
   const Size client = window.ClientSize();

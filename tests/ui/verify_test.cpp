@@ -33,7 +33,7 @@ class VerifyTest : public ::testing::Test {
     tree_.AddFile(u"bad.bin", DigestsOfAbc.input);
   }
 
-  // One good file, one bad and one that is not there.
+  // One good file, one bad one and one that does not exist.
   std::u16string AddList(const std::string& more = {}) {
     return tree_.AddFile(u"SHA256SUMS", Line(DigestsOfAbc.sha256, "good.bin") +
                                             Line(DigestsOfDigits.sha256, "bad.bin") +

@@ -1,4 +1,4 @@
-// The program of the tests of the real window:
+// Runs the tests of the real window:
 //   window_tests.exe SUMWRIGHT.EXE [GOOGLETEST OPTION...]
 #include "swr/system/windows_api_win.h"
 
@@ -17,7 +17,7 @@
 
 namespace {
 
-// Ends everything when a test takes too long: a window that hangs must not hang its tests.
+// Ends the process when a test takes too long: a window that hangs must not hang its tests.
 class Watchdog final : public testing::EmptyTestEventListener {
  public:
   Watchdog() : thread_([this] { Watch(); }) {}
@@ -91,7 +91,7 @@ int main(int argumentCount, char** arguments) {
     std::fprintf(stderr, "window_tests: give the path of Sumwright.exe\n");
     return 2;
   }
-  // Sizes are in the pixels of the screen for the program; so they must be for its tests.
+  // The program's sizes are in physical pixels, so the tests' must be too.
   SetProcessDpiAwarenessContext(DPI_AWARENESS_CONTEXT_PER_MONITOR_AWARE_V2);
   app::testing::SetProgramPath(arguments[1]);
   testing::UnitTest::GetInstance()->listeners().Append(new Watchdog);  // which takes it over

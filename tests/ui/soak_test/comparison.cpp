@@ -39,7 +39,7 @@ std::optional<std::u16string> Detail(const std::u16string& details, const std::u
   return details.substr(value, end == details.npos ? end : end - value);
 }
 
-// Which row of its file this is: "(list, line 3)", or nothing.
+// Which line of a checksum file the row is: "(list, line 3)", or nothing.
 std::u16string PlaceInList(const ModelRow& row) {
   if (!row.listed) return {};
   const std::string line = std::to_string(row.checksumLine);
@@ -67,13 +67,13 @@ uint64_t ExactSizeOf(const std::u16string& text) {
   return size;
 }
 
-// One row of the model against what is seen of it.
+// One row of the model and the same row as it was read from the window.
 class RowCheck {
  public:
   RowCheck(const WindowModel& model, ModelRow& row, const SeenRow& seen)
       : model_(model), row_(row), seen_(seen), file_(model.FileOf(row)) {}
 
-  // The row as the reference model is to have it.
+  // The row for the reference model.
   ReferenceFileRow Learn() {
     expected_.path = file_.path;
     expected_.name = file_.name;
@@ -105,7 +105,7 @@ class RowCheck {
     return error == 2 ? u"Missing" : swr::FormatErrorText(error);
   }
 
-  // Whether the row may and does say that it could not be read.
+  // Whether the row is allowed to show, and shows, that it could not be read.
   bool IsSeenFailed() {
     if (row_.error != 0) return true;
     if (std::ranges::includes(KeysOf(row_.digests), row_.asked)) return false;
@@ -148,7 +148,7 @@ class RowCheck {
     AlgoSet wanted = model_.selectedAlgos;
     if (row_.listed) wanted.insert(row_.listed->algos.begin(), row_.listed->algos.end());
     const bool hasAll = std::ranges::includes(KeysOf(row_.digests), wanted);
-    // An attempt that failed takes back what was asked for; a later one may have gone well.
+    // A failed attempt clears what was pending; a later one may have succeeded.
     const bool mayHaveFailed =
         std::ranges::any_of(States(), [](const FileState& state) { return state.error != 0; });
     if (mayHaveFailed && !hasAll) row_.mayLack = true;
@@ -161,11 +161,11 @@ class RowCheck {
     expected_.status = isCancelled ? RowStatus::Cancelled : RowStatus::Done;
     constexpr std::u16string_view changedText = u"Done, but the file changed while it was read";
     expected_.changed = row_.mayBeChanged && Status() == changedText;
-    // Where no verdict stands in its place, the row says whether it knows of a change.
+    // Unless a verdict takes its place, the status tells whether a change was noticed.
     if (Status() == u"Done") row_.mayBeChanged = false;
   }
 
-  // A digest that was not there before is that of a content that the file had meanwhile.
+  // A new digest is that of a content that the file had in the meantime.
   void LearnDigest(AlgoId id, const std::u16string& hex) {
     const std::string name = Utf8(std::u16string(swr::GetAlgo(id).name));
     Require(row_.asked.contains(id), Place() + ": nobody asked for its " + name);
@@ -204,7 +204,7 @@ bool MatchesBox(const ReferenceFileRow& row, const ReferenceClaim& claim) {
          });
 }
 
-// A value that no row has was looked for in every row with every algorithm that it may be of.
+// A value that matches no row was compared with every row, in every candidate algorithm.
 void CheckSearch(const ReferenceWindow& reference) {
   if (!reference.box.claim) return;
   const ReferenceClaim& claim = *reference.box.claim;

@@ -1,4 +1,4 @@
-// The window of a soak test against its model: all rows, all columns, all verdicts.
+// Compares the window of a soak test with its model: all rows, all columns, all verdicts.
 #pragma once
 
 #include <stdexcept>
@@ -9,7 +9,7 @@
 
 namespace app::testing {
 
-// All that there is to be read of a window that has come to rest.
+// Everything readable of an idle window.
 struct SeenRow {
   std::vector<std::u16string> cells;
   std::u16string details;  // when it alone is selected
@@ -29,12 +29,12 @@ class Disagreement : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-// Puts the model's rows in the order in which the window shows them. The details are needed of rows
-// whose file is there several times. Throws Disagreement when these are not the same rows.
+// Puts the model's rows in the order of the window. Needs the details of rows whose file is in the
+// list several times. Throws Disagreement when these are not the same rows.
 void TakeOrder(WindowModel& model, const std::vector<SeenRow>& seen);
 
-// Throws Disagreement where the window differs from the window model or the reference model. The
-// window model learns what it had left open, and is at rest. Returns the reference model with the
+// Throws Disagreement when the window differs from the window model or the reference model. The
+// window model then knows what it had left open, and is idle. Returns the reference model with the
 // rows and their verdicts.
 ReferenceWindow Compare(WindowModel& model, const SeenWindow& seen);
 

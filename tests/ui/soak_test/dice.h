@@ -1,4 +1,4 @@
-// Chance that can be repeated: everything that a soak test leaves to chance comes from one seed.
+// Repeatable random numbers: every random choice of a soak test comes from one seed.
 #pragma once
 
 #include <cstddef>
@@ -11,8 +11,8 @@ class Dice {
  public:
   explicit Dice(uint32_t seed) : random_(seed) {}
 
-  // A number below `count`, which is not 0. Not the standard library's distributions: what they
-  // make of a seed is not laid down.
+  // A number below `count`, which is not 0. The standard library's distributions are not used:
+  // their results for a seed are not specified.
   size_t Pick(size_t count) { return static_cast<size_t>(random_() % count); }
   bool OneIn(size_t count) { return Pick(count) == 0; }
   template <typename List>

@@ -37,7 +37,7 @@ std::shared_ptr<const FileContent> ContentOf(const std::u16string& path) {
   return content;
 }
 
-// The window, or who checks signatures for it, may have either file open at this moment.
+// The window or its signature check may have either file open at this moment.
 void Move(const std::u16string& from, const std::u16string& to) {
   const bool moved = WaitFor([&] {
     return MoveFileExW(swr::AsWide(from), swr::AsWide(to), MOVEFILE_REPLACE_EXISTING) != FALSE;
@@ -112,7 +112,7 @@ FileWorld::FileWorld(Dice& dice) : dice_(dice) {
               root_ + u"\\sub 2\\deep"};
 }
 
-FileWorld::~FileWorld() { LetGo(); }
+FileWorld::~FileWorld() { Unlock(); }
 
 size_t FileWorld::Add(const std::u16string& relative, bool isHidden) {
   WorldFile file;
@@ -174,23 +174,22 @@ void FileWorld::PutInPlace(size_t file, const std::string& bytes) {
 }
 
 std::string FileWorld::Replace(size_t file) {
-  if (file == heldFile_) LetGo();
+  if (file == lockedFile_) Unlock();
   PutInPlace(file, RandomContent());
   return "replaced " + NameOf(files_[file]);
 }
 
 std::string FileWorld::TakeAway(size_t file) {
   if (!files_[file].IsThere()) return Replace(file);
-  if (file == heldFile_) LetGo();
-  // Moved, not removed: what somebody has open would stay until it is closed, as neither there nor
-  // gone.
+  if (file == lockedFile_) Unlock();
+  // Moved, not removed: a file that is open would stay until it is closed, neither usable nor gone.
   Move(files_[file].path, tree_.Path(u"staging/taken away"));
   files_[file].states.push_back({.error = MissingFile});
   return "took away " + NameOf(files_[file]);
 }
 
-std::string FileWorld::Hold(size_t file) {
-  LetGo();
+std::string FileWorld::Lock(size_t file) {
+  Unlock();
   if (!files_[file].IsThere()) return Replace(file);
   HANDLE holder = INVALID_HANDLE_VALUE;
   const bool isHeld = WaitFor(
@@ -202,25 +201,25 @@ std::string FileWorld::Hold(size_t file) {
       std::chrono::milliseconds(500));
   if (!isHeld) return "nothing: the window is reading " + NameOf(files_[file]);
   holder_ = reinterpret_cast<intptr_t>(holder);
-  heldFile_ = file;
+  lockedFile_ = file;
   FileState state = files_[file].Now();
   state.error = HeldFile;
   files_[file].states.push_back(std::move(state));
   return "held " + NameOf(files_[file]);
 }
 
-void FileWorld::LetGo() {
-  if (!heldFile_) return;
+void FileWorld::Unlock() {
+  if (!lockedFile_) return;
   CloseHandle(reinterpret_cast<HANDLE>(holder_));
-  FileState state = files_[*heldFile_].Now();
+  FileState state = files_[*lockedFile_].Now();
   state.error = 0;
-  files_[*heldFile_].states.push_back(std::move(state));
-  heldFile_.reset();
+  files_[*lockedFile_].states.push_back(std::move(state));
+  lockedFile_.reset();
 }
 
 std::string FileWorld::Tear(size_t file) {
   if (!files_[file].IsThere()) return Replace(file);
-  if (file == heldFile_) LetGo();
+  if (file == lockedFile_) Unlock();
   const std::u16string& path = files_[file].path;
   files_[file].states.push_back({.isTorn = true});
   for (int i = 0; i < 4; ++i) {
@@ -233,12 +232,12 @@ std::string FileWorld::Tear(size_t file) {
 }
 
 std::string FileWorld::RewriteList(size_t list) {
-  if (list == heldFile_) LetGo();
+  if (list == lockedFile_) Unlock();
   PutInPlace(list, MakeList(list));
   return "rewrote " + NameOf(files_[list]);
 }
 
-// A line about a random file: mostly true when it is written, else a lie.
+// A line about a random file: mostly correct at this moment, otherwise wrong.
 std::string FileWorld::LineFor(size_t list, ListedLine& line) {
   const WorldFile& self = files_[list];
   const bool isSfv = self.name.ends_with(u".sfv");

@@ -1,6 +1,6 @@
-// The files of a soak test: a tree of real ones that are replaced, taken away, held and written to
-// while the window is at work, with all that each of them has been since the window was last
-// compared with its model. The digests are computed here, before the window sees a file.
+// The files of a soak test: real files that are replaced, removed, locked and written to while the
+// window works, with every state of each of them since the window was last compared with its model.
+// The digests are computed here, before the window sees a file.
 #pragma once
 
 #include <cstdint>
@@ -21,7 +21,7 @@ struct FileContent {
   std::map<swr::AlgoId, DigestBytes> digests;  // of all algorithms
 };
 
-// What a file was for a while.
+// One state of a file.
 struct FileState {
   std::shared_ptr<const FileContent> content;  // null where it is not there or is being written
   uint32_t error = 0;                          // the Windows error of whoever reads it
@@ -58,7 +58,7 @@ class FileWorld {
   const std::vector<WorldFile>& Files() const { return files_; }
   // Full paths of folders with files in them or below them.
   const std::vector<std::u16string>& Folders() const { return folders_; }
-  // A folder of very many small files, which lies elsewhere.
+  // A folder of very many small files, outside the others.
   const std::u16string& Crowd() const { return crowd_; }
   // The files that a drop of this folder adds, in the order of rows.
   std::vector<size_t> Walk(const std::u16string& folder, bool withHidden) const;
@@ -70,18 +70,18 @@ class FileWorld {
   // A place for a file that the program is to write.
   std::u16string SavePlace() const { return tree_.Path(u"staging/saved"); }
 
-  // Each of these happens at once for whoever opens the file, but for Tear. They say what they did.
+  // Each of these is atomic for whoever opens the file, except Tear. They return a description.
   std::string Replace(size_t file);
   std::string TakeAway(size_t file);
-  // Nobody else can open the file until LetGo.
-  std::string Hold(size_t file);
-  void LetGo();
-  bool HoldsAny() const { return heldFile_.has_value(); }
+  // Nobody else can open the file until Unlock.
+  std::string Lock(size_t file);
+  void Unlock();
+  bool HoldsAny() const { return lockedFile_.has_value(); }
   // Writes to the file in its place, bit by bit.
   std::string Tear(size_t file);
   std::string RewriteList(size_t file);
 
-  // The past of the files is not asked for any more.
+  // The earlier states of the files are not needed any more.
   void ForgetPast();
 
  private:
@@ -101,7 +101,7 @@ class FileWorld {
   std::vector<size_t> lists_;
   std::vector<size_t> longFiles_;
   std::vector<size_t> plainFiles_;
-  std::optional<size_t> heldFile_;
+  std::optional<size_t> lockedFile_;
   intptr_t holder_ = 0;
 };
 

@@ -1,4 +1,4 @@
-// Asks a window all the time whether it still answers.
+// Checks all the time whether a window still answers.
 #pragma once
 
 #include "swr/system/windows_api_win.h"
@@ -14,8 +14,8 @@ namespace app::testing {
 
 class HangProbe {
  public:
-  // Told on a thread of its own of each answer that took long: after what time it came, and for how
-  // much of that the machine stood still.
+  // Called on a thread of its own for each slow answer: after what time it came, and how much of
+  // that time the machine was stalled.
   using SlowAnswer = std::function<void(std::chrono::milliseconds, std::chrono::milliseconds)>;
   HangProbe(HWND window, SlowAnswer tell);
   ~HangProbe();
@@ -23,8 +23,8 @@ class HangProbe {
   HangProbe& operator=(const HangProbe&) = delete;
 
   size_t Questions() const { return questions_; }
-  // Without the time for which the machine stood still meanwhile, and Wine with it: that is known
-  // of a thread that does nothing but sleep, which then is woken late.
+  // Without the time for which the machine, and Wine with it, was stalled: that shows in a thread
+  // that only sleeps and then wakes up late.
   std::chrono::milliseconds LongestAnswer() const { return std::chrono::milliseconds(longest_); }
   std::chrono::milliseconds LongestPause() const { return std::chrono::milliseconds(pause_); }
 

@@ -1,5 +1,4 @@
-// Somebody who uses the window at random, without waiting for it, and tells the model what was
-// done.
+// Uses the window at random, without waiting for it, and tells the model what was done.
 #pragma once
 
 #include <atomic>
@@ -26,22 +25,22 @@ class RandomUser {
   RandomUser(const RandomUser&) = delete;
   RandomUser& operator=(const RandomUser&) = delete;
 
-  // Does something; the result says what. Throws Disagreement when the window is not as it must
-  // be, and std::runtime_error when it does not answer.
+  // Does something and returns a description of it. Throws Disagreement when the window is not as
+  // it must be, and std::runtime_error when it does not answer.
   std::string Act();
-  // The same with one of the kinds of things that there are, from 0 on.
+  // The same with the action of this number, from 0 on.
   std::string Act(size_t kind);
   static size_t KindCount();
-  // Waits until the window is at rest and compares all of it. The number of rows.
+  // Waits until the window is idle and compares all of it. Returns the number of rows.
   size_t CompareAll();
   // Drops all files but the crowd.
   void FillList();
-  // Clears the list and waits until that is done. The window then has always the same size.
+  // Clears the list and waits until that is done. The window always has the same size then.
   void ClearAll();
 
-  // How often each kind of thing was done.
+  // How often each action was done.
   const std::map<std::string, size_t>& Counts() const { return counts_; }
-  // What it is at, or was at last. On any thread.
+  // The present or last action. May be called on any thread.
   const char* Doing() const { return doing_; }
 
  private:
@@ -52,7 +51,7 @@ class RandomUser {
   };
   static const std::vector<Kind>& Kinds();
 
-  // user_list_win.cpp: what goes into the list and out of it.
+  // user_list_win.cpp: adding and removing rows.
   std::string DropFiles();
   std::string DropFolder();
   std::string DropCrowd();
@@ -69,7 +68,7 @@ class RandomUser {
   std::vector<size_t> SomeFiles(size_t most);
   std::optional<size_t> FreshList();
 
-  // user_choices_win.cpp: what is wanted of the rows and how they are shown.
+  // user_choices_win.cpp: selecting algorithms, comparing, sorting.
   std::string Sort();
   std::string ClickAlgoBox();
   std::string ChooseAlgo();
@@ -81,7 +80,7 @@ class RandomUser {
   std::pair<std::u16string, ReferenceBox> RandomExpected();
   void SortRows(const std::u16string& heading);
 
-  // user_desk_win.cpp: the window on the screen, its dialogs, and the files behind its back.
+  // user_desk_win.cpp: the window on the screen, its dialogs, and changes to the files.
   std::string ResizeWindow();
   std::string ChangeShowState();
   std::string ChangeDpi();

@@ -8,28 +8,27 @@ namespace {
 struct Resource {
   const char* name;
   uint64_t ResourceSample::*value;
-  // What there may be more late than early, for what the system's libraries still cache (they hold
-  // about ten drawing objects more once every dialog was open at every DPI).
+  // The allowed growth from the early to the late samples, for caches of the system's libraries
+  // (about ten drawing objects more once every dialog was open at every DPI).
   uint64_t tolerance;
-  // The same in a run of less than SettlingSamples.
+  // The same in a run of fewer than SettlingSamples.
   uint64_t settlingTolerance;
-  // What there may be more after the last samples, beside their largest step, which may be one of
-  // those steps. Less than one for each of them.
+  // The allowed growth over the last samples, apart from their largest step. Less than one for each
+  // of them.
   uint64_t steadyTolerance;
 };
 
 constexpr uint64_t MiB = uint64_t{1} << 20;
 constexpr uint64_t AnyNumber = UINT64_MAX / 2;
-// Some fifty minutes. Private memory was seen to rise in steps of some 6 MiB, likely of the
-// system's heap, and then no more: before the early samples of such a run, but in the middle of a
-// short one.
+// About fifty minutes. Private memory rises in a few steps of about 6 MiB, probably of the system's
+// heap, and then no more: before the early samples of such a run, but in the middle of a short one.
 constexpr size_t SettlingSamples = 180;
 constexpr Resource resources[] = {
     {"handles", &ResourceSample::handles, 8, 8, 2},
     {"GDI objects", &ResourceSample::gdiObjects, 16, 16, 2},
     {"USER objects", &ResourceSample::userObjects, 8, 8, 2},
     {"private bytes", &ResourceSample::privateBytes, 4 * MiB, 24 * MiB, MiB / 2},
-    // Reported, not limited: under Wine it holds pictures of windows, which stay for a while.
+    // Reported, not limited: under Wine it includes images of windows, which stay for a while.
     {"working set", &ResourceSample::workingSet, AnyNumber, AnyNumber, AnyNumber},
 };
 

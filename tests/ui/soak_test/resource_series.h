@@ -1,4 +1,5 @@
-// What the program holds of the system each time its list has been cleared, and whether that grows.
+// The system resources that the program holds each time its list was cleared, and whether they
+// grow.
 #pragma once
 
 #include <cstddef>
@@ -21,11 +22,11 @@ class ResourceSeries {
   void Add(const ResourceSample& sample) { samples_.push_back(sample); }
   size_t Count() const { return samples_.size(); }
 
-  // Two looks at growth. An early quarter of the samples is compared with a late one, by the least
-  // of each: what is cached or not yet given back comes and goes, a leak raises the floor. The
-  // first sixth does not count: until everything was used once, the system's own libraries settle
-  // in. And in the last SteadySamples, between which the same was done again and again, nothing may
-  // grow, but for a single step.
+  // Growth is measured twice. First, the minimum of an early quarter of the samples is compared
+  // with that of a late quarter: caches come and go, but a leak raises the minimum. The first sixth
+  // is ignored, in which the system's own libraries fill their caches. Second, over the last
+  // SteadySamples, between which the same was done again and again, nothing may grow except by a
+  // single step.
   static constexpr size_t SteadySamples = 5;
   struct Verdict {
     std::string text;  // a line for each resource

@@ -1,6 +1,6 @@
 // Uses the real window at random for a long time:
 //   soak_test.exe SUMWRIGHT.EXE [--minutes N] [--seed N]
-// See usageText below for what is done and what is told in the end.
+// See usageText below for what it does and reports.
 #include "swr/system/windows_api_win.h"
 
 #include <chrono>
@@ -49,7 +49,7 @@ struct Options {
   uint32_t seed = 20261121;
 };
 
-// What was done last, for whoever has to find out what went wrong.
+// The last actions, for finding out what went wrong.
 class ActionLog {
  public:
   explicit ActionLog(uint32_t seed) : seed_(seed) {}
@@ -90,7 +90,7 @@ class SoakTest {
   int Run() {
     std::printf("soak test: seed %u, %g minutes\n", options_.seed, options_.minutes);
     std::fflush(stdout);
-    // Away from where menus open, whose entries would take to it.
+    // Away from where menus open, whose entries would react to it.
     SetCursorPos(GetSystemMetrics(SM_CXSCREEN) - 1, GetSystemMetrics(SM_CYSCREEN) - 1);
     try {
       const auto start = steady_clock::now();
@@ -108,7 +108,7 @@ class SoakTest {
   }
 
  private:
-  // Everything once, in the order of chance's list, and the largest window.
+  // Every action once, in order, and the largest window.
   void WarmUp() {
     for (size_t kind = 0; kind < RandomUser::KindCount(); ++kind) Note(user_.Act(kind));
     ShowWindow(window_.Handle(), SW_MAXIMIZE);
@@ -126,14 +126,14 @@ class SoakTest {
     ++comparisons_;
   }
 
-  // Some actions, and then one or both of the things that want a window at rest.
+  // Some actions, and then one or both of the checks that need an idle window.
   void Round() {
     for (size_t actions = 10 + dice_.Pick(30); actions > 0; --actions) Note(user_.Act());
     Compare();
     if (dice_.OneIn(2)) ClearAndMeasure();
   }
 
-  // However few rounds there was time for, each of these shows what stays behind.
+  // However few rounds there were, each of these shows what was not released.
   void MeasureAgainAndAgain() {
     for (size_t i = 0; i < ResourceSeries::SteadySamples; ++i) {
       user_.FillList();

@@ -1,11 +1,11 @@
-// What a random user wants to know of the rows, and how they are shown.
+// The random user selects algorithms, compares and sorts.
 #include <algorithm>
 #include <chrono>
 #include <numeric>
 #include <string>
 
-#include "app/window/algo_boxes.h"
-#include "app/window/algo_menu.h"
+#include "app/screen/algo_boxes.h"
+#include "app/screen/algo_menu.h"
 #include "resources/resource_ids.h"
 #include "swr/system/text_services.h"
 #include "swr/text/encoding.h"
@@ -26,7 +26,7 @@ bool IsLegacy(AlgoId id) { return id == AlgoId::Md2 || id == AlgoId::Md4; }
 
 }  // namespace
 
-// The order as it has to come out, where the texts of the column are known.
+// The expected order, when the texts of the column are known.
 void RandomUser::SortRows(const std::u16string& heading) {
   std::vector<size_t> order(model_.rows.size());
   std::iota(order.begin(), order.end(), size_t{0});
@@ -52,7 +52,7 @@ void RandomUser::SortRows(const std::u16string& heading) {
 }
 
 std::string RandomUser::Sort() {
-  // Some of it at rest, when the order can be told.
+  // Sometimes while the window is idle, when the order can be predicted.
   if (dice_.OneIn(6)) CompareAll();
   ShowUp();
   const std::vector<std::u16string> headings = window_.List().ColumnHeadings();
@@ -95,15 +95,15 @@ std::string RandomUser::ChooseAlgo() {
   AlgoId algo = static_cast<AlgoId>(dice_.Pick(swr::AlgoCount));
   if (IsLegacy(algo) && !model_.showLegacy) algo = AlgoId::Sha3_256;
   ShowUp();
-  // Like a user whose menu was taken away before the key arrived; see PopUp.
+  // Like a user whose menu was closed before the key arrived; see PopUp.
   const std::vector<std::u16string> before = window_.List().ColumnHeadings();
   const auto isChosen = [&] { return window_.List().ColumnHeadings() != before; };
   for (int attempts = 0; attempts < 5 && !isChosen(); ++attempts) {
     PopUp([&] { window_.PostCommand(IDC_ALGO_MORE); });
-    window_.ChooseFromMenu(AlgoMenuFirstCommand + static_cast<uint32_t>(algo));
+    window_.ChooseFromMenu(ID_ALGO_FIRST + static_cast<uint32_t>(algo));
     WaitFor([&] { return window_.OpenMenu().empty(); });
     window_.WaitForPostedMessages();
-    // The last algorithm can be taken away to no effect.
+    // Deselecting the last algorithm may have no effect.
     if (model_.selectedAlgos == AlgoSet{AlgoId::Sha256} && algo == AlgoId::Sha256) break;
   }
   AlgoSet chosen = model_.selectedAlgos;
@@ -193,7 +193,7 @@ std::string RandomUser::ToggleOption() {
   return "legacy algorithms";
 }
 
-// The answer may have to wait for all that is hashed before.
+// The answer may have to wait for everything queued before.
 std::string RandomUser::CompareTwo() {
   if (!KnowOrder() || model_.rows.size() < 2) return "too few";
   const size_t first = dice_.Pick(model_.rows.size());

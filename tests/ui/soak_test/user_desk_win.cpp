@@ -1,5 +1,4 @@
-// What a random user does with the window on the screen, with its dialogs, and to the files behind
-// its back.
+// The random user moves the window, opens its dialogs, and changes files.
 #include <chrono>
 #include <stdexcept>
 #include <thread>
@@ -38,8 +37,8 @@ void RandomUser::ShowNormal() const {
   }
 }
 
-// A menu closes again when the screen's server tells late that another window had the focus; then a
-// user asks once more.
+// A menu closes again when the display server reports late that another window had the focus; then
+// a user opens it again.
 void RandomUser::PopUp(const std::function<void()>& ask) const {
   for (int attempts = 0; attempts < 5; ++attempts) {
     ask();
@@ -72,7 +71,7 @@ std::string RandomUser::ChangeDpi() {
   return std::to_string(dpi);
 }
 
-// Keys that change nothing but the selection, the focus and what is in sight.
+// Keys that change only the selection, the focus and the scroll position.
 std::string RandomUser::PressKeys() {
   constexpr int keys[] = {VK_DOWN,  VK_UP,    VK_NEXT,   VK_PRIOR, VK_HOME, VK_END,
                           VK_SPACE, VK_RIGHT, VK_ESCAPE, VK_TAB,   'A',     'F'};
@@ -97,7 +96,7 @@ std::string RandomUser::SelectWithKeyboard() {
   return {};
 }
 
-// Other starts may bring files meanwhile, and hashing goes on.
+// Other instances may hand over files meanwhile, and hashing goes on.
 std::string RandomUser::OpenHashText() {
   ShowUp();
   window_.PostCommand(ID_HASH_TEXT);
@@ -154,7 +153,7 @@ std::string RandomUser::Save() {
   const std::u16string place = world_.SavePlace();
   dialog.SetFileName(place);
   dialog.Press(IDOK);
-  // The dialog may have given the name another ending.
+  // The dialog may have changed the extension.
   const auto deleteSaved = [&] {
     WIN32_FIND_DATAW found = {};
     const HANDLE search = FindFirstFileW(swr::AsWide(place + u"*"), &found);
@@ -189,7 +188,7 @@ std::string RandomUser::DismissBanner() {
 }
 
 std::string RandomUser::ChangeFile() {
-  // As often of a row as of any file.
+  // For a row as often as for any file.
   size_t file = dice_.Of(world_.PlainFiles());
   if (dice_.OneIn(2) && !model_.rows.empty()) {
     const size_t ofRow = model_.rows[dice_.Pick(model_.rows.size())].file;
@@ -201,15 +200,15 @@ std::string RandomUser::ChangeFile() {
     case 1:
       return world_.TakeAway(file);
     case 2:
-      return world_.Hold(dice_.OneIn(6) ? dice_.Of(world_.Lists()) : file);
+      return world_.Lock(dice_.OneIn(6) ? dice_.Of(world_.Lists()) : file);
     case 3:
-      world_.LetGo();
+      world_.Unlock();
       return "let go";
     case 4:
       return world_.Tear(file);
     case 5: {
       const size_t list = dice_.Of(world_.Lists());
-      // What a row came from is told by its list's name and line.
+      // A row is identified by its checksum file and line.
       return model_.HasRowsOf(list) ? world_.Replace(file) : world_.RewriteList(list);
     }
     default:

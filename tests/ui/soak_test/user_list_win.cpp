@@ -1,4 +1,4 @@
-// What a random user puts into the list and takes out of it.
+// The random user adds and removes rows.
 #include <algorithm>
 #include <chrono>
 #include <stdexcept>
@@ -28,7 +28,7 @@ std::vector<size_t> RandomUser::SomeFiles(size_t most) {
 
 std::string RandomUser::DropFiles() {
   std::vector<size_t> files = SomeFiles(6);
-  // Alone a checksum file would be offered as what it is.
+  // A checksum file added alone leads to the offer to verify.
   if (files.size() > 1 && dice_.OneIn(5)) files.push_back(dice_.Of(world_.Lists()));
   window_.Drop(PathsOf(files));
   const size_t added = model_.Add(files);
@@ -59,13 +59,13 @@ std::string RandomUser::DropCrowd() {
   return std::to_string(added) + " new";
 }
 
-// A checksum file that no row came from, so that a row of the window can be told from any other.
+// A checksum file from which no row came yet, so that every row of the window can be identified.
 std::optional<size_t> RandomUser::FreshList() {
   const size_t list = dice_.Of(world_.Lists());
   return model_.HasRowsOf(list) ? std::nullopt : std::optional(list);
 }
 
-// A checksum file that is of no use gives a message and no rows.
+// An unusable checksum file gives a message and no rows.
 void RandomUser::RefuseList(size_t list) {
   const std::u16string expected = world_.Files()[list].Now().error != 0
                                       ? u"The checksum file can't be read."
@@ -143,13 +143,13 @@ std::string RandomUser::PickList() {
   return swr::WideToUtf8(file.name);
 }
 
-// What was picked is taken in when the dialog is gone.
+// The picked files are added after the dialog has closed.
 void RandomUser::ExpectPickedRows(const char* after) const {
   WaitFor([&] { return static_cast<size_t>(window_.RowCount()) == model_.rows.size(); });
   ExpectRowCount(after);
 }
 
-// As many at once; each hands its paths to the window.
+// Several at once; each hands its paths to the window.
 void RandomUser::StartWith(size_t processes) {
   std::vector<ProgramProcess> started;
   if (processes > 1) model_.isOrderKnown = false;

@@ -71,7 +71,7 @@ void WindowModel::LoadList(size_t list) {
     row.checksumLine = line.number;
     rows.push_back(std::move(row));
   }
-  // All rows are asked for all that is wanted of them.
+  // Every row is queued for everything that it needs.
   for (ModelRow& row : rows) row.mayLack = false;
   NoteAsked();
 }

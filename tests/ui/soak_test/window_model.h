@@ -1,7 +1,7 @@
-// What the window of a soak test must hold: followed from what was done to it and from what its
-// files were, with no look at the program. Where timing decides (what Cancel still caught, which of
-// two contents of a file was read), the model says what may be, and takes from the window which of
-// it has come about; the verdict on it then comes from the reference model alone.
+// What the window of a soak test must show, derived from what was done to it and from the states of
+// its files, without looking at the program. Where timing decides (what Cancel still caught, which
+// of two contents of a file was read), the model knows the possibilities and learns from the window
+// which one happened; the verdict then comes from the reference model alone.
 #pragma once
 
 #include <cstddef>
@@ -56,9 +56,9 @@ class WindowModel {
   const WorldFile& FileOf(const ModelRow& row) const { return world_.Files()[row.file]; }
 
   std::vector<ModelRow> rows;
-  // False when the order of the rows came about at the same time as results or other starts.
+  // False when the order of the rows depends on the timing of results or other instances.
   bool isOrderKnown = true;
-  // The window has come to rest and was compared since the last thing that happened.
+  // The window was idle and was compared since the last event.
   bool isAtRest = true;
   AlgoSet selectedAlgos = {swr::AlgoId::Md5, swr::AlgoId::Sha1, swr::AlgoId::Sha256};
   ReferenceBox box;
@@ -70,7 +70,7 @@ class WindowModel {
 
  private:
   ModelRow MakeRow(size_t file) const;
-  // Everything that the window may ask the worker for by now.
+  // Everything that the window may have asked the worker for by now.
   void NoteAsked();
 
   const FileWorld& world_;

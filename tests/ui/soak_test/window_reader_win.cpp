@@ -31,8 +31,8 @@ std::u16string SettledDetails(const RunningWindow& window, int row) {
   return details;
 }
 
-// These columns of all rows, a few at a time: a window that is asked for everything at once is late
-// with its answer to anybody else.
+// These columns of all rows, a few at a time: a window that is asked for everything at once answers
+// others late.
 std::vector<std::vector<std::u16string>> CellsOf(const RunningWindow& window,
                                                  const std::vector<int>& columns) {
   constexpr int cellsAtOnce = 32;
@@ -56,7 +56,7 @@ bool HasUnfinishedRow(const RunningWindow& window) {
 
 void WaitForRest(const RunningWindow& window) {
   const auto isAtRest = [&] { return !window.IsShown(IDC_CANCEL) && !HasUnfinishedRow(window); };
-  // Longer than the pause between two looks of the program at its worker.
+  // Longer than the interval of the program's progress timer.
   constexpr milliseconds pause{250};
   const auto end = std::chrono::steady_clock::now() + seconds(180);
   for (int looks = 0; looks < 2;) {
