@@ -48,9 +48,9 @@ class Chance {
   bool OneIn(uint64_t count) { return Below(count) == 0; }
   // Lets the other threads get on: not at all, a little, or far.
   void Pause() {
-    const uint64_t kind = Below(4);
+    const uint64_t kind = Below(4u);
     if (kind == 0) std::this_thread::yield();
-    if (kind == 1) std::this_thread::sleep_for(std::chrono::microseconds(Below(300)));
+    if (kind == 1) std::this_thread::sleep_for(std::chrono::microseconds(Below(300u)));
   }
 
  private:
@@ -148,10 +148,10 @@ TEST(WorkerScheduleTest, OfTheWorker) {
     const bool closesAtOnce = chance.OneIn(2);
     {
       Worker worker(results);
-      const uint64_t steps = 5 + chance.Below(20);
+      const uint64_t steps = 5 + chance.Below(20u);
       for (uint64_t step = 0; step < steps; ++step) {
         chance.Pause();
-        switch (chance.Below(8)) {
+        switch (chance.Below(8u)) {
           case 0:
             worker.Remove(std::array{1 + chance.Below(nextId), 1 + chance.Below(nextId)});
             dropsJobs = true;
@@ -170,7 +170,7 @@ TEST(WorkerScheduleTest, OfTheWorker) {
           }
           default: {
             // The long file is the last one; a few are enough.
-            const size_t file = chance.OneIn(8) ? 4 : chance.Below(4);
+            const size_t file = chance.OneIn(8) ? 4u : chance.Below(4u);
             fileOf.push_back(file);
             worker.Enqueue({.rowId = nextId++,
                             .path = files.files[file].path,
@@ -230,10 +230,10 @@ TEST(WorkerScheduleTest, OfTheWindow) {
     WorkingWindow window;
     window.algorithms.Select(MaskOf(AlgoId::Md5));
     bool wasCancelled = false;
-    const uint64_t steps = 5 + chance.Below(20);
+    const uint64_t steps = 5 + chance.Below(20u);
     for (uint64_t step = 0; step < steps; ++step) {
       chance.Pause();
-      switch (chance.Below(12)) {
+      switch (chance.Below(12u)) {
         case 0:
           window.edits.CancelAll();
           wasCancelled = true;
@@ -264,8 +264,8 @@ TEST(WorkerScheduleTest, OfTheWindow) {
           break;
         default: {
           std::vector<std::u16string> paths;
-          for (uint64_t i = chance.Below(3); i < 3; ++i) {
-            paths.push_back(files.files[chance.OneIn(8) ? 4 : chance.Below(4)].path);
+          for (uint64_t i = chance.Below(3u); i < 3; ++i) {
+            paths.push_back(files.files[chance.OneIn(8) ? 4u : chance.Below(4u)].path);
           }
           if (chance.OneIn(10)) paths.push_back(files.absent);
           window.adding.AddPaths(paths);
