@@ -148,7 +148,8 @@ TEST_F(HashTextDpiTest, TheSmallestSizeFollows) {
 // height is computed again.
 TEST_F(HashTextDpiTest, ControlsFollowFromWhereTheyAreThen) {
   const Size designed = OuterSize();
-  const Size base = {designed.width * 2, designed.height * 2 + 1};
+  // Above the smallest size at the new DPI, and small enough that the window stays where it is.
+  const Size base = {designed.width * 8 / 5, designed.height + (designed.height * 3 / 5 | 1)};
   Resize(base);
   ChangeDpi(window_.Dpi() * 3 / 2);
   const std::vector<Rect> before = Places();
