@@ -2,6 +2,8 @@
 
 #include "swr/system/windows_api_win.h"
 
+#include <winioctl.h>
+
 #include <array>
 #include <atomic>
 
@@ -39,11 +41,13 @@ void Write(const FileHandle& file, const std::u16string& path, std::string_view 
 
 void RemoveEntry(const std::u16string& path, DWORD attributes) {
   const std::u16string exactPath = ExactPath(path);
+  const auto remove = [&] {
+    return (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0 ? RemoveDirectoryW(AsWide(exactPath))
+                                                        : DeleteFileW(AsWide(exactPath));
+  };
+  if (remove()) return;
   SetFileAttributesW(AsWide(exactPath), FILE_ATTRIBUTE_NORMAL);
-  const bool removed = (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0
-                           ? RemoveDirectoryW(AsWide(exactPath)) != FALSE
-                           : DeleteFileW(AsWide(exactPath)) != FALSE;
-  Check(removed, "removing", path);
+  Check(remove() != FALSE, "removing", path);
 }
 
 }  // namespace
@@ -99,6 +103,9 @@ void AppendBytes(const std::u16string& path, std::string_view bytes) {
 
 void ResizeFile(const std::u16string& path, uint64_t size) {
   const FileHandle file = OpenFile(path, GENERIC_WRITE, OPEN_EXISTING);
+  // Where the file system has no such thing, zeros take space. That is no failure.
+  DWORD unused = 0;
+  DeviceIoControl(file.Get(), FSCTL_SET_SPARSE, nullptr, 0, nullptr, 0, &unused, nullptr);
   LARGE_INTEGER position;
   position.QuadPart = static_cast<LONGLONG>(size);
   Check(SetFilePointerEx(file.Get(), position, nullptr, FILE_BEGIN) && SetEndOfFile(file.Get()),

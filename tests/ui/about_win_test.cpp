@@ -52,7 +52,7 @@ TEST(AboutTest, SaysWhereThisPortableCopyIs) {
 }
 
 TEST(AboutTest, ItsLinksGoToTheShell) {
-  BecomeTheBrowser();
+  if (!BecomeTheBrowser()) GTEST_SKIP() << NotTheBrowser;
   const RunningWindow window;
   window.FollowLink(IDC_LINKS, u"about");
   const ProgramDialog about(window, u"About Sumwright");
@@ -69,7 +69,6 @@ TEST(AboutTest, ItsLinksGoToTheShell) {
 class CommandLineToolTest : public ::testing::Test {
  protected:
   CommandLineToolTest() {
-    BecomeTheBrowser();
     program_ = tree_.AddFolder(u"program and tool") + u"\\Sumwright.exe";
     CopyFileW(swr::AsWide(ProgramUnderTest()), swr::AsWide(program_), FALSE);
   }
@@ -81,6 +80,7 @@ class CommandLineToolTest : public ::testing::Test {
     ASSERT_TRUE(CopyFileW(self, swr::AsWide(tool), FALSE));
   }
 
+  const bool isTheBrowser_ = BecomeTheBrowser();
   TempTree tree_;
   std::u16string program_;
 };
@@ -101,6 +101,10 @@ TEST_F(CommandLineToolTest, WithoutTheToolThePageIsOffered) {
             u"swrhash comes with the setup and in sumwrite.zip (every build in one zip).");
   EXPECT_EQ(dialog.Control(100), nullptr);
   EXPECT_EQ(dialog.Control(101), nullptr);
+  if (!isTheBrowser_) {
+    dialog.Press(IDCLOSE);
+    GTEST_SKIP() << NotTheBrowser;
+  }
   dialog.Press(102);
   ExpectAddress(u"https://sumwright.example/");
 }
@@ -139,7 +143,7 @@ TEST_F(CommandLineToolTest, TheToolRunsInACommandPromptInItsFolder) {
   const std::wstring folder = swr::AsWide(FolderOf(program_));
   EXPECT_TRUE(WaitFor([&] { return ToolRun() == folder + L"|--help"; }))
       << ::testing::PrintToString(ToolRun());
-  EndPrograms(L"cmd.exe");
+  EndProgramsStartedBy(window.ProcessId(), L"cmd.exe");
 }
 
 TEST(InstalledCopyTest, KnowsThatItIsInstalled) {

@@ -4,10 +4,12 @@
 
 #include <tlhelp32.h>
 
+#include <algorithm>
 #include <stdexcept>
 
 #include "app/desktop/clipboard_win.h"
 #include "swr/system/wide_text_win.h"
+#include "tests/support/wine_win.h"
 #include "tests/ui/running_window_win.h"
 
 namespace app::testing {
@@ -39,6 +41,28 @@ void Write(const std::u16string& name, DWORD type, const void* data, size_t size
                       static_cast<DWORD>(size)) != ERROR_SUCCESS) {
     throw std::runtime_error("the registry does not take a value");
   }
+}
+
+struct FolderSearch {
+  std::wstring name;
+  HWND found = nullptr;
+};
+
+// The title is the folder's name, or its path where the user has chosen so, and on Windows 11
+// followed by the file manager's own name.
+BOOL CALLBACK FindFolderWindow(HWND window, LPARAM parameter) {
+  auto& search = *reinterpret_cast<FolderSearch*>(parameter);
+  wchar_t text[512] = {};
+  GetClassNameW(window, text, 512);
+  const std::wstring className = text;
+  if (className != L"CabinetWClass" && className != L"ExplorerWClass") return TRUE;
+  GetWindowTextW(window, text, 512);
+  std::wstring title = text;
+  if (!title.ends_with(search.name)) title.erase(std::min(title.size(), title.rfind(L" - ")));
+  const bool isWanted = title == search.name || title.ends_with(L"\\" + search.name);
+  if (!isWanted || !IsWindowVisible(window)) return TRUE;
+  search.found = window;
+  return FALSE;
 }
 
 }  // namespace
@@ -85,7 +109,9 @@ void WriteSetting(const std::u16string& name, const std::u16string& text) {
   Write(name, REG_SZ, text.c_str(), (text.size() + 1) * sizeof(char16_t));
 }
 
-void BecomeTheBrowser() {
+bool BecomeTheBrowser() {
+  KeepOpenedAddress(L"");
+  if (!swr::testing::IsWine()) return false;
   wchar_t program[MAX_PATH] = {};
   GetModuleFileNameW(nullptr, program, MAX_PATH);
   const std::wstring command = L"\"" + std::wstring(program) + L"\" --open-address \"%1\"";
@@ -93,7 +119,7 @@ void BecomeTheBrowser() {
     RegSetKeyValueW(HKEY_CLASSES_ROOT, key, nullptr, REG_SZ, command.c_str(),
                     static_cast<DWORD>((command.size() + 1) * sizeof(wchar_t)));
   }
-  KeepOpenedAddress(L"");
+  return true;
 }
 
 std::u16string OpenedAddress() {
@@ -123,13 +149,13 @@ void KeepToolRun(const std::wstring& arguments) {
                   static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t)));
 }
 
-void EndPrograms(const std::wstring& fileName) {
+void EndProgramsStartedBy(uint32_t parent, const std::wstring& fileName) {
   const HANDLE snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
   PROCESSENTRY32W entry = {};
   entry.dwSize = sizeof entry;
   for (BOOL more = Process32FirstW(snapshot, &entry); more;
        more = Process32NextW(snapshot, &entry)) {
-    if (fileName != entry.szExeFile) continue;
+    if (fileName != entry.szExeFile || entry.th32ParentProcessID != parent) continue;
     const HANDLE process = OpenProcess(PROCESS_TERMINATE, FALSE, entry.th32ProcessID);
     TerminateProcess(process, 0);
     CloseHandle(process);
@@ -137,10 +163,11 @@ void EndPrograms(const std::wstring& fileName) {
   CloseHandle(snapshot);
 }
 
-bool CloseFolderWindow(const std::u16string& title) {
-  const HWND window = FindWindowW(nullptr, swr::AsWide(title));
-  if (window == nullptr || !IsWindowVisible(window)) return false;
-  PostMessageW(window, WM_CLOSE, 0, 0);
+bool CloseFolderWindow(const std::u16string& folderName) {
+  FolderSearch search = {.name = swr::AsWide(folderName)};
+  EnumWindows(FindFolderWindow, reinterpret_cast<LPARAM>(&search));
+  if (search.found == nullptr) return false;
+  PostMessageW(search.found, WM_CLOSE, 0, 0);
   return true;
 }
 

@@ -23,8 +23,10 @@ void WriteSetting(const std::u16string& name, const std::u16string& text);
 // Deletes the whole key, as before the program's first run.
 void ForgetSettings();
 
-// Makes the tests' program the user's browser and mail program, and forgets what it has opened.
-void BecomeTheBrowser();
+// Makes this program the one that opens web and mail addresses, and forgets what it has opened.
+// False on a real Windows, where only its user can choose; a test must not open an address then.
+bool BecomeTheBrowser();
+inline constexpr char NotTheBrowser[] = "no program can make itself the browser here";
 // The last address that was opened.
 std::u16string OpenedAddress();
 // The part of the tests' program that acts as the browser.
@@ -38,10 +40,10 @@ inline constexpr wchar_t ToolName[] = L"swrhash.exe";
 void KeepToolRun(const std::wstring& arguments);
 std::wstring ToolRun();
 
-// Ends all processes of this program.
-void EndPrograms(const std::wstring& fileName);
+// Ends the processes of this program that this process has started.
+void EndProgramsStartedBy(uint32_t process, const std::wstring& fileName);
 
-// Closes the file manager's window with this title; false when there is none.
-bool CloseFolderWindow(const std::u16string& title);
+// Closes the file manager's window of a folder with this name; false when there is none.
+bool CloseFolderWindow(const std::u16string& folderName);
 
 }  // namespace app::testing

@@ -73,7 +73,12 @@ TEST(LayoutTest, TheWindowIsNeverSmallerThanItWasDesigned) {
 // Half a pixel is rounded up.
 int Scaled(int value, int dpi, int oldDpi) { return (value * dpi + oldDpi / 2) / oldDpi; }
 
-// The screen must have room for the larger window.
+// A window can't be larger than the screens.
+bool ScreenHasRoomFor(const Size& size) {
+  return size.width <= GetSystemMetrics(SM_CXMAXTRACK) &&
+         size.height <= GetSystemMetrics(SM_CYMAXTRACK);
+}
+
 TEST(LayoutTest, AnotherDpiScalesColumnsAndTheSmallestSize) {
   const RunningWindow window;
   const int oldDpi = window.Dpi();
@@ -82,7 +87,9 @@ TEST(LayoutTest, AnotherDpiScalesColumnsAndTheSmallestSize) {
   const std::vector<int> widths = window.ColumnWidths();
   const Size smallest = {Scaled(designed.width, newDpi, oldDpi),
                          Scaled(designed.height, newDpi, oldDpi)};
-
+  if (!ScreenHasRoomFor({smallest.width + 40, smallest.height + 30})) {
+    GTEST_SKIP() << "the screen is too small for " << smallest;
+  }
   window.ChangeDpi(newDpi, smallest);
   std::vector<int> scaledWidths;
   for (const int width : widths) scaledWidths.push_back(Scaled(width, newDpi, oldDpi));

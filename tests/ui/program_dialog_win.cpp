@@ -1,10 +1,13 @@
 #include "tests/ui/program_dialog_win.h"
 
+#include <commctrl.h>
+
 #include <functional>
 #include <stdexcept>
 
 #include "swr/system/wide_text_win.h"
 #include "tests/support/remote_list_win.h"
+#include "tests/ui/accessible_text_win.h"
 #include "tests/ui/link_control_win.h"
 #include "tests/ui/running_window_win.h"
 
@@ -47,20 +50,33 @@ HWND FindControl(HWND dialog, const Condition& condition) {
   return search.found;
 }
 
-// The controls of the system's file dialogs for the name and for the file types, with Wine's
-// numbers.
+// Where the system's file dialogs take names. The number is the same in all dialogs of Wine and in
+// Windows' dialogs for folders; its dialogs to open and to save files have another one each.
 HWND FileNameBox(HWND dialog) {
-  constexpr int fileNameBox = 1152;
   return FindControl(dialog, [](HWND child) {
-    return GetDlgCtrlID(child) == fileNameBox && IsWindowVisible(child);
+    const int id = GetDlgCtrlID(child);
+    return (id == 1152 || id == 1148 || id == 1001) && ClassOf(child) == L"Edit" &&
+           IsWindowVisible(child);
   });
 }
 
+// Where they offer file types: by its number, or in Windows' dialog to save, whose lists have none,
+// the list without a box to type into.
 HWND FileTypeList(HWND dialog) {
   constexpr int fileTypeList = 1136;
   return FindControl(dialog, [](HWND child) {
-    return GetDlgCtrlID(child) == fileTypeList && ClassOf(child) == L"ComboBox";
+    if (ClassOf(child) != L"ComboBox") return false;
+    const bool takesNoText =
+        (GetWindowLongW(child, GWL_STYLE) & CBS_DROPDOWNLIST) == CBS_DROPDOWNLIST;
+    return GetDlgCtrlID(child) == fileTypeList ||
+           (takesNoText && ClassOf(GetParent(child)) == L"FloatNotifySink");
   });
+}
+
+// Windows' message dialogs draw their first sentence and their buttons themselves.
+bool DrawsItself(HWND dialog) {
+  return FindControl(dialog, [](HWND child) { return ClassOf(child) == L"DirectUIHWND"; }) !=
+         nullptr;
 }
 
 }  // namespace
@@ -107,6 +123,7 @@ std::vector<std::u16string> ProgramDialog::MessageTexts() const {
     return false;
   });
   std::erase(texts, u"");
+  if (DrawsItself(dialog_)) texts.insert(texts.begin(), FirstAccessibleText(dialog_));
   texts.resize(3);
   return texts;
 }
@@ -161,7 +178,13 @@ void ProgramDialog::ChooseFileType(int number) const {
             reinterpret_cast<LPARAM>(list));
 }
 
-void ProgramDialog::PostPress(int button) const { PostMessageW(Control(button), BM_CLICK, 0, 0); }
+void ProgramDialog::PostPress(int button) const {
+  if (Control(button) == nullptr && DrawsItself(dialog_)) {
+    PostMessageW(dialog_, TDM_CLICK_BUTTON, static_cast<WPARAM>(button), 0);
+  } else {
+    PostMessageW(Control(button), BM_CLICK, 0, 0);
+  }
+}
 
 void ProgramDialog::Press(int button) const {
   PostPress(button);

@@ -1,9 +1,12 @@
 #include "tests/ui/remote_call_win.h"
 
+#include <tlhelp32.h>
+
 #include <algorithm>
 #include <array>
 #include <span>
 #include <stdexcept>
+#include <string>
 
 namespace app::testing {
 namespace {
@@ -64,6 +67,39 @@ std::span<const unsigned char> CallCode() {
 
 constexpr DWORD answerTimeout = 60'000;
 
+// Where a module of this name lies in the process; null when the process has none.
+uint64_t ModuleBase(DWORD process, const std::wstring& name) {
+  const HANDLE snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPMODULE, process);
+  MODULEENTRY32W entry = {};
+  entry.dwSize = sizeof entry;
+  uint64_t base = 0;
+  for (BOOL more = Module32FirstW(snapshot, &entry); more && base == 0;
+       more = Module32NextW(snapshot, &entry)) {
+    if (lstrcmpiW(entry.szModule, name.c_str()) == 0) {
+      base = reinterpret_cast<uint64_t>(entry.modBaseAddr);
+    }
+  }
+  CloseHandle(snapshot);
+  return base;
+}
+
+// The address in the other process of a function of a system library. Windows has each library at
+// one address in all processes; Wine, in 32-bit processes, wherever there was room.
+uint64_t AddressThere(DWORD process, uint64_t function) {
+  HMODULE library = nullptr;
+  wchar_t path[MAX_PATH] = {};
+  if (!GetModuleHandleExW(
+          GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+          reinterpret_cast<const wchar_t*>(function), &library) ||
+      GetModuleFileNameW(library, path, MAX_PATH) == 0) {
+    throw std::runtime_error("the function is in no library");
+  }
+  const std::wstring name = path;
+  const uint64_t base = ModuleBase(process, name.substr(name.rfind(L'\\') + 1));
+  if (base == 0) throw std::runtime_error("the program has not loaded the function's library");
+  return base + (function - reinterpret_cast<uint64_t>(library));
+}
+
 }  // namespace
 
 RemoteCaller::RemoteCaller(HWND window)
@@ -86,10 +122,11 @@ RemoteCaller::~RemoteCaller() {
   CloseHandle(process_);
 }
 
-// The system's libraries have the same addresses in every process.
 uint64_t RemoteCaller::CallAddress(uint64_t function,
                                    std::initializer_list<uint64_t> arguments) const {
-  CallBlock block{.function = function};
+  uint64_t& known = addresses_[function];
+  if (known == 0) known = AddressThere(GetProcessId(process_), function);
+  CallBlock block{.function = known};
   std::copy(arguments.begin(), arguments.end(), block.arguments.begin());
   block_.Write(0, &block, sizeof block);
   const HANDLE thread =

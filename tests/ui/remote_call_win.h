@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <initializer_list>
+#include <map>
 
 #include "tests/support/remote_list_win.h"
 
@@ -30,12 +31,13 @@ class RemoteCaller {
   // Memory in the other process for what a call reads or writes.
   const swr::testing::RemoteMemory& Scratch() const { return scratch_; }
   uint64_t ScratchAddress() const { return reinterpret_cast<uint64_t>(scratch_.At(0)); }
-  static constexpr size_t ScratchSize = 4096;
+  static constexpr size_t ScratchSize = 32768;  // for the longest text that is asked for
 
  private:
   uint64_t CallAddress(uint64_t function, std::initializer_list<uint64_t> arguments) const;
 
   HANDLE process_ = nullptr;
+  mutable std::map<uint64_t, uint64_t> addresses_;  // of functions: here, and in the other process
   void* code_ = nullptr;
   swr::testing::RemoteMemory scratch_;
   swr::testing::RemoteMemory block_;

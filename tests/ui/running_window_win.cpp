@@ -384,11 +384,25 @@ void RunningWindow::PressKey(int control, int key) const {
   PostMessageW(target, WM_KEYUP, static_cast<WPARAM>(key), static_cast<LPARAM>(0xC0000001));
 }
 
-void RunningWindow::TypeChord(const std::vector<int>& keys) const {
-  SetForegroundWindow(window_);
-  if (!WaitFor([&] { return GetForegroundWindow() == window_; })) {
+void RunningWindow::BringToFront() const {
+  // Windows lets a program take the foreground that has had the user's last input. A key that means
+  // nothing to anybody is such input.
+  INPUT input = {};
+  input.type = INPUT_KEYBOARD;
+  input.ki.wVk = 0xFC;  // VK_NONAME
+  SendInput(1, &input, sizeof input);
+  input.ki.dwFlags = KEYEVENTF_KEYUP;
+  SendInput(1, &input, sizeof input);
+  if (!WaitFor([&] {
+        SetForegroundWindow(window_);
+        return GetForegroundWindow() == window_;
+      })) {
     throw std::runtime_error("the window does not come to the front");
   }
+}
+
+void RunningWindow::TypeChord(const std::vector<int>& keys) const {
+  if (GetForegroundWindow() != window_) BringToFront();
   std::vector<INPUT> inputs;
   const auto add = [&](int key, DWORD flags) {
     INPUT input = {};

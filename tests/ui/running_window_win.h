@@ -123,6 +123,8 @@ class RunningWindow {
   void Click(int control) const;
   // Returns at once. The key goes to this control, or without one to the window.
   void PressKey(int control, int key) const;
+  // As when the user clicks on it. Returns when it is in front.
+  void BringToFront() const;
   // Presses these keys together, as on a keyboard, with the window in front. Returns at once.
   void TypeChord(const std::vector<int>& keys) const;
   void Drop(const std::vector<std::u16string>& paths) const;

@@ -39,6 +39,14 @@ class ShellEntriesTest : public ::testing::Test {
     DeleteFileW(swr::AsWide(SendToLinkPath()));
   }
 
+  static bool CanWriteForAllUsers() {
+    HKEY key = nullptr;
+    const LSTATUS status = RegOpenKeyExW(HKEY_LOCAL_MACHINE, swr::AsWide(u"Software\\Classes"), 0,
+                                         KEY_CREATE_SUB_KEY, &key);
+    if (status == ERROR_SUCCESS) RegCloseKey(key);
+    return status == ERROR_SUCCESS;
+  }
+
   // A copy of the program in a folder of its own.
   std::u16string CopyTo(const std::u16string& folder) {
     const std::u16string copy = tree_.AddFolder(folder) + u"\\Sumwright.exe";
@@ -161,6 +169,7 @@ TEST_F(ShellEntriesTest, AnotherProgramInTheSameFolderIsTheSameCopy) {
 }
 
 TEST_F(ShellEntriesTest, AnEntryForAllUsersCantBeChangedHere) {
+  if (!CanWriteForAllUsers()) GTEST_SKIP() << "only an administrator makes entries for all users";
   SetRegistryText(HKEY_LOCAL_MACHINE, std::u16string(FileEntry) + u"\\command", u"",
                   u"\"C:\\Sumwright.exe\" \"%1\"");
   const RunningWindow window;

@@ -12,6 +12,7 @@
 #include <string>
 #include <thread>
 
+#include "tests/support/dpi_awareness_win.h"
 #include "tests/ui/desktop_state_win.h"
 #include "tests/ui/running_window_win.h"
 
@@ -91,8 +92,7 @@ int main(int argumentCount, char** arguments) {
     std::fprintf(stderr, "window_tests: give the path of Sumwright.exe\n");
     return 2;
   }
-  // The program's sizes are in physical pixels, so the tests' must be too.
-  SetProcessDpiAwarenessContext(DPI_AWARENESS_CONTEXT_PER_MONITOR_AWARE_V2);
+  swr::testing::BecomeDpiAware();
   app::testing::SetProgramPath(arguments[1]);
   testing::UnitTest::GetInstance()->listeners().Append(new Watchdog);  // which takes it over
   const int result = RUN_ALL_TESTS();

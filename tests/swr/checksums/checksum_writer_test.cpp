@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "swr/checksums/checksum_file.h"
+#include "tests/support/test_data.h"
 #include "tests/swr/checksums/hash_text_rows.h"
 
 namespace swr::testing {
@@ -48,7 +49,7 @@ const std::vector<ExportRow>& GoldenRows() {
 }
 
 std::string GoldenFile(const std::string& name) {
-  std::ifstream file(std::string(SUMWRIGHT_TEST_DATA) + "/checksums/data/" + name,
+  std::ifstream file(TestDataFolder(SUMWRIGHT_TEST_DATA) + "/checksums/data/" + name,
                      std::ios::binary);
   EXPECT_TRUE(file.is_open()) << name;
   return {std::istreambuf_iterator<char>(file), {}};

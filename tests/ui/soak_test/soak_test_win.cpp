@@ -10,6 +10,7 @@
 #include <exception>
 #include <string>
 
+#include "tests/support/dpi_awareness_win.h"
 #include "tests/ui/running_window_win.h"
 #include "tests/ui/soak_test/dice.h"
 #include "tests/ui/soak_test/file_world_win.h"
@@ -228,7 +229,7 @@ int main(int argumentCount, char** arguments) {
     std::fputs(app::testing::usageText, stderr);
     return 2;
   }
-  SetProcessDpiAwarenessContext(DPI_AWARENESS_CONTEXT_PER_MONITOR_AWARE_V2);
+  swr::testing::BecomeDpiAware();
   app::testing::SetProgramPath(program);
   try {
     return app::testing::SoakTest(options).Run();

@@ -1,0 +1,137 @@
+// Files and folders that the user may not read, and files that another program has locked.
+#include "swr/system/windows_api_win.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "resources/resource_ids.h"
+#include "swr/system/wide_text_win.h"
+#include "swr/text/display_text.h"
+#include "tests/support/system_command_win.h"
+#include "tests/support/temp_tree.h"
+#include "tests/ui/known_digests.h"
+#include "tests/ui/running_window_win.h"
+
+namespace app::testing {
+namespace {
+
+using swr::AsWide;
+using swr::FormatErrorText;
+using swr::testing::RunSystemCommand;
+using swr::testing::TempTree;
+using Texts = std::vector<std::u16string>;
+
+bool CanBeOpened(const std::u16string& path) {
+  const HANDLE file = CreateFileW(AsWide(path), GENERIC_READ,
+                                  FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                  OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+  if (file == INVALID_HANDLE_VALUE) return false;
+  CloseHandle(file);
+  return true;
+}
+
+// Nobody may read the file or folder as long as the object lives.
+class WithoutRights {
+ public:
+  explicit WithoutRights(const std::u16string& path) : path_(AsWide(path)) {
+    // S-1-1-0 is everybody, in every language.
+    RunSystemCommand(L"icacls \"" + path_ + L"\" /deny *S-1-1-0:(RX)");
+  }
+  ~WithoutRights() { RunSystemCommand(L"icacls \"" + path_ + L"\" /remove:d *S-1-1-0"); }
+  WithoutRights(const WithoutRights&) = delete;
+  WithoutRights& operator=(const WithoutRights&) = delete;
+
+ private:
+  std::wstring path_;
+};
+
+TEST(FolderRightsTest, AFolderThatMayNotBeReadIsPassedOver) {
+  TempTree tree;
+  tree.AddFile(u"d/closed/secret", "secret");
+  tree.AddFile(u"d/open", DigestsOfAbc.input);
+  const std::u16string closed = tree.Path(u"d/closed");
+  const WithoutRights denied(closed);
+  if (CanBeOpened(closed)) GTEST_SKIP() << "icacls takes no rights away here";
+  const RunningWindow window;
+  window.Drop({tree.Path(u"d")});
+  window.WaitUntilIdle();
+  EXPECT_EQ(window.Column(u"Name"), Texts{u"open"});
+  EXPECT_EQ(window.Cell(0, u"SHA-256"), DigestsOfAbc.sha256);
+  // On its own it adds nothing and says nothing.
+  window.Command(ID_CLEAR_LIST);
+  window.Drop({closed});
+  EXPECT_EQ(window.RowCount(), 0);
+}
+
+TEST(FolderRightsTest, AFileThatMayNotBeReadSaysSo) {
+  TempTree tree;
+  const std::u16string closed = tree.AddFile(u"1 closed", "secret");
+  const std::u16string open = tree.AddFile(u"2 open", DigestsOfAbc.input);
+  const WithoutRights denied(closed);
+  if (CanBeOpened(closed)) GTEST_SKIP() << "icacls takes no rights away here";
+  const RunningWindow window;
+  window.Drop({closed, open});
+  window.WaitUntilIdle();
+  EXPECT_EQ(window.Column(u"Status"), (Texts{FormatErrorText(ERROR_ACCESS_DENIED), u"Done"}));
+}
+
+// This process is the other program.
+TEST(LockedFileTest, AFileThatIsHeldOpenForItselfSaysSo) {
+  TempTree tree;
+  const std::u16string held = tree.AddFile(u"1 held", "content");
+  const std::u16string next = tree.AddFile(u"2 next", DigestsOfAbc.input);
+  const HANDLE other =
+      CreateFileW(AsWide(held), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+  ASSERT_NE(other, INVALID_HANDLE_VALUE);
+  {
+    const RunningWindow window;
+    window.Drop({held, next});
+    window.WaitUntilIdle();
+    EXPECT_EQ(window.Column(u"Status"), (Texts{FormatErrorText(ERROR_SHARING_VIOLATION), u"Done"}));
+  }
+  CloseHandle(other);
+}
+
+TEST(LockedFileTest, ALockedPartOfAFileSaysSo) {
+  TempTree tree;
+  const std::u16string held = tree.AddFile(u"1 held", "content");
+  const std::u16string next = tree.AddFile(u"2 next", DigestsOfAbc.input);
+  const HANDLE other = CreateFileW(AsWide(held), GENERIC_READ | GENERIC_WRITE,
+                                   FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                   OPEN_EXISTING, 0, nullptr);
+  ASSERT_NE(other, INVALID_HANDLE_VALUE);
+  ASSERT_TRUE(LockFile(other, 2, 0, 2, 0));
+  // Whether the system holds others to the lock.
+  const HANDLE reader = CreateFileW(AsWide(held), GENERIC_READ,
+                                    FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                    OPEN_EXISTING, 0, nullptr);
+  char bytes[16];
+  DWORD read = 0;
+  const bool isEnforced = !ReadFile(reader, bytes, sizeof bytes, &read, nullptr) &&
+                          GetLastError() == ERROR_LOCK_VIOLATION;
+  CloseHandle(reader);
+  if (isEnforced) {
+    const RunningWindow window;
+    window.Drop({held, next});
+    window.WaitUntilIdle();
+    EXPECT_EQ(window.Column(u"Status"), (Texts{FormatErrorText(ERROR_LOCK_VIOLATION), u"Done"}));
+    EXPECT_EQ(window.Cell(0, u"MD5"), u"");
+  }
+  CloseHandle(other);
+  if (!isEnforced) GTEST_SKIP() << "a locked part of a file can be read here";
+}
+
+TEST(LockedFileTest, AFileThatAnotherProgramWritesIsHashedAsItIs) {
+  TempTree tree;
+  const std::u16string path = tree.AddFile(u"log", DigestsOfAbc.input);
+  const swr::testing::WritingHandle writer(path);
+  const RunningWindow window;
+  window.Drop({path});
+  window.WaitUntilIdle();
+  EXPECT_EQ(window.Cell(0, u"SHA-256"), DigestsOfAbc.sha256);
+}
+
+}  // namespace
+}  // namespace app::testing

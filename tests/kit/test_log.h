@@ -1,0 +1,57 @@
+// Reads what a GoogleTest program prints: which test ran, how it ended and what it said. Unlike the
+// XML file, which is written at the very end, it also tells of a program that crashed or was ended.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kit {
+
+enum class TestStatus { Passed, Failed, NotHere };
+
+struct TestResult {
+  std::string name;  // "Suite.Test"
+  TestStatus status = TestStatus::Passed;
+  int milliseconds = 0;
+  // Of a failed test, what it printed; of a test that is not possible here, the reason. UTF-8.
+  std::string detail;
+
+  bool operator==(const TestResult&) const = default;
+};
+
+// A measured value that a test printed with PrintFigure (figure_line.h).
+struct Figure {
+  std::string name;
+  std::string value;
+
+  bool operator==(const Figure&) const = default;
+};
+
+class TestLog {
+ public:
+  // Without its line end. Carriage returns at the end are dropped.
+  void AddLine(std::string_view line);
+  // The program has ended, or was ended, for this reason ("it crashed"). A test that is still
+  // running has failed, and the reason is added to what it printed.
+  void End(std::string_view reason);
+
+  // The test that has begun and not ended yet; empty between tests.
+  const std::string& Running() const { return running_; }
+  // How many tests the program has announced, in total.
+  int Announced() const { return announced_; }
+  const std::vector<TestResult>& Results() const { return results_; }
+  const std::vector<Figure>& Figures() const { return figures_; }
+
+ private:
+  void EndTest(TestStatus status, std::string_view rest);
+
+  std::string running_;
+  std::string printed_;  // since the running test began
+  int announced_ = 0;
+  bool hasSummary_ = false;  // what follows repeats the results
+  std::vector<TestResult> results_;
+  std::vector<Figure> figures_;
+};
+
+}  // namespace kit

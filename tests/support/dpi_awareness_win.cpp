@@ -1,0 +1,16 @@
+#include "tests/support/dpi_awareness_win.h"
+
+#include "swr/system/windows_api_win.h"
+
+namespace swr::testing {
+
+void BecomeDpiAware() {
+  // Windows 10 has it; a program that imports it would not start on an older one.
+  using Function = BOOL(WINAPI*)(HANDLE);
+  const auto setContext = reinterpret_cast<Function>(reinterpret_cast<void*>(
+      GetProcAddress(GetModuleHandleW(L"user32.dll"), "SetProcessDpiAwarenessContext")));
+  const HANDLE perMonitorV2 = reinterpret_cast<HANDLE>(LONG_PTR{-4});
+  if (setContext == nullptr || !setContext(perMonitorV2)) SetProcessDPIAware();
+}
+
+}  // namespace swr::testing

@@ -1,0 +1,16 @@
+// Where the files are that results are compared with.
+#pragma once
+
+#include <cstdlib>
+#include <string>
+
+namespace swr::testing {
+
+// The environment variable SUMWRIGHT_TEST_DATA, for tests that run elsewhere than they were built;
+// without it the folder of the sources.
+inline std::string TestDataFolder(const char* folderOfSources) {
+  const char* const moved = std::getenv("SUMWRIGHT_TEST_DATA");
+  return moved == nullptr ? folderOfSources : moved;
+}
+
+}  // namespace swr::testing

@@ -1,0 +1,12 @@
+// Tests that have to know whether this is a real Windows.
+#pragma once
+
+#include "swr/system/windows_api_win.h"
+
+namespace swr::testing {
+
+inline bool IsWine() {
+  return GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
+}
+
+}  // namespace swr::testing
