@@ -4,6 +4,7 @@
 #include <string>
 #include <utility>
 
+#include "swr/checksums/more_list_forms.h"
 #include "swr/paths/path_forms.h"
 #include "swr/text/text.h"
 
@@ -35,15 +36,6 @@ constexpr std::array<NameEnding, 17> nameEndings = {{
     {u".md2", AlgoId::Md2},
 }};
 
-bool ParseLine(std::u16string_view line, std::optional<AlgoId> hint, ChecksumLine& result) {
-  if (hint == AlgoId::Crc32) {
-    return ParseSfvLine(line, result) || ParseTaggedLine(line, result) ||
-           ParsePlainLine(line, hint, result);
-  }
-  return ParseTaggedLine(line, result) || ParsePlainLine(line, hint, result) ||
-         ParseSfvLine(line, result);
-}
-
 }  // namespace
 
 std::optional<AlgoId> AlgoFromChecksumFileName(std::u16string_view path) {
@@ -74,11 +66,21 @@ bool IsChecksumFileName(std::u16string_view path) {
   return EndsWithNoCase(name, u".digests") || EndsWithNoCase(name, u".checksums");
 }
 
-bool ChecksumTextReader::IsFrame(std::u16string_view line) {
+ChecksumLineReader::ChecksumLineReader(std::u16string_view path, ListForms forms)
+    : hint_(AlgoFromChecksumFileName(path)), forms_(forms) {
+  if (forms_ == ListForms::Usual) return;
+  const std::optional<NamedByList> named = FileNamedByList(path);
+  if (!named) return;
+  if (!hint_) hint_ = named->algo;
+  namedFile_ = named->name;
+}
+
+bool ChecksumLineReader::IsFrame(std::u16string_view line) {
   switch (part_) {
     case Part::Body:
       if (line == u"-----BEGIN PGP SIGNED MESSAGE-----") {
         part_ = Part::SignedHeader;
+        isSigned_ = true;
         return true;
       }
       if (line == u"-----BEGIN PGP SIGNATURE-----") {
@@ -96,26 +98,44 @@ bool ChecksumTextReader::IsFrame(std::u16string_view line) {
   return false;
 }
 
+bool ChecksumLineReader::ParseLine(std::u16string_view line, ChecksumLine& result) const {
+  if (hint_ == AlgoId::Crc32 && ParseSfvLine(line, result)) return true;
+  if (ParseTaggedLine(line, result) || ParsePlainLine(line, hint_, result)) return true;
+  if (hint_ != AlgoId::Crc32 && ParseSfvLine(line, result)) return true;
+  return forms_ == ListForms::Extended &&
+         ParseExtendedLine(line, {.algo = hint_, .name = namedFile_}, result);
+}
+
+LineKind ChecksumLineReader::Read(std::u16string_view line, ChecksumLine& result) {
+  ++number_;
+  if (line.ends_with(u'\r')) line.remove_suffix(1);
+  if (number_ == 1 && line.starts_with(u'\uFEFF')) line.remove_prefix(1);
+  if (IsFrame(TrimText(line))) return LineKind::Nothing;
+  if (line.starts_with(u"- ")) line.remove_prefix(2);  // the dash-escape of a signed text
+  const size_t first = line.find_first_not_of(u" \t");
+  if (first == line.npos) return LineKind::Nothing;
+  line.remove_prefix(first);
+  if (line.front() == u'#' || line.front() == u';') return LineKind::Nothing;
+  if (!ParseLine(line, result)) return LineKind::Skipped;
+  result.lineNumber = number_;
+  return LineKind::Checksum;
+}
+
 std::optional<ChecksumLine> ChecksumTextReader::Next() {
   while (!rest_.empty()) {
-    ++number_;
     const size_t end = rest_.find(u'\n');
-    std::u16string_view line = rest_.substr(0, end);
+    const std::u16string_view line = rest_.substr(0, end);
     rest_.remove_prefix(end == rest_.npos ? rest_.size() : end + 1);
-    if (line.ends_with(u'\r')) line.remove_suffix(1);
-    if (number_ == 1 && line.starts_with(u'\uFEFF')) line.remove_prefix(1);
-    if (IsFrame(TrimText(line))) continue;
-    if (line.starts_with(u"- ")) line.remove_prefix(2);  // dash-escape of a clear-signed text
-    const size_t first = line.find_first_not_of(u" \t");
-    if (first == line.npos) continue;
-    line.remove_prefix(first);
-    if (line.front() == u'#' || line.front() == u';') continue;
     ChecksumLine parsed;
-    if (ParseLine(line, hint_, parsed)) {
-      parsed.lineNumber = number_;
-      return parsed;
+    switch (lines_.Read(line, parsed)) {
+      case LineKind::Checksum:
+        return parsed;
+      case LineKind::Skipped:
+        skippedLines_.push_back(lines_.LineNumber());
+        break;
+      case LineKind::Nothing:
+        break;
     }
-    skippedLines_.push_back(number_);
   }
   return std::nullopt;
 }

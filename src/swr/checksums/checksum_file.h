@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -25,15 +26,55 @@ struct ChecksumSet {
   std::vector<uint32_t> skippedLines;
 };
 
-// Parses the text of a checksum file one checksum at a time. Plain, tagged and SFV lines may be
-// mixed. Blank lines and comments are ignored, as are the header and the signature of a PGP
-// clear-signed text; the signature is not verified, and lines outside the signed block are parsed
-// too.
+// Which forms a line may have.
+enum class ListForms : uint8_t {
+  Usual,     // plain, tagged and SFV
+  Extended,  // and those of more_list_forms.h
+};
+
+// What a line came to.
+enum class LineKind : uint8_t {
+  Checksum,
+  Nothing,  // blank, a comment, or the header or signature of a signed text
+  Skipped,  // something that no form could read
+};
+
+// Parses a checksum file line by line. Plain, tagged and SFV lines may be mixed. Blank lines and
+// comments are ignored, as are the header and the signature of a PGP clear-signed text; the
+// signature is not verified, and lines outside the signed block are parsed too.
+class ChecksumLineReader {
+ public:
+  // `path` is the file's own, for what its name implies.
+  explicit ChecksumLineReader(std::u16string_view path, ListForms forms = ListForms::Usual);
+
+  // The next line, without its line feed. `result` is filled for a checksum only.
+  LineKind Read(std::u16string_view line, ChecksumLine& result);
+  // The number of the line that was read last, from 1.
+  uint32_t LineNumber() const { return number_; }
+  // Whether any line so far belonged to a signed text.
+  bool IsSigned() const { return isSigned_; }
+
+ private:
+  enum class Part : uint8_t { Body, SignedHeader, Signature };
+
+  // Whether the line belongs to the header or signature of a clear-signed text. Tracks the part.
+  bool IsFrame(std::u16string_view line);
+  bool ParseLine(std::u16string_view line, ChecksumLine& result) const;
+
+  std::optional<AlgoId> hint_;
+  ListForms forms_;
+  std::u16string namedFile_;  // what a digest without a name belongs to; empty for nothing
+  uint32_t number_ = 0;
+  Part part_ = Part::Body;
+  bool isSigned_ = false;
+};
+
+// Parses the text of a checksum file one checksum at a time.
 class ChecksumTextReader {
  public:
   // `text` must outlive the object; `path` is only used here, for the algorithm that it implies.
   ChecksumTextReader(std::u16string_view text, std::u16string_view path)
-      : rest_(text), hint_(AlgoFromChecksumFileName(path)) {}
+      : rest_(text), lines_(path) {}
 
   // The next checksum, or nothing at the end of the text.
   std::optional<ChecksumLine> Next();
@@ -41,15 +82,8 @@ class ChecksumTextReader {
   const std::vector<uint32_t>& SkippedLines() const { return skippedLines_; }
 
  private:
-  enum class Part : uint8_t { Body, SignedHeader, Signature };
-
-  // Whether the line belongs to the header or signature of a clear-signed text. Tracks the part.
-  bool IsFrame(std::u16string_view line);
-
   std::u16string_view rest_;
-  std::optional<AlgoId> hint_;
-  uint32_t number_ = 0;  // of the last line read
-  Part part_ = Part::Body;
+  ChecksumLineReader lines_;
   std::vector<uint32_t> skippedLines_;
 };
 

@@ -24,6 +24,10 @@ struct ExportOptions {
   bool uppercase = false;  // hexadecimal digits; those of SFV are always upper case
   AlgoId algo = {};        // of Sha256Sum, if hasAlgo is set
   bool hasAlgo = false;    // otherwise Sha256Sum writes the first digest of each row
+  // Write names as the bytes that the file system has for them (see system/name_bytes.h), and half
+  // of a surrogate pair in JSON as an escape such as "\\udc80". Otherwise names are UTF-8 with
+  // replacement characters.
+  bool exactNames = false;
 };
 
 struct ExportDigest {
@@ -41,6 +45,25 @@ struct ExportRow {
 // that lack the digest are left out, except in CSV and JSON. Empty if the format has no valid
 // number. Throws only std::bad_alloc.
 std::string RenderChecksums(const std::vector<ExportRow>& rows, const ExportOptions& options);
+
+// The same text piece by piece, for a list that is too long to be held: Head, the text of each row
+// with Between in front of all but the first, and Tail. All functions may be called by several
+// threads at once.
+class ChecksumWriter {
+ public:
+  // `columns`: the algorithms of all rows, which only CSV has to know beforehand.
+  ChecksumWriter(const ExportOptions& options, AlgoMask columns);
+
+  std::string Head() const;
+  // Empty for a row that is left out.
+  std::string Row(const ExportRow& row) const;
+  std::string Between() const;
+  std::string Tail(bool hasRows) const;
+
+ private:
+  ExportOptions options_;
+  std::vector<AlgoId> columns_;
+};
 
 // The extension of a checksum file of this algorithm, with its full stop: ".sha256", ".b3".
 // AlgoFromChecksumFileName recognises each of them.

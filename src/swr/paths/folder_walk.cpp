@@ -1,6 +1,7 @@
 #include "swr/paths/folder_walk.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -34,18 +35,20 @@ void SortEntries(std::vector<DirectoryEntry>& entries) {
   for (size_t i = 0; i < entries.size(); ++i) entries[i] = std::move(keyed[i].entry);
 }
 
-// The entries of one folder that the walk visits, in its order. False if the folder can't be
-// listed.
-bool ListDirectory(const std::u16string& folder, const WalkOptions& options,
-                   std::vector<DirectoryEntry>& entries) {
+// The entries of one folder that the walk visits, in its order. The result is 0, or the code of
+// the error for which the folder can't be listed.
+uint32_t ListDirectory(const std::u16string& folder, const WalkOptions& options,
+                       std::vector<DirectoryEntry>& entries) {
   const uint32_t error = ReadDirectory(ToLongPath(folder), entries, options.withSizes);
   // The empty root of a drive has no entries at all, not even "." and "..".
-  if (error != 0) return error == ErrorFileNotFound;
+  if (error == ErrorFileNotFound) return 0;
+  if (error != 0) return error;
   std::erase_if(entries, [&](const DirectoryEntry& entry) {
-    return (entry.isHidden && !options.includeHidden) || (entry.isDirectory && entry.isLink);
+    return (entry.isHidden && !options.includeHidden) ||
+           (entry.isDirectory && entry.isLink && !options.followLinks);
   });
   SortEntries(entries);
-  return true;
+  return 0;
 }
 
 // A folder that is being walked. The lengths are those of its path and of its relative path.
@@ -54,7 +57,16 @@ struct Level {
   size_t next = 0;
   size_t folderLength = 0;
   size_t prefixLength = 0;
+  std::optional<FolderIdentity> identity;  // where links are followed
 };
+
+// Whether the folder is one of those that the walk is inside of. One whose identity can't be asked
+// is taken for one of them.
+bool IsAmong(const std::vector<Level>& levels, const std::optional<FolderIdentity>& identity) {
+  if (!identity) return true;
+  return std::ranges::any_of(levels,
+                             [&](const Level& level) { return level.identity == identity; });
+}
 
 }  // namespace
 
@@ -66,7 +78,14 @@ bool WalkFolder(const std::u16string& root, const WalkOptions& options,
   std::u16string prefix;
   const auto enter = [&] {
     Level level{.folderLength = folder.size(), .prefixLength = prefix.size()};
-    if (!ListDirectory(folder, options, level.entries)) return false;
+    if (options.followLinks) {
+      level.identity = IdentityOfFolder(ToLongPath(folder));
+      if (!levels.empty() && IsAmong(levels, level.identity)) return true;
+    }
+    if (const uint32_t error = ListDirectory(folder, options, level.entries)) {
+      if (options.onError) options.onError(folder, error);
+      return false;
+    }
     levels.push_back(std::move(level));
     return true;
   };
@@ -83,6 +102,7 @@ bool WalkFolder(const std::u16string& root, const WalkOptions& options,
     const DirectoryEntry& entry = level.entries[level.next++];
     std::u16string path = JoinPath(folder, entry.name);
     std::u16string relative = JoinPath(prefix, entry.name);
+    if (options.wants && !options.wants(relative, entry.isDirectory)) continue;
     if (!entry.isDirectory) {
       if (pattern.empty() || SystemMatchesPattern(entry.name, pattern)) {
         callback(

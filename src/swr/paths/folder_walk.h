@@ -20,12 +20,18 @@ struct WalkOptions {
   bool includeHidden = false;  // report hidden and system files, and enter such folders
   bool withSizes = true;       // otherwise FoundFile::size may be 0, which saves a call per file
   const std::atomic<bool>* cancel = nullptr;  // may be null; checked before each entry
+  // Enter links to folders too, except those to a folder that the walk is inside of.
+  bool followLinks = false;
+  // Whether to report a file or enter a folder, by its path below the root; empty for all.
+  std::function<bool(const std::u16string& relativePath, bool isDirectory)> wants;
+  // Called for each folder that can't be listed, with a Windows error code; may be empty.
+  std::function<void(const std::u16string& path, uint32_t error)> onError;
 };
 
 using FoundFileCallback = std::function<void(FoundFile)>;
 
-// Calls `callback` for every file below `root`, on the calling thread. Links to folders are never
-// entered, which is the only protection against cycles; links to files are reported as files.
+// Calls `callback` for every file below `root`, on the calling thread. Links to folders are not
+// entered unless the options say so; links to files are reported as files.
 // Subfolders that can't be listed are skipped. Returns false only if `root` itself can't be listed;
 // being cancelled is no failure. A relative root starts from the current folder. `pattern` limits
 // the files (not the folders) to names that match it (see SystemMatchesPattern); empty for all.

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -15,10 +16,21 @@ struct DirectoryEntry {
   bool isLink = false;    // a reparse point: junction, symbolic link, mount point
 };
 
+// Identifies a folder while it exists, whatever path leads to it.
+struct FolderIdentity {
+  uint64_t volume = 0;
+  uint64_t number = 0;
+
+  bool operator==(const FolderIdentity&) const = default;
+};
+
+// The identity of the folder that the path leads to; links are followed. Nothing if the system does
+// not tell.
+std::optional<FolderIdentity> IdentityOfFolder(const std::u16string& folder);
+
 // Appends the entries of `folder` (in the form that the system takes) in no particular order,
-// without
-// "." and "..", and returns 0. On failure returns a Windows error code and appends nothing. An
-// error in the middle of a listing ends it as if it were complete. Without `withSizes` the sizes
+// without "." and "..", and returns 0. On failure returns a Windows error code and appends nothing.
+// An error in the middle of a listing ends it as if it were complete. Without `withSizes` the sizes
 // may be 0.
 [[nodiscard]] uint32_t ReadDirectory(const std::u16string& folder,
                                      std::vector<DirectoryEntry>& entries, bool withSizes = true);

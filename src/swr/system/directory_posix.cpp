@@ -48,6 +48,12 @@ DirectoryEntry MakeEntry(DIR* stream, const dirent& found, bool withSizes) {
 
 }  // namespace
 
+std::optional<FolderIdentity> IdentityOfFolder(const std::u16string& folder) {
+  struct stat status;
+  if (stat(PathBytesFromText(folder).c_str(), &status) != 0) return std::nullopt;
+  return FolderIdentity{.volume = status.st_dev, .number = status.st_ino};
+}
+
 uint32_t ReadDirectory(const std::u16string& folder, std::vector<DirectoryEntry>& entries,
                        bool withSizes) {
   if (const auto fault = InjectedFault(SystemCall::ListDirectory)) return *fault;

@@ -9,6 +9,18 @@
 #include "swr/system/wide_text_win.h"
 
 namespace swr {
+
+std::optional<FolderIdentity> IdentityOfFolder(const std::u16string& folder) {
+  constexpr DWORD everything = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+  // Only with this flag does the system open folders.
+  const FileHandle handle(CreateFileW(AsWide(folder), FILE_READ_ATTRIBUTES, everything, nullptr,
+                                      OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+  BY_HANDLE_FILE_INFORMATION info;
+  if (!handle || !GetFileInformationByHandle(handle.Get(), &info)) return std::nullopt;
+  return FolderIdentity{.volume = info.dwVolumeSerialNumber,
+                        .number = (uint64_t{info.nFileIndexHigh} << 32) | info.nFileIndexLow};
+}
+
 uint32_t ReadDirectory(const std::u16string& folder, std::vector<DirectoryEntry>& entries,
                        bool /*withSizes: they are always there*/) {
   if (const auto fault = InjectedFault(SystemCall::ListDirectory)) return *fault;

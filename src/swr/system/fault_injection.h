@@ -16,6 +16,9 @@ enum class SystemCall : uint8_t {
   ReadFile,
   CreateNewFile,
   WriteFile,
+  FlushFile,
+  RenameFile,
+  WriteStream,  // to standard output or standard error
   FileInfo,
   PathInfo,
   ListDirectory,

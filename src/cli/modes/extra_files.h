@@ -1,0 +1,47 @@
+// The files below the folders of checksum lists that no list names, and which of them are missing
+// ones under another name.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <unordered_map>
+#include <unordered_set>
+#include <vector>
+
+#include "cli/modes/run.h"
+#include "swr/hash/algorithms.h"
+
+namespace cli {
+
+class ExtraFiles {
+ public:
+  explicit ExtraFiles(Run& run) : run_(run) {}
+
+  // A list, which is not an extra file itself, and a file that it names. One thread.
+  void AddList(const std::u16string& listPath);
+  void AddListed(const std::u16string& path);
+  // A file that does not exist, by its name in the list. One thread, which may be another one.
+  void AddMissing(const std::u16string& name, std::vector<uint8_t> digest,
+                  std::vector<swr::AlgoId> candidates);
+
+  // Walks the lists' folders and names what is extra. After all the others.
+  void Find();
+  // " 2 extra files, 1 of them moved." with a blank in front; empty when there is none.
+  std::u16string Summary() const;
+
+ private:
+  class ExtraJob;
+
+  // What a digest has to be compared with: the bytes behind the number of the algorithm.
+  static std::string KeyOf(swr::AlgoId algo, std::string_view digest);
+
+  Run& run_;
+  std::vector<std::u16string> folders_;
+  std::unordered_set<std::u16string> listed_;                // by PathIdentity
+  std::unordered_map<std::string, std::u16string> missing_;  // names by KeyOf
+  swr::AlgoMask missingAlgorithms_ = 0;
+  size_t found_ = 0;
+  size_t moved_ = 0;
+};
+
+}  // namespace cli

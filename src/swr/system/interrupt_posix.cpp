@@ -1,0 +1,66 @@
+#include "swr/system/interrupt.h"
+
+#include <signal.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <atomic>
+#include <climits>
+
+#include "swr/system/path_bytes_posix.h"
+
+namespace swr {
+namespace {
+
+constexpr int endingSignals[] = {SIGINT, SIGTERM, SIGHUP};
+
+// Plain memory: a signal handler may not allocate, nor wait for a lock.
+std::array<char, PATH_MAX + 1> fileToRemove;
+std::atomic<bool> hasFile = false;
+std::atomic<const char*> lastWords = nullptr;
+std::atomic<size_t> lastWordsSize = 0;
+
+void EndBySignal(int number) {
+  if (hasFile.load(std::memory_order_acquire)) unlink(fileToRemove.data());
+  if (const char* words = lastWords.load(std::memory_order_acquire)) {
+    [[maybe_unused]] const ssize_t written = write(STDERR_FILENO, words, lastWordsSize.load());
+  }
+  // The parent is to see that a signal ended the process, not an exit code.
+  signal(number, SIG_DFL);
+  raise(number);
+}
+
+}  // namespace
+
+void EndOnInterrupt() {
+  for (const int number : endingSignals) {
+    struct sigaction action = {};
+    // What the parent has said to ignore stays ignored (nohup).
+    if (sigaction(number, nullptr, &action) == 0 && action.sa_handler == SIG_IGN) continue;
+    action = {};
+    action.sa_handler = EndBySignal;
+    // Without SA_NODEFER the signal would stay blocked in the handler and could not be raised
+    // again.
+    action.sa_flags = static_cast<int>(SA_NODEFER);
+    sigemptyset(&action.sa_mask);
+    sigaction(number, &action, nullptr);
+  }
+}
+
+void RemoveFileOnInterrupt(const std::u16string& path) {
+  hasFile.store(false, std::memory_order_release);
+  const std::string bytes = PathBytesFromText(path);
+  if (bytes.empty() || bytes.size() > PATH_MAX) return;
+  std::ranges::copy(bytes, fileToRemove.begin());
+  fileToRemove[bytes.size()] = '\0';
+  hasFile.store(true, std::memory_order_release);
+}
+
+void WriteOnInterrupt(std::string_view text) {
+  lastWords.store(nullptr, std::memory_order_release);
+  lastWordsSize.store(text.size());
+  if (!text.empty()) lastWords.store(text.data(), std::memory_order_release);
+}
+
+}  // namespace swr

@@ -1,0 +1,53 @@
+#include "swr/system/interrupt.h"
+
+#include "swr/system/windows_api_win.h"
+
+#include <mutex>
+
+#include "swr/system/standard_stream.h"
+#include "swr/system/wide_text_win.h"
+
+namespace swr {
+namespace {
+
+// The handler runs on a thread of its own.
+struct LastActs {
+  std::mutex mutex;
+  std::u16string fileToRemove;
+  std::string_view words;
+};
+
+LastActs& Acts() {
+  static LastActs acts;
+  return acts;
+}
+
+BOOL WINAPI EndByConsole(DWORD /*event*/) {
+  const std::lock_guard lock(Acts().mutex);
+  // The file is open with the right to delete it, and goes with its last handle.
+  if (!Acts().fileToRemove.empty()) DeleteFileW(AsWide(Acts().fileToRemove));
+  if (!Acts().words.empty() && WriteStandard(StandardStream::Error, Acts().words) != 0) {
+    return FALSE;
+  }
+  // The system's own handler comes next: it ends the process with STATUS_CONTROL_C_EXIT.
+  return FALSE;
+}
+
+}  // namespace
+
+void EndOnInterrupt() {
+  Acts();
+  SetConsoleCtrlHandler(EndByConsole, TRUE);
+}
+
+void RemoveFileOnInterrupt(const std::u16string& path) {
+  const std::lock_guard lock(Acts().mutex);
+  Acts().fileToRemove = path;
+}
+
+void WriteOnInterrupt(std::string_view text) {
+  const std::lock_guard lock(Acts().mutex);
+  Acts().words = text;
+}
+
+}  // namespace swr

@@ -1,0 +1,50 @@
+#include "swr/system/standard_stream.h"
+
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdlib>
+
+#include "swr/system/errno_posix.h"
+#include "swr/system/fault_injection.h"
+
+namespace swr {
+namespace {
+
+int DescriptorOf(StandardStream stream) {
+  return stream == StandardStream::Output ? STDOUT_FILENO : STDERR_FILENO;
+}
+
+}  // namespace
+
+bool IsTerminal(StandardStream stream) { return isatty(DescriptorOf(stream)) == 1; }
+
+bool IsInputTerminal() { return isatty(STDIN_FILENO) == 1; }
+
+uint32_t TerminalWidth(StandardStream stream) {
+  winsize size = {};
+  constexpr uint32_t usual = 80;
+  if (ioctl(DescriptorOf(stream), TIOCGWINSZ, &size) != 0 || size.ws_col == 0) return usual;
+  return size.ws_col;
+}
+
+bool EnableColors(StandardStream /*stream*/) {
+  const char* terminal = std::getenv("TERM");
+  return terminal != nullptr && std::string_view(terminal) != "dumb";
+}
+
+uint32_t WriteStandard(StandardStream stream, std::string_view text) {
+  while (!text.empty()) {
+    if (const auto fault = InjectedFault(SystemCall::WriteStream)) return *fault;
+    const ssize_t written = write(DescriptorOf(stream), text.data(), text.size());
+    if (written >= 0) {
+      text.remove_prefix(static_cast<size_t>(written));
+    } else if (errno != EINTR) {
+      return ErrorFromErrno(errno);
+    }
+  }
+  return 0;
+}
+
+}  // namespace swr
