@@ -1,0 +1,290 @@
+#!/usr/bin/env python3
+"""Runs the command-line tool as its users do and compares what it prints and how it ends.
+
+    command_line_test.py PROGRAM [EMULATOR...]
+
+Each case is a row of the table: files, arguments, standard input, and the standard output, standard
+error and exit code that they lead to. With an EMULATOR the program is one for Windows; rows that
+only one of the systems can have say so.
+"""
+
+import os
+import pathlib
+import subprocess
+import sys
+import tempfile
+
+ABC_MD5 = "900150983cd24fb0d6963f7d28e17f72"
+ABC_SHA1 = "a9993e364706816aba3e25717850c26c9cd0d89d"
+ABC_SHA256 = "ba7816bf8f01cfea414140de5dae2223b00361a396177a9cb410ff61f20015ad"
+ABC_CRC32 = "352441c2"
+DEF_SHA256 = "cb8379ac2098aa165029e3938a51da0bcecfc008fd6795f401178647f96c5b34"
+EMPTY_SHA256 = "e3b0c44298fc1c149afbf4c8996fb92427ae41e4649b934ca495991b7852b855"
+XXH3_ABC = "78af5f94892f3950"
+
+OK_LINE = "The file is OK.\n"
+HINT = "Try 'swrhash --help' for more information.\n"
+
+# What each row may say: files (name: content; None for a folder), arguments, input, out, err, code,
+# on ("posix" or "windows" for rows of one system), after (name: content afterwards; None for a file
+# that must not be there). An err that is a list holds pieces that standard error must contain.
+CASES = [
+    # Calculating
+    dict(what="one file", files={"a": "abc"}, args=["a"], out=f"{ABC_SHA256}  a\n"),
+    dict(what="several files in the order given", files={"a": "abc", "b": "def"}, args=["b", "a"],
+         out=f"{DEF_SHA256}  b\n{ABC_SHA256}  a\n"),
+    dict(what="an empty file", files={"a": ""}, args=["a"], out=f"{EMPTY_SHA256}  a\n"),
+    dict(what="standard input", args=["-"], input="abc", out=f"{ABC_SHA256}  -\n"),
+    dict(what="no argument but a pipe", args=[], input="abc", out=f"{ABC_SHA256}  -\n"),
+    dict(what="one other algorithm", files={"a": "abc"}, args=["-a", "md5", "a"],
+         out=f"{ABC_MD5}  a\n"),
+    dict(what="several algorithms are tagged, in the order of the catalogue",
+         files={"a": "abc"}, args=["-a", "sha256,md5", "a"],
+         out=f"MD5 (a) = {ABC_MD5}\nSHA256 (a) = {ABC_SHA256}\n"),
+    dict(what="XXH3 has its prefix", files={"a": "abc"}, args=["-a", "xxh3", "a"],
+         out=f"XXH3_{XXH3_ABC}  a\n"),
+    dict(what="a folder", files={"d/f10": "abc", "d/f9": "abc", "d/e/x": "def", "d/.h": ""},
+         args=["-r", "d"],
+         out=f"{ABC_SHA256}  d/f9\n{ABC_SHA256}  d/f10\n{DEF_SHA256}  d/e/x\n"),
+    dict(what="a folder with hidden files", files={"d/a": "abc", "d/.h": ""},
+         args=["-r", "--hidden", "d"], on="posix",
+         out=f"{EMPTY_SHA256}  d/.h\n{ABC_SHA256}  d/a\n"),
+    dict(what="the current folder", files={"a": "abc"}, args=["-r", "."],
+         out=f"{ABC_SHA256}  ./a\n"),
+    dict(what="a folder without -r", files={"d/a": "abc", "b": "abc"}, args=["d", "b"],
+         out=f"{ABC_SHA256}  b\n", err="swrhash: d: is a folder; use -r to go into it\n", code=2),
+    dict(what="a missing file does not stop the others", files={"b": "abc"}, args=["a", "b"],
+         out=f"{ABC_SHA256}  b\n", err=["swrhash: a: "], code=1),
+    dict(what="excluded and included names",
+         files={"d/a.iso": "abc", "d/b.txt": "abc", "d/tmp/c.iso": "abc", "d/e/f.iso": "def"},
+         args=["-r", "--include", "*.iso", "--exclude", "tmp", "d"],
+         out=f"{ABC_SHA256}  d/a.iso\n{DEF_SHA256}  d/e/f.iso\n"),
+    dict(what="an exclusion with a path", files={"d/e/a": "abc", "d/f/a": "abc"},
+         args=["-r", "--exclude", "e/*", "d"], out=f"{ABC_SHA256}  d/f/a\n"),
+    dict(what="names from a file", files={"a": "abc", "b c": "abc", "list": "a\r\n\nb c\n"},
+         args=["--files-from", "list"], out=f"{ABC_SHA256}  a\n{ABC_SHA256}  b c\n"),
+    dict(what="names from standard input, ended by nulls", files={"a": "abc", "b c": "abc"},
+         args=["-0", "--files-from", "-"], input="b c\0a\0",
+         out=f"{ABC_SHA256}  b c\n{ABC_SHA256}  a\n"),
+    dict(what="a name that begins with a hyphen", files={"-a": "abc"}, args=["--", "-a"],
+         out=f"{ABC_SHA256}  -a\n"),
+    dict(what="a name in another script", files={"ж 文.txt": "abc"}, args=["ж 文.txt"],
+         out=f"{ABC_SHA256}  ж 文.txt\n"),
+    dict(what="bytes that are no text", files={b"\xff\xfe\x80": "abc"}, args=[b"\xff\xfe\x80"],
+         on="posix", out=ABC_SHA256.encode() + b"  \xff\xfe\x80\n"),
+    dict(what="a name with a line end and a backslash", files={"a\nb\\c": "abc"},
+         args=["a\nb\\c"], on="posix", out=f"\\{ABC_SHA256}  a\\nb\\\\c\n"),
+    dict(what="backslashes become slashes", files={"d/a": "abc"}, args=["d\\a"], on="windows",
+         out=f"{ABC_SHA256}  d/a\n"),
+    dict(what="wildcards", files={"f10.iso": "abc", "f9.iso": "abc", "x.txt": "abc"},
+         args=["*.ISO"], on="windows", out=f"{ABC_SHA256}  f9.iso\n{ABC_SHA256}  f10.iso\n"),
+    dict(what="wildcards in a folder", files={"d/a.iso": "abc", "d/b.iso": "def"},
+         args=["d\\?.iso"], on="windows", out=f"{ABC_SHA256}  d/a.iso\n{DEF_SHA256}  d/b.iso\n"),
+    dict(what="wildcards that nothing fits", args=["*.iso"], on="windows",
+         err=["swrhash: *.iso: "], code=2),
+    # Formats
+    dict(what="SFV", files={"a": "abc"}, args=["--format", "sfv", "a"],
+         out=f"; Generated by Sumwright\na {ABC_CRC32.upper()}\n"),
+    dict(what="CSV", files={"a,b": "abc"}, args=["--format", "csv", "-a", "crc32,md5", "a,b"],
+         out=f'Path,Size,CRC32,MD5\n"a,b",3,{ABC_CRC32},{ABC_MD5}\n'),
+    dict(what="JSON", files={"a": "abc", "b": ""}, args=["--format", "json", "a", "b"],
+         out=f'[\n  {{"path": "a", "size": 3, "sha256": "{ABC_SHA256}"}},\n'
+             f'  {{"path": "b", "size": 0, "sha256": "{EMPTY_SHA256}"}}\n]\n'),
+    dict(what="JSON without a file", files={"d": None}, args=["-r", "--format", "json", "d"],
+         out="[\n]\n"),
+    dict(what="JSON of bytes that are no text", files={b"\xff": "abc"},
+         args=["--format", "json", b"\xff"], on="posix",
+         out=f'[\n  {{"path": "\\udcff", "size": 3, "sha256": "{ABC_SHA256}"}}\n]\n'),
+    # A file in place of standard output
+    dict(what="an output file", files={"a": "abc"}, args=["-o", "out", "a"],
+         after={"out": f"{ABC_SHA256}  a\n"}),
+    dict(what="an output file that is there already", files={"a": "abc", "out": "old"},
+         args=["-o", "out", "a"], after={"out": f"{ABC_SHA256}  a\n"}),
+    dict(what="an output file without any result", files={"out": "old"}, args=["-o", "out", "a"],
+         err=["swrhash: a: "], code=1, after={"out": "old"}),
+    dict(what="a full disk", files={"a": "abc"}, args=["-o", "/dev/full", "a"], on="posix",
+         err="swrhash: /dev/full: No space left on device\n", code=2),
+    dict(what="an output file in a missing folder", files={"a": "abc"}, args=["-o", "d/out", "a"],
+         err=["swrhash: d/out: "], code=2),
+    # Verifying
+    dict(what="a good list", files={"a": "abc", "L": f"{ABC_SHA256}  a\n"}, args=["-c", "L"],
+         out="a: OK\n", err=OK_LINE),
+    dict(what="a list in another folder", files={"d/a": "abc", "d/L": f"{ABC_SHA256} *a\n"},
+         args=["-c", "d/L"], out="a: OK\n", err=OK_LINE),
+    dict(what="a list from standard input", files={"a": "abc"}, args=["-c"],
+         input=f"{ABC_MD5}  a\n", out="a: OK\n", err=OK_LINE),
+    dict(what="a mismatch", files={"a": "abc", "b": "abc", "L": f"{ABC_SHA256}  a\n{DEF_SHA256}  b\n"},
+         args=["-c", "L"], out="a: OK\nb: FAILED\n",
+         err="Not all files match: 1 OK, 1 FAILED.\n", code=1),
+    dict(what="a missing file in a list", files={"a": "abc", "L": f"{ABC_SHA256}  a\n{DEF_SHA256}  b\n"},
+         args=["-c", "L"], out="a: OK\nb: FAILED open or read\n",
+         err=["swrhash: b: ", "Not all files match: 1 OK, 1 missing.\n"], code=1),
+    dict(what="missing files passed over",
+         files={"a": "abc", "L": f"{ABC_SHA256}  a\n{DEF_SHA256}  b\n"},
+         args=["-c", "--ignore-missing", "L"], out="a: OK\n", err=OK_LINE),
+    dict(what="nothing verified", files={"L": f"{ABC_SHA256}  a\n"},
+         args=["-c", "--ignore-missing", "L"], err="No file was verified.\n", code=2),
+    dict(what="nothing but missing files", files={"L": f"{ABC_SHA256}  a\n"}, args=["-c", "L"],
+         out="a: FAILED open or read\n", err=["1 missing"], code=2),
+    dict(what="quiet and all well", files={"a": "abc", "L": f"{ABC_SHA256}  a\n"},
+         args=["-c", "--quiet", "L"]),
+    dict(what="quiet and a mismatch", files={"a": "abc", "b": "abc", "L": f"{ABC_SHA256}  a\n{DEF_SHA256}  b\n"},
+         args=["-c", "--quiet", "L"], out="b: FAILED\n",
+         err="Not all files match: 1 OK, 1 FAILED.\n", code=1),
+    dict(what="the exit code alone", files={"a": "abc", "L": f"{DEF_SHA256}  a\n{DEF_SHA256}  b\n"},
+         args=["-c", "--status", "L"], code=1),
+    dict(what="a line that is no checksum", files={"a": "abc", "L": f"hello\n{ABC_SHA256}  a\n"},
+         args=["-c", "L"], out="a: OK\n",
+         err="The file is OK. 1 line of the checksum file aren't checksums and were skipped "
+             "(first: line 1).\n"),
+    dict(what="a warning for each such line", files={"a": "abc", "L": f"{ABC_SHA256}  a\nhello\n"},
+         args=["-c", "-w", "--strict", "L"], out="a: OK\n",
+         err=["swrhash: L: line 2 isn't a checksum\n"], code=2),
+    dict(what="a list without checksums", files={"L": "hello\n"}, args=["-c", "L"],
+         err=["swrhash: L: no checksums were found in this file\n", "No file was verified."], code=2),
+    dict(what="a list that is missing", files={"a": "abc", "L": f"{ABC_SHA256}  a\n"},
+         args=["-c", "M", "L"], out="a: OK\n", err=["swrhash: M: ", "The file is OK."], code=2),
+    dict(what="a mix of forms", files={"a": "abc", "b.txt.sha256": ABC_SHA256 + "\n", "b.txt": "abc",
+                                       "L": f"MD5 (a) = {ABC_MD5}\na {ABC_CRC32}\n"
+                                            f"SHA2-256(a)= {ABC_SHA256}\n{ABC_SHA1}\ta\n"},
+         args=["-c", "L", "b.txt.sha256"], out="a: OK\na: OK\na: OK\na: OK\nb.txt: OK\n",
+         err="All 5 files are OK.\n"),
+    dict(what="digests that could be of several algorithms",
+         files={"a": "abc", "L": f"{'3a985da74fe225b2045c172d6bd390bd855f086e3e9d525b46bfe24511431532'}  a\n"},
+         args=["-c", "L"], out="a: OK\n", err=OK_LINE),
+    dict(what="an algorithm that the user names",
+         files={"a": "abc", "L": f"{ABC_SHA256}  a\n"}, args=["-c", "-a", "blake3", "L"],
+         out="a: FAILED\n", err="Not all files match: 0 OK, 1 FAILED.\n", code=1),
+    dict(what="a UTF-16 list", files={"ж": "abc", "L": f"\ufeff{ABC_SHA256}  ж\r\n".encode("utf-16-le")},
+         args=["-c", "L"], out="ж: OK\n", err=OK_LINE),
+    dict(what="extra and moved files",
+         files={"L": f"{ABC_SHA256}  a\n{DEF_SHA256}  old\n", "a": "abc", "d/new": "def", "x": ""},
+         args=["-c", "--extra", "L"],
+         out="a: OK\nold: FAILED open or read\nx: EXTRA\nd/new: MOVED from old\n",
+         err=["Not all files match: 1 OK, 1 missing. 2 extra files, 1 of them moved.\n"], code=1),
+    dict(what="an extra file and --strict", files={"L": f"{ABC_SHA256}  a\n", "a": "abc", "x": ""},
+         args=["-c", "--extra", "--strict", "L"], out="a: OK\nx: EXTRA\n",
+         err="The file is OK. 1 extra file.\n", code=1),
+    # An expected hash
+    dict(what="a match", files={"a": "abc"}, args=["--expect", ABC_SHA256.upper(), "a"],
+         out="Match. The SHA-256 of a is the expected hash.\n"),
+    dict(what="a match with the last candidate", files={"a": "abc"},
+         args=["--expect", "da853b0d3f88d99b30283a69e6ded6bb", "a"],
+         out="Match. The MD2 of a is the expected hash.\n"),
+    dict(what="a match on standard input", args=["--expect", "a448017aaf21d8525fc10ae87aa6729d", "-"],
+         input="abc", out="Match. The MD4 of - is the expected hash.\n"),
+    dict(what="no match", files={"a": "abc"}, args=["--expect", DEF_SHA256, "a"],
+         out="No match. a has a different SHA-256, SHA3-256 and BLAKE3.\n", code=1),
+    dict(what="one match of several files", files={"a": "abc", "b": "def"},
+         args=["--expect", DEF_SHA256, "a", "b"],
+         out="Match. The SHA-256 of b is the expected hash.\n"),
+    dict(what="several matches", files={"a": "abc", "b": "abc"}, args=["--expect", ABC_MD5, "a", "b"],
+         out="Match. 2 files have this MD5 hash.\n"),
+    dict(what="none of several files", files={"a": "abc", "b": "abc"},
+         args=["--expect", DEF_SHA256, "a", "b"],
+         out="No match. None of the 2 files has this hash.\n", code=1),
+    dict(what="a line with a name blames that file", files={"a": "abc", "b": "abc"},
+         args=["--expect", f"SHA1 (b) = {'0' * 40}", "a", "b"],
+         out="No match. b has a different SHA-1.\n", code=1),
+    dict(what="a file that can't be read", args=["--expect", ABC_MD5, "a"],
+         out="a can't be read, so it can't be compared.\n", err=["swrhash: a: "], code=1),
+    dict(what="a base64 value", files={"a": "abc"}, args=["--expect", "kAFQmDzST7DWlj99KOF/cg==", "a"],
+         out="Match. The MD5 of a is the expected hash.\n"),
+    dict(what="no hash", files={"a": "abc"}, args=["--expect", "hello", "a"],
+         err="swrhash: This doesn't look like a hash. Paste the hex or base64 value from the website.\n"
+             + HINT, code=2),
+    dict(what="a hash without a file", args=["--expect", ABC_SHA1],
+         err="swrhash: Add the file to compare with this hash (SHA-1).\n", code=2),
+    # Updating
+    dict(what="a new list", files={"a": "abc"}, args=["--update", "L.md5", "a"],
+         err="1 file added.\n", after={"L.md5": f"{ABC_MD5}  a\n"}),
+    dict(what="a list that lacks a file", files={"a": "abc", "b": "abc", "L": f"# kept\n{'0' * 64}  a\njunk"},
+         args=["--update", "L", "-r", "."], err="1 file added.\n",
+         after={"L": f"# kept\n{'0' * 64}  a\njunk\n{ABC_SHA256}  b\n"}),
+    dict(what="a list that lacks nothing", files={"a": "abc", "L": f"{'0' * 64}  a"},
+         args=["--update", "L", "a"], err="0 files added.\n", after={"L": f"{'0' * 64}  a"}),
+    dict(what="the list's own form and line ends",
+         files={"a": "abc", "L": f"MD5 (x) = {'0' * 32}\r\nSHA1 (x) = {'0' * 40}\r\n"},
+         args=["--update", "L", "a"], err="1 file added.\n",
+         after={"L": f"MD5 (x) = {'0' * 32}\r\nSHA1 (x) = {'0' * 40}\r\n"
+                     f"MD5 (a) = {ABC_MD5}\r\nSHA1 (a) = {ABC_SHA1}\r\n"}),
+    dict(what="a list in UTF-16", files={"a": "abc", "L": f"\ufeff{'0' * 64}  ж\n".encode("utf-16-le")},
+         args=["--update", "L", "a"], err="1 file added.\n",
+         after={"L": f"\ufeff{'0' * 64}  ж\n{ABC_SHA256}  a\n".encode("utf-16-le")}),
+    dict(what="names relative to the list", files={"d/a": "abc", "d/L": f"{'0' * 64}  x\n"},
+         args=["--update", "d/L", "d/a"], err="1 file added.\n",
+         after={"d/L": f"{'0' * 64}  x\n{ABC_SHA256}  a\n"}),
+    dict(what="lines of files that are gone", files={"a": "abc", "L": f"{'0' * 64}  gone\n# kept\n{'0' * 64}  a\n"},
+         args=["--update", "L", "--prune"], err="0 files added, 1 line dropped.\n",
+         after={"L": f"# kept\n{'0' * 64}  a\n"}),
+    dict(what="a signed list", files={"a": "abc", "L": "-----BEGIN PGP SIGNED MESSAGE-----\n\n"},
+         args=["--update", "L", "a"],
+         err="swrhash: L: the list is signed, and a change would break its signature\n", code=2,
+         after={"L": "-----BEGIN PGP SIGNED MESSAGE-----\n\n"}),
+    # Usage
+    dict(what="an unknown option", args=["--frobnicate"],
+         err="swrhash: no such option: '--frobnicate'\n" + HINT, code=2),
+    dict(what="the version", args=["--version"], out="swrhash 2.0.0\n"),
+]
+
+
+class Failure(Exception):
+    pass
+
+
+def as_bytes(text):
+    return text if isinstance(text, bytes) else os.fsencode(text)
+
+
+def check(what, actual, wanted):
+    if actual != wanted:
+        raise Failure(f"{what}: {actual!r}\n  wanted: {wanted!r}")
+
+
+def run_case(command, case):
+    with tempfile.TemporaryDirectory() as folder:
+        root = folder.encode()
+        for name, content in case.get("files", {}).items():
+            path = os.path.join(root, as_bytes(name))
+            os.makedirs(path if content is None else os.path.dirname(path), exist_ok=True)
+            if content is not None:
+                pathlib.Path(os.fsdecode(path)).write_bytes(
+                    content if isinstance(content, bytes) else content.encode())
+        done = subprocess.run([*command, *case["args"]], cwd=folder, capture_output=True, timeout=120,
+                              input=as_bytes(case.get("input", "")), check=False)
+        check("exit code", done.returncode, case.get("code", 0))
+        check("standard output", done.stdout, as_bytes(case.get("out", "")))
+        err = case.get("err", "")
+        if isinstance(err, list):
+            for piece in err:
+                if as_bytes(piece) not in done.stderr:
+                    raise Failure(f"standard error: {done.stderr!r}\n  wanted in it: {piece!r}")
+        else:
+            check("standard error", done.stderr, as_bytes(err))
+        for name, content in case.get("after", {}).items():
+            check(f"content of {name}", (pathlib.Path(folder) / name).read_bytes(),
+                  content if isinstance(content, bytes) else content.encode())
+        left = [name for name in os.listdir(folder) if name.endswith(".part")]
+        check("files left behind", left, [])
+
+
+def main():
+    if len(sys.argv) < 2 or sys.argv[1].startswith("-"):
+        print(__doc__.strip())
+        return 0 if "--help" in sys.argv else 2
+    program = os.path.abspath(sys.argv[1])
+    emulator = sys.argv[2:]
+    system = "windows" if program.endswith(".exe") else "posix"
+    failures = 0
+    rows = [case for case in CASES if case.get("on", system) == system]
+    for case in rows:
+        try:
+            run_case([*emulator, program], case)
+        except Failure as failure:
+            failures += 1
+            print(f"{case['what']} ({case['args']})\n  {failure}")
+    print(f"{len(rows)} rows, {failures} failed")
+    return 1 if failures else 0
+
+
+sys.exit(main())
