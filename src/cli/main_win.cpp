@@ -8,7 +8,9 @@
 #include "swr/system/wide_text_win.h"
 
 // The C runtime is not to expand wildcards: it does so in the ANSI code page.
-extern "C" int _dowildcard = 0;
+extern "C" {
+int _dowildcard = 0;
+}
 
 int wmain(int count, wchar_t** arguments) {
   swr::UseSystemLibrariesOnly();

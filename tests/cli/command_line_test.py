@@ -10,9 +10,14 @@ only one of the systems can have say so.
 
 import os
 import pathlib
+import pty
+import re
+import select
+import signal
 import subprocess
 import sys
 import tempfile
+import time
 
 ABC_MD5 = "900150983cd24fb0d6963f7d28e17f72"
 ABC_SHA1 = "a9993e364706816aba3e25717850c26c9cd0d89d"
@@ -80,6 +85,12 @@ CASES = [
          args=["*.ISO"], on="windows", out=f"{ABC_SHA256}  f9.iso\n{ABC_SHA256}  f10.iso\n"),
     dict(what="wildcards in a folder", files={"d/a.iso": "abc", "d/b.iso": "def"},
          args=["d\\?.iso"], on="windows", out=f"{ABC_SHA256}  d/a.iso\n{DEF_SHA256}  d/b.iso\n"),
+    dict(what="a path of a drive's current folder", files={"a": "abc"}, args=["Z:a"], on="windows",
+         out=f"{ABC_SHA256}  Z:a\n"),
+    dict(what="wildcards there", files={"a.iso": "abc"}, args=["Z:*.iso"], on="windows",
+         out=f"{ABC_SHA256}  Z:a.iso\n"),
+    dict(what="a path of more than 260 characters", files={"/".join(["d" * 60] * 6) + "/a": "abc"},
+         args=["-r", "."], out=f"{ABC_SHA256}  ./" + "/".join(["d" * 60] * 6) + "/a\n"),
     dict(what="wildcards that nothing fits", args=["*.iso"], on="windows",
          err=["swrhash: *.iso: "], code=2),
     # Formats
@@ -228,6 +239,161 @@ CASES = [
 ]
 
 
+# What runs beside the program in one way or another: more than a row can say.
+
+
+def test_command_prompt(command):
+    """In cmd.exe: redirected output, a pipe, wildcards and the exit code."""
+    program = "Z:" + command[-1].replace("/", "\\")
+    with tempfile.TemporaryDirectory() as folder:
+        root = pathlib.Path(folder)
+        (root / "ж.iso").write_bytes(b"abc")
+        script = f"@\"{program}\" *.iso > out\r\n" \
+                 f"@\"{program}\" -r . | \"{program}\" -c --quiet\r\n" \
+                 f"@\"{program}\" missing 2> nul\r\n@exit %ERRORLEVEL%\r\n"
+        (root / "run.bat").write_bytes(script.encode())
+        done = subprocess.run([*command[:-1], "cmd", "/c", "run.bat"], cwd=folder, timeout=120,
+                              capture_output=True, check=False)
+        check("exit code of the batch file", done.returncode, 1)
+        check("redirected output", (root / "out").read_bytes(), f"{ABC_SHA256}  ж.iso\n".encode())
+        # What is being written by the batch file changes while it is read, or is not there yet.
+        if b"FAILED\n" in done.stdout:
+            raise Failure(f"output of the pipe: {done.stdout!r}")
+
+
+def test_interrupt(command):
+    """A signal leaves the old file and nothing beside it, and the program ends by that signal."""
+    for number in (signal.SIGINT, signal.SIGTERM):
+        with tempfile.TemporaryDirectory() as folder:
+            root = pathlib.Path(folder)
+            (root / "out").write_bytes(b"old")
+            with open(root / "large", "wb") as large:
+                large.truncate(1 << 36)
+            with subprocess.Popen([*command, "-o", "out", "large"], cwd=folder,
+                                  stderr=subprocess.PIPE) as running:
+                deadline = time.monotonic() + 30
+                while not [name for name in os.listdir(folder) if name.endswith(".part")]:
+                    if time.monotonic() > deadline:
+                        running.kill()
+                        raise Failure("no file is being written")
+                    time.sleep(0.01)
+                running.send_signal(number)
+                check("exit", running.wait(30), -number)
+            check("files", sorted(os.listdir(folder)), ["large", "out"])
+            check("the old file", (root / "out").read_bytes(), b"old")
+
+
+def test_closed_pipe(command):
+    """A reader that goes away ends the program at once and quietly."""
+    with tempfile.TemporaryDirectory() as folder:
+        for number in range(3000):
+            (pathlib.Path(folder) / f"{number:04}").write_bytes(b"")
+        with subprocess.Popen([*command, "-r", "."], cwd=folder, stdout=subprocess.PIPE,
+                              stderr=subprocess.PIPE, preexec_fn=restore_pipe_signal) as running:
+            running.stdout.read(10)
+            running.stdout.close()
+            check("exit", running.wait(60), -signal.SIGPIPE)
+            check("standard error", running.stderr.read(), b"")
+
+
+def restore_pipe_signal():
+    signal.signal(signal.SIGPIPE, signal.SIG_DFL)
+
+
+def test_terminal(command):
+    """On a terminal: colours, escaped names, a progress line; without colours for NO_COLOR."""
+    with tempfile.TemporaryDirectory() as folder:
+        root = pathlib.Path(folder)
+        (root / "a\x1b[31mb").write_bytes(b"abc")
+        (root / "L").write_bytes(f"{ABC_SHA256}  a\x1b[31mb\n".encode())
+        for color, wanted in ((None, b"a[U+001B][31mb: \x1b[32mOK\x1b[0m"),
+                              ("1", b"a[U+001B][31mb: OK")):
+            environment = {**os.environ, "TERM": "xterm"}
+            environment.pop("NO_COLOR", None)
+            if color:
+                environment["NO_COLOR"] = color
+            shown = shown_on_terminal([*command, "-c", "L"], folder, environment)
+            if wanted not in shown:
+                raise Failure(f"on a terminal: {shown!r}\n  wanted in it: {wanted!r}")
+        with open(root / "large", "wb") as large:
+            large.truncate(3 << 30)
+        shown = shown_on_terminal([*command, "-a", "sha3-512", "large"], folder,
+                                  {**os.environ, "TERM": "xterm"}, until=b"large", seconds=30)
+        if not re.search(rb"\r\d+%, 0 of 1 files, [\d.]+ [MG]B, [\d.]+ [MG]B/s.* large", shown):
+            raise Failure(f"no progress: {shown!r}")
+
+
+def shown_on_terminal(command, folder, environment, until=None, seconds=60):
+    """What the program writes to a terminal, to its end or until a piece has come."""
+    process, terminal = pty.fork()
+    if process == 0:
+        os.chdir(folder)
+        os.execvpe(command[0], command, environment)
+    shown = b""
+    deadline = time.monotonic() + seconds
+    try:
+        while time.monotonic() < deadline and not (until and until in shown):
+            if select.select([terminal], [], [], 0.1)[0]:
+                shown += os.read(terminal, 65536)
+    except OSError:  # the program has ended
+        pass
+    if until:
+        os.kill(process, signal.SIGKILL)
+    os.waitpid(process, 0)
+    os.close(terminal)
+    return shown
+
+
+def test_links(command):
+    """Links to folders: not followed, or followed without a loop."""
+    with tempfile.TemporaryDirectory() as folder:
+        root = pathlib.Path(folder)
+        (root / "d/e").mkdir(parents=True)
+        (root / "d/e/a").write_bytes(b"abc")
+        (root / "other").mkdir()
+        (root / "other/b").write_bytes(b"abc")
+        (root / "d/loop").symlink_to("..")
+        (root / "d/e/loop").symlink_to(".")
+        (root / "d/to").symlink_to("../other")
+        (root / "d/file").symlink_to("e/a")
+        names = lambda *options: subprocess.run(
+            [*command, "-r", *options, "d"], cwd=folder, timeout=60, check=True,
+            stdout=subprocess.PIPE).stdout.decode().replace(f"{ABC_SHA256}  ", "").split()
+        check("without --follow", names(), ["d/file", "d/e/a"])
+        # The folder above is walked once more, but not what is already being walked.
+        check("with --follow", names("--follow"),
+              ["d/file", "d/e/a", "d/loop/other/b", "d/to/b"])
+
+
+def test_denied(command):
+    """A folder and a file that can't be read are told of, and the others are not left out."""
+    if os.geteuid() == 0:
+        prefix = ["setpriv", "--reuid=65534", "--regid=65534", "--clear-groups"]
+    else:
+        prefix = []
+    with tempfile.TemporaryDirectory() as folder:
+        os.chmod(folder, 0o755)
+        root = pathlib.Path(folder)
+        (root / "no").mkdir()
+        (root / "yes").write_bytes(b"abc")
+        (root / "secret").write_bytes(b"abc")
+        os.chmod(root / "no", 0)
+        os.chmod(root / "secret", 0)
+        done = subprocess.run([*prefix, *command, "-r", "."], cwd=folder, capture_output=True,
+                              timeout=60, check=False)
+        check("exit code", done.returncode, 2)
+        check("standard output", done.stdout, f"{ABC_SHA256}  ./yes\n".encode())
+        check("standard error", done.stderr, b"swrhash: ./secret: Permission denied\n"
+                                             b"swrhash: ./no: Permission denied\n")
+        os.chmod(root / "no", 0o755)
+
+
+TESTS = {
+    "posix": [test_interrupt, test_closed_pipe, test_terminal, test_links, test_denied],
+    "windows": [test_command_prompt],
+}
+
+
 class Failure(Exception):
     pass
 
@@ -283,7 +449,13 @@ def main():
         except Failure as failure:
             failures += 1
             print(f"{case['what']} ({case['args']})\n  {failure}")
-    print(f"{len(rows)} rows, {failures} failed")
+    for test in TESTS[system]:
+        try:
+            test([*emulator, program])
+        except Failure as failure:
+            failures += 1
+            print(f"{test.__name__}\n  {failure}")
+    print(f"{len(rows)} rows and {len(TESTS[system])} other tests, {failures} failed")
     return 1 if failures else 0
 
 
