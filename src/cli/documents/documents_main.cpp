@@ -1,0 +1,32 @@
+// Writes the manual page and the completions of the shells into a folder.
+#include <cstdio>
+#include <fstream>
+#include <string>
+#include <utility>
+
+#include "cli/documents/completions.h"
+#include "cli/documents/man_page.h"
+
+int main(int count, char** arguments) {
+  if (count != 2) {
+    std::fputs("usage: swrhash_documents FOLDER\n", stderr);
+    return 2;
+  }
+  const std::pair<const char*, std::string> files[] = {
+      {"swrhash.1", cli::ManPage()},
+      {"swrhash.bash", cli::BashCompletion()},
+      {"_swrhash", cli::ZshCompletion()},
+      {"swrhash.fish", cli::FishCompletion()},
+      {"swrhash.ps1", cli::PowerShellCompletion()},
+  };
+  for (const auto& [name, text] : files) {
+    std::ofstream file(std::string(arguments[1]) + "/" + name, std::ios::binary);
+    file << text;
+    file.close();
+    if (!file) {
+      std::fprintf(stderr, "swrhash_documents: %s could not be written\n", name);
+      return 1;
+    }
+  }
+  return 0;
+}
