@@ -62,6 +62,9 @@ VIAddVersionKey "LegalCopyright" "Copyright © 2026 the Sumwright authors"
 !macro ForEachOtherFile ACTION
   !insertmacro ${ACTION} "LICENSE.txt"
   !insertmacro ${ACTION} "NOTICE.txt"
+  !insertmacro ${ACTION} "swrhash.exe"
+  !insertmacro ${ACTION} "swrhash64.exe"
+  !insertmacro ${ACTION} "swrhash-completion.ps1"
 !macroend
 !macro InstallFile NAME
   File "${STAGING}/${NAME}"

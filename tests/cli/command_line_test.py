@@ -159,7 +159,10 @@ CASES = [
                                        "L": f"MD5 (a) = {ABC_MD5}\na {ABC_CRC32}\n"
                                             f"SHA2-256(a)= {ABC_SHA256}\n{ABC_SHA1}\ta\n"},
          args=["-c", "L", "b.txt.sha256"], out="a: OK\na: OK\na: OK\na: OK\nb.txt: OK\n",
-         err="All 5 files are OK.\n"),
+         err="All 2 files are OK.\n"),
+    dict(what="a file of which one digest of two is wrong",
+         files={"a": "abc", "L": f"MD5 (a) = {ABC_MD5}\nSHA1 (a) = {'0' * 40}\n"}, args=["-c", "L"],
+         out="a: OK\na: FAILED\n", err="Not all files match: 0 OK, 1 FAILED.\n", code=1),
     dict(what="digests that could be of several algorithms",
          files={"a": "abc", "L": f"{'3a985da74fe225b2045c172d6bd390bd855f086e3e9d525b46bfe24511431532'}  a\n"},
          args=["-c", "L"], out="a: OK\n", err=OK_LINE),

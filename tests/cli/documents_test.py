@@ -41,7 +41,7 @@ def main():
     for word in ("NAME", "SYNOPSIS", "EXIT STATUS", "EXAMPLES", "sha3-256", "NO_COLOR"):
         assert word in page, f"the manual page lacks {word}"
 
-    for name in ("swrhash.bash", "_swrhash", "swrhash.fish", "swrhash.ps1"):
+    for name in ("swrhash.bash", "_swrhash", "swrhash.fish", "swrhash-completion.ps1"):
         text = (folder / name).read_text()
         for option in options:
             wanted = f"-l {option[2:]}" if name.endswith(".fish") else option

@@ -10,8 +10,10 @@ where it must install the program for this machine; the first has it run in a 32
 """
 
 import hashlib
+import json
 import os
 import pathlib
+import re
 import struct
 import subprocess
 import sys
@@ -21,6 +23,10 @@ import zipfile
 
 SETUP = "sumwright-setup.exe"
 ZIP = "sumwrite.zip"
+DEB = "swrhash_2.0.0_amd64.deb"
+MANIFESTS = ("scoop/sumwright.json", "winget/Zendrik.Sumwright.yaml", "winget/Zendrik.Sumwright.installer.yaml",
+             "winget/Zendrik.Sumwright.locale.en-US.yaml")
+TEXTS = ("LICENSE.txt", "NOTICE.txt", "swrhash-completion.ps1")
 UNINSTALL_KEY = (r"HKCU\Software\Microsoft\Windows\CurrentVersion\Uninstall"
                  r"\{6C0E5B52-8D3A-4F0B-9E47-1A2D7C93F5E8}_is1")
 EXPLORER_ENTRY = r"HKCU\Software\Classes\*\shell\ZendrikSumwright"
@@ -66,22 +72,22 @@ def in_registry(key, value=None):
 
 
 def check_same_bytes(first, second):
-    for file in (ZIP, SETUP, "SHA256SUMS"):
+    for file in (ZIP, SETUP, DEB, "SHA256SUMS", *MANIFESTS):
         expect(f"{file}, made twice, is the same", first.joinpath(file).read_bytes() ==
                second.joinpath(file).read_bytes(), True)
 
 
 def check_sums(dist, program, driver):
     """SHA256SUMS is what Sumwright itself would save, and Sumwright finds the files as they were."""
-    lines = [f"{hashlib.sha256((dist / name).read_bytes()).hexdigest()}  {name}\n" for name in (SETUP, ZIP)]
+    lines = [f"{hashlib.sha256((dist / name).read_bytes()).hexdigest()}  {name}\n" for name in (SETUP, ZIP, DEB)]
     expect("SHA256SUMS", (dist / "SHA256SUMS").read_text(), "".join(lines))
     verified = wine(driver, windows_path(program), "verify", windows_path(dist / "SHA256SUMS"))
     result = [line for line in verified.stdout.decode().splitlines() if line.startswith("result")]
-    expect("verification", result, ["result\tAll 2 files are OK."])
+    expect("verification", result, ["result\tAll 3 files are OK."])
     saved = dist / "saved.sha256"
     sha256 = 8
     wine(driver, windows_path(program), "save", sha256, "SHA-256 checksums, sha256sum format (*.sha256)",
-         windows_path(saved), windows_path(dist / SETUP), windows_path(dist / ZIP))
+         windows_path(saved), *(windows_path(dist / name) for name in (SETUP, ZIP, DEB)))
     expect("the list that Sumwright saves", saved.read_bytes(), (dist / "SHA256SUMS").read_bytes())
 
 
@@ -99,21 +105,64 @@ def start_window(program, window_tests):
            (0, ""))
 
 
+def run_tool(program, _window_tests):
+    """The command-line tool: its version, and a list that sha256sum reads."""
+    version = wine(windows_path(program), "--version")
+    expect(f"{program.name} --version", (version.returncode, version.stdout), (0, b"swrhash 2.0.0\n"))
+    listed = wine(windows_path(program), windows_path(program))
+    with tempfile.NamedTemporaryFile(suffix=".sha256") as sums:
+        sums.write(listed.stdout.replace(b"Z:", b""))
+        sums.flush()
+        verified = subprocess.run(["sha256sum", "--strict", "-c", sums.name], stdout=subprocess.PIPE, check=False)
+        expect(f"list of {program.name}", verified.stdout, f"{program}: OK\n".encode())
+
+
 # Every program of the zip: its machine, and how it is started.
 PROGRAMS = {
     "Sumwright.exe": (X64, start_window),
     "Sumwright-x86.exe": (X86, start_window),
+    "swrhash.exe": (X86, run_tool),
+    "swrhash64.exe": (X64, run_tool),
 }
 
 
 def check_zip(dist, folder, window_tests):
     zipfile.ZipFile(dist / ZIP).extractall(folder)
     expect("files in the zip", sorted(path.name for path in folder.iterdir()),
-           sorted([*PROGRAMS, "LICENSE.txt", "NOTICE.txt"]))
+           sorted([*PROGRAMS, *TEXTS]))
     for name, (machine, start) in PROGRAMS.items():
         expect(f"machine of {name}", machine_of(folder / name), machine)
         if machine == X64 or HAS_WINE32:
             start(folder / name, window_tests)
+
+
+def check_deb(dist, folder):
+    """Its files are where Debian has them, the program runs, and lintian has no error to report."""
+    run("dpkg-deb", "-x", dist / DEB, folder)
+    listed = subprocess.run([folder / "usr/bin/swrhash", "SHA256SUMS"], cwd=dist, stdout=subprocess.PIPE, check=False)
+    sums = hashlib.sha256((dist / "SHA256SUMS").read_bytes()).hexdigest()
+    expect("what the packaged program prints", listed.stdout.decode(), f"{sums}  SHA256SUMS\n")
+    for file in ("share/man/man1/swrhash.1.gz", "share/bash-completion/completions/swrhash",
+                 "share/zsh/vendor-completions/_swrhash", "share/fish/vendor_completions.d/swrhash.fish",
+                 "share/doc/swrhash/copyright", "share/doc/swrhash/changelog.gz"):
+        expect(f"{file} in the Debian package", (folder / "usr" / file).is_file(), True)
+    checked = subprocess.run(["lintian", "--allow-root", "--fail-on", "error", dist / DEB], stdout=subprocess.PIPE,
+                             stderr=subprocess.STDOUT, check=False)
+    expect("lintian", (checked.returncode, checked.stdout.decode() if checked.returncode else ""), (0, ""))
+
+
+def check_manifests(dist):
+    """They name the files by their digests."""
+    digests = {name: hashlib.sha256((dist / name).read_bytes()).hexdigest() for name in (SETUP, ZIP)}
+    scoop = json.loads((dist / "scoop/sumwright.json").read_text())
+    expect("digest for Scoop", scoop["hash"], digests[ZIP])
+    expect("programs for Scoop", scoop["bin"], [["swrhash64.exe", "swrhash"]])
+    installer = (dist / "winget/Zendrik.Sumwright.installer.yaml").read_text()
+    expect("digest for winget", f"InstallerSha256: {digests[SETUP].upper()}\n" in installer, True)
+    for name in MANIFESTS:
+        text = (dist / name).read_text()
+        expect(f"version in {name}", "2.0.0" in text, True)
+        expect(f"addresses in {name}", set(re.findall(r"https://([^/\s\"]+)", text)) - {"aka.ms"}, {"sumwright.example"})
 
 
 def wait_until(condition):
@@ -135,7 +184,9 @@ def check_setup(dist, drive, window_tests, machine):
 
     expect("exit code of the setup", wine(setup, "/S").returncode, 0)
     expect("files", sorted(path.name for path in folder.iterdir()),
-           ["LICENSE.txt", "NOTICE.txt", "Sumwright.exe", "Uninstall.exe"])
+           sorted([*TEXTS, "Sumwright.exe", "Uninstall.exe", "swrhash.exe", "swrhash64.exe"]))
+    version = wine(location + r"\swrhash.exe", "--version")
+    expect("the installed command-line tool", (version.returncode, version.stdout), (0, b"swrhash 2.0.0\n"))
     expect("machine of the installed program", machine_of(folder / "Sumwright.exe"), machine)
     expect("Start menu", start_menu.is_file(), True)
     expect("InstallLocation", in_registry(UNINSTALL_KEY, "InstallLocation"), location)
@@ -215,6 +266,8 @@ def check_package(package, window_tests, driver):
         if HAS_WINE32:
             tests[X86] = build_window_tests_x86()
         check_same_bytes(first, second)
+        check_deb(first, pathlib.Path(scratch, "debian"))
+        check_manifests(first)
         check_zip(first, unpacked, tests)
         check_sums(first, unpacked / "Sumwright.exe", driver)
         if HAS_WINE32:

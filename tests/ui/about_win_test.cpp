@@ -158,6 +158,31 @@ TEST(InstalledCopyTest, KnowsThatItIsInstalled) {
   EXPECT_TRUE(WaitFor([&] { return CloseFolderWindow(folder.substr(folder.rfind(u'\\') + 1)); }));
 }
 
+// The setup has put the tool beside the program. What it prints in the command prompt is seen by a
+// test of the package.
+TEST(InstalledCopyTest, OffersTheToolThatWasInstalledWithIt) {
+  const std::u16string folder = FolderOf(ProgramUnderTest());
+  const std::u16string title = folder.substr(folder.rfind(u'\\') + 1);
+  const RunningWindow window;
+  window.PostCommand(ID_CLI_TOOL);
+  {
+    const ProgramDialog dialog(window, u"Command-Line Tool");
+    EXPECT_EQ(dialog.Footer(),
+              u"swrhash.exe runs on every Windows. swrhash64.exe and "
+              u"swrhasharm64.exe are the faster native builds. Folder: " +
+                  folder);
+    EXPECT_EQ(dialog.Control(102), nullptr);
+    dialog.Press(101);
+  }
+  EXPECT_TRUE(WaitFor([&] { return CloseFolderWindow(title); }));
+  window.PostCommand(ID_CLI_TOOL);
+  const ProgramDialog dialog(window, u"Command-Line Tool");
+  dialog.Press(100);
+  const uint32_t process = window.ProcessId();
+  EXPECT_TRUE(WaitFor([&] { return ProgramsStartedBy(process, L"cmd.exe").size() == 1; }));
+  EndProgramsStartedBy(process, L"cmd.exe");
+}
+
 TEST(InstalledCopyTest, HasTheEntriesThatItWouldWriteItself) {
   const RunningWindow window;
   const std::vector<MenuItem> options = window.Menu(2);

@@ -149,18 +149,27 @@ void KeepToolRun(const std::wstring& arguments) {
                   static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t)));
 }
 
-void EndProgramsStartedBy(uint32_t parent, const std::wstring& fileName) {
+std::vector<uint32_t> ProgramsStartedBy(uint32_t parent, const std::wstring& fileName) {
   const HANDLE snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
   PROCESSENTRY32W entry = {};
   entry.dwSize = sizeof entry;
+  std::vector<uint32_t> ids;
   for (BOOL more = Process32FirstW(snapshot, &entry); more;
        more = Process32NextW(snapshot, &entry)) {
-    if (fileName != entry.szExeFile || entry.th32ParentProcessID != parent) continue;
-    const HANDLE process = OpenProcess(PROCESS_TERMINATE, FALSE, entry.th32ProcessID);
+    if (fileName == entry.szExeFile && entry.th32ParentProcessID == parent) {
+      ids.push_back(entry.th32ProcessID);
+    }
+  }
+  CloseHandle(snapshot);
+  return ids;
+}
+
+void EndProgramsStartedBy(uint32_t parent, const std::wstring& fileName) {
+  for (const uint32_t id : ProgramsStartedBy(parent, fileName)) {
+    const HANDLE process = OpenProcess(PROCESS_TERMINATE, FALSE, id);
     TerminateProcess(process, 0);
     CloseHandle(process);
   }
-  CloseHandle(snapshot);
 }
 
 bool CloseFolderWindow(const std::u16string& folderName) {

@@ -40,8 +40,9 @@ inline constexpr wchar_t ToolName[] = L"swrhash.exe";
 void KeepToolRun(const std::wstring& arguments);
 std::wstring ToolRun();
 
-// Ends the processes of this program that this process has started.
-void EndProgramsStartedBy(uint32_t process, const std::wstring& fileName);
+// The processes of this program that `parent` has started, by their ids, and their end.
+std::vector<uint32_t> ProgramsStartedBy(uint32_t parent, const std::wstring& fileName);
+void EndProgramsStartedBy(uint32_t parent, const std::wstring& fileName);
 
 // Closes the file manager's window of a folder with this name; false when there is none.
 bool CloseFolderWindow(const std::u16string& folderName);

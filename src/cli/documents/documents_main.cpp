@@ -12,12 +12,13 @@ int main(int count, char** arguments) {
     std::fputs("usage: swrhash_documents FOLDER\n", stderr);
     return 2;
   }
+  // PowerShell takes a script called swrhash.ps1 for the program itself.
   const std::pair<const char*, std::string> files[] = {
       {"swrhash.1", cli::ManPage()},
       {"swrhash.bash", cli::BashCompletion()},
       {"_swrhash", cli::ZshCompletion()},
       {"swrhash.fish", cli::FishCompletion()},
-      {"swrhash.ps1", cli::PowerShellCompletion()},
+      {"swrhash-completion.ps1", cli::PowerShellCompletion()},
   };
   for (const auto& [name, text] : files) {
     std::ofstream file(std::string(arguments[1]) + "/" + name, std::ios::binary);

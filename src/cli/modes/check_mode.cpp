@@ -87,6 +87,7 @@ class CheckJob final : public Job {
       shared_.run.status.NoteError(error_);
       if (!shared_.run.options.status) ComplainOf(shared_.run, path_, error_);
     }
+    ++shared_.counts.Of(Outcome());
     for (Line& line : lines_) ReportLine(line);
   }
 
@@ -111,9 +112,16 @@ class CheckJob final : public Job {
     }
   }
 
+  // A file is OK only if all its lines are.
+  CompareOutcome Outcome() const {
+    for (const Line& line : lines_) {
+      if (line.result.outcome != CompareOutcome::Match) return line.result.outcome;
+    }
+    return CompareOutcome::Match;
+  }
+
   void ReportLine(Line& line) {
     const CompareOutcome outcome = line.result.outcome;
-    ++shared_.counts.Of(outcome);
     if (outcome == CompareOutcome::Mismatch) shared_.run.status.Note(ExitStatus::Mismatch);
     if (outcome == CompareOutcome::Missing) {
       shared_.extra.AddMissing(name_, std::move(line.digest), std::move(line.candidates));
