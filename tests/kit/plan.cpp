@@ -10,7 +10,9 @@ constexpr char NotInstalled[] = "-InstalledCopyTest.*";
 constexpr char WindowSample[] =
     "StartTest.*:DropTest.*:VerifyTest.*:SavingTest.*:ExpectedHashTest.*:HashTextDialogTest.*:"
     "SettingsTest.*:SingleInstanceTest.RelativePaths*:CancelTest.CancelStops*";
-constexpr char SystemSample[] = "SignatureTest.*:LockedFileTest.*:StartMinimizedTest.*";
+constexpr char SystemSample[] =
+    "SignatureTest.*:LockedFileTest.*:StartMinimizedTest.*:"
+    "CommandLineToolTest.*";
 
 struct Row {
   const char* title;
@@ -24,6 +26,8 @@ struct Row {
 
 const Row Rows[] = {
     {"Core", "swr_tests.exe", ProgramKind::Tests, "*", "*", "RenderChecksumsTest.*:HasherTest.*",
+     180},
+    {"Command-line tool", "cli_tests.exe", ProgramKind::Tests, "*", "*", "ProgramFaultsTest.*",
      180},
     {"Window decisions", "app_tests.exe", ProgramKind::Tests, "*", "*", "RegistrySettingsTest.*",
      240},

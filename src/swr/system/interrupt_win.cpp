@@ -26,8 +26,9 @@ BOOL WINAPI EndByConsole(DWORD /*event*/) {
   const std::lock_guard lock(Acts().mutex);
   // The file is open with the right to delete it, and goes with its last handle.
   if (!Acts().fileToRemove.empty()) DeleteFileW(AsWide(Acts().fileToRemove));
-  if (!Acts().words.empty() && WriteStandard(StandardStream::Error, Acts().words) != 0) {
-    return FALSE;
+  // When they can't be written, nothing is left to do about it.
+  if (!Acts().words.empty()) {
+    [[maybe_unused]] const uint32_t error = WriteStandard(StandardStream::Error, Acts().words);
   }
   // The system's own handler comes next: it ends the process with STATUS_CONTROL_C_EXIT.
   return FALSE;
