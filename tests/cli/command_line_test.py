@@ -71,6 +71,8 @@ CASES = [
     dict(what="names from standard input, ended by nulls", files={"a": "abc", "b c": "abc"},
          args=["-0", "--files-from", "-"], input="b c\0a\0",
          out=f"{ABC_SHA256}  b c\n{ABC_SHA256}  a\n"),
+    dict(what="a list of names that is not there", files={"a": "abc"}, args=["--files-from", "nope", "a"],
+         code=2, out=f"{ABC_SHA256}  a\n", err=["swrhash: nope: "]),
     dict(what="a name that begins with a hyphen", files={"-a": "abc"}, args=["--", "-a"],
          out=f"{ABC_SHA256}  -a\n"),
     dict(what="a name in another script", files={"ж 文.txt": "abc"}, args=["ж 文.txt"],

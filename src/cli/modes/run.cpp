@@ -85,6 +85,10 @@ void RunOverFiles(Run& run, const std::function<std::unique_ptr<Job>(SelectedFil
     ComplainOf(run, path, error);
     run.status.NoteError(error);
   };
+  const auto failList = [&run](const std::u16string& path, uint32_t error) {
+    ComplainOf(run, path, error);
+    run.status.Note(ExitStatus::Trouble);
+  };
   // A single file needs no threads but its own.
   const bool isSingle =
       options.operands.size() == 1 && options.filesFrom.empty() && !options.selection.recursive;
@@ -95,7 +99,8 @@ void RunOverFiles(Run& run, const std::function<std::unique_ptr<Job>(SelectedFil
                                              run.progress.EndExpected();
                                              run.work.RunOne(*makeJob(std::move(file)));
                                            },
-                                       .failed = fail};
+                                       .failed = fail,
+                                       .listFailed = failList};
     SelectFiles(options, run.progress.IsShown(), run.work.CancelFlag(), callbacks);
     return;
   }
@@ -107,7 +112,9 @@ void RunOverFiles(Run& run, const std::function<std::unique_ptr<Job>(SelectedFil
               submit(makeJob(std::move(file)));
             },
         .failed = [&](const std::u16string& path,
-                      uint32_t error) { submit(MakeReport([=] { fail(path, error); })); }};
+                      uint32_t error) { submit(MakeReport([=] { fail(path, error); })); },
+        .listFailed = [&](const std::u16string& path,
+                          uint32_t error) { submit(MakeReport([=] { failList(path, error); })); }};
     SelectFiles(options, run.progress.IsShown(), run.work.CancelFlag(), callbacks);
     run.progress.EndExpected();
   };

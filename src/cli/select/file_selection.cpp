@@ -89,7 +89,7 @@ void SelectFiles(const Options& options, bool withSizes, const std::atomic<bool>
   for (const std::u16string& list : options.filesFrom) {
     LineSource lines;
     if (const uint32_t error = lines.Open(list, options.nullNames ? '\0' : '\n')) {
-      callbacks.failed(list, error);
+      callbacks.listFailed(list, error);
       continue;
     }
     std::u16string name;
@@ -97,7 +97,7 @@ void SelectFiles(const Options& options, bool withSizes, const std::atomic<bool>
       if (!options.nullNames && name.ends_with(u'\r')) name.pop_back();
       if (!name.empty()) selector.Take(std::move(name), false);
     }
-    if (lines.Error() != 0) callbacks.failed(list, lines.Error());
+    if (lines.Error() != 0) callbacks.listFailed(list, lines.Error());
   }
 }
 

@@ -22,6 +22,8 @@ struct SelectionCallbacks {
   // Something that was named or lies below a named folder and can't be taken, with a Windows error
   // code: 267 for a folder where none was wanted.
   std::function<void(const std::u16string& path, uint32_t error)> failed;
+  // A list of names that can't be read, with a Windows error code. Only called for --files-from.
+  std::function<void(const std::u16string& path, uint32_t error)> listFailed;
 };
 
 // Reports the files in order, on the calling thread, until all are through or `cancel` is set.
