@@ -97,12 +97,15 @@ void WindowModel::Cancel() {
     if (row.error != 0 || !lacksAny) continue;
     row.mayLack = true;
     row.mayBeCancelled = true;
+    row.mayLackSearch = true;
   }
   NoteAsked();
 }
 
 void WindowModel::EditBox(ReferenceBox edited) {
   box = std::move(edited);
+  // A new value is looked for in every row, whatever was cancelled before.
+  for (ModelRow& row : rows) row.mayLackSearch = false;
   NoteAsked();
 }
 

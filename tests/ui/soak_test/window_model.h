@@ -31,6 +31,7 @@ struct ModelRow {
   size_t firstState = 0;                       // of its file, since it is in the list
   bool mayLack = false;         // digests that were asked for: cancelled, or failed and read later
   bool mayBeCancelled = false;  // or else it is done
+  bool mayLackSearch = false;   // of the box's candidates: cancelled, though what is done shows
   bool mayBeChanged = false;    // may say that it changed while it was read
 };
 
