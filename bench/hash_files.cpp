@@ -1,11 +1,10 @@
 // Hashes files as the worker does, as a whole command that can be timed beside other tools.
 //
 //   hash_files ALGORITHM[,ALGORITHM...] FILE...      prints each digest and the file
-//   hash_files --memory ALGORITHM[,...] FILE         prints how many KiB the peak of resident
-//   memory
-//                                                    lies over what the process held before
+//   hash_files --memory ALGORITHM[,...] FILE         prints by how many KiB the peak of resident
+//                                                    memory exceeds what the process held before
 //   hash_files --seconds ALGORITHM[,...] FILE        prints how long the hashing took
-//   hash_files --in-memory ALGORITHM FILE            the same of the file's bytes, read before
+//   hash_files --in-memory ALGORITHM FILE            the same for the file's bytes in memory
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
@@ -15,10 +14,10 @@
 #include <string_view>
 
 #include "swr/hash/digest_text.h"
-#include "swr/hash/hash_file.h"
+#include "swr/hash/file_hasher.h"
 #include "swr/hash/hasher.h"
+#include "swr/system/path_bytes_posix.h"
 #include "swr/system/thread_schedule.h"
-#include "swr/text/encoding.h"
 
 namespace {
 
@@ -49,8 +48,8 @@ long ReadStatus(std::string_view key) {
   return 0;
 }
 
-bool HashOne(const char* name, swr::AlgoMask mask) {
-  const swr::HashOutcome outcome = swr::HashFile(swr::Utf8ToWide(name), mask, {});
+bool HashOne(swr::FileHasher& hasher, const char* name, swr::AlgoMask mask) {
+  const swr::HashOutcome outcome = hasher.HashFile(swr::PathTextFromBytes(name), mask, {});
   if (outcome.error != 0) {
     std::fprintf(stderr, "hash_files: %s: error %u\n", name, outcome.error);
     return false;
@@ -60,7 +59,9 @@ bool HashOne(const char* name, swr::AlgoMask mask) {
     line += swr::DigestToHex(outcome.digests[swr::IndexOf(id)], false);
     line += ' ';
   }
-  std::printf("%s %s\n", line.c_str(), name);
+  line += ' ';
+  line += name;
+  std::puts(line.c_str());
   return true;
 }
 
@@ -97,13 +98,17 @@ int main(int count, char** arguments) {
   }
   if (option == "--seconds") {
     const auto start = Clock::now();
-    swr::HashFile(swr::Utf8ToWide(arguments[first + 1]), mask, {});
+    swr::HashFile(swr::PathTextFromBytes(arguments[first + 1]), mask, {});
     std::printf("%.6f\n", SecondsSince(start));
     return 0;
   }
   const long before = ReadStatus("VmRSS");
+  swr::DigestThreads threads;
+  swr::FileHasher hasher(threads);
   bool succeeded = true;
-  for (int i = first + 1; i < count; ++i) succeeded = HashOne(arguments[i], mask) && succeeded;
+  for (int i = first + 1; i < count; ++i) {
+    succeeded = HashOne(hasher, arguments[i], mask) && succeeded;
+  }
   if (option == "--memory") std::printf("%ld\n", ReadStatus("VmHWM") - before);
   return succeeded ? 0 : 1;
 }

@@ -9,8 +9,8 @@
 
 namespace app {
 
-Worker::Worker(WorkerSink& sink, TickFunction ticks)
-    : sink_(sink), ticks_(std::move(ticks)), thread_([this] { Run(); }) {}
+Worker::Worker(WorkerSink& sink, TickFunction ticks, std::chrono::milliseconds rest)
+    : sink_(sink), ticks_(std::move(ticks)), rest_(rest), thread_([this] { Run(); }) {}
 
 Worker::~Worker() {
   {
@@ -105,7 +105,7 @@ void Worker::Run() {
   swr::PreferThroughput();
   std::unique_lock lock(mutex_);
   while (true) {
-    wake_.wait(lock, [this] { return stop_ || !IsQueueEmpty(); });
+    WaitForWork(lock);
     // Stop wins over queued work.
     if (stop_) return;
     HashJob job = std::move(queue_[next_++]);
@@ -121,13 +121,23 @@ void Worker::Run() {
   }
 }
 
+void Worker::WaitForWork(std::unique_lock<std::mutex>& lock) {
+  const auto hasWork = [this] { return stop_ || !IsQueueEmpty(); };
+  if (wake_.wait_for(lock, rest_, hasWork)) return;
+  lock.unlock();
+  hasher_.ReleaseMemory();
+  digestThreads_.EndIdleThreads();
+  lock.lock();
+  wake_.wait(lock, hasWork);
+}
+
 void Worker::RunJob(HashJob job) {
   const swr::HashOptions options{.cancel = &cancel_,
                                  .progress = [this](uint64_t bytes) { OnBytesRead(bytes); }};
   auto finished = std::make_unique<FinishedJob>();
   finished->rowId = job.rowId;
   finished->mask = job.mask;
-  finished->outcome = swr::HashFile(job.path, job.mask, options);
+  finished->outcome = hasher_.HashFile(job.path, job.mask, options);
   finished->path = std::move(job.path);
   {
     const std::lock_guard lock(mutex_);

@@ -1,9 +1,10 @@
 // The one background thread that hashes files for the window, with its queue, its cancel protocol
-// and the figures for the progress display. It hashes one file at a time; HashFile does what it can
-// in parallel inside a file.
+// and the figures for the progress display. It hashes one file at a time; FileHasher does what it
+// can in parallel inside a file.
 #pragma once
 
 #include <atomic>
+#include <chrono>
 #include <condition_variable>
 #include <cstddef>
 #include <cstdint>
@@ -16,7 +17,7 @@
 
 #include "app/worker/hash_queue.h"
 #include "swr/hash/algorithms.h"
-#include "swr/hash/hash_file.h"
+#include "swr/hash/file_hasher.h"
 
 namespace app {
 
@@ -52,8 +53,10 @@ class Worker final : public HashQueue {
   // Milliseconds since any fixed moment; never decreases.
   using TickFunction = std::function<uint64_t()>;
 
-  // Starts the thread. The sink must outlive the worker.
-  explicit Worker(WorkerSink& sink, TickFunction ticks = SystemTicks);
+  // Starts the thread. The sink must outlive the worker. After `rest` without a job the memory and
+  // the threads that are kept for the next file are given back.
+  explicit Worker(WorkerSink& sink, TickFunction ticks = SystemTicks,
+                  std::chrono::milliseconds rest = std::chrono::minutes(1));
   // Drops the queue, cancels the running job and waits for the thread.
   ~Worker() override;
   Worker(const Worker&) = delete;
@@ -74,11 +77,16 @@ class Worker final : public HashQueue {
   bool IsQueueEmpty() const { return next_ == queue_.size(); }
   void DropQueue();
   void DropTakenJobs();
+  void WaitForWork(std::unique_lock<std::mutex>& lock);
   void RunJob(HashJob job);
   void OnBytesRead(uint64_t bytes);
 
   WorkerSink& sink_;
   TickFunction ticks_;
+  const std::chrono::milliseconds rest_;
+  // Used by the worker's thread only.
+  swr::DigestThreads digestThreads_;
+  swr::FileHasher hasher_{digestThreads_};
 
   mutable std::mutex mutex_;
   std::condition_variable wake_;
@@ -99,7 +107,7 @@ class Worker final : public HashQueue {
 
   std::atomic<uint64_t> currentBytes_ = 0;
   // Set under mutex_ and only while busy_; cleared under mutex_ when a job is taken. So a cancel is
-  // neither lost nor carried over to the next job. HashFile reads it without the lock.
+  // neither lost nor carried over to the next job. FileHasher reads it without the lock.
   std::atomic<bool> cancel_ = false;
   std::atomic<bool> progressPosted_ = false;
 

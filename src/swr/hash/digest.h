@@ -44,6 +44,9 @@ class DigestSlots {
     return entries_.back().slot;
   }
 
+  // Makes room for this many, so that making them moves none.
+  void Reserve(size_t count) { entries_.reserve(count); }
+
   bool IsEmpty() const { return entries_.empty(); }
   // Bit n is set if the slot of index n is present.
   uint32_t PresentMask() const {

@@ -1,8 +1,5 @@
-// The digests of one file for a set of algorithms, in a single pass over its bytes.
-//
-// A file that fits in one chunk is hashed on the calling thread. For a longer one the calling
-// thread reads ahead into a ring of four chunks while one thread for each algorithm digests them,
-// so that the slowest algorithm sets the pace and no byte is read twice or copied.
+// The digests of one file for a set of algorithms, in a single pass over its bytes. For more files
+// than one, see file_hasher.h.
 #pragma once
 
 #include <atomic>
@@ -17,22 +14,26 @@ namespace swr {
 
 struct HashOutcome {
   DigestSlots digests;
-  uint64_t bytesRead = 0;  // bytes read and handed on at the moment the run ended
+  uint64_t bytesRead = 0;  // bytes that had been read and handed to the hashers at the end
   uint32_t error = 0;      // Windows error code; 0 for none
   bool cancelled = false;
-  bool changed = false;  // the file was written to during the read: a warning beside the digests
+  bool changed = false;  // the file was written to meanwhile; the digests are present all the same
 };
 
+inline constexpr uint32_t UsualChunkSize = 1048576;
+
 struct HashOptions {
-  // Owned by the caller; may be null. Looked at once for each chunk.
+  // Owned by the caller; may be null. Looked at for each chunk, and while a chunk is digested by
+  // the calling thread. Must not become false again before the call returns.
   const std::atomic<bool>* cancel = nullptr;
   // Called on the calling thread after each chunk with the bytes read so far; may be empty.
   std::function<void(uint64_t)> progress;
-  uint32_t chunkSize = 1048576;  // bytes of one read
+  // Bytes of one read; 0 means UsualChunkSize.
+  uint32_t chunkSize = UsualChunkSize;
 };
 
 // Reads the file at `path` once. At most one of `error` and `cancelled` is set, and with either no
-// digest is present: a partial result is never delivered. 267 says that the path is a folder, 50
+// digest is present: a partial result is never delivered. 267 means that the path is a folder, 50
 // that a provider can't serve one of the algorithms. Throws only when memory or threads run out.
 HashOutcome HashFile(const std::u16string& path, AlgoMask mask, const HashOptions& options);
 

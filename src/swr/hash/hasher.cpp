@@ -31,6 +31,7 @@ class CngHasher final : public Hasher {
     digest.length = hash_.Finish(digest.bytes);
     return digest;
   }
+  void Reset() override { hash_.Restart(); }
 
  private:
   ProviderHash hash_;
@@ -47,6 +48,7 @@ class Crc32Hasher final : public Hasher {
     for (size_t i = 0; i < 4; ++i) digest.bytes[i] = static_cast<uint8_t>(value >> (24 - 8 * i));
     return digest;
   }
+  void Reset() override { state_ = Crc32Start; }
 
  private:
   uint32_t state_ = Crc32Start;
@@ -54,7 +56,7 @@ class Crc32Hasher final : public Hasher {
 
 class Sha3Hasher final : public Hasher {
  public:
-  // Both in bytes. The rate is larger than the digest, so that one squeeze is enough.
+  // Both in bytes. The rate is larger than the digest, so one squeeze is enough.
   Sha3Hasher(uint32_t digestSize, uint32_t rate) : digestSize_(digestSize), rate_(rate) {}
 
   void Update(const void* data, uint64_t size) override {
@@ -86,6 +88,11 @@ class Sha3Hasher final : public Hasher {
     Digest digest{.length = static_cast<uint8_t>(digestSize_)};
     std::memcpy(digest.bytes.data(), lanes_.data(), digestSize_);
     return digest;
+  }
+
+  void Reset() override {
+    lanes_ = {};
+    position_ = 0;
   }
 
  private:
@@ -121,7 +128,7 @@ class Blake3Hasher final : public Hasher {
  public:
   Blake3Hasher() {
     ChooseBlake3Variant();
-    blake3_hasher_init(&state_);
+    Blake3Hasher::Reset();
   }
   void Update(const void* data, uint64_t size) override {
     blake3_hasher_update(&state_, data, static_cast<size_t>(size));
@@ -131,6 +138,7 @@ class Blake3Hasher final : public Hasher {
     blake3_hasher_finalize(&state_, digest.bytes.data(), BLAKE3_OUT_LEN);
     return digest;
   }
+  void Reset() override { blake3_hasher_init(&state_); }
 
  private:
   blake3_hasher state_;
@@ -146,11 +154,12 @@ Digest CanonicalDigest(XXH64_hash_t value) {
 
 class Xxh64Hasher final : public Hasher {
  public:
-  Xxh64Hasher() { XXH64_reset(&state_, 0); }
+  Xxh64Hasher() { Xxh64Hasher::Reset(); }
   void Update(const void* data, uint64_t size) override {
     XXH64_update(&state_, data, static_cast<size_t>(size));
   }
   Digest Final() override { return CanonicalDigest(XXH64_digest(&state_)); }
+  void Reset() override { XXH64_reset(&state_, 0); }
 
  private:
   XXH64_state_t state_;
@@ -160,7 +169,7 @@ class Xxh3Hasher final : public Hasher {
  public:
   explicit Xxh3Hasher(bool wide) : wide_(wide), state_(XXH3_createState()) {
     if (!state_) throw std::bad_alloc();
-    XXH3_64bits_reset(state_.get());
+    Xxh3Hasher::Reset();
     ChooseXxh3Variant(*state_);
   }
   // Reset and update are the same for both widths; only the digest differs.
@@ -175,6 +184,7 @@ class Xxh3Hasher final : public Hasher {
     std::memcpy(digest.bytes.data(), &canonical, sizeof canonical);
     return digest;
   }
+  void Reset() override { XXH3_64bits_reset(state_.get()); }
 
  private:
   struct StateDeleter {

@@ -10,14 +10,17 @@
 
 namespace swr {
 
-// Used by one thread at a time: made, fed, finished once, destroyed. Never reset or reused.
+// Used by one thread at a time: fed and finished, and then destroyed or reset.
 class Hasher {
  public:
   virtual ~Hasher() = default;
   // Takes any number of bytes, also none, in pieces of any size.
   virtual void Update(const void* data, uint64_t size) = 0;
-  // The digest of all bytes so far. Called once, last.
+  // The digest of all bytes so far. After it, only Reset may be called.
   virtual Digest Final() = 0;
+  // Makes the hasher as good as new, finished or not. Throws as MakeHasher does; a hasher whose
+  // reset failed can only be destroyed.
+  virtual void Reset() = 0;
 };
 
 // Throws std::runtime_error when the platform's provider can't serve the algorithm or `id` is not

@@ -12,8 +12,8 @@ enum class ProviderAlgorithm : uint8_t { Md2, Md4, Md5, Sha1, Sha256, Sha384, Sh
 inline constexpr size_t ProviderAlgorithmCount = 7;
 
 // One running hash of the provider. Used by one thread at a time; many may run at once. The
-// provider of an algorithm is opened once a process, and a failure to open it stands until the end
-// of the process.
+// provider of an algorithm is opened once per process, at its first use; if that fails, so does
+// every later use.
 class ProviderHash {
  public:
   // Throws std::runtime_error "Windows cryptography provider unavailable" when the algorithm's
@@ -24,8 +24,12 @@ class ProviderHash {
   ProviderHash& operator=(const ProviderHash&) = delete;
 
   void Update(const void* data, uint64_t size);
-  // Writes the digest to the start of `bytes` and returns its length. Called once, last.
+  // Writes the digest to the start of `bytes` and returns its length. After it, only Restart may be
+  // called.
   uint8_t Finish(std::array<uint8_t, 64>& bytes);
+  // Forgets what was hashed so far, finished or not. Throws std::runtime_error "BCryptCreateHash
+  // failed" when the provider refuses; the object can only be destroyed then.
+  void Restart();
 
  private:
   struct State;

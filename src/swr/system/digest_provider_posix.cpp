@@ -105,7 +105,6 @@ struct ProviderHash::State {
 
 ProviderHash::ProviderHash(ProviderAlgorithm algorithm) : state_(std::make_unique<State>()) {
   OpenProvider(algorithm);
-  if (InjectedFault(SystemCall::CreateDigest)) throw std::runtime_error("BCryptCreateHash failed");
   switch (algorithm) {
     case ProviderAlgorithm::Md2:
       state_->context.emplace<md2_ctx>();
@@ -129,10 +128,15 @@ ProviderHash::ProviderHash(ProviderAlgorithm algorithm) : state_(std::make_uniqu
       state_->context.emplace<Sha512State>();
       break;
   }
-  std::visit(StartDigest(), state_->context);
+  Restart();
 }
 
 ProviderHash::~ProviderHash() = default;
+
+void ProviderHash::Restart() {
+  if (InjectedFault(SystemCall::CreateDigest)) throw std::runtime_error("BCryptCreateHash failed");
+  std::visit(StartDigest(), state_->context);
+}
 
 void ProviderHash::Update(const void* data, uint64_t size) {
   std::visit(UpdateDigest{static_cast<const uint8_t*>(data), static_cast<size_t>(size)},

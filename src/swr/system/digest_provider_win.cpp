@@ -91,33 +91,64 @@ constexpr uint64_t LongestPiece = 0x40000000;
 
 }  // namespace
 
-// The hash handle works inside `objectBuffer` and so is declared behind it, to be destroyed first.
+// The hash handle works inside `objectBuffer`, and so is declared after it, to be destroyed first.
 struct ProviderHash::State {
+  explicit State(const CngProvider& openProvider)
+      : provider(openProvider), objectBuffer(openProvider.objectLength) {}
+
+  void MakeHash();
+  bool TryToMakeHash(ULONG flags);
+
+  const CngProvider& provider;
   std::vector<UCHAR> objectBuffer;
-  ULONG digestLength = 0;
   UniqueHandle<HashHandleTraits> hash;
+  bool isReusable = false;  // finishing the hash makes it ready for the next one
+  bool isNew = true;        // nothing was hashed since it was made or finished
 };
 
-ProviderHash::ProviderHash(ProviderAlgorithm algorithm) : state_(std::make_unique<State>()) {
-  const CngProvider& provider = GetProvider(algorithm);
-  state_->digestLength = provider.digestLength;
-  state_->objectBuffer.resize(provider.objectLength);
-  BCRYPT_HASH_HANDLE hash = nullptr;
-  const bool fails =
-      InjectedFault(SystemCall::CreateDigest).has_value() ||
-      Cng().createHash(provider.handle, &hash, state_->objectBuffer.data(),
-                       static_cast<ULONG>(state_->objectBuffer.size()), nullptr, 0, 0) < 0;
-  if (fails) throw std::runtime_error("BCryptCreateHash failed");
-  state_->hash.Reset(hash);
+// Replaces the hash, if there is one. Windows 7 has no reusable hashes.
+void ProviderHash::State::MakeHash() {
+  hash.Reset();
+  isNew = true;
+  if (!InjectedFault(SystemCall::CreateDigest)) {
+    isReusable = TryToMakeHash(BCRYPT_HASH_REUSABLE_FLAG);
+    if (isReusable || TryToMakeHash(0)) return;
+  }
+  throw std::runtime_error("BCryptCreateHash failed");
+}
+
+bool ProviderHash::State::TryToMakeHash(ULONG flags) {
+  BCRYPT_HASH_HANDLE made = nullptr;
+  const NTSTATUS status =
+      Cng().createHash(provider.handle, &made, objectBuffer.data(),
+                       static_cast<ULONG>(objectBuffer.size()), nullptr, 0, flags);
+  if (status < 0) return false;
+  hash.Reset(made);
+  return true;
+}
+
+ProviderHash::ProviderHash(ProviderAlgorithm algorithm)
+    : state_(std::make_unique<State>(GetProvider(algorithm))) {
+  state_->MakeHash();
+}
+
+void ProviderHash::Restart() {
+  if (!state_->isReusable) {
+    state_->MakeHash();
+  } else if (!state_->isNew) {
+    std::array<uint8_t, 64> unwanted;
+    Finish(unwanted);
+  }
 }
 
 ProviderHash::~ProviderHash() = default;
 
 void ProviderHash::Update(const void* data, uint64_t size) {
+  state_->isNew = false;
   const UCHAR* piece = static_cast<const UCHAR*>(data);
   while (size > 0) {
     const ULONG length = static_cast<ULONG>(std::min(size, LongestPiece));
-    // The parameter is not const, yet the call only reads.
+    // The parameter is not const, but the call only reads.
     Cng().hashData(state_->hash.Get(), const_cast<UCHAR*>(piece), length, 0);
     piece += length;
     size -= length;
@@ -125,8 +156,10 @@ void ProviderHash::Update(const void* data, uint64_t size) {
 }
 
 uint8_t ProviderHash::Finish(std::array<uint8_t, 64>& bytes) {
-  Cng().finishHash(state_->hash.Get(), bytes.data(), state_->digestLength, 0);
-  return static_cast<uint8_t>(state_->digestLength);
+  const ULONG length = state_->provider.digestLength;
+  Cng().finishHash(state_->hash.Get(), bytes.data(), length, 0);
+  state_->isNew = true;
+  return static_cast<uint8_t>(length);
 }
 
 }  // namespace swr

@@ -53,12 +53,15 @@ class File {
 
   // About the open file itself, even if its path names another file by now. Nothing on failure.
   std::optional<FileInfo> Info() const;
+  // The same, as of the moment at which the file was opened.
+  std::optional<FileInfo> InfoAtOpening() const;
   // Reads up to `size` bytes at the current position and advances it. May read fewer bytes before
   // the end of the file.
   ReadResult Read(void* buffer, uint32_t size);
 
  private:
   UniqueHandle<FileHandleTraits> handle_;
+  std::optional<FileInfo> infoAtOpening_;
 };
 
 // About the file or folder at a path, without opening it; links are followed. On failure returns

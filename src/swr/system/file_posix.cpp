@@ -43,7 +43,10 @@ uint32_t File::Open(const std::u16string& path, FileSharing /*sharing*/, File& f
   if (fstat(descriptor, &status) != 0) return ErrorFromErrno(errno);
   // Reading a pipe, a socket or a device may never end.
   if (!S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode)) return ErrorNotSupported;
-  posix_fadvise(descriptor, 0, 0, POSIX_FADV_SEQUENTIAL);
+  // What is shorter is read ahead as a whole anyway.
+  constexpr off_t usualReadAhead = 131072;
+  if (status.st_size > usualReadAhead) posix_fadvise(descriptor, 0, 0, POSIX_FADV_SEQUENTIAL);
+  opened.infoAtOpening_ = InfoFrom(status);
   file = std::move(opened);
   return 0;
 }
@@ -53,6 +56,7 @@ uint32_t File::OpenStandardInput(File& file) {
   const int descriptor = fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, 0);
   if (descriptor < 0) return ErrorFromErrno(errno);
   file.handle_.Reset(descriptor);
+  file.infoAtOpening_.reset();
   return 0;
 }
 
@@ -61,6 +65,10 @@ std::optional<FileInfo> File::Info() const {
   struct stat status;
   if (fstat(AsDescriptor(handle_.Get()), &status) != 0) return std::nullopt;
   return InfoFrom(status);
+}
+
+std::optional<FileInfo> File::InfoAtOpening() const {
+  return InjectedFault(SystemCall::FileInfo) ? std::nullopt : infoAtOpening_;
 }
 
 ReadResult File::Read(void* buffer, uint32_t size) {

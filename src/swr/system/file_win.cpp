@@ -66,6 +66,8 @@ std::optional<FileInfo> File::Info() const {
                   .isDirectory = standard.Directory != FALSE};
 }
 
+std::optional<FileInfo> File::InfoAtOpening() const { return Info(); }
+
 ReadResult File::Read(void* buffer, uint32_t size) {
   if (const auto fault = InjectedFault(SystemCall::ReadFile)) return {.error = *fault};
   DWORD bytes = 0;
