@@ -1,9 +1,15 @@
 #include "swr/hash/digest_ring.h"
 
 #include <algorithm>
+#include <new>
+
+#include "swr/hash/hash_file.h"
+#include "swr/system/page_memory.h"
 
 namespace swr {
 namespace {
+
+constexpr bool IsLarge(uint32_t capacity) { return capacity >= 65536; }
 
 void Prefetch(const std::byte* data, uint32_t size) {
   constexpr uint32_t cacheLine = 64;
@@ -31,12 +37,22 @@ bool DigestDistantChunk(Hasher& hasher, const Chunk& chunk, const std::atomic<bo
 
 }  // namespace
 
+void ChunkDeleter::operator()(std::byte* data) const noexcept {
+  if (IsLarge(capacity)) {
+    FreePages(data, capacity);
+  } else {
+    delete[] data;
+  }
+}
+
 void Chunk::Reserve(uint32_t size) {
-  if (capacity >= size) return;
+  if (Capacity() >= size) return;
+  // Files that are each a little longer than the one before shall not each allocate anew.
+  const uint32_t room = std::max(size, std::min(Capacity(), UsualChunkSize / 2) * 2);
   data.reset();
-  capacity = 0;
-  data = std::make_unique_for_overwrite<std::byte[]>(size);
-  capacity = size;
+  auto* bytes = IsLarge(room) ? static_cast<std::byte*>(AllocatePages(room)) : new std::byte[room];
+  if (bytes == nullptr) throw std::bad_alloc();
+  data = decltype(data)(bytes, ChunkDeleter{.capacity = room});
 }
 
 bool DigestChunk(Hasher& hasher, const Chunk& chunk, const std::atomic<bool>* stop) {

@@ -21,13 +21,21 @@
 
 namespace swr {
 
-struct Chunk {
-  std::unique_ptr<std::byte[]> data;
+// Frees the memory of a chunk. Short ones come from the heap. Large ones do not, because the heap
+// may keep what it gets back.
+struct ChunkDeleter {
   uint32_t capacity = 0;
+  void operator()(std::byte* data) const noexcept;
+};
+
+// Bytes of a file, in memory that is kept from file to file.
+struct Chunk {
+  std::unique_ptr<std::byte[], ChunkDeleter> data;
   uint32_t length = 0;
   bool last = false;  // the file ends with this chunk
 
-  // Makes room for `size` bytes. With less room before, the bytes are lost.
+  uint32_t Capacity() const { return data == nullptr ? 0 : data.get_deleter().capacity; }
+  // Makes room for `size` bytes. If there was less before, the bytes are lost.
   void Reserve(uint32_t size);
 };
 

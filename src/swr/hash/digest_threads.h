@@ -45,6 +45,8 @@ class DigestThreads {
   // as they are needed.
   void EndIdleThreads();
 
+  uint32_t Limit() const { return limit_; }
+
   // --- For FileHashers
 
   // Counts the calling thread as hashing for as long as the object exists.

@@ -3,10 +3,14 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <stdexcept>
 #include <string>
 #include <string_view>
+#include <thread>
+#include <vector>
 
-#include "swr/hash/hash_file.h"
+#include "swr/hash/file_hasher.h"
 #include "swr/system/error_codes.h"
 #include "swr/system/path_bytes_posix.h"
 #include "tests/support/temp_tree.h"
@@ -60,6 +64,68 @@ TEST(HashFilePosixTest, RefusesWhatHasNoContentThatEnds) {
     EXPECT_EQ(outcome.bytesRead, 0u);
     ExpectNoDigests(outcome);
   }
+}
+
+// The standard input of this process is replaced for a while.
+class PipedInput {
+ public:
+  PipedInput() : saved_(dup(STDIN_FILENO)) {
+    int ends[2];
+    if (pipe(ends) != 0) throw std::runtime_error("no pipe");
+    dup2(ends[0], STDIN_FILENO);
+    close(ends[0]);
+    writeEnd_ = ends[1];
+  }
+  ~PipedInput() {
+    dup2(saved_, STDIN_FILENO);
+    close(saved_);
+  }
+  PipedInput(const PipedInput&) = delete;
+  PipedInput& operator=(const PipedInput&) = delete;
+
+  // In pieces that fit neither the pipe nor a chunk.
+  void WriteAndClose(std::string_view bytes) {
+    while (!bytes.empty()) {
+      const ssize_t written = write(writeEnd_, bytes.data(), std::min<size_t>(bytes.size(), 1000));
+      ASSERT_GT(written, 0);
+      bytes.remove_prefix(static_cast<size_t>(written));
+    }
+    close(writeEnd_);
+  }
+
+ private:
+  int saved_;
+  int writeEnd_;
+};
+
+TEST(HashFilePosixTest, HashesWhatComesThroughAPipe) {
+  DigestThreads threads;
+  FileHasher hasher(threads);
+  for (const size_t size : {size_t{0}, size_t{5}, size_t{100'000}, size_t{3'000'000}}) {
+    SCOPED_TRACE(size);
+    const std::string content = CountingBytes(size);
+    PipedInput input;
+    std::thread writer([&] { input.WriteAndClose(content); });
+    File file;
+    ASSERT_EQ(File::OpenStandardInput(file), 0u);
+    std::vector<uint64_t> progress;
+    const HashOutcome outcome = hasher.HashStream(
+        file, DefaultAlgoMask, {.progress = [&](uint64_t bytes) { progress.push_back(bytes); }});
+    writer.join();
+    ExpectDigestsOf(outcome, DefaultAlgoMask, content);
+    EXPECT_EQ(outcome.bytesRead, size);
+    EXPECT_FALSE(outcome.changed);
+    EXPECT_EQ(progress.size(), size / UsualChunkSize + 1) << "short reads do not end a chunk";
+  }
+}
+
+TEST(HashFilePosixTest, ReportsAMissingStandardInput) {
+  const int saved = dup(STDIN_FILENO);
+  close(STDIN_FILENO);
+  File file;
+  EXPECT_EQ(File::OpenStandardInput(file), ErrorInvalidHandle);
+  dup2(saved, STDIN_FILENO);
+  close(saved);
 }
 
 TEST(HashFilePosixTest, FollowsLinks) {

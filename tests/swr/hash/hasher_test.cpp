@@ -173,6 +173,26 @@ TEST_P(EachAlgorithmTest, IgnoresEmptyPieces) {
   EXPECT_EQ(DigestToHex(hasher->Final(), false), VectorsOf(GetParam()).ofAbc);
 }
 
+TEST_P(EachAlgorithmTest, IsAsGoodAsNewAfterAReset) {
+  const std::string input = CountingBytes(LongestVectorLength);
+  const auto hasher = Make();
+  hasher->Reset();
+  for (const bool isFinished : {true, false}) {
+    for (const size_t length : {size_t{0}, size_t{1}, size_t{72}, size_t{200}, input.size()}) {
+      SCOPED_TRACE(length);
+      hasher->Update(input.data(), length);
+      if (isFinished) {
+        EXPECT_EQ(DigestToHex(hasher->Final(), false),
+                  Hex(std::string_view(input).substr(0, length)));
+      }
+      hasher->Reset();
+      hasher->Update("abc", 3);
+      EXPECT_EQ(DigestToHex(hasher->Final(), false), VectorsOf(GetParam()).ofAbc);
+      hasher->Reset();
+    }
+  }
+}
+
 TEST_P(EachAlgorithmTest, TakesSingleBytes) {
   const std::string input = CountingBytes(LongestVectorLength);
   const auto hasher = Make();

@@ -84,6 +84,38 @@ TEST(DigestProviderTest, MayBeLeftUnfinished) {
   }
 }
 
+TEST(DigestProviderTest, StartsAnewFinishedOrNot) {
+  for (const ProviderCase& row : providerCases) {
+    SCOPED_TRACE(row.name);
+    ProviderHash hash(row.algorithm);
+    for (int round = 0; round < 3; ++round) {
+      hash.Restart();
+      hash.Update("unfinished", 10);
+      hash.Restart();
+      hash.Update("abc", 3);
+      EXPECT_EQ(FinishedHex(hash), row.ofAbc);
+    }
+  }
+}
+
+// A provider whose hashes start anew by themselves is not asked.
+TEST(DigestProviderTest, SaysSoWhenItCannotStartAnew) {
+  for (const ProviderCase& row : providerCases) {
+    SCOPED_TRACE(row.name);
+    ProviderHash hash(row.algorithm);
+    hash.Update("unfinished", 10);
+    const InstalledFaults faults({{.call = SystemCall::CreateDigest, .nth = 0, .code = 8}});
+    try {
+      hash.Restart();
+      EXPECT_EQ(faults.Count(SystemCall::CreateDigest), 0u);
+      hash.Update("abc", 3);
+      EXPECT_EQ(FinishedHex(hash), row.ofAbc);
+    } catch (const std::runtime_error& failure) {
+      EXPECT_STREQ(failure.what(), "BCryptCreateHash failed");
+    }
+  }
+}
+
 TEST(DigestProviderTest, FailsToMakeOneHashAndMakesTheNext) {
   for (const ProviderCase& row : providerCases) {
     SCOPED_TRACE(row.name);
