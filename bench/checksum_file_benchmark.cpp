@@ -1,6 +1,6 @@
-// What the window's thread spends on loading a checksum file, the hashing apart: into an empty
-// list, and into one that holds all the listed files already, so that each of its rows is replaced.
-// The files are not there, which costs the same look at the file system.
+// What the window's thread spends on loading a checksum file, without the hashing: into an empty
+// list, and into one that already contains all the listed files, so that each row is replaced. The
+// files do not exist; looking for them costs the same.
 #include <benchmark/benchmark.h>
 
 #include <memory>

@@ -1,4 +1,4 @@
-// Hashes files as the worker does, as a whole command that can be timed beside other tools.
+// Hashes files as the worker does: a command to be compared with other tools.
 //
 //   hash_files ALGORITHM[,ALGORITHM...] FILE...      prints each digest and the file
 //   hash_files --memory ALGORITHM[,...] FILE         prints by how many KiB the peak of resident

@@ -1,4 +1,4 @@
-// What a keystroke costs in the Hash Text dialog, the dialog itself apart.
+// What a keystroke costs in the Hash Text dialog, without the dialog itself.
 #include <benchmark/benchmark.h>
 
 #include <string>

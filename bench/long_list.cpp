@@ -36,10 +36,10 @@ using app::testing::FakeWindow;
 using Clock = std::chrono::steady_clock;
 
 constexpr swr::AlgoMask Sha256 = swr::MaskOf(swr::AlgoId::Sha256);
-// What else a value of 32 bytes may be.
+// The other algorithms with digests of 32 bytes.
 constexpr swr::AlgoMask OtherCandidates =
     swr::MaskOf(swr::AlgoId::Sha3_256) | swr::MaskOf(swr::AlgoId::Blake3);
-// Of no file.
+// The digest of no file.
 constexpr char16_t ForeignDigest[] =
     u"00000000000000000000000000000000000000000000000000000000000000ff";
 
@@ -141,12 +141,16 @@ void Print(const char* what, double figure, const char* unit) {
 
 void TimeHashing(const std::u16string& folder, bool twice) {
   const std::vector<std::u16string> files = FilesUnder(folder);
-  // The thread is the worker's equal, or the machine would treat it otherwise.
+  // A thread like the worker's, because the scheduler treats others differently.
   std::thread([&] {
     swr::PreferThroughput();
     const auto start = Clock::now();
-    for (const std::u16string& file : files) swr::HashFile(file, Sha256, {});
-    for (size_t i = 0; twice && i < files.size(); ++i) swr::HashFile(files[i], OtherCandidates, {});
+    swr::DigestThreads threads;
+    swr::FileHasher hasher(threads);
+    for (const std::u16string& file : files) hasher.HashFile(file, Sha256, {});
+    for (size_t i = 0; twice && i < files.size(); ++i) {
+      hasher.HashFile(files[i], OtherCandidates, {});
+    }
     Print("total", SecondsSince(start), "s");
   }).join();
 }

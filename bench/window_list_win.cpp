@@ -1,15 +1,15 @@
-// What a long list costs in the real window. Times are seconds.
+// What a long list costs in the real window. Times are in seconds.
 //
-//   window_list hash FOLDER                SHA-256 of each file by HashFile alone, in a plain loop
-//   window_list hash-twice FOLDER          the same, and once more for SHA3-256 and BLAKE3
-//   window_list drop SUMWRIGHT FOLDER      the folder dropped on the window, until all is hashed
-//   window_list box SUMWRIGHT FOLDER       the same with a value in the Expected hash box that no
-//                                          file has
-//   window_list verify SUMWRIGHT LIST      a checksum file verified, until every row has its
-//   verdict
+//   window_list hash FOLDER             SHA-256 of each file by a FileHasher alone, in a plain loop
+//   window_list hash-twice FOLDER       the same, then SHA3-256 and BLAKE3 of each file
+//   window_list drop SUMWRIGHT FOLDER   the folder dropped on the window, until all files are
+//   hashed window_list box SUMWRIGHT FOLDER    the same, with a value in the Expected hash box that
+//   matches
+//                                       no file
+//   window_list verify SUMWRIGHT LIST   a checksum file verified, until each row has a verdict
 //
-// "longest message" is the longest that the window stayed away from its messages while the worker
-// hashed, in milliseconds.
+// "longest message" is the longest time, in milliseconds, for which the window did not handle
+// messages while the worker hashed.
 #include "swr/system/windows_api_win.h"
 
 #include <algorithm>
@@ -23,9 +23,8 @@
 #include <vector>
 
 #include "resources/resource_ids.h"
-#include "swr/hash/hash_file.h"
+#include "swr/hash/file_hasher.h"
 #include "swr/paths/folder_walk.h"
-#include "swr/paths/path_forms.h"
 #include "swr/system/thread_schedule.h"
 #include "swr/system/wide_text_win.h"
 #include "swr/text/encoding.h"
@@ -38,10 +37,10 @@ namespace {
 using Clock = std::chrono::steady_clock;
 
 constexpr swr::AlgoMask Sha256 = swr::MaskOf(swr::AlgoId::Sha256);
-// What else a value of 32 bytes may be.
+// The other algorithms with digests of 32 bytes.
 constexpr swr::AlgoMask OtherCandidates =
     swr::MaskOf(swr::AlgoId::Sha3_256) | swr::MaskOf(swr::AlgoId::Blake3);
-// Of no file.
+// The digest of no file.
 constexpr char16_t ForeignDigest[] =
     u"00000000000000000000000000000000000000000000000000000000000000ff";
 
@@ -57,13 +56,15 @@ void TimeHashing(const std::u16string& folder, bool twice) {
   std::vector<std::u16string> files;
   swr::WalkFolder(folder, {.recursive = true, .includeHidden = false},
                   [&](const swr::FoundFile& found) { files.push_back(found.path); });
-  // The thread is the worker's equal, or the machine would treat it otherwise.
+  // A thread like the worker's, because the scheduler treats others differently.
   std::thread([&] {
     swr::PreferThroughput();
+    swr::DigestThreads digestThreads;
+    swr::FileHasher hasher(digestThreads);
     const auto start = Clock::now();
-    for (const std::u16string& file : files) swr::HashFile(swr::ToLongPath(file), Sha256, {});
+    for (const std::u16string& file : files) hasher.HashFile(file, Sha256, {});
     for (size_t i = 0; twice && i < files.size(); ++i) {
-      swr::HashFile(swr::ToLongPath(files[i]), OtherCandidates, {});
+      hasher.HashFile(files[i], OtherCandidates, {});
     }
     Print("total", SecondsSince(start), "s");
   }).join();
@@ -75,7 +76,7 @@ bool IsAtWork(const RunningWindow& window) {
   return line.starts_with(u"Verifying") || line.starts_with(u"Checking");
 }
 
-// `start` gives the window its work and returns when that is taken in.
+// `start` gives the window its work and returns once the window has accepted it.
 void TimeWindow(const RunningWindow& window, const std::function<void()>& start) {
   const auto begin = Clock::now();
   start();
@@ -111,7 +112,7 @@ void TimeVerification(const std::u16string& list) {
 }
 
 int Run(const std::vector<std::u16string>& arguments) {
-  if (arguments.size() < 3) throw std::runtime_error("say what is to be measured, and on what");
+  if (arguments.size() < 3) throw std::runtime_error("name what is to be measured, and on what");
   const std::u16string& mode = arguments[1];
   if (mode == u"hash" || mode == u"hash-twice") {
     TimeHashing(arguments[2], mode == u"hash-twice");

@@ -14,6 +14,7 @@
 #include <random>
 #include <string>
 #include <thread>
+#include <type_traits>
 #include <vector>
 
 #include "app/worker/worker.h"
@@ -42,8 +43,8 @@ class Chance {
  public:
   explicit Chance(uint64_t seed) : engine_(seed) {}
   template <typename Number>
-  Number Below(Number bound) {
-    return static_cast<Number>(engine_() % static_cast<uint64_t>(bound));
+  std::make_unsigned_t<Number> Below(Number bound) {
+    return static_cast<std::make_unsigned_t<Number>>(engine_() % static_cast<uint64_t>(bound));
   }
   bool OneIn(uint64_t count) { return Below(count) == 0; }
   // Lets the other threads get on: not at all, a little, or far.
