@@ -25,22 +25,23 @@ using swr::testing::OwnResources;
 constexpr long KiB = 1024;
 constexpr auto Rest = 300ms;
 
-class LastResult final : public WorkerSink {
+class LastFinishedJob final : public WorkerSink {
  public:
-  void PostResult(std::unique_ptr<ResultMessage> result) override {
+  void AddFinished(std::unique_ptr<FinishedJob> job) override {
     const std::lock_guard lock(mutex_);
-    result_ = std::move(result);
+    job_ = std::move(job);
   }
+  void AnnounceFinished() override {}
   void PostProgress() override {}
-  bool HoldsResults() const override { return false; }
+  bool HoldsFinished() const override { return false; }
   bool IsThere() const {
     const std::lock_guard lock(mutex_);
-    return result_ != nullptr;
+    return job_ != nullptr;
   }
 
  private:
   mutable std::mutex mutex_;
-  std::unique_ptr<ResultMessage> result_;
+  std::unique_ptr<FinishedJob> job_;
 };
 
 // Resident memory of this process that no file backs, in bytes.
@@ -58,7 +59,7 @@ TEST(WorkerMemoryTest, IsReturnedAfterARest) {
   const std::u16string path =
       tree.AddFile(u"large", swr::testing::CountingBytes(20 * swr::UsualChunkSize));
   const OwnResources before = CountOwnResources();
-  LastResult sink;
+  LastFinishedJob sink;
   Worker worker(
       sink, [] { return uint64_t{0}; }, Rest);
   const long idle = OwnMemory();
