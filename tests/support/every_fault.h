@@ -48,12 +48,30 @@ inline bool HasFailed(const MaybeFailed& failed, SystemCall call, uint32_t nth) 
 }
 
 inline std::string NameOf(SystemCall call) {
-  static constexpr const char* names[] = {
-      "OpenFile",      "FileKind",    "ReadFile",      "CreateNewFile", "WriteFile",
-      "FlushFile",     "RenameFile",  "WriteStream",   "FileInfo",      "PathInfo",
-      "ListDirectory", "NextEntry",   "EntryInfo",     "FullPath",      "OpenDigestProvider",
-      "CreateDigest",  "ReadSetting", "WriteSetting",  "InstanceMutex", "OpenMapping",
-      "CreateMapping", "MapView",     "DeliverMessage"};
+  static constexpr const char* names[] = {"OpenFile",
+                                          "FileKind",
+                                          "ReadFile",
+                                          "CreateNewFile",
+                                          "WriteFile",
+                                          "FlushFile",
+                                          "RenameFile",
+                                          "WriteStream",
+                                          "FileInfo",
+                                          "PathInfo",
+                                          "ListDirectory",
+                                          "NextEntry",
+                                          "EntryInfo",
+                                          "FullPath",
+                                          "OpenDigestProvider",
+                                          "CreateDigest",
+                                          "CreateReusableDigest",
+                                          "ReadSetting",
+                                          "WriteSetting",
+                                          "InstanceMutex",
+                                          "OpenMapping",
+                                          "CreateMapping",
+                                          "MapView",
+                                          "DeliverMessage"};
   static_assert(std::size(names) == SystemCallCount);
   return names[static_cast<size_t>(call)];
 }

@@ -98,20 +98,24 @@ struct ProviderHash::State {
 
   void MakeHash();
   bool TryToMakeHash(ULONG flags);
+  void Note(NTSTATUS status) { hasFailed = hasFailed || status < 0; }
 
   const CngProvider& provider;
   std::vector<UCHAR> objectBuffer;
   UniqueHandle<HashHandleTraits> hash;
-  bool isReusable = false;  // finishing the hash makes it ready for the next one
-  bool isNew = true;        // nothing was hashed since it was made or finished
+  bool isReusable = true;  // finishing the hash makes it ready for the next file
+  bool isUsed = false;     // since it was made or finished
+  bool hasFailed = false;  // so what is left in it would get into the next digest
 };
 
-// Replaces the hash, if there is one. Windows 7 has no reusable hashes.
+// Replaces the hash, if there is one. Windows 7 refuses to make reusable hashes.
 void ProviderHash::State::MakeHash() {
   hash.Reset();
-  isNew = true;
+  isUsed = false;
+  hasFailed = false;
   if (!InjectedFault(SystemCall::CreateDigest)) {
-    isReusable = TryToMakeHash(BCRYPT_HASH_REUSABLE_FLAG);
+    isReusable = isReusable && !InjectedFault(SystemCall::CreateReusableDigest) &&
+                 TryToMakeHash(BCRYPT_HASH_REUSABLE_FLAG);
     if (isReusable || TryToMakeHash(0)) return;
   }
   throw std::runtime_error("BCryptCreateHash failed");
@@ -133,23 +137,22 @@ ProviderHash::ProviderHash(ProviderAlgorithm algorithm)
 }
 
 void ProviderHash::Restart() {
-  if (!state_->isReusable) {
-    state_->MakeHash();
-  } else if (!state_->isNew) {
+  if (state_->isReusable && state_->isUsed) {
     std::array<uint8_t, 64> unwanted;
     Finish(unwanted);
   }
+  if (!state_->isReusable || state_->hasFailed) state_->MakeHash();
 }
 
 ProviderHash::~ProviderHash() = default;
 
 void ProviderHash::Update(const void* data, uint64_t size) {
-  state_->isNew = false;
+  state_->isUsed = true;
   const UCHAR* piece = static_cast<const UCHAR*>(data);
   while (size > 0) {
     const ULONG length = static_cast<ULONG>(std::min(size, LongestPiece));
     // The parameter is not const, but the call only reads.
-    Cng().hashData(state_->hash.Get(), const_cast<UCHAR*>(piece), length, 0);
+    state_->Note(Cng().hashData(state_->hash.Get(), const_cast<UCHAR*>(piece), length, 0));
     piece += length;
     size -= length;
   }
@@ -157,8 +160,8 @@ void ProviderHash::Update(const void* data, uint64_t size) {
 
 uint8_t ProviderHash::Finish(std::array<uint8_t, 64>& bytes) {
   const ULONG length = state_->provider.digestLength;
-  Cng().finishHash(state_->hash.Get(), bytes.data(), length, 0);
-  state_->isNew = true;
+  state_->Note(Cng().finishHash(state_->hash.Get(), bytes.data(), length, 0));
+  state_->isUsed = false;
   return static_cast<uint8_t>(length);
 }
 

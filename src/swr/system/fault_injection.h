@@ -27,6 +27,7 @@ enum class SystemCall : uint8_t {
   FullPath,
   OpenDigestProvider,
   CreateDigest,
+  CreateReusableDigest,  // if it fails, one that can't be reused is made (Windows only)
   // In the program, outside the core.
   ReadSetting,
   WriteSetting,

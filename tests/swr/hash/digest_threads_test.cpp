@@ -102,19 +102,19 @@ TEST(DigestThreadsTest, LendsUpToItsLimit) {
 }
 
 TEST(DigestThreadsTest, StartsNoMoreThreadsThanItNeeds) {
-  const OwnResources before = CountOwnResources();
+  const size_t before = CountOwnResources().threads;
   {
     DigestThreads threads(8);
-    EXPECT_EQ(CountOwnResources().threads, before.threads);
+    EXPECT_EQ(CountOwnResources().threads, before);
     for (int i = 0; i < 50; ++i) {
       HeldWork work;
       work.letGo.Open();
       EXPECT_TRUE(threads.Lend(work, 1));
       threads.TakeBack(work);
     }
-    EXPECT_EQ(CountOwnResources().threads, before.threads + 1);
+    EXPECT_EQ(CountOwnResources().threads, before + 1);
     threads.EndIdleThreads();
-    EXPECT_EQ(WaitForResources(before), before);
+    EXPECT_EQ(WaitForThreads(before), before);
     threads.EndIdleThreads();
 
     // A thread at work is left alone.
@@ -126,6 +126,26 @@ TEST(DigestThreadsTest, StartsNoMoreThreadsThanItNeeds) {
     threads.TakeBack(work);
     EXPECT_EQ(work.helpers(), 1);
   }
+  EXPECT_EQ(WaitForThreads(before), before);
+}
+
+TEST(DigestThreadsTest, LeavesNoHandleOpen) {
+  constexpr uint32_t helpers = 3;
+  const auto lendToOneWork = [] {
+    DigestThreads threads(helpers + 1);
+    for (int i = 0; i < 2; ++i) {
+      HeldWork work;
+      for (uint32_t helper = 0; helper < helpers; ++helper) threads.Lend(work, helpers);
+      work.WaitForHelpers(helpers);
+      work.letGo.Open();
+      threads.TakeBack(work);
+      threads.EndIdleThreads();
+    }
+  };
+  // The thread library opens some at its first use and keeps them.
+  for (int i = 0; i < 3; ++i) lendToOneWork();
+  const OwnResources before = CountOwnResources();
+  for (int i = 0; i < 10; ++i) lendToOneWork();
   EXPECT_EQ(WaitForResources(before), before);
 }
 
@@ -138,7 +158,7 @@ class GatedHasher final : public Hasher {
   void Update(const void* data, uint64_t size) override {
     started.Open();
     gate_.Wait();
-    fed.append(static_cast<const char*>(data), size);
+    fed.append(static_cast<const char*>(data), static_cast<size_t>(size));
   }
   Digest Final() override { return {}; }
   void Reset() override {}

@@ -36,6 +36,7 @@ class Chance {
  public:
   explicit Chance(uint64_t seed) : engine_(seed) {}
   uint64_t Below(uint64_t bound) { return engine_() % bound; }
+  size_t IndexIn(size_t count) { return static_cast<size_t>(Below(count)); }
   bool OneIn(uint64_t count) { return Below(count) == 0; }
   void Pause() {
     const uint64_t kind = Below(4);
@@ -47,7 +48,7 @@ class Chance {
   std::mt19937_64 engine_;
 };
 
-// Fails one read or one new digest in so many; 0 for none.
+// Fails one in so many reads and new digests; none for 0.
 class SparseFaults final : public FaultPlan {
  public:
   explicit SparseFaults(uint64_t oneIn, uint64_t seed) : oneIn_(oneIn), state_(seed) {
@@ -59,7 +60,10 @@ class SparseFaults final : public FaultPlan {
 
   std::optional<uint32_t> Fault(SystemCall call) override {
     if (oneIn_ == 0) return std::nullopt;
-    if (call != SystemCall::ReadFile && call != SystemCall::CreateDigest) return std::nullopt;
+    if (call != SystemCall::ReadFile && call != SystemCall::CreateDigest &&
+        call != SystemCall::CreateReusableDigest) {
+      return std::nullopt;
+    }
     std::minstd_rand random(static_cast<uint32_t>(state_.fetch_add(0x9E3779B9)));
     random.discard(2);
     return random() % oneIn_ == 0 ? std::optional(ReadError) : std::nullopt;
@@ -118,7 +122,7 @@ void HashSome(const std::vector<ScheduledFile>& files, DigestThreads& threads, u
   Chance chance(seed);
   FileHasher hasher(threads);
   for (uint64_t i = 3 + chance.Below(6); i > 0; --i) {
-    const ScheduledFile& file = files[chance.Below(files.size())];
+    const ScheduledFile& file = files[chance.IndexIn(files.size())];
     std::atomic<bool> cancel = false;
     std::thread canceller;
     if (chance.OneIn(3)) {

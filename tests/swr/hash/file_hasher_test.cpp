@@ -134,15 +134,14 @@ TEST_F(FileHasherTest, GivesTheHelpBack) {
 }
 
 TEST_F(FileHasherTest, KeepsItsThreadsUntilTheyAreToEnd) {
-  const OwnResources before = CountOwnResources();
+  const size_t before = CountOwnResources().threads;
   for (int i = 0; i < 20; ++i) {
     Hash();
-    EXPECT_LE(CountOwnResources().threads, before.threads + threads.Limit() - 1);
+    EXPECT_LE(CountOwnResources().threads, before + threads.Limit() - 1);
   }
-  EXPECT_GT(CountOwnResources().threads, before.threads);
-  hasher.ReleaseMemory();
+  EXPECT_GT(CountOwnResources().threads, before);
   threads.EndIdleThreads();
-  EXPECT_EQ(WaitForResources(before), before);
+  EXPECT_EQ(WaitForThreads(before), before);
   ExpectDigestsOf(Hash(), AllAlgosMask, content);
 }
 
@@ -184,24 +183,41 @@ TEST_F(FileHasherTest, GoesOnAfterAFileThatDoesNotOpen) {
   ExpectDigestsOf(Hash(), AllAlgosMask, content);
 }
 
-// A provider that makes a hash ready for the next file by itself is not asked again.
+// With hashes that can't be reused, so that the provider is asked for each file.
 TEST_F(FileHasherTest, GoesOnAfterAProviderThatRefuses) {
-  for (const bool isKept : {false, true}) {
-    for (const uint32_t failing : {1u, 2u, 5u}) {
-      SCOPED_TRACE(failing);
-      if (!isKept) hasher.ReleaseMemory();
-      const InstalledFaults faults({{.call = SystemCall::CreateDigest, .nth = failing, .code = 8}});
-      const HashOutcome outcome = Hash();
-      if (!isKept || outcome.error != 0) {
+  const PlannedFault notReusable{.call = SystemCall::CreateReusableDigest, .nth = 0, .code = 87};
+  for (const bool areHashersKept : {false, true}) {
+    for (const uint32_t failing : {1u, 2u, 5u, 7u}) {
+      SCOPED_TRACE(std::to_string(failing) + (areHashersKept ? ", kept" : ", new"));
+      hasher.ReleaseMemory();
+      if (areHashersKept) {
+        const InstalledFaults faults({notReusable});
+        EXPECT_EQ(Hash().error, 0u);
+      }
+      {
+        const InstalledFaults faults(
+            {notReusable, {.call = SystemCall::CreateDigest, .nth = failing, .code = 8}});
+        const HashOutcome outcome = Hash();
         EXPECT_EQ(outcome.error, ErrorNotSupported);
         EXPECT_EQ(outcome.bytesRead, 0u);
         EXPECT_EQ(faults.Count(SystemCall::ReadFile), 0u);
         ExpectNoDigests(outcome);
-      } else {
-        ExpectDigestsOf(outcome, AllAlgosMask, content);
       }
-      ExpectDigestsOf(Hash(), AllAlgosMask, content);
+      for (int i = 0; i < 2; ++i) ExpectDigestsOf(Hash(), AllAlgosMask, content);
     }
+  }
+}
+
+// With hashes that can be reused if the provider has them.
+TEST_F(FileHasherTest, KeepsTheHashersThatAreGoodAfterARefusal) {
+  for (const uint32_t failing : {1u, 2u, 5u, 7u}) {
+    SCOPED_TRACE(failing);
+    hasher.ReleaseMemory();
+    {
+      const InstalledFaults faults({{.call = SystemCall::CreateDigest, .nth = failing, .code = 8}});
+      EXPECT_EQ(Hash().error, ErrorNotSupported);
+    }
+    for (int i = 0; i < 2; ++i) ExpectDigestsOf(Hash(), AllAlgosMask, content);
   }
 }
 
