@@ -51,6 +51,15 @@ void* operator new(size_t size) {
   return header + 1;
 }
 
+// Without it AddressSanitizer would supply one whose blocks the function below cannot free.
+void* operator new(size_t size, const std::nothrow_t&) noexcept {
+  try {
+    return operator new(size);
+  } catch (const std::bad_alloc&) {
+    return nullptr;
+  }
+}
+
 void operator delete(void* block) noexcept {
   using namespace swr::testing;
   if (block == nullptr) return;

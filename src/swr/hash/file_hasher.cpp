@@ -4,6 +4,7 @@
 #include <array>
 #include <functional>
 #include <optional>
+#include <span>
 #include <stdexcept>
 #include <vector>
 
@@ -114,6 +115,7 @@ struct FileHasher::State {
   std::array<std::unique_ptr<Hasher>, AlgoCount> hashers;  // those that were needed so far
   AlgoMask mask = 0;                                       // of the current or the last file
   std::vector<AlgoId> ids;                                 // of the mask
+  std::vector<AlgoId> slowestFirst;                        // the same
   Workload workload;                                       // of the mask
 };
 
@@ -127,6 +129,9 @@ void FileHasher::State::SetMask(AlgoMask newMask) {
     workload.total += cost;
     workload.slowest = std::max(workload.slowest, cost);
   }
+  slowestFirst = ids;
+  std::ranges::stable_sort(slowestFirst, std::greater(),
+                           [](AlgoId id) { return digestCosts[IndexOf(id)]; });
 }
 
 // False when the provider can't serve one of the algorithms.
@@ -204,12 +209,10 @@ void FileHasher::State::DigestFromFirst(File& file, const HashOptions& options, 
 
 bool FileHasher::State::StartRing(const HashOptions& options) {
   if (!threads.IsBelowLimit()) return false;
-  std::vector<AlgoId> order = ids;
-  std::ranges::stable_sort(order, std::greater(),
-                           [](AlgoId id) { return digestCosts[IndexOf(id)]; });
-  std::vector<Hasher*> slowestFirst;
-  for (const AlgoId id : order) slowestFirst.push_back(hashers[IndexOf(id)].get());
-  return ring.Start(slowestFirst, options.cancel);
+  std::array<Hasher*, AlgoCount> ordered;
+  std::ranges::transform(slowestFirst, ordered.begin(),
+                         [this](AlgoId id) { return hashers[IndexOf(id)].get(); });
+  return ring.Start(std::span(ordered).first(slowestFirst.size()), options.cancel);
 }
 
 // Reads the rest of the file, whose first chunk is published.
