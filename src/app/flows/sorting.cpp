@@ -1,12 +1,9 @@
 #include "app/flows/sorting.h"
 
 #include <algorithm>
-#include <numeric>
-#include <string>
-#include <utility>
-#include <vector>
+#include <cstdint>
 
-#include "swr/system/text_services.h"
+#include "swr/system/natural_order.h"
 
 namespace app {
 
@@ -19,27 +16,38 @@ void Sorting::SortBy(size_t column) {
   descending_ = column_ == column && !descending_;
   column_ = column;
 
-  // The texts are made once and not for each comparison.
-  const bool bySize = columns_.Defs()[column].kind == ColumnKind::Size;
-  std::vector<std::u16string> texts(bySize ? 0 : rows_.Size());
-  for (size_t i = 0; i < texts.size(); ++i) {
-    texts[i] = swr::SystemNaturalKey(cells_.TextOf(i, column));
-  }
-  const auto goesBefore = [&](size_t a, size_t b) {
-    if (descending_) std::swap(a, b);
-    return bySize ? rows_[a].size < rows_[b].size
-                  : swr::SystemCompareNaturalKeys(texts[a], texts[b]) < 0;
-  };
-  std::vector<size_t> order(rows_.Size());
-  std::iota(order.begin(), order.end(), size_t{0});
-  // Rows that compare equal keep their order, in either direction.
-  std::ranges::stable_sort(order, goesBefore);
-  rows_.Reorder(order);
+  rows_.Reorder(columns_.Defs()[column].kind == ColumnKind::Size ? OrderBySize()
+                                                                 : OrderByText(column));
 
   list_.ClearSelection();
   list_.RedrawRows();
   view_.ShowSortMark(column_, descending_);
   refresh_.AfterRowChange();
+}
+
+std::vector<size_t> Sorting::OrderBySize() const {
+  struct Entry {
+    uint64_t size;
+    size_t index;
+  };
+  std::vector<Entry> entries;
+  entries.reserve(rows_.Size());
+  for (const Row& row : rows_) entries.push_back({row.size, entries.size()});
+  // Rows of one size keep their order, in either direction.
+  std::ranges::sort(entries, [this](const Entry& a, const Entry& b) {
+    return a.size != b.size ? (a.size < b.size) != descending_ : a.index < b.index;
+  });
+  std::vector<size_t> order;
+  order.reserve(entries.size());
+  for (const Entry& entry : entries) order.push_back(entry.index);
+  return order;
+}
+
+std::vector<size_t> Sorting::OrderByText(size_t column) const {
+  swr::NaturalOrder texts;
+  texts.Reserve(rows_.Size());
+  for (size_t i = 0; i < rows_.Size(); ++i) texts.Add(cells_.TextOf(i, column));
+  return texts.Sorted(descending_);
 }
 
 }  // namespace app

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <optional>
+#include <vector>
 
 #include "app/flows/list_cells.h"
 #include "app/flows/list_columns.h"
@@ -26,6 +27,10 @@ class Sorting {
   void Forget() { column_.reset(); }
 
  private:
+  // The indexes of the rows, sorted.
+  std::vector<size_t> OrderBySize() const;
+  std::vector<size_t> OrderByText(size_t column) const;
+
   RowTable& rows_;
   const ListColumns& columns_;
   const ListCells& cells_;

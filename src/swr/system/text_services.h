@@ -16,6 +16,11 @@ bool SystemEqualsNoCase(std::u16string_view a, std::u16string_view b);
 // Natural order: runs of digits by value, letters without case. Returns a negative number, 0 or a
 // positive number. Different names may compare equal.
 int SystemCompareNatural(const std::u16string& a, const std::u16string& b);
+// The same for texts that end with a zero unit.
+int SystemCompareNaturalTexts(const char16_t* a, const char16_t* b);
+// Whether the keys of AppendNaturalKey compare as SystemCompareNatural does. To sort many texts,
+// see natural_order.h.
+extern const bool NaturalKeysAreExact;
 // The same for a text that is compared many times: the key is made once, and keys are compared. A
 // key is neither for display nor for storage.
 std::u16string SystemNaturalKey(std::u16string text);

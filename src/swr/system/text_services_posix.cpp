@@ -10,13 +10,13 @@
 
 #include "swr/system/errno_posix.h"
 #include "swr/system/error_codes.h"
+#include "swr/system/natural_key.h"
 
 namespace swr {
 namespace {
 
 constexpr char16_t Replacement = 0xFFFD;
 
-constexpr bool IsDigit(char16_t unit) { return unit >= u'0' && unit <= u'9'; }
 constexpr bool IsContinuation(char byte) { return (static_cast<uint8_t>(byte) & 0xC0) == 0x80; }
 constexpr bool IsHighSurrogate(char16_t unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
 constexpr bool IsLowSurrogate(char16_t unit) { return unit >= 0xDC00 && unit <= 0xDFFF; }
@@ -108,17 +108,6 @@ constexpr std::array<char16_t, 32> westernPunctuation = {
     0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
     0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
 
-// A unit's place in the natural order: punctuation, digits (see SystemNaturalKey), the letters of
-// ASCII, all others by number.
-constexpr char16_t NumberMark = 0x80;
-
-char16_t NaturalWeight(char16_t unit) {
-  const char32_t upper = SystemUpperUnit(unit);
-  if (upper >= u'A' && upper <= u'Z') return static_cast<char16_t>(NumberMark + 1 + upper - u'A');
-  if (upper < 0x80) return static_cast<char16_t>(upper);
-  return static_cast<char16_t>(std::min<char32_t>(upper + 0x80, 0xFFFF));
-}
-
 }  // namespace
 
 char16_t SystemUpperUnit(char16_t unit) {
@@ -144,24 +133,16 @@ int SystemCompareNatural(const std::u16string& a, const std::u16string& b) {
   return SystemNaturalKey(a).compare(SystemNaturalKey(b));
 }
 
-// A run of digits becomes a mark, the number of digits without leading zeros, and these digits: a
-// longer number is a larger one.
+int SystemCompareNaturalTexts(const char16_t* a, const char16_t* b) {
+  return SystemCompareNatural(a, b);
+}
+
+const bool NaturalKeysAreExact = true;
+
 std::u16string SystemNaturalKey(std::u16string text) {
   std::u16string key;
   key.reserve(text.size() + 8);
-  for (size_t i = 0; i < text.size();) {
-    if (!IsDigit(text[i])) {
-      key.push_back(NaturalWeight(text[i++]));
-      continue;
-    }
-    while (i + 1 < text.size() && text[i] == u'0' && IsDigit(text[i + 1])) ++i;
-    size_t end = i;
-    while (end < text.size() && IsDigit(text[end])) ++end;
-    key.push_back(NumberMark);
-    key.push_back(static_cast<char16_t>(std::min<size_t>(end - i, 0xFFFF)));
-    key.append(text, i, end - i);
-    i = end;
-  }
+  AppendNaturalKey(text, key);
   return key;
 }
 

@@ -40,8 +40,15 @@ bool SystemEqualsNoCase(std::u16string_view a, std::u16string_view b) {
 }
 
 int SystemCompareNatural(const std::u16string& a, const std::u16string& b) {
+  return SystemCompareNaturalTexts(a.c_str(), b.c_str());
+}
+
+int SystemCompareNaturalTexts(const char16_t* a, const char16_t* b) {
   return StrCmpLogicalW(AsWide(a), AsWide(b));
 }
+
+// The order depends on the user's language.
+const bool NaturalKeysAreExact = false;
 
 // Windows has no keys for this order.
 std::u16string SystemNaturalKey(std::u16string text) { return text; }
