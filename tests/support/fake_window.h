@@ -396,6 +396,7 @@ struct FakeWindow : FakeParts, WindowFlows {
   }
   Row& RowAt(size_t index) { return const_cast<Row&>(rows[index]); }
   void Recount() {
+    for (size_t i = 0; i < rows.Size(); ++i) rows.UpdateAt(i, [](RowState&) {});
     std::vector<size_t> order(rows.Size());
     std::iota(order.begin(), order.end(), size_t{0});
     rows.Reorder(order);

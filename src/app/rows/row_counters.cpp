@@ -1,6 +1,7 @@
 #include "app/rows/row_counters.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "swr/text/text.h"
 
@@ -21,9 +22,7 @@ void RowCounters::Add(const Row& row) {
   const size_t index = contributions_.size();
   contributions_.push_back(ContributionOf(row));
   Include(contributions_.back(), index);
-  const bool isNamed =
-      expected_ && !expected_->name.empty() && swr::EqualsNoCase(row.name, expected_->name);
-  if (isNamed) named_ = index;
+  if (contributions_.back().isNamed) named_ = index;
 }
 
 void RowCounters::Recount(size_t index, const Row& row) {
@@ -41,6 +40,39 @@ void RowCounters::Recount(size_t index, const Row& row) {
   }
 }
 
+// What the other rows contribute is known: reading them again would cost far more in a long list.
+void RowCounters::Remove(const std::vector<bool>& isRemoved) {
+  size_t kept = 0;
+  for (size_t i = 0; i < contributions_.size(); ++i) {
+    if (isRemoved[i]) {
+      Exclude(contributions_[i]);
+    } else {
+      contributions_[kept++] = contributions_[i];
+    }
+  }
+  contributions_.resize(kept);
+  FindFirstMatchAndNamed();
+}
+
+void RowCounters::Reorder(std::span<const size_t> order) {
+  std::vector<Contribution> ordered;
+  ordered.reserve(order.size());
+  for (const size_t index : order) ordered.push_back(contributions_[index]);
+  contributions_ = std::move(ordered);
+  FindFirstMatchAndNamed();
+}
+
+void RowCounters::FindFirstMatchAndNamed() {
+  if (matches_ > 0) {
+    const auto first = std::ranges::find_if(contributions_, &Contribution::IsMatch);
+    firstMatch_ = static_cast<size_t>(first - contributions_.begin());
+  }
+  named_.reset();
+  for (size_t i = contributions_.size(); i > 0 && !named_; --i) {
+    if (contributions_[i - 1].isNamed) named_ = i - 1;
+  }
+}
+
 RowCounters::Contribution RowCounters::ContributionOf(const Row& row) const {
   Contribution contribution{.size = row.size, .isListed = row.hasExpected};
   if (row.hasExpected) contribution.own = CompareWithOwn(row).outcome;
@@ -48,6 +80,7 @@ RowCounters::Contribution RowCounters::ContributionOf(const Row& row) const {
   const CompareResult compared = CompareRow(row, expected_->digest, expected_->candidates);
   contribution.expected = compared.outcome;
   contribution.expectedAlgo = compared.algo;
+  contribution.isNamed = !expected_->name.empty() && swr::EqualsNoCase(row.name, expected_->name);
   contribution.wantsCandidates =
       row.status != RowStatus::Failed && !row.cancelledByUser &&
       std::ranges::any_of(expected_->candidates, [&](swr::AlgoId id) {

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <vector>
 
 #include "app/rows/row.h"
@@ -39,6 +40,10 @@ class RowCounters {
   void Add(const Row& row);
   // Counts the row again that has this index.
   void Recount(size_t index, const Row& row);
+  // To be called when the rows at these indexes are removed; the others move up.
+  void Remove(const std::vector<bool>& isRemoved);
+  // To be called when the row with the index order[i] gets the index i.
+  void Reorder(std::span<const size_t> order);
 
   const std::optional<swr::ParsedHash>& Expected() const { return expected_; }
 
@@ -50,6 +55,7 @@ class RowCounters {
     CompareOutcome expected = {};
     swr::AlgoId expectedAlgo = {};
     bool wantsCandidates = false;
+    bool isNamed = false;  // its name came with the expected hash
 
     bool IsMatch() const { return expected == CompareOutcome::Match; }
   };
@@ -57,6 +63,8 @@ class RowCounters {
   Contribution ContributionOf(const Row& row) const;
   void Include(const Contribution& contribution, size_t index);
   void Exclude(const Contribution& contribution);
+  // After the indexes changed.
+  void FindFirstMatchAndNamed();
 
   std::optional<swr::ParsedHash> expected_;
   std::vector<Contribution> contributions_;  // by index

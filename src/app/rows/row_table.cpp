@@ -53,18 +53,29 @@ const Row& RowTable::Append(Row row) {
 
 void RowTable::Remove(std::span<const uint64_t> ids) {
   std::vector<bool> isRemoved(rows_.size());
+  size_t removed = 0;
   for (const uint64_t id : ids) {
-    if (const auto index = IndexOf(id)) isRemoved[*index] = true;
+    const auto index = IndexOf(id);
+    if (!index || isRemoved[*index]) continue;
+    isRemoved[*index] = true;
+    ++removed;
   }
+  if (removed == 0) return;
   std::erase_if(byPath_, [&](const Row* row) { return isRemoved[*IndexOf(row->id)]; });
   const auto indexed = isRemoved.begin() + static_cast<ptrdiff_t>(indexedPaths_);
   indexedPaths_ -= static_cast<size_t>(std::count(isRemoved.begin(), indexed, true));
+  std::vector<size_t> newIndexes(rows_.size(), NoRow);
   size_t kept = 0;
   for (size_t i = 0; i < rows_.size(); ++i) {
-    if (!isRemoved[i]) std::swap(rows_[kept++], rows_[i]);
+    if (isRemoved[i]) continue;
+    newIndexes[i] = kept;
+    // Into a place that is empty or whose row goes.
+    if (kept != i) rows_[kept] = std::move(rows_[i]);
+    ++kept;
   }
   rows_.resize(kept);
-  RebuildIndexes();
+  counters_.Remove(isRemoved);
+  MoveIndexes(newIndexes);
 }
 
 void RowTable::Clear() {
@@ -72,7 +83,9 @@ void RowTable::Clear() {
   indexedPaths_ = 0;
   rows_.clear();
   rows_.shrink_to_fit();
-  RebuildIndexes();
+  indexes_.clear();
+  indexes_.shrink_to_fit();
+  counters_.Reset(counters_.Expected());
 }
 
 void RowTable::Reorder(std::span<const size_t> order) {
@@ -80,29 +93,30 @@ void RowTable::Reorder(std::span<const size_t> order) {
   if (indexedPaths_ > 0) ByPath();
   std::vector<std::unique_ptr<Row>> ordered;
   ordered.reserve(rows_.size());
-  for (const size_t index : order) ordered.push_back(std::move(rows_[index]));
+  std::vector<size_t> newIndexes(rows_.size());
+  for (const size_t index : order) {
+    newIndexes[index] = ordered.size();
+    ordered.push_back(std::move(rows_[index]));
+  }
   rows_ = std::move(ordered);
-  RebuildIndexes();
+  counters_.Reorder(order);
+  MoveIndexes(newIndexes);
 }
 
 void RowTable::CompareWith(const std::optional<swr::ParsedHash>& expected) {
   if (expected != counters_.Expected()) CountAll(expected);
 }
 
-void RowTable::RebuildIndexes() {
-  indexes_.clear();
-  if (rows_.empty()) {
-    indexes_.shrink_to_fit();
-  } else {
-    const auto [lowest, highest] =
-        std::ranges::minmax_element(rows_, {}, [](const auto& row) { return row->id; });
-    firstId_ = (*lowest)->id;
-    indexes_.resize(static_cast<size_t>((*highest)->id - firstId_ + 1), NoRow);
-    for (size_t i = 0; i < rows_.size(); ++i) {
-      indexes_[static_cast<size_t>(rows_[i]->id - firstId_)] = i;
-    }
+// The rows themselves are not read: in a long list that was sorted each would be waited for.
+void RowTable::MoveIndexes(std::span<const size_t> newIndexes) {
+  for (size_t& index : indexes_) {
+    if (index != NoRow) index = newIndexes[index];
   }
-  CountAll(counters_.Expected());
+  const auto isRow = [](size_t index) { return index != NoRow; };
+  const auto first = std::ranges::find_if(indexes_, isRow);
+  firstId_ += static_cast<size_t>(first - indexes_.begin());
+  indexes_.erase(indexes_.begin(), first);
+  while (!indexes_.empty() && indexes_.back() == NoRow) indexes_.pop_back();
 }
 
 void RowTable::CountAll(const std::optional<swr::ParsedHash>& expected) {

@@ -90,8 +90,8 @@ class RowTable {
   // The index of all rows by path, brought up to date.
   const RowsByPath& ByPath() const;
 
-  // After a change of the order or of the rows before the last one.
-  void RebuildIndexes();
+  // The row that had the index i has the index newIndexes[i] now; NoRow: it is gone.
+  void MoveIndexes(std::span<const size_t> newIndexes);
   void CountAll(const std::optional<swr::ParsedHash>& expected);
 
   std::vector<std::unique_ptr<Row>> rows_;
