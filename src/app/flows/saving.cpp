@@ -3,9 +3,10 @@
 #include <algorithm>
 #include <optional>
 #include <string>
-#include <string_view>
+#include <utility>
 #include <vector>
 
+#include "app/rows/row_walk.h"
 #include "swr/checksums/checksum_writer.h"
 #include "swr/checksums/listed_path.h"
 #include "swr/paths/path_forms.h"
@@ -25,13 +26,6 @@ struct SaveChoice {
 };
 
 using SavedRows = std::vector<const Row*>;
-
-// The algorithms of `mask` whose digests all these rows have.
-swr::AlgoMask CommonAlgos(const SavedRows& targets, swr::AlgoMask mask) {
-  if (targets.empty()) return 0;
-  for (const Row* row : targets) mask &= row->digests.PresentMask();
-  return mask;
-}
 
 std::vector<SaveChoice> ChoicesFor(swr::AlgoMask common) {
   std::vector<SaveChoice> choices;
@@ -71,19 +65,42 @@ SaveRequest RequestFor(const std::vector<SaveChoice>& choices, const SavedRows& 
   return request;
 }
 
-std::vector<swr::ExportRow> ExportRowsOf(const SavedRows& targets, swr::AlgoMask algos,
-                                         std::u16string_view folder) {
-  std::vector<swr::ExportRow> exported;
-  exported.reserve(targets.size());
-  for (const Row* row : targets) {
-    swr::ExportRow& added = exported.emplace_back();
-    added.name = swr::ToForwardSlashes(swr::MakeRelativePath(folder, row->path));
-    added.size = row->size;
-    for (const swr::AlgoId id : swr::IdsFromMask(algos)) {
-      added.digests.push_back({id, row->digests[swr::IndexOf(id)]});
+// Writes the digests of `algos` to the file. Returns 0 or an error code.
+uint32_t WriteChecksums(const std::u16string& path, const SavedRows& targets, swr::AlgoMask algos,
+                        const swr::ExportOptions& options) {
+  swr::OutputFile file;
+  if (const uint32_t error = swr::OutputFile::Create(swr::ToLongPath(path), file)) return error;
+  // A large file is never in memory as a whole.
+  constexpr size_t pieceSize = 256 * 1024;
+  std::string piece;
+  uint32_t error = 0;
+  const auto writeFrom = [&](size_t size) {
+    if (error != 0 || piece.empty() || piece.size() < size) return;
+    error = file.Write(piece);
+    piece.clear();
+  };
+  const swr::RelativePaths relative(swr::SplitPath(path).folder);
+  const std::vector<swr::AlgoId> ids = swr::IdsFromMask(algos);
+  const swr::ChecksumWriter writer(options, algos);
+  const std::string between = writer.Between();
+  bool isFirst = true;
+  piece = writer.Head();
+  swr::ExportRow exported;
+  ForEachRow(targets, [&](const Row& row) {
+    if (error != 0) return;
+    exported.name = swr::ToForwardSlashes(std::u16string(relative.Of(row.path)));
+    exported.size = row.size;
+    exported.digests.clear();
+    for (const swr::AlgoId id : ids) {
+      exported.digests.push_back({id, row.digests[swr::IndexOf(id)]});
     }
-  }
-  return exported;
+    if (!std::exchange(isFirst, false)) piece += between;
+    writer.AppendRow(exported, piece);
+    writeFrom(pieceSize);
+  });
+  piece += writer.Tail(!targets.empty());
+  writeFrom(0);
+  return error;
 }
 
 TaskDialogSpec NothingToSave() {
@@ -96,24 +113,21 @@ TaskDialogSpec NothingToSave() {
 void Saving::Save(const RowIds& selection) {
   // One selected row does not limit what is saved; several do.
   SavedRows targets;
-  const auto take = [&](const Row& row) {
-    if (row.status == RowStatus::Done) targets.push_back(&row);
-  };
-  if (selection.size() > 1) {
-    for (const Row* row : FindRows(rows_, selection)) take(*row);
-  } else {
-    for (const Row& row : rows_) take(row);
-  }
-  const swr::AlgoMask common = CommonAlgos(targets, options_.algorithms);
-  if (common == 0) {
+  RowIds targetIds;  // while the dialog is open, rows may go
+  swr::AlgoMask common = options_.algorithms;
+  ForEachRow(selection.size() > 1 ? FindRows(rows_, selection) : AllRows(rows_),
+             [&](const Row& row) {
+               if (row.status != RowStatus::Done) return;
+               targets.push_back(&row);
+               targetIds.push_back(row.id);
+               common &= row.digests.PresentMask();
+             });
+  if (targets.empty() || common == 0) {
     messages_.ShowTaskDialog(NothingToSave());
     return;
   }
 
   const std::vector<SaveChoice> choices = ChoicesFor(common);
-  // While the dialog is open, rows may go.
-  RowIds targetIds;
-  for (const Row* row : targets) targetIds.push_back(row->id);
   const std::optional<SaveTarget> target = pickers_.PickSaveTarget(RequestFor(choices, targets));
   if (!target || target->filter >= choices.size()) return;
   targets = FindRows(rows_, targetIds);
@@ -122,15 +136,13 @@ void Saving::Save(const RowIds& selection) {
     return;
   }
   const SaveChoice& choice = choices[target->filter];
-  const std::string bytes =
-      swr::RenderChecksums(ExportRowsOf(targets, choice.hasAlgo ? swr::MaskOf(choice.algo) : common,
-                                        swr::SplitPath(target->path).folder),
-                           {.format = choice.format,
-                            .crLf = options_.crLf,
-                            .uppercase = options_.uppercase,
-                            .algo = choice.algo,
-                            .hasAlgo = choice.hasAlgo});
-  const uint32_t error = swr::WriteWholeFile(swr::ToLongPath(target->path), bytes);
+  const uint32_t error =
+      WriteChecksums(target->path, targets, choice.hasAlgo ? swr::MaskOf(choice.algo) : common,
+                     {.format = choice.format,
+                      .crLf = options_.crLf,
+                      .uppercase = options_.uppercase,
+                      .algo = choice.algo,
+                      .hasAlgo = choice.hasAlgo});
   if (error != 0) {
     messages_.ShowTaskDialog(MessageDialog(
         TaskDialogIcon::Error, u"The checksums couldn't be saved.",

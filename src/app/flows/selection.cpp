@@ -35,4 +35,11 @@ std::vector<const Row*> FindRows(const RowTable& rows, const RowIds& ids) {
   return found;
 }
 
+std::vector<const Row*> AllRows(const RowTable& rows) {
+  std::vector<const Row*> all;
+  all.reserve(rows.Size());
+  for (const Row& row : rows) all.push_back(&row);
+  return all;
+}
+
 }  // namespace app

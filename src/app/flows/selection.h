@@ -32,5 +32,7 @@ class Selection {
 
 // The rows of these ids that are still in the table, in the order of the ids.
 std::vector<const Row*> FindRows(const RowTable& rows, const RowIds& ids);
+// All rows, in display order.
+std::vector<const Row*> AllRows(const RowTable& rows);
 
 }  // namespace app

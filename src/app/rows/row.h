@@ -52,6 +52,18 @@ struct RowState {
 
 struct Row : RowIdentity, RowState {};
 
+// Hints for a row that is read soon: to bring the row into the cache, and what it points to.
+inline void PrefetchRow(const Row& row) {
+  constexpr size_t line = 64;
+  const char* bytes = reinterpret_cast<const char*>(&row);
+  for (size_t i = 0; i < sizeof row; i += line) __builtin_prefetch(bytes + i);
+}
+inline void PrefetchRowTexts(const Row& row) {
+  __builtin_prefetch(row.name.data());
+  __builtin_prefetch(row.path.data());
+  row.digests.Prefetch();
+}
+
 // The algorithms of `mask` whose digests the row has, ascending.
 inline std::vector<swr::AlgoId> PresentAlgos(const Row& row, swr::AlgoMask mask) {
   return swr::IdsFromMask(mask & row.digests.PresentMask());

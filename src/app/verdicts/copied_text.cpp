@@ -2,6 +2,7 @@
 
 #include <string_view>
 
+#include "app/rows/row_walk.h"
 #include "swr/checksums/name_escape.h"
 #include "swr/hash/digest_text.h"
 #include "swr/text/display_escape.h"
@@ -9,32 +10,51 @@
 namespace app {
 namespace {
 
+void AppendHexOf(const Row& row, swr::AlgoId id, bool uppercase, std::u16string& text) {
+  swr::AppendHex(row.digests[swr::IndexOf(id)].View(), uppercase, text);
+}
+
 std::u16string HexOf(const Row& row, swr::AlgoId id, bool uppercase) {
-  return swr::DigestToWideHex(row.digests[swr::IndexOf(id)], uppercase);
+  std::u16string text;
+  AppendHexOf(row, id, uppercase, text);
+  return text;
 }
 
 // A file's name on a line of a checksum file. It is escaped as in a saved file, so that a line end
 // within the name can't pass for another line.
-struct LineName {
-  explicit LineName(const std::u16string& name)
-      : mark(swr::NameNeedsEscape(name) ? u"\\" : u""),
-        text(swr::NameNeedsEscape(name) ? swr::EscapeName(name) : name) {}
+class LineName {
+ public:
+  explicit LineName(std::u16string_view name) : text_(name) {
+    if (!swr::NameNeedsEscape(name)) return;
+    escaped_ = swr::EscapeName(name);
+    text_ = escaped_;
+    mark_ = u"\\";
+  }
+  LineName(const LineName&) = delete;
+  LineName& operator=(const LineName&) = delete;
 
-  std::u16string_view mark;
-  std::u16string text;
+  std::u16string_view Mark() const { return mark_; }  // at the start of the line
+  std::u16string_view Text() const { return text_; }
+
+ private:
+  std::u16string escaped_;
+  std::u16string_view text_;
+  std::u16string_view mark_;
 };
 
 // "SHA256 (name) = hex" for each digest of `mask` that the row has.
-std::u16string TaggedLines(const Row& row, swr::AlgoMask mask, bool uppercase) {
-  std::u16string text;
+void AppendTaggedLines(const Row& row, swr::AlgoMask mask, bool uppercase, std::u16string& text) {
   const LineName name(row.name);
   for (const swr::AlgoId id : PresentAlgos(row, mask)) {
-    text += name.mark;
+    text += name.Mark();
     const std::string_view tag = swr::GetAlgo(id).upperTag;
     text.append(tag.begin(), tag.end());
-    text += u" (" + name.text + u") = " + HexOf(row, id, uppercase) + u"\r\n";
+    text += u" (";
+    text += name.Text();
+    text += u") = ";
+    AppendHexOf(row, id, uppercase, text);
+    text += u"\r\n";
   }
-  return text;
 }
 
 }  // namespace
@@ -56,41 +76,41 @@ std::u16string HashesText(const CopiedRows& rows, swr::AlgoMask mask, bool upper
 std::u16string LinesText(const CopiedRows& rows, swr::AlgoMask mask, bool uppercase) {
   swr::AlgoMask common = rows.empty() ? 0 : mask;
   size_t nameUnits = 0;
-  for (const Row* row : rows) {
-    common &= row->digests.PresentMask();
-    nameUnits += row->name.size();
-  }
+  ForEachRow(rows, [&](const Row& row) {
+    common &= row.digests.PresentMask();
+    nameUnits += row.name.size();
+  });
   if (common == 0) return {};
   const swr::AlgoId algo = swr::IdsFromMask(common).front();
   std::u16string text;
   // Without this, a text of a million lines would be moved often while it grows.
   text.reserve(nameUnits + rows.size() * (2 * swr::GetAlgo(algo).digestSize + 4));
-  for (const Row* row : rows) {
-    const LineName name(row->name);
-    text += name.mark;
-    text += HexOf(*row, algo, uppercase);
+  ForEachRow(rows, [&](const Row& row) {
+    const LineName name(row.name);
+    text += name.Mark();
+    AppendHexOf(row, algo, uppercase, text);
     text += u"  ";
-    text += name.text;
+    text += name.Text();
     text += u"\r\n";
-  }
+  });
   return text;
 }
 
 std::u16string TaggedText(const CopiedRows& rows, swr::AlgoMask mask, bool uppercase) {
   std::u16string text;
-  for (const Row* row : rows) text += TaggedLines(*row, mask, uppercase);
+  ForEachRow(rows, [&](const Row& row) { AppendTaggedLines(row, mask, uppercase, text); });
   return text;
 }
 
 std::u16string PathsText(const CopiedRows& rows) {
   std::u16string text;
-  for (const Row* row : rows) {
+  ForEachRow(rows, [&](const Row& row) {
     // Windows opens no path with a line end in it, but a checksum file can name one.
     const bool looksLikeTwo =
-        rows.size() > 1 && row->path.find_first_of(u"\r\n") != std::u16string::npos;
-    text += looksLikeTwo ? swr::EscapeForDisplay(row->path) : row->path;
+        rows.size() > 1 && row.path.find_first_of(u"\r\n") != std::u16string::npos;
+    text += looksLikeTwo ? swr::EscapeForDisplay(row.path) : row.path;
     if (rows.size() > 1) text += u"\r\n";
-  }
+  });
   return text;
 }
 

@@ -13,77 +13,79 @@ namespace {
 
 std::string_view LineEnd(const ExportOptions& options) { return options.crLf ? "\r\n" : "\n"; }
 
-std::string EncodeName(std::u16string_view name, const ExportOptions& options) {
-  return options.exactNames ? NameBytes(name) : WideToUtf8(name);
+void AppendName(std::u16string_view name, const ExportOptions& options, std::string& text) {
+  if (options.exactNames) {
+    text += NameBytes(name);
+  } else {
+    AppendUtf8(name, text);
+  }
 }
 
-// A name, escaped if necessary, and the mark at the start of the line that says so.
-struct LineName {
-  LineName(std::u16string_view name, const ExportOptions& options)
-      : mark(NameNeedsEscape(name) ? "\\" : ""),
-        text(NameNeedsEscape(name) ? EncodeName(EscapeName(name), options)
-                                   : EncodeName(name, options)) {}
-
-  std::string_view mark;
-  std::string text;
-};
+void AppendLineName(std::u16string_view name, bool isEscaped, const ExportOptions& options,
+                    std::string& text) {
+  if (isEscaped) {
+    AppendName(EscapeName(name), options, text);
+  } else {
+    AppendName(name, options, text);
+  }
+}
 
 const ExportDigest* FindDigest(const ExportRow& row, AlgoId algo) {
   const auto found = std::ranges::find(row.digests, algo, &ExportDigest::algo);
   return found == row.digests.end() ? nullptr : &*found;
 }
 
-std::string Sha256SumRow(const ExportRow& row, const ExportOptions& options) {
+void AppendSha256SumRow(const ExportRow& row, const ExportOptions& options, std::string& text) {
   const ExportDigest* digest = options.hasAlgo       ? FindDigest(row, options.algo)
                                : row.digests.empty() ? nullptr
                                                      : &row.digests.front();
-  if (digest == nullptr) return {};
-  const LineName name(row.name, options);
-  std::string text(name.mark);
+  if (digest == nullptr) return;
+  // The mark at the start of the line says that the name is escaped.
+  const bool isEscaped = NameNeedsEscape(row.name);
+  if (isEscaped) text += '\\';
   if (digest->algo == AlgoId::Xxh3_64) text += "XXH3_";
-  text += DigestToHex(digest->digest, options.uppercase);
+  AppendHex(digest->digest.View(), options.uppercase, text);
   text += "  ";
-  text += name.text;
+  AppendLineName(row.name, isEscaped, options, text);
   text += LineEnd(options);
-  return text;
 }
 
-std::string TaggedRow(const ExportRow& row, const ExportOptions& options) {
-  std::string text;
-  const LineName name(row.name, options);
+void AppendTaggedRow(const ExportRow& row, const ExportOptions& options, std::string& text) {
+  const bool isEscaped = NameNeedsEscape(row.name);
   for (const ExportDigest& digest : row.digests) {
-    text += name.mark;
+    if (isEscaped) text += '\\';
     text += GetAlgo(digest.algo).upperTag;
     text += " (";
-    text += name.text;
+    AppendLineName(row.name, isEscaped, options, text);
     text += ") = ";
-    text += DigestToHex(digest.digest, options.uppercase);
+    AppendHex(digest.digest.View(), options.uppercase, text);
     text += LineEnd(options);
   }
-  return text;
 }
 
-std::string SfvRow(const ExportRow& row, const ExportOptions& options) {
-  std::string text;
+void AppendSfvRow(const ExportRow& row, const ExportOptions& options, std::string& text) {
   for (const ExportDigest& digest : row.digests) {
     if (digest.algo != AlgoId::Crc32) continue;
-    text += EncodeName(row.name, options);
+    AppendName(row.name, options, text);
     text += ' ';
-    text += DigestToHex(digest.digest, true);
+    AppendHex(digest.digest.View(), true, text);
     text += LineEnd(options);
   }
-  return text;
 }
 
 // RFC 4180.
-std::string CsvField(std::string text) {
-  if (text.find_first_of(",\"\r\n") == text.npos) return text;
-  std::string quoted = "\"";
-  for (const char byte : text) {
-    if (byte == '"') quoted += '"';
-    quoted += byte;
+void AppendCsvField(std::u16string_view name, const ExportOptions& options, std::string& text) {
+  const size_t start = text.size();
+  AppendName(name, options, text);
+  if (text.find_first_of(",\"\r\n", start) == text.npos) return;
+  const std::string plain = text.substr(start);
+  text.resize(start);
+  text += '"';
+  for (const char byte : plain) {
+    if (byte == '"') text += '"';
+    text += byte;
   }
-  return quoted + '"';
+  text += '"';
 }
 
 std::string CsvHead(const std::vector<AlgoId>& columns, const ExportOptions& options) {
@@ -96,18 +98,17 @@ std::string CsvHead(const std::vector<AlgoId>& columns, const ExportOptions& opt
   return text;
 }
 
-std::string CsvRow(const ExportRow& row, const std::vector<AlgoId>& columns,
-                   const ExportOptions& options) {
-  std::string text = CsvField(EncodeName(row.name, options));
+void AppendCsvRow(const ExportRow& row, const std::vector<AlgoId>& columns,
+                  const ExportOptions& options, std::string& text) {
+  AppendCsvField(row.name, options, text);
   text += ',';
   text += std::to_string(row.size);
   for (const AlgoId algo : columns) {
     text += ',';
     const ExportDigest* digest = FindDigest(row, algo);
-    if (digest != nullptr) text += DigestToHex(digest->digest, options.uppercase);
+    if (digest != nullptr) AppendHex(digest->digest.View(), options.uppercase, text);
   }
   text += LineEnd(options);
-  return text;
 }
 
 constexpr std::string_view hexDigits = "0123456789abcdef";
@@ -168,8 +169,8 @@ std::string JsonString(std::u16string_view name, const ExportOptions& options) {
   return json + '"';
 }
 
-std::string JsonRow(const ExportRow& row, const ExportOptions& options) {
-  std::string text = "  {\"path\": ";
+void AppendJsonRow(const ExportRow& row, const ExportOptions& options, std::string& text) {
+  text += "  {\"path\": ";
   text += JsonString(row.name, options);
   text += ", \"size\": ";
   text += std::to_string(row.size);
@@ -177,10 +178,10 @@ std::string JsonRow(const ExportRow& row, const ExportOptions& options) {
     text += ", \"";
     text += GetAlgo(digest.algo).tag;
     text += "\": \"";
-    text += DigestToHex(digest.digest, options.uppercase);
+    AppendHex(digest.digest.View(), options.uppercase, text);
     text += '"';
   }
-  return text + '}';
+  text += '}';
 }
 
 }  // namespace
@@ -203,19 +204,29 @@ std::string ChecksumWriter::Head() const {
 }
 
 std::string ChecksumWriter::Row(const ExportRow& row) const {
+  std::string text;
+  AppendRow(row, text);
+  return text;
+}
+
+void ChecksumWriter::AppendRow(const ExportRow& row, std::string& text) const {
   switch (options_.format) {
     case ExportFormat::Sha256Sum:
-      return Sha256SumRow(row, options_);
+      AppendSha256SumRow(row, options_, text);
+      break;
     case ExportFormat::Tagged:
-      return TaggedRow(row, options_);
+      AppendTaggedRow(row, options_, text);
+      break;
     case ExportFormat::Sfv:
-      return SfvRow(row, options_);
+      AppendSfvRow(row, options_, text);
+      break;
     case ExportFormat::Csv:
-      return CsvRow(row, columns_, options_);
+      AppendCsvRow(row, columns_, options_, text);
+      break;
     case ExportFormat::Json:
-      return JsonRow(row, options_);
+      AppendJsonRow(row, options_, text);
+      break;
   }
-  return {};
 }
 
 std::string ChecksumWriter::Between() const {
@@ -239,7 +250,7 @@ std::string RenderChecksums(const std::vector<ExportRow>& rows, const ExportOpti
   std::string text = writer.Head();
   for (size_t i = 0; i < rows.size(); ++i) {
     if (i > 0) text += writer.Between();
-    text += writer.Row(rows[i]);
+    writer.AppendRow(rows[i], text);
   }
   return text + writer.Tail(!rows.empty());
 }

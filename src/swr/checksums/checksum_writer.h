@@ -57,6 +57,8 @@ class ChecksumWriter {
   std::string Head() const;
   // Empty for a row that is left out.
   std::string Row(const ExportRow& row) const;
+  // The same at the end of a text that is there already.
+  void AppendRow(const ExportRow& row, std::string& text) const;
   std::string Between() const;
   std::string Tail(bool hasRows) const;
 

@@ -34,15 +34,20 @@ std::u16string ResolveListedPath(std::u16string_view checksumFile, std::u16strin
   return std::u16string(checksumFile.substr(0, 2)) + name;
 }
 
+RelativePaths::RelativePaths(std::u16string_view baseFolder, PathStyle style) : base_(baseFolder) {
+  const char16_t separator = style == PathStyle::Windows ? u'\\' : u'/';
+  if (!base_.ends_with(separator)) base_ += separator;
+}
+
+std::u16string_view RelativePaths::Of(std::u16string_view path) const {
+  const bool isBelow =
+      path.size() > base_.size() && EqualsNoCase(path.substr(0, base_.size()), base_);
+  return isBelow ? path.substr(base_.size()) : path;
+}
+
 std::u16string MakeRelativePath(std::u16string_view baseFolder, std::u16string_view path,
                                 PathStyle style) {
-  std::u16string base(baseFolder);
-  const char16_t separator = style == PathStyle::Windows ? u'\\' : u'/';
-  if (!base.ends_with(separator)) base += separator;
-  if (path.size() > base.size() && EqualsNoCase(path.substr(0, base.size()), base)) {
-    path.remove_prefix(base.size());
-  }
-  return std::u16string(path);
+  return std::u16string(RelativePaths(baseFolder, style).Of(path));
 }
 
 std::u16string ToForwardSlashes(std::u16string text, PathStyle style) {

@@ -22,6 +22,17 @@ std::u16string ResolveListedPath(std::u16string_view checksumFile, std::u16strin
 std::u16string MakeRelativePath(std::u16string_view baseFolder, std::u16string_view path,
                                 PathStyle style = NativePathStyle);
 
+// The same for many paths and one folder.
+class RelativePaths {
+ public:
+  explicit RelativePaths(std::u16string_view baseFolder, PathStyle style = NativePathStyle);
+  // A view into `path`.
+  std::u16string_view Of(std::u16string_view path) const;
+
+ private:
+  std::u16string base_;  // with its separator
+};
+
 // On Windows replaces each backslash by a slash, the separator of checksum files. Elsewhere a
 // backslash is an ordinary character and is kept.
 std::u16string ToForwardSlashes(std::u16string text, PathStyle style = NativePathStyle);

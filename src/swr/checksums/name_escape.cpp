@@ -1,9 +1,12 @@
 #include "swr/checksums/name_escape.h"
 
+#include <algorithm>
+
 namespace swr {
 
 bool NameNeedsEscape(std::u16string_view name) {
-  return name.find_first_of(u"\\\n\r") != name.npos;
+  return std::ranges::any_of(
+      name, [](char16_t unit) { return unit == u'\\' || unit == u'\n' || unit == u'\r'; });
 }
 
 std::u16string EscapeName(std::u16string_view name) {

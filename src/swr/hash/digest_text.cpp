@@ -1,19 +1,27 @@
 #include "swr/hash/digest_text.h"
 
 #include <algorithm>
-#include <string_view>
 
 namespace swr {
 namespace {
 
 template <typename Text>
-Text ToHex(std::span<const uint8_t> bytes, bool uppercase) {
-  const std::string_view digits = uppercase ? "0123456789ABCDEF" : "0123456789abcdef";
-  Text text(bytes.size() * 2, 0);
-  for (size_t i = 0; i < bytes.size(); ++i) {
-    text[2 * i] = static_cast<typename Text::value_type>(digits[bytes[i] >> 4]);
-    text[2 * i + 1] = static_cast<typename Text::value_type>(digits[bytes[i] & 15]);
+void Append(std::span<const uint8_t> bytes, bool uppercase, Text& text) {
+  using Unit = typename Text::value_type;
+  const char* digits = uppercase ? "0123456789ABCDEF" : "0123456789abcdef";
+  const size_t start = text.size();
+  text.resize(start + bytes.size() * 2);
+  Unit* out = text.data() + start;
+  for (const uint8_t byte : bytes) {
+    *out++ = static_cast<Unit>(digits[byte >> 4]);
+    *out++ = static_cast<Unit>(digits[byte & 15]);
   }
+}
+
+template <typename Text>
+Text ToHex(std::span<const uint8_t> bytes, bool uppercase) {
+  Text text;
+  Append(bytes, uppercase, text);
   return text;
 }
 
@@ -29,6 +37,14 @@ std::string DigestToHex(const Digest& digest, bool uppercase) {
 
 std::u16string DigestToWideHex(const Digest& digest, bool uppercase) {
   return ToHex<std::u16string>(digest.View(), uppercase);
+}
+
+void AppendHex(std::span<const uint8_t> bytes, bool uppercase, std::string& text) {
+  Append(bytes, uppercase, text);
+}
+
+void AppendHex(std::span<const uint8_t> bytes, bool uppercase, std::u16string& text) {
+  Append(bytes, uppercase, text);
 }
 
 bool DigestEquals(const Digest& digest, std::span<const uint8_t> bytes) {

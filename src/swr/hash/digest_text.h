@@ -14,6 +14,10 @@ std::string BytesToHex(std::span<const uint8_t> bytes, bool uppercase);
 std::string DigestToHex(const Digest& digest, bool uppercase);
 std::u16string DigestToWideHex(const Digest& digest, bool uppercase);
 
+// The same at the end of a text that is there already.
+void AppendHex(std::span<const uint8_t> bytes, bool uppercase, std::string& text);
+void AppendHex(std::span<const uint8_t> bytes, bool uppercase, std::u16string& text);
+
 // Whether length and bytes are equal. Not a constant-time comparison.
 bool DigestEquals(const Digest& digest, std::span<const uint8_t> bytes);
 

@@ -68,8 +68,21 @@ class File {
 // nothing and sets `error`; on success `error` is unchanged.
 std::optional<FileInfo> QueryFileInfo(const std::u16string& path, uint32_t& error);
 
-// Creates the file or replaces its content. On Windows nobody else can open it in the meantime.
-// Returns 0, or an error code; the file then contains what was written so far. At most 4 GiB.
+// One file opened for writing, closed with the object. Used by one thread at a time.
+class OutputFile {
+ public:
+  // Creates the file or drops its content. On Windows nobody else can open it in the meantime.
+  // Returns 0 and replaces `file`, or returns an error and leaves `file` unchanged.
+  [[nodiscard]] static uint32_t Create(const std::u16string& path, OutputFile& file);
+  // Adds the bytes, at most 4 GiB, to the end. Returns 0, or an error; the file then contains what
+  // was written so far.
+  [[nodiscard]] uint32_t Write(std::string_view bytes);
+
+ private:
+  UniqueHandle<FileHandleTraits> handle_;
+};
+
+// Creates the file or replaces its content; see OutputFile.
 [[nodiscard]] uint32_t WriteWholeFile(const std::u16string& path, std::string_view bytes);
 
 }  // namespace swr

@@ -94,17 +94,22 @@ std::optional<FileInfo> QueryFileInfo(const std::u16string& path, uint32_t& erro
   return InfoFrom(status);
 }
 
-uint32_t WriteWholeFile(const std::u16string& path, std::string_view bytes) {
+uint32_t OutputFile::Create(const std::u16string& path, OutputFile& file) {
   if (const auto fault = InjectedFault(SystemCall::CreateNewFile)) return *fault;
   constexpr mode_t everybody = 0666;  // minus the user's umask
   // Without O_NONBLOCK opening a named pipe would wait for a reader.
-  const UniqueHandle<FileHandleTraits> file(
+  const int descriptor =
       open(PathBytesFromText(path).c_str(),
-           O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOCTTY | O_NONBLOCK, everybody));
-  if (!file) return ErrorFromErrno(errno);
+           O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOCTTY | O_NONBLOCK, everybody);
+  if (descriptor < 0) return ErrorFromErrno(errno);
+  file.handle_.Reset(descriptor);
+  return 0;
+}
+
+uint32_t OutputFile::Write(std::string_view bytes) {
   while (!bytes.empty()) {
     if (const auto fault = InjectedFault(SystemCall::WriteFile)) return *fault;
-    const ssize_t written = write(AsDescriptor(file.Get()), bytes.data(), bytes.size());
+    const ssize_t written = write(AsDescriptor(handle_.Get()), bytes.data(), bytes.size());
     if (written >= 0) {
       bytes.remove_prefix(static_cast<size_t>(written));
     } else if (errno != EINTR) {
@@ -112,6 +117,12 @@ uint32_t WriteWholeFile(const std::u16string& path, std::string_view bytes) {
     }
   }
   return 0;
+}
+
+uint32_t WriteWholeFile(const std::u16string& path, std::string_view bytes) {
+  OutputFile file;
+  const uint32_t error = OutputFile::Create(path, file);
+  return error != 0 ? error : file.Write(bytes);
 }
 
 }  // namespace swr

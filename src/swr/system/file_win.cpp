@@ -93,18 +93,30 @@ std::optional<FileInfo> QueryFileInfo(const std::u16string& path, uint32_t& erro
       .isDirectory = (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0};
 }
 
-uint32_t WriteWholeFile(const std::u16string& path, std::string_view bytes) {
+uint32_t OutputFile::Create(const std::u16string& path, OutputFile& file) {
   if (const auto fault = InjectedFault(SystemCall::CreateNewFile)) return *fault;
-  const UniqueHandle<FileHandleTraits> file(reinterpret_cast<intptr_t>(CreateFileW(
-      AsWide(path), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr)));
-  if (!file) return GetLastError();
+  const HANDLE handle = CreateFileW(AsWide(path), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
+                                    FILE_ATTRIBUTE_NORMAL, nullptr);
+  if (handle == INVALID_HANDLE_VALUE) return GetLastError();
+  file.handle_.Reset(reinterpret_cast<intptr_t>(handle));
+  return 0;
+}
+
+uint32_t OutputFile::Write(std::string_view bytes) {
   if (const auto fault = InjectedFault(SystemCall::WriteFile)) return *fault;
   DWORD written = 0;
   const auto size = static_cast<DWORD>(bytes.size());
-  if (!WriteFile(AsHandle(file.Get()), bytes.data(), size, &written, nullptr))
+  if (!WriteFile(AsHandle(handle_.Get()), bytes.data(), size, &written, nullptr)) {
     return GetLastError();
+  }
   // A short write sets no error code; it happens when the volume is full.
   return written == bytes.size() ? 0 : ErrorDiskFull;
+}
+
+uint32_t WriteWholeFile(const std::u16string& path, std::string_view bytes) {
+  OutputFile file;
+  const uint32_t error = OutputFile::Create(path, file);
+  return error != 0 ? error : file.Write(bytes);
 }
 
 }  // namespace swr

@@ -1,6 +1,7 @@
 #include "swr/text/encoding.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 
 #include "swr/system/text_services.h"
@@ -28,11 +29,29 @@ bool IsAscii(std::string_view bytes) {
   return std::ranges::none_of(bytes, [](char byte) { return (byte & 0x80) != 0; });
 }
 
+bool IsAscii(std::u16string_view text) {
+  char32_t all = 0;
+  for (const char16_t unit : text) all |= unit;
+  return all < 0x80;
+}
+
 }  // namespace
 
 std::u16string Utf8ToWide(std::string_view bytes) { return SystemDecodeUtf8(bytes); }
 
 std::string WideToUtf8(std::u16string_view text) { return SystemEncodeUtf8(text); }
+
+void AppendUtf8(std::u16string_view text, std::string& bytes) {
+  // Most names are ASCII and need no converter.
+  if (!IsAscii(text)) {
+    bytes += SystemEncodeUtf8(text);
+    return;
+  }
+  const size_t start = bytes.size();
+  bytes.resize(start + text.size());
+  std::ranges::transform(text, bytes.begin() + static_cast<ptrdiff_t>(start),
+                         [](char16_t unit) { return static_cast<char>(unit); });
+}
 
 std::u16string DecodeTextBytes(std::string_view bytes) {
   if (bytes.starts_with("\xEF\xBB\xBF")) return Utf8ToWide(bytes.substr(3));

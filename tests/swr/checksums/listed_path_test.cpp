@@ -97,6 +97,7 @@ TEST(MakeRelativePathTest, ShortensPathsBelowTheFolder) {
   for (const RelativeCase& test : cases) {
     EXPECT_EQ(MakeRelativePath(test.base, test.path, test.style), test.relative)
         << WideToUtf8(test.base) << ", " << WideToUtf8(test.path);
+    EXPECT_EQ(RelativePaths(test.base, test.style).Of(test.path), test.relative);
   }
 }
 

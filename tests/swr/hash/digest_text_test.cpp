@@ -44,6 +44,12 @@ TEST(DigestTextTest, WritesTwoDigitsForEachByte) {
     EXPECT_EQ(DigestToHex(digest, true), row.upper);
     EXPECT_EQ(DigestToWideHex(digest, false), Utf8ToWide(row.lower));
     EXPECT_EQ(DigestToWideHex(digest, true), Utf8ToWide(row.upper));
+    std::string line = "hash: ";
+    AppendHex(row.bytes, true, line);
+    EXPECT_EQ(line, "hash: " + std::string(row.upper));
+    std::u16string wide = u"hash: ";
+    AppendHex(row.bytes, false, wide);
+    EXPECT_EQ(wide, u"hash: " + Utf8ToWide(row.lower));
   }
 }
 

@@ -189,7 +189,8 @@ TEST(ErrorCodesTest, DistinguishesMissingFromOtherErrors) {
   for (const uint32_t error : {0u, 1u, 4u, 5u, 123u}) EXPECT_FALSE(IsMissingError(error)) << error;
 }
 
-// --- WriteWholeFile -----------------------------------------------------------------------------
+// --- OutputFile and WriteWholeFile
+// -----------------------------------------------------------------------------
 
 std::string BytesOf(const std::u16string& path) {
   File file;
@@ -208,6 +209,32 @@ TEST(WriteWholeFileTest, CreatesAndReplacesFiles) {
   EXPECT_EQ(BytesOf(path), std::string("a\0b", 3));
   EXPECT_EQ(WriteWholeFile(path, ""), 0u);
   EXPECT_EQ(BytesOf(path), "");
+}
+
+TEST(OutputFileTest, WritesPieceByPieceInPlaceOfTheOldContent) {
+  TempTree tree;
+  const std::u16string path = tree.AddFile(u"old", "as before");
+  {
+    OutputFile file;
+    ASSERT_EQ(OutputFile::Create(path, file), 0u);
+    EXPECT_EQ(file.Write("a"), 0u);
+    EXPECT_EQ(file.Write(""), 0u);
+    EXPECT_EQ(file.Write("bc"), 0u);
+  }
+  EXPECT_EQ(BytesOf(path), "abc");
+}
+
+TEST(OutputFileTest, WhatWasWrittenBeforeAFailureStays) {
+  TempTree tree;
+  const std::u16string path = tree.Path(u"new");
+  {
+    const InstalledFaults faults({{.call = SystemCall::WriteFile, .nth = 2, .code = 112}});
+    OutputFile file;
+    ASSERT_EQ(OutputFile::Create(path, file), 0u);
+    EXPECT_EQ(file.Write("a"), 0u);
+    EXPECT_EQ(file.Write("b"), 112u);
+  }
+  EXPECT_EQ(BytesOf(path), "a");
 }
 
 TEST(WriteWholeFileTest, ReportsWhyItFails) {

@@ -114,6 +114,9 @@ TEST(Utf8Test, GoesToTextAndBack) {
     SCOPED_TRACE(row.description);
     EXPECT_EQ(Utf8ToWide(row.bytes), row.text);
     EXPECT_EQ(WideToUtf8(row.text), row.bytes);
+    std::string line = "name: ";
+    AppendUtf8(row.text, line);
+    EXPECT_EQ(line, "name: " + std::string(row.bytes));
   }
 }
 
