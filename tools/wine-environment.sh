@@ -6,7 +6,7 @@ export LANG=C.UTF-8 # other locales may damage file names
 unset LC_ALL
 export WINEARCH=${WINEARCH:-win64}
 tools_folder=$(realpath "$(dirname "${BASH_SOURCE[0]}")")
-[[ $PATH == "$tools_folder/path:"* ]] || export PATH=$tools_folder/path:$PATH
+[[ $PATH == "$tools_folder/wine-loader:"* ]] || export PATH=$tools_folder/wine-loader:$PATH
 export WINEDEBUG=${WINEDEBUG:--all}
 export WINEDLLOVERRIDES='mscoree,mshtml=;winemenubuilder.exe='
 

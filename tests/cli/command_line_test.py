@@ -19,6 +19,9 @@ import sys
 import tempfile
 import time
 
+VERSION = re.search(r"^project\(Sumwright VERSION (\S+)",
+                    (pathlib.Path(__file__).resolve().parents[2] / "CMakeLists.txt").read_text(), re.MULTILINE)[1]
+
 ABC_MD5 = "900150983cd24fb0d6963f7d28e17f72"
 ABC_SHA1 = "a9993e364706816aba3e25717850c26c9cd0d89d"
 ABC_SHA256 = "ba7816bf8f01cfea414140de5dae2223b00361a396177a9cb410ff61f20015ad"
@@ -240,7 +243,7 @@ CASES = [
     # Usage
     dict(what="an unknown option", args=["--frobnicate"],
          err="swrhash: no such option: '--frobnicate'\n" + HINT, code=2),
-    dict(what="the version", args=["--version"], out="swrhash 2.0.0\n"),
+    dict(what="the version", args=["--version"], out=f"swrhash {VERSION}\n"),
 ]
 
 

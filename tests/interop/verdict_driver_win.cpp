@@ -41,7 +41,7 @@ void Verify(const std::vector<std::u16string>& lists) {
     window.Drop({list});
     if (!window.IsShown(IDC_BANNER))
       throw std::runtime_error(swr::WideToUtf8(list) + ": not offered");
-    window.FollowBannerLink(u"a");
+    window.FollowBannerLink(AcceptLink);
     // The list's own row gives way to those of its files.
     const bool isLoaded = WaitFor([&] {
       const std::u16string name(swr::SplitPath(list).name);

@@ -22,6 +22,7 @@
 #include "tests/kit/saved_state_win.h"
 #include "tests/kit/test_session_win.h"
 #include "tests/support/dpi_awareness_win.h"
+#include "version.h"
 
 namespace kit {
 namespace {

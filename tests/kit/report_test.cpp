@@ -14,7 +14,7 @@ using ::testing::Not;
 constexpr char Mailbox[] = "somebody@example.com";
 
 Report Sample() {
-  Report report{.version = "2.0.0", .started = "2026-11-22 14:05", .seconds = 61};
+  Report report{.version = "1.2.3", .started = "2026-11-22 14:05", .seconds = 61};
   report.computer = {{"Windows", "10 Pro"}};
   report.programs = {
       {.title = "Core (64-bit)",

@@ -21,9 +21,11 @@ import tempfile
 import time
 import zipfile
 
+ROOT = pathlib.Path(__file__).resolve().parents[2]
+VERSION = re.search(r"^project\(Sumwright VERSION (\S+)", (ROOT / "CMakeLists.txt").read_text(), re.MULTILINE)[1]
 SETUP = "sumwright-setup.exe"
 ZIP = "sumwrite.zip"
-DEB = "swrhash_2.0.0_amd64.deb"
+DEB = f"swrhash_{VERSION}_amd64.deb"
 MANIFESTS = ("scoop/sumwright.json", "winget/Zendrik.Sumwright.yaml", "winget/Zendrik.Sumwright.installer.yaml",
              "winget/Zendrik.Sumwright.locale.en-US.yaml")
 TEXTS = ("LICENSE.txt", "NOTICE.txt", "swrhash-completion.ps1")
@@ -32,7 +34,6 @@ UNINSTALL_KEY = (r"HKCU\Software\Microsoft\Windows\CurrentVersion\Uninstall"
 EXPLORER_ENTRY = r"HKCU\Software\Classes\*\shell\ZendrikSumwright"
 SETTINGS_KEY = r"HKCU\Software\Zendrik"
 X64, X86 = 0x8664, 0x014C  # machines of the PE format
-ROOT = pathlib.Path(__file__).resolve().parents[2]
 READERS = {X64: ROOT / "build/windows/tools/read_list.exe", X86: ROOT / "build/windows-x86/tools/read_list.exe"}
 HAS_WINE32 = os.access("/usr/lib/wine/wine", os.X_OK)
 NOT_ALL_TRIED = 77  # ctest takes it for a skipped test
@@ -108,7 +109,7 @@ def start_window(program, window_tests):
 def run_tool(program, _window_tests):
     """The command-line tool: its version, and a list that sha256sum reads."""
     version = wine(windows_path(program), "--version")
-    expect(f"{program.name} --version", (version.returncode, version.stdout), (0, b"swrhash 2.0.0\n"))
+    expect(f"{program.name} --version", (version.returncode, version.stdout), (0, f"swrhash {VERSION}\n".encode()))
     listed = wine(windows_path(program), windows_path(program))
     with tempfile.NamedTemporaryFile(suffix=".sha256") as sums:
         sums.write(listed.stdout.replace(b"Z:", b""))
@@ -161,7 +162,7 @@ def check_manifests(dist):
     expect("digest for winget", f"InstallerSha256: {digests[SETUP].upper()}\n" in installer, True)
     for name in MANIFESTS:
         text = (dist / name).read_text()
-        expect(f"version in {name}", "2.0.0" in text, True)
+        expect(f"version in {name}", VERSION in text, True)
         expect(f"other hosts in {name}",
                set(re.findall(r"https://([^/\s\"]+)", text)) - {"aka.ms", "sumwright.example"}, set())
 
@@ -187,11 +188,11 @@ def check_setup(dist, drive, window_tests, machine):
     expect("files", sorted(path.name for path in folder.iterdir()),
            sorted([*TEXTS, "Sumwright.exe", "Uninstall.exe", "swrhash.exe", "swrhash64.exe"]))
     version = wine(location + r"\swrhash.exe", "--version")
-    expect("the installed command-line tool", (version.returncode, version.stdout), (0, b"swrhash 2.0.0\n"))
+    expect("the installed command-line tool", (version.returncode, version.stdout), (0, f"swrhash {VERSION}\n".encode()))
     expect("machine of the installed program", machine_of(folder / "Sumwright.exe"), machine)
     expect("Start menu", start_menu.is_file(), True)
     expect("InstallLocation", in_registry(UNINSTALL_KEY, "InstallLocation"), location)
-    expect("version", in_registry(UNINSTALL_KEY, "DisplayVersion"), "2.0.0")
+    expect("version", in_registry(UNINSTALL_KEY, "DisplayVersion"), VERSION)
     expect("Explorer entry that nobody asked for", in_registry(EXPLORER_ENTRY), None)
 
     expect("exit code of the setup over itself", wine(setup, "/S", "/EXPLORER").returncode, 0)

@@ -11,6 +11,7 @@
 #include "tests/ui/desktop_state_win.h"
 #include "tests/ui/program_dialog_win.h"
 #include "tests/ui/running_window_win.h"
+#include "version.h"
 
 namespace app::testing {
 namespace {
@@ -42,7 +43,7 @@ TEST(AboutTest, SaysWhereThisPortableCopyIs) {
   EXPECT_EQ(ProgramFolderCommand(window), u"Get the &Setup (Explorer Menu, Start Menu)...");
   window.PostCommand(ID_ABOUT);
   const ProgramDialog about(window, u"About Sumwright");
-  EXPECT_EQ(about.Instruction(), u"Sumwright 2.0.0");
+  EXPECT_EQ(about.Instruction(), u"Sumwright " SUMWRIGHT_VERSION);
   EXPECT_EQ(about.Content(), AboutText(u"Portable copy in " + FolderOf(ProgramUnderTest())));
   EXPECT_EQ(about.Footer(),
             u"XXH64, XXH3 and XXH128 come from xxHash (BSD 2-Clause licence), BLAKE3 from the "
@@ -54,7 +55,7 @@ TEST(AboutTest, SaysWhereThisPortableCopyIs) {
 TEST(AboutTest, ItsLinksGoToTheShell) {
   if (!BecomeTheBrowser()) GTEST_SKIP() << NotTheBrowser;
   const RunningWindow window;
-  window.FollowLink(IDC_LINKS, u"about");
+  window.FollowLink(IDC_LINKS, AboutLink);
   const ProgramDialog about(window, u"About Sumwright");
   about.FollowLink(u"https://sumwright.example/");
   ExpectAddress(u"https://sumwright.example/");
@@ -93,7 +94,7 @@ constexpr char16_t ToolText[] =
 
 TEST_F(CommandLineToolTest, WithoutTheToolThePageIsOffered) {
   const RunningWindow window({.program = program_});
-  window.FollowLink(IDC_LINKS, u"cli");
+  window.FollowLink(IDC_LINKS, CommandLineToolLink);
   const ProgramDialog dialog(window, u"Command-Line Tool");
   EXPECT_EQ(dialog.Instruction(), u"Command-line tool (swrhash)");
   EXPECT_EQ(dialog.Content(), ToolText);

@@ -45,7 +45,7 @@ TEST_F(ClipboardTest, CompareTakesTheValueIntoTheBox) {
   window.WaitUntilIdle();
   const std::u16string line = u"MD5 (abc.bin) = " + std::u16string(DigestsOfAbc.md5);
   ASSERT_EQ(OfferFor(window, line + u"\r\n"), u"The clipboard contains a MD5 hash" + Links);
-  window.FollowBannerLink(u"a");
+  window.FollowBannerLink(AcceptLink);
   ASSERT_TRUE(WaitFor([&] { return window.Text(IDC_EXPECTED) == line; }));
   EXPECT_EQ(window.Text(IDC_RESULT), u"Match. The MD5 of abc.bin is the expected hash.");
   EXPECT_FALSE(window.IsShown(IDC_BANNER));
@@ -56,7 +56,7 @@ TEST_F(ClipboardTest, ADismissedTextIsNotOfferedAgain) {
   const RunningWindow window;
   const std::u16string hash(DigestsOfAbc.sha1);
   ASSERT_EQ(OfferFor(window, hash), u"The clipboard contains a 160-bit hash" + Links);
-  window.FollowBannerLink(u"x");
+  window.FollowBannerLink(DismissLink);
   ASSERT_TRUE(WaitFor([&] { return !window.IsShown(IDC_BANNER); }));
   EXPECT_EQ(OfferFor(window, hash), u"");
   EXPECT_EQ(OfferFor(window, u"no hash"), u"");

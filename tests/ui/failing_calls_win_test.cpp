@@ -27,7 +27,7 @@ TEST(FailingCallsTest, ResultsComeInThoughTheyCanNotBeAnnounced) {
   RunningWindow window;
   const ReplacedImport fault(window.Handle(), "PostMessageW", PostsNothing());
   window.Drop({list});
-  window.FollowBannerLink(u"a");
+  window.FollowBannerLink(AcceptLink);
   EXPECT_TRUE(WaitFor([&] { return window.Text(IDC_RESULT) == u"The file is OK."; },
                       std::chrono::seconds(10)))
       << ::testing::PrintToString(window.Text(IDC_RESULT));

@@ -18,7 +18,6 @@ namespace {
 using swr::testing::TempTree;
 using Texts = std::vector<std::u16string>;
 
-constexpr uint32_t FirstDigestEntry = 41100;
 constexpr int escapeKey = 0x1B;
 
 class ListMenuTest : public ::testing::Test {
@@ -95,8 +94,8 @@ TEST_F(ListMenuTest, CopiesToTheByte) {
   const std::u16string md5(DigestsOfAbc.md5);
   const std::u16string sha256(DigestsOfAbc.sha256);
   const std::u16string otherMd5(DigestsOfDigits.md5);
-  ExpectCopied({0}, FirstDigestEntry + 1, md5);
-  ExpectCopied({0}, FirstDigestEntry + 3, sha256);
+  ExpectCopied({0}, ID_COPY_DIGEST_FIRST + 1, md5);
+  ExpectCopied({0}, ID_COPY_DIGEST_FIRST + 3, sha256);
   ExpectCopied({0, 1}, ID_CTX_COPY_LINE, md5 + u"  abc.bin\r\n" + otherMd5 + u"  digits.bin\r\n");
   ExpectCopied({0}, ID_CTX_COPY_ALL,
                u"MD5 (abc.bin) = " + md5 + u"\r\nSHA256 (abc.bin) = " + sha256 + u"\r\n");

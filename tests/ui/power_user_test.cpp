@@ -69,10 +69,10 @@ class PowerUserTest : public ::testing::Test {
     ProgramDialog(window_, u"Hash Text").Press(IDCANCEL);
     window_.Command(ID_CLEAR_LIST);
     window_.Drop({list_});
-    window_.FollowBannerLink(u"a");
+    window_.FollowBannerLink(AcceptLink);
     ASSERT_TRUE(WaitFor([&] { return window_.Text(IDC_BANNER).starts_with(u"1 line"); }));
     window_.WaitUntilIdle();
-    window_.FollowBannerLink(u"x");
+    window_.FollowBannerLink(DismissLink);
     ASSERT_TRUE(WaitFor([&] { return !window_.IsShown(IDC_BANNER); }));
     window_.SelectOnly({0});
     window_.Command(ID_REMOVE);

@@ -448,11 +448,11 @@ void RunningWindow::SetExpected(const std::u16string& text) const {
   AskWindow(Control(IDC_EXPECTED), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(swr::AsWide(text)));
 }
 
-void RunningWindow::FollowLink(int control, const std::u16string& id) const {
-  ClickLink(Control(control), id);
+void RunningWindow::FollowLink(int control, std::u16string_view id) const {
+  ClickLink(Control(control), std::u16string(id));
 }
 
-void RunningWindow::FollowBannerLink(const std::u16string& id) const { FollowLink(IDC_BANNER, id); }
+void RunningWindow::FollowBannerLink(std::u16string_view id) const { FollowLink(IDC_BANNER, id); }
 
 void RunningWindow::ActivateAgain() const {
   const HWND other = CreateWindowExW(0, L"STATIC", L"another program", WS_POPUP | WS_VISIBLE, 0, 0,

@@ -7,8 +7,10 @@
 #include <iosfwd>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
+#include "app/screen/link_ids.h"
 #include "tests/support/remote_list_win.h"
 #include "tests/ui/process_resources_win.h"
 #include "tests/ui/program_process_win.h"
@@ -131,8 +133,8 @@ class RunningWindow {
   // Types into the Expected hash box, in one go.
   void SetExpected(const std::u16string& text) const;
   // Follows the link of this control that has this id.
-  void FollowLink(int control, const std::u16string& id) const;
-  void FollowBannerLink(const std::u16string& id) const;
+  void FollowLink(int control, std::u16string_view id) const;
+  void FollowBannerLink(std::u16string_view id) const;
   // Makes another window the active one, then this one again.
   void ActivateAgain() const;
   // Opens the list's menu for the selected rows, as the keyboard does.

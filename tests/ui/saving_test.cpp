@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "resources/resource_ids.h"
+#include "swr/hash/algorithms.h"
 #include "swr/text/display_text.h"
 #include "swr/text/encoding.h"
 #include "tests/support/temp_tree.h"
@@ -112,8 +113,7 @@ TEST_F(SavingTest, SfvIsOfferedWithCrc32) {
   window_.Command(ID_CLEAR_LIST);
   window_.PostCommand(IDC_ALGO_MORE);
   ASSERT_TRUE(WaitFor([&] { return !window_.OpenMenu().empty(); }));
-  constexpr uint32_t crc32Entry = 41000;
-  window_.ChooseFromMenu(crc32Entry);
+  window_.ChooseFromMenu(ID_ALGO_FIRST + static_cast<uint32_t>(swr::AlgoId::Crc32));
   ASSERT_TRUE(WaitFor([&] { return window_.Text(IDC_ALGO_MORE) == u"&More (+1)..."; }));
   window_.Command(ID_CRLF);
   window_.Drop({tree_.Path(u"abc.bin")});

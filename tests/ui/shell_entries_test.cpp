@@ -184,7 +184,7 @@ TEST_F(ShellEntriesTest, AProgramThatHasMovedRepairsItsEntriesWithOneClick) {
   ASSERT_TRUE(window.IsShown(IDC_BANNER));
   EXPECT_EQ(window.Text(IDC_BANNER), StaleText);
   EXPECT_FALSE(Option(window, ID_EXPLORER_MENU).isChecked);
-  window.FollowBannerLink(u"a");
+  window.FollowBannerLink(AcceptLink);
   EXPECT_TRUE(WaitFor([&] { return !window.IsShown(IDC_BANNER); }));
   window.Ask();
   ExpectExplorerEntry(moved);
@@ -194,7 +194,7 @@ TEST_F(ShellEntriesTest, AProgramThatHasMovedRepairsItsEntriesWithOneClick) {
 TEST_F(ShellEntriesTest, OrRemovesThem) {
   const RunningWindow window({.program = MovedCopy()});
   ASSERT_TRUE(window.IsShown(IDC_BANNER));
-  window.FollowBannerLink(u"r");
+  window.FollowBannerLink(RejectLink);
   EXPECT_TRUE(WaitFor([&] { return !window.IsShown(IDC_BANNER); }));
   window.Ask();
   ExpectNoExplorerEntry();
@@ -204,7 +204,7 @@ TEST_F(ShellEntriesTest, OrRemovesThem) {
 TEST_F(ShellEntriesTest, OrLeavesThemAsTheyAre) {
   const RunningWindow window({.program = MovedCopy()});
   ASSERT_TRUE(window.IsShown(IDC_BANNER));
-  window.FollowBannerLink(u"x");
+  window.FollowBannerLink(DismissLink);
   EXPECT_TRUE(WaitFor([&] { return !window.IsShown(IDC_BANNER); }));
   window.Ask();
   ExpectExplorerEntry(tree_.Path(u"old place/Sumwright.exe"));
@@ -214,7 +214,7 @@ TEST_F(ShellEntriesTest, ALinkThatCantBeReadIsOfferedForRepair) {
   swr::testing::WriteBytes(SendToLinkPath(), "rubbish");
   const RunningWindow window;
   ASSERT_TRUE(window.IsShown(IDC_BANNER));
-  window.FollowBannerLink(u"a");
+  window.FollowBannerLink(AcceptLink);
   EXPECT_TRUE(WaitFor([&] { return !window.IsShown(IDC_BANNER); }));
   window.Ask();
   ExpectSendToLink(ProgramUnderTest());

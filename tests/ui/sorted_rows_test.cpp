@@ -38,7 +38,7 @@ TEST(SortedRowsTest, EachRowTakesItsColourAlong) {
                                       swr::WideToUtf8(DigestsOfDigits.sha256) + "  b.bin\n");
   const RunningWindow window;
   window.Drop({list});
-  window.FollowBannerLink(u"a");
+  window.FollowBannerLink(AcceptLink);
   ASSERT_TRUE(WaitFor([&] { return window.RowCount() == 2; }));
   window.WaitUntilIdle();
   ASSERT_EQ(window.Column(u"Status"), (Texts{u"OK (SHA-256)", u"FAILED"}));

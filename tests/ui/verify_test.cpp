@@ -85,13 +85,13 @@ TEST_F(VerifyTest, ADroppedChecksumFileIsOffered) {
   const Rect banner = window_.Place(IDC_BANNER);
   const int gap = (3 * window_.Dpi() + 48) / 96;  // rounded
   EXPECT_TRUE(WaitFor([&] { return window_.Place(IDC_LIST).top == banner.bottom + gap; }));
-  window_.FollowBannerLink(u"a");
+  window_.FollowBannerLink(AcceptLink);
   ASSERT_TRUE(WaitFor([&] { return window_.RowCount() == 3; }));
   ExpectVerdicts();
   EXPECT_EQ(window_.Text(IDC_BANNER),
             u"1 line of the checksum file aren't checksums and were skipped (first: line 4).    "
             u"<a id=\"x\">Dismiss</a>");
-  window_.FollowBannerLink(u"x");
+  window_.FollowBannerLink(DismissLink);
   ASSERT_TRUE(WaitFor([&] { return !window_.IsShown(IDC_BANNER); }));
   EXPECT_TRUE(WaitFor([&] { return window_.Place(IDC_LIST).top == banner.top; }));
   EXPECT_EQ(window_.RowCount(), 3);
@@ -99,7 +99,7 @@ TEST_F(VerifyTest, ADroppedChecksumFileIsOffered) {
 
 TEST_F(VerifyTest, TheOfferCanBeDismissed) {
   window_.Drop({AddList()});
-  window_.FollowBannerLink(u"x");
+  window_.FollowBannerLink(DismissLink);
   ASSERT_TRUE(WaitFor([&] { return !window_.IsShown(IDC_BANNER); }));
   window_.WaitUntilIdle();
   EXPECT_EQ(window_.Column(u"Name"), Texts{u"SHA256SUMS"});
@@ -117,7 +117,7 @@ TEST_F(VerifyTest, TheKeyboardFollowsTheFirstLink) {
 
 TEST_F(VerifyTest, RowsHaveTheColourOfTheirVerdict) {
   window_.Drop({AddList()});
-  window_.FollowBannerLink(u"a");
+  window_.FollowBannerLink(AcceptLink);
   ASSERT_TRUE(WaitFor([&] { return window_.RowCount() == 3; }));
   ExpectVerdicts();
   constexpr uint32_t green = 0xDEF4DE;
@@ -132,7 +132,7 @@ TEST_F(VerifyTest, RowsHaveTheColourOfTheirVerdict) {
 
 TEST_F(VerifyTest, DetailsTellWhatIsExpected) {
   window_.Drop({AddList()});
-  window_.FollowBannerLink(u"a");
+  window_.FollowBannerLink(AcceptLink);
   ASSERT_TRUE(WaitFor([&] { return window_.RowCount() == 3; }));
   window_.WaitUntilIdle();
   window_.SelectOnly({2});
@@ -151,7 +151,7 @@ TEST_F(VerifyTest, AFileThatCantBeReadIsSaidSo) {
   window_.Drop({list});
   window_.WaitUntilIdle();
   swr::testing::RemoveFile(list);
-  window_.FollowBannerLink(u"a");
+  window_.FollowBannerLink(AcceptLink);
   const ProgramDialog message(window_, u"Sumwright");
   EXPECT_EQ(message.Instruction(), u"The checksum file can't be read.");
   EXPECT_EQ(message.Content(), list + u"\n\n" + swr::FormatErrorText(2) + u".");
@@ -166,7 +166,7 @@ TEST_F(VerifyTest, AFileWithoutChecksumsNeverPasses) {
     const std::u16string list = tree_.AddFile(u"list.md5");
     swr::testing::WriteBytes(list, text);
     window_.Drop({list});
-    window_.FollowBannerLink(u"a");
+    window_.FollowBannerLink(AcceptLink);
     const ProgramDialog message(window_, u"Sumwright");
     EXPECT_EQ(message.Instruction(), u"No checksums were found in this file.");
     EXPECT_EQ(message.Content(),

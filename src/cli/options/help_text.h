@@ -1,12 +1,14 @@
-// What --help and --version print.
+// The output of --help and --version.
 #pragma once
 
 #include <string>
 #include <string_view>
 
+#include "version.h"
+
 namespace cli {
 
-inline constexpr std::string_view VersionNumber = "2.0.0";
+inline constexpr std::string_view VersionNumber = SUMWRIGHT_VERSION;
 
 std::string HelpText();
 std::string VersionText();

@@ -3,6 +3,7 @@
 #include "app/desktop/addresses.h"
 #include "resources/resource_ids.h"
 #include "tests/support/fake_window.h"
+#include "version.h"
 
 namespace app {
 namespace {
@@ -257,7 +258,7 @@ TEST(ShellEntriesTest, AboutSaysWhereThisCopyIs) {
     ASSERT_EQ(window.desktop.messages.size(), 1u);
     const TaskDialogSpec& about = window.desktop.messages[0];
     EXPECT_EQ(about.title, u"About Sumwright");
-    EXPECT_EQ(about.mainInstruction, u"Sumwright 2.0.0");
+    EXPECT_EQ(about.mainInstruction, u"Sumwright " SUMWRIGHT_VERSION);
     EXPECT_EQ(about.content,
               std::u16string(u"Copyright \u00A9 2026 the Sumwright authors\n"
                              u"Freeware from Zendrik.\n\n") +

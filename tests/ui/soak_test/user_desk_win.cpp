@@ -181,7 +181,7 @@ std::string RandomUser::Scroll() {
 std::string RandomUser::DismissBanner() {
   ShowUp();
   if (!window_.IsShown(IDC_BANNER)) return "none";
-  window_.FollowBannerLink(u"x");
+  window_.FollowBannerLink(DismissLink);
   window_.WaitForPostedMessages();
   if (window_.IsShown(IDC_BANNER)) throw Disagreement("the banner can't be dismissed");
   return {};

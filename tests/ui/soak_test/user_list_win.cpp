@@ -93,7 +93,7 @@ std::string RandomUser::DropList() {
   }
   if (dice_.OneIn(8)) return name + " left alone";
   const bool isWanted = !dice_.OneIn(8);
-  window_.FollowBannerLink(isWanted ? u"a" : u"x");
+  window_.FollowBannerLink(isWanted ? AcceptLink : DismissLink);
   window_.WaitForPostedMessages();
   if (!isWanted) return name + " dismissed";
   model_.ForgetPlainRow(*list);
