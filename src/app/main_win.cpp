@@ -28,8 +28,8 @@ std::vector<std::u16string> CommandLinePaths() {
   return paths;
 }
 
-// For an exception that nobody catches. The runtime's own end shows a message first, whose loop
-// would go on giving messages to a window that is not in order any more.
+// For an uncaught exception. The runtime's own handler shows a message box, whose message loop
+// would keep dispatching to a window in an undefined state.
 [[noreturn]] void EndAtOnce() {
   RaiseFailFastException(nullptr, nullptr, FAIL_FAST_GENERATE_EXCEPTION_ADDRESS);
   std::abort();

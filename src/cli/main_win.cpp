@@ -7,7 +7,7 @@
 #include "swr/system/system_library_win.h"
 #include "swr/system/wide_text_win.h"
 
-// The C runtime is not to expand wildcards: it does so in the ANSI code page.
+// Keeps the C runtime from expanding wildcards, which it would do in the ANSI code page.
 extern "C" {
 int _dowildcard = 0;
 }

@@ -23,7 +23,7 @@ uint32_t ThreadsFor(const Options& options) {
   return options.threads != 0 ? options.threads : std::max(std::thread::hardware_concurrency(), 1u);
 }
 
-// The colours that the user wants of those that the streams can show.
+// Restricts the colours of the streams to what the user wants.
 ConsoleTraits TraitsFor(const Options& options, ConsoleTraits streams) {
   if (options.color == ColorWhen::Always) {
     streams.outHasColors = streams.errHasColors = true;
@@ -58,7 +58,7 @@ void RunMode(Run& run) {
   }
 }
 
-// Writing failed: of standard output or of the file in its place.
+// Reports that writing to standard output, or to the file given with --output, has failed.
 void ComplainOfOutput(Console& console, const Options& options, uint32_t error,
                       ExitStatus& status) {
   const std::u16string name =
@@ -87,7 +87,7 @@ int RunWith(const Options& options, ByteSink& standardOut, ByteSink& err,
   try {
     RunMode(run);
   } catch (const std::exception&) {
-    // Memory or threads have run out; what else fails is told by an error code.
+    // Only running out of memory or threads throws; all other failures are error codes.
     console.Complain(u"not enough memory");
     console.EndProgress();
     return ExitStatus::Trouble;
@@ -95,7 +95,7 @@ int RunWith(const Options& options, ByteSink& standardOut, ByteSink& err,
   console.EndProgress();
   console.Flush();
   uint32_t error = console.OutError();
-  if (toFile && error == 0 && !run.isFruitless) error = file.Commit();
+  if (toFile && error == 0 && !run.hasOnlyErrors) error = file.Commit();
   if (error != 0) ComplainOfOutput(console, options, error, status);
   return status.Code();
 }
@@ -103,7 +103,7 @@ int RunWith(const Options& options, ByteSink& standardOut, ByteSink& err,
 int Refuse(ByteSink& err, const std::string& text, bool showsHint) {
   std::string message = "swrhash: " + text + "\n";
   if (showsHint) message += "Try 'swrhash --help' for more information.\n";
-  // There is nobody left to be told of a failure.
+  // If standard error fails, there is nowhere left to report it.
   [[maybe_unused]] const uint32_t error = err.Write(message);
   return ExitStatus::Trouble;
 }
@@ -131,7 +131,7 @@ int RunProgram(const std::vector<std::string>& arguments, ByteSink& out, ByteSin
       return Refuse(err, "no file to add to the list", true);
     }
     if (options.mode == Mode::Hash) {
-      // A person at a terminal has forgotten something; a pipe has not.
+      // On a terminal the user has forgotten the file; a pipe is the input.
       if (swr::IsInputTerminal()) return Refuse(err, "no file given", true);
       options.operands.emplace_back(StandardInputName);
     }

@@ -1,4 +1,4 @@
-// The program from its arguments to its exit code, for both mains and the tests.
+// The whole program, from arguments to exit code. Called by both mains and by the tests.
 #pragma once
 
 #include <string>
@@ -9,8 +9,8 @@
 
 namespace cli {
 
-// `arguments` are those behind the program's name, as bytes in the form of system/name_bytes.h.
-// Returns the exit code.
+// `arguments` are those after the program's name, as bytes (see system/name_bytes.h). Returns the
+// exit code.
 int RunProgram(const std::vector<std::string>& arguments);
 
 // The same with standard output and standard error replaced.

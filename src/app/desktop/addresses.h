@@ -15,8 +15,8 @@ inline constexpr std::u16string_view MailScheme = u"mailto:";  // before a mailb
 // Followed by the SHA-256 digest of a file, in lower-case hexadecimal.
 inline constexpr std::u16string_view VirusTotalFilePage = u"https://www.virustotal.com/gui/file/";
 
-// Whether a link in a message of the program may be followed. A message can contain text from
-// outside, which could look like a link, even to a program.
+// Whether a link in one of the program's messages may be followed. A message can contain untrusted
+// text, which could look like a link, even one to a program.
 constexpr bool MayLinkTo(std::u16string_view address) {
   return address == ProductPage ||
          (address.starts_with(MailScheme) && address.substr(MailScheme.size()) == SupportMailbox);

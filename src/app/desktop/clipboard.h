@@ -1,4 +1,4 @@
-// Text from and to the clipboard.
+// Reading and writing text on the clipboard.
 #pragma once
 
 #include <cstdint>
@@ -16,7 +16,7 @@ class Clipboard {
   virtual uint32_t ClipboardSequence() = 0;
   // Nothing when the clipboard holds no text or another program holds the clipboard open.
   virtual std::optional<std::u16string> ReadClipboardText() = 0;
-  // Replaces what is on the clipboard. A failure leaves it as it was.
+  // Replaces the content of the clipboard. If this fails, the content is unchanged.
   virtual void WriteClipboardText(const std::u16string& text) = 0;
 };
 

@@ -8,7 +8,7 @@
 namespace app {
 namespace {
 
-// Holds the clipboard open while it lives, if it could be opened.
+// Keeps the clipboard open for its own lifetime, if it could be opened.
 class OpenedClipboard {
  public:
   explicit OpenedClipboard(HWND owner) : isOpen_(OpenClipboard(owner) != FALSE) {}
@@ -33,7 +33,7 @@ std::optional<std::u16string> ReadClipboardText(HWND owner) {
   if (memory == nullptr) return std::nullopt;
   const auto* data = static_cast<const wchar_t*>(GlobalLock(memory));
   if (data == nullptr) return std::nullopt;
-  // Some programs put a text there without its terminating null.
+  // Some programs omit the terminating null.
   const size_t capacity = GlobalSize(memory) / sizeof(wchar_t);
   std::u16string text = swr::FromWide({data, std::find(data, data + capacity, L'\0')});
   GlobalUnlock(memory);
@@ -50,7 +50,7 @@ void WriteClipboardText(HWND owner, const std::u16string& text) {
   const OpenedClipboard clipboard(owner);
   if (!clipboard) return;
   EmptyClipboard();
-  // On success the memory belongs to the clipboard.
+  // On success the clipboard owns the memory.
   if (SetClipboardData(CF_UNICODETEXT, memory.Get()) != nullptr) {
     static_cast<void>(memory.Release());
   }

@@ -10,7 +10,7 @@
 
 namespace app {
 
-// As Clipboard has them, for a window that owns what it puts there.
+// As in Clipboard. `owner` becomes the owner of the text that is written.
 std::optional<std::u16string> ReadClipboardText(HWND owner);
 void WriteClipboardText(HWND owner, const std::u16string& text);
 

@@ -1,12 +1,12 @@
-// How the program tells its user something, or asks.
+// Messages and questions to the user.
 #pragma once
 
 #include "app/desktop/task_dialog.h"
 
 namespace app {
 
-// Implemented by the platform and by the tests. Called on the window's thread; while a dialog is
-// open, the window goes on handling messages.
+// Implemented by the platform and by the tests. Called on the window's thread, which keeps handling
+// messages while a dialog is open.
 class Messages {
  public:
   virtual ~Messages() = default;

@@ -18,7 +18,7 @@ struct FileFilter {
 struct SaveRequest {
   std::u16string title;
   std::vector<FileFilter> filters;
-  size_t filter = 0;                // the one preselected
+  size_t filter = 0;                // index of the preselected one
   std::u16string defaultExtension;  // without the dot
   std::u16string fileName;
   std::u16string folder;  // where the dialog opens, if there is such a folder
@@ -29,8 +29,8 @@ struct SaveTarget {
   size_t filter = 0;
 };
 
-// Implemented by the platform and by the tests. Called on the window's thread; while a dialog is
-// open, the window goes on handling messages.
+// Implemented by the platform and by the tests. Called on the window's thread, which keeps handling
+// messages while a dialog is open.
 class Pickers {
  public:
   virtual ~Pickers() = default;
@@ -40,7 +40,7 @@ class Pickers {
   virtual std::vector<std::u16string> PickFiles(const std::u16string& title,
                                                 const std::vector<FileFilter>& filters) = 0;
   virtual std::vector<std::u16string> PickFolder(const std::u16string& title) = 0;
-  // The user has agreed to overwrite a file that is there. Nothing when the user cancelled.
+  // If the file exists, the user has agreed to overwrite it. Nothing when the user cancelled.
   virtual std::optional<SaveTarget> PickSaveTarget(const SaveRequest& request) = 0;
 };
 

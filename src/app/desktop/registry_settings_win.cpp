@@ -28,7 +28,7 @@ std::optional<uint32_t> RegistrySettings::ReadDwordSetting(const std::u16string&
 
 bool RegistrySettings::ReadBinarySetting(const std::u16string& name, std::span<uint8_t> data) {
   if (swr::InjectedFault(swr::SystemCall::ReadSetting)) return false;
-  // The caller's bytes are written only when the value has exactly their size.
+  // Writes to the caller's buffer only when the value has exactly its size.
   std::vector<uint8_t> stored(data.size());
   DWORD size = static_cast<DWORD>(stored.size());
   if (RegGetValueW(HKEY_CURRENT_USER, settingsKey, swr::AsWide(name), RRF_RT_REG_BINARY, nullptr,

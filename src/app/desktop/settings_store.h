@@ -16,7 +16,7 @@ class SettingsStore {
   // Nothing, or false, when the value is missing or of another type or size.
   virtual std::optional<uint32_t> ReadDwordSetting(const std::u16string& name) = 0;
   virtual bool ReadBinarySetting(const std::u16string& name, std::span<uint8_t> data) = 0;
-  // A failure leaves the value as it was.
+  // If this fails, the value is unchanged.
   virtual void WriteDwordSetting(const std::u16string& name, uint32_t value) = 0;
   virtual void WriteBinarySetting(const std::u16string& name, std::span<const uint8_t> data) = 0;
 };

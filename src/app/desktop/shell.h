@@ -1,4 +1,4 @@
-// What the program hands over to the shell.
+// What the program asks the shell to open.
 #pragma once
 
 #include <string>
@@ -14,10 +14,10 @@ class Shell {
   virtual void OpenAddress(const std::u16string& address) = 0;
   // Opens a folder with the file manager.
   virtual void OpenFolder(const std::u16string& folder) = 0;
-  // Opens a command prompt in this folder, which runs the command and stays open.
+  // Opens a command prompt in this folder that runs the command and stays open.
   virtual void OpenCommandPrompt(const std::u16string& folder, const std::u16string& command) = 0;
-  // Opens the folder of the file with the file selected; when that fails, `folder` itself if it is
-  // a folder.
+  // Opens the file's folder with the file selected; if that fails, opens `folder`, provided it is a
+  // folder.
   virtual void ShowInFolder(const std::u16string& path, const std::u16string& folder) = 0;
 };
 

@@ -14,7 +14,7 @@ void OpenWithShell(const std::u16string& target);
 
 class WindowsShell final : public Shell {
  public:
-  // The window that messages of the shell open over.
+  // The owner of the shell's message boxes.
   void Attach(HWND owner) { owner_ = owner; }
 
   void OpenAddress(const std::u16string& address) override;

@@ -1,4 +1,4 @@
-// Checks of digital signatures, beside the window's thread.
+// Checks digital signatures in the background.
 #pragma once
 
 #include <cstdint>
@@ -11,7 +11,7 @@ class SignatureChecks {
  public:
   virtual ~SignatureChecks() = default;
 
-  // Leads to DetailsPane::OnSignatureResult, some time later.
+  // The result arrives later, at DetailsPane::OnSignatureResult.
   virtual void StartSignatureCheck(uint64_t rowId, const std::u16string& path) = 0;
 };
 

@@ -1,4 +1,4 @@
-// Checks of digital signatures, each on a short-lived thread of its own.
+// Checks digital signatures, each on a short-lived thread of its own.
 #pragma once
 
 #include "swr/system/windows_api_win.h"
@@ -16,11 +16,11 @@ struct SignatureMessage {
   swr::SignatureResult result;
 };
 
-// Nothing waits for the threads.
+// Nothing waits for these threads.
 class SignatureThreads final : public SignatureChecks {
  public:
-  // A finished check posts this message to the window, with a SignatureMessage as its last
-  // parameter. The window that takes it owns it.
+  // A finished check posts this message to the window, with a pointer to a SignatureMessage in
+  // lParam. The receiver owns it.
   void Attach(HWND window, UINT message) {
     window_ = window;
     message_ = message;

@@ -1,4 +1,4 @@
-// What a task dialog shows: the form in which the flows talk to the user.
+// The content of a task dialog, which the flows use for all messages to the user.
 #pragma once
 
 #include <cstdint>
@@ -21,26 +21,26 @@ struct TaskDialogButton {
 inline constexpr uint32_t OkButton = 0x0001;
 inline constexpr uint32_t CloseButton = 0x0020;
 
-// What closing a dialog without a choice answers (IDCANCEL of winuser.h).
+// The result when a dialog is closed without a choice (IDCANCEL of winuser.h).
 inline constexpr int CancelAnswer = 2;
 
-// Links in the texts are written <a href="...">words</a>; a click hands the address to the shell.
+// Links in the texts are written <a href="...">words</a>; a click passes the address to the shell.
 struct TaskDialogSpec {
   std::u16string title;            // of the window; "Sumwright" when empty
-  std::u16string mainInstruction;  // the sentence that stands out
+  std::u16string mainInstruction;  // the headline
   std::u16string content;
   std::u16string footer;  // shown beside the information icon
   TaskDialogIcon icon = TaskDialogIcon::None;
   std::vector<TaskDialogButton> buttons;
   uint32_t commonButtons = 0;  // OK when there are no others
   int defaultButton = 0;       // id; the first button when 0
-  bool commandLinks = false;   // the buttons show as command links
+  bool commandLinks = false;   // show the buttons as command links
   int customIcon = 0;          // number of an icon resource, shown when `icon` is None
 
   bool operator==(const TaskDialogSpec&) const = default;
 };
 
-// A dialog that says something and waits for OK.
+// A dialog with a message and an OK button.
 inline TaskDialogSpec MessageDialog(TaskDialogIcon icon, std::u16string mainInstruction,
                                     std::u16string content = {}) {
   return {

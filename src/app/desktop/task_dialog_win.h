@@ -1,4 +1,4 @@
-// Task dialogs of the system.
+// The system's task dialogs.
 #pragma once
 
 #include "swr/system/windows_api_win.h"
@@ -7,8 +7,8 @@
 
 namespace app {
 
-// Shows the dialog over `owner` and returns when it is closed: the id of the button, CancelAnswer
-// also when the dialog can't be shown.
+// Shows the dialog over `owner` until it is closed. Returns the id of the button, or CancelAnswer
+// when the dialog can't be shown.
 int ShowTaskDialog(HWND owner, const TaskDialogSpec& spec);
 
 class TaskDialogs final : public Messages {

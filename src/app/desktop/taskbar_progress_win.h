@@ -1,4 +1,4 @@
-// The progress on the window's button in the taskbar.
+// The progress on the window's taskbar button.
 #pragma once
 
 #include "swr/system/windows_api_win.h"
@@ -13,11 +13,11 @@ namespace app {
 
 class TaskbarProgress {
  public:
-  // To be called when the shell announces the button; without it nothing is shown.
+  // Call when the shell announces the button; before that nothing is shown.
   void Connect(HWND window);
   void Show(uint64_t done, uint64_t total);
   void Hide();
-  // To be called before COM is shut down.
+  // Call before COM is shut down.
   void Release() { taskbar_.Reset(); }
 
  private:

@@ -15,7 +15,7 @@ namespace app {
 
 class WindowsDesktop {
  public:
-  // The window that dialogs open over. A finished signature check posts it `signatureMessage`.
+  // `window` becomes the owner of dialogs. Finished signature checks post `signatureMessage` to it.
   void Attach(HWND window, UINT signatureMessage) {
     pickers_.Attach(window);
     messages_.Attach(window);

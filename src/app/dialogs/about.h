@@ -7,7 +7,7 @@
 
 namespace app {
 
-// `locationLine` tells where this copy is and how it was installed.
+// `locationLine` says where this copy is and how it was installed.
 TaskDialogSpec AboutDialog(const std::u16string& locationLine);
 
 }  // namespace app

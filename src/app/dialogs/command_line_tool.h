@@ -1,5 +1,5 @@
-// The text of the dialog that introduces swrhash, the companion for command prompts and scripts. It
-// is a separate program, which may or may not be in the same folder as this one.
+// The text of the dialog that introduces swrhash, the command-line tool. It is a separate program,
+// which may or may not be in the same folder as this one.
 #pragma once
 
 #include <string>
@@ -10,7 +10,7 @@ namespace app {
 
 inline constexpr char16_t CommandLineToolFile[] = u"swrhash.exe";
 
-// The dialog's answers, apart from CancelAnswer.
+// The dialog's results other than CancelAnswer.
 inline constexpr int OpenPromptAnswer = 100;
 inline constexpr int OpenProgramFolderAnswer = 101;
 inline constexpr int GetToolAnswer = 102;

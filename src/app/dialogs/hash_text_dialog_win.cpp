@@ -34,7 +34,7 @@ class HashTextDialog {
  public:
   HashTextDialog(swr::AlgoMask mask, bool uppercase) : mask_(mask), uppercase_(uppercase) {}
 
-  // Like every procedure that the system calls, not to be left by an exception.
+  // noexcept, like every procedure that the system calls: an exception must not leave it.
   static INT_PTR CALLBACK HashTextProc(HWND window, UINT message, WPARAM wParam,
                                        LPARAM lParam) noexcept;
 
@@ -97,7 +97,7 @@ void HashTextDialog::Initialize(HWND window) {
   FillList(IDC_HT_LINEBREAKS, {L"Windows (CR LF)", L"Unix (LF)"}, 1);
   UINT tabStop = 44;
   SendMessageW(Control(IDC_HT_RESULT), EM_SETTABSTOPS, 1, reinterpret_cast<LPARAM>(&tabStop));
-  // Without this the box would take no more than 32 KiB.
+  // Without this the box would accept no more than 32 KiB.
   SendMessageW(Control(IDC_HT_INPUT), EM_SETLIMITTEXT, 0, 0);
   RECT rect;
   GetWindowRect(window, &rect);
@@ -155,7 +155,7 @@ void HashTextDialog::OnCommand(int control, int notification) const {
 void HashTextDialog::ChangeDpi(int dpi) {
   smallestSize_ = {MulDiv(smallestSize_.cx, dpi, dpi_), MulDiv(smallestSize_.cy, dpi, dpi_)};
   dpi_ = dpi;
-  // The system moves the controls now; their new places are the base of later sizes.
+  // The system now moves the controls; later layouts are computed from their new places.
   layout_.Forget();
   PostMessageW(window_, WM_APP_HASHTEXT_RELAYOUT, 0, 0);
 }

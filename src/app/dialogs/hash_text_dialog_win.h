@@ -7,7 +7,7 @@
 
 namespace app {
 
-// Shows the dialog over `owner` and returns when it is closed. An empty mask is taken as SHA-256.
+// Shows the dialog over `owner` and returns when it is closed. An empty mask means SHA-256.
 void ShowHashTextDialog(HWND owner, swr::AlgoMask mask, bool uppercase);
 
 }  // namespace app

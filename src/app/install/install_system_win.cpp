@@ -17,10 +17,10 @@ namespace app {
 namespace {
 
 constexpr DWORD LongestPath = 32768;     // code units, with the terminator
-constexpr size_t LongestValue = 2048;    // the same, of a value in the registry
-constexpr int LongestLinkTarget = 1040;  // the same, of the target of a link
+constexpr size_t LongestValue = 2048;    // likewise, for a registry value
+constexpr int LongestLinkTarget = 1040;  // likewise, for the target of a link
 
-// Initializes COM for a scope, whether or not the thread has done so already.
+// Initialises COM for a scope, whether or not the thread has done so already.
 class ComScope {
  public:
   ComScope()
@@ -103,7 +103,7 @@ std::optional<std::u16string> WindowsInstallSystem::ReadRegistryText(RegistryHiv
   const swr::RegistryKey closer(opened);
   std::array<wchar_t, LongestValue> text;
   DWORD size = sizeof text;
-  // This adds the terminator that the value may lack.
+  // This call adds the terminator that the value may lack.
   if (RegGetValueW(opened, nullptr, swr::AsWide(name), RRF_RT_REG_SZ, nullptr, text.data(),
                    &size) != ERROR_SUCCESS) {
     return std::nullopt;

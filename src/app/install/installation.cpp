@@ -23,7 +23,7 @@ std::u16string EntryKey(const char16_t* menuKey) { return std::u16string(menuKey
 
 std::u16string Quoted(const std::u16string& text) { return u"\"" + text + u"\""; }
 
-// The program that a command in the registry starts: the text in its quotes, or without quotes all
+// The program that a command in the registry starts: the quoted text or, without quotes, everything
 // before the first blank.
 std::u16string ProgramOfCommand(const std::u16string& command) {
   if (command.size() > 1 && command.front() == u'"') {
@@ -74,7 +74,7 @@ ExplorerState Installation::StateOf(const std::u16string& target) const {
   return system_.Exists(target) ? ExplorerState::OtherCopy : ExplorerState::Stale;
 }
 
-// Read from the entry for files alone: both are written and removed together.
+// Only the entry for files is read, because both are written and removed together.
 std::optional<std::u16string> Installation::EntryCommand(RegistryHive hive) const {
   auto command =
       system_.ReadRegistryText(hive, RegistryView::Own, EntryKey(MenuKeys[0]) + u"\\command", u"");

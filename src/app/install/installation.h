@@ -1,6 +1,6 @@
 // This copy of the program: how it was installed, and whether the entries in Explorer's menu and in
-// the Send To menu start it or another copy. A copy may be portable, so an entry can point at one
-// that has moved or gone.
+// the Send To menu start it or another copy. Portable copies can be moved and deleted, so an entry
+// can point at a copy that no longer exists.
 #pragma once
 
 #include <cstdint>
@@ -16,7 +16,7 @@ enum class ExplorerState : uint8_t {
   None = 0,         // there is no entry
   ThisCopy = 1,     // this one
   OtherCopy = 2,    // another one, which exists
-  Stale = 3,        // one that is gone; also a link that can't be read
+  Stale = 3,        // one that no longer exists; also a link that can't be read
   MachineWide = 4,  // set up for all users of the machine, which this copy can't change
 };
 using SendToState = ExplorerState;  // never MachineWide
@@ -28,14 +28,14 @@ class Installation {
   explicit Installation(InstallSystem& system) : system_(system) {}
 
   std::u16string ProgramPath() const { return system_.ProgramPath(); }
-  // The folder of the program's file, without a separator at its end.
+  // The program's folder, without a trailing separator.
   std::u16string ProgramFolder() const;
-  // Whether there is a file of this name beside the program.
+  // Whether a file of this name is in the program's folder.
   bool HasCompanion(const std::u16string& fileName) const;
   // Whether the program runs from the folder that its setup recorded.
   bool IsInstalledCopy() const;
   bool IsPackaged() const { return system_.RunsFromPackage(); }
-  // Whether `path` is this program or lies in its folder: two builds in one folder are one copy.
+  // Whether `path` is this program or in its folder: two builds in one folder are one copy.
   bool IsThisProgram(const std::u16string& path) const;
 
   ExplorerState GetExplorerState() const;

@@ -7,10 +7,10 @@
 namespace app {
 namespace {
 
-// Long enough for a first instance that has opened the mutex but has no window yet.
+// Long enough for a first instance that has opened the mutex but not yet its window.
 constexpr int WindowTries = 50;
 
-// 0 when no window came up in time.
+// 0 when no window appeared in time.
 uint64_t WaitForPublishedWindow(InstanceSystem& system) {
   for (int i = 0; i < WindowTries; ++i) {
     const uint64_t window = system.PublishedWindow();
@@ -46,7 +46,7 @@ std::optional<std::vector<std::u16string>> ReadHandOver(uint64_t mark,
 }
 
 bool ForwardToFirstInstance(InstanceSystem& system, const std::vector<std::u16string>& paths) {
-  // The mutex stays open in any case, for instances that start later.
+  // This opens the mutex even without paths, so that instances started later find this one.
   if (!system.AnotherInstanceExists() || paths.empty()) return false;
   const uint64_t window = WaitForPublishedWindow(system);
   if (window == 0) return false;

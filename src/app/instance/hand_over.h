@@ -1,6 +1,6 @@
-// One window for each user: a program that is started with paths hands them to the window that is
-// there already, and ends. This file has the message that carries the paths and the steps of the
-// hand-over; InstanceSystem has what they need of the system.
+// One window per user: a process that is started with paths hands them to the window that is
+// already open, and exits. This file has the message that carries the paths and the steps of the
+// hand-over; InstanceSystem has the system calls.
 #pragma once
 
 #include <cstdint>
@@ -17,8 +17,8 @@ inline constexpr uint64_t HandOverMark = 0x53575250;
 // The payload: each path in UTF-16, followed by one U+0000.
 std::u16string HandOverPayload(const std::vector<std::u16string>& paths);
 
-// The paths of a message of this mark and these bytes, whoever sent it. Empty paths are left out
-// and the last terminator may be missing. Nothing when the message is not ours.
+// The paths in a message with this mark and these bytes, which any process may have sent. Empty
+// paths are dropped and the last terminator may be missing. Nothing when the message is not ours.
 std::optional<std::vector<std::u16string>> ReadHandOver(uint64_t mark,
                                                         std::span<const std::byte> payload);
 
@@ -30,7 +30,7 @@ class InstanceSystem {
   // Opens the named mutex that says that an instance exists, and keeps it open while this process
   // lives. True when another process had it open already.
   virtual bool AnotherInstanceExists() = 0;
-  // The window that was published last, 0 for none. It may be gone.
+  // The window published last, or 0. It may no longer exist.
   virtual uint64_t PublishedWindow() = 0;
   virtual bool IsWindow(uint64_t window) = 0;
   // Waits 100 milliseconds.
@@ -43,8 +43,8 @@ class InstanceSystem {
 };
 
 // Hands the paths to the window of another instance. False when there is none or when it does not
-// take them in time: then this process opens a window of its own for them. Without paths the result
-// is always false, and a second window opens.
+// accept them in time: then this process opens its own window for them. Without paths the result is
+// always false, and a second window opens.
 bool ForwardToFirstInstance(InstanceSystem& system, const std::vector<std::u16string>& paths);
 
 }  // namespace app

@@ -18,7 +18,7 @@ class WindowsInstanceSystem final : public InstanceSystem {
   bool Deliver(uint64_t window, const std::u16string& payload) override;
 };
 
-// From here on other processes hand their paths to this window, until another one is published.
+// From now on other processes hand their paths to this window, until another one is published.
 // Called on the window's thread. Has no effect when the system is out of resources.
 void PublishMainWindow(HWND window);
 

@@ -1,5 +1,5 @@
-// How the controls of a dialog follow its size: pure arithmetic on rectangles, in pixels of the
-// client area.
+// How the controls of a dialog move when it is resized: pure arithmetic on rectangles, in pixels of
+// the client area.
 #pragma once
 
 #include <cstdint>
@@ -28,8 +28,8 @@ struct AnchoredControl {
   Follow bottom;
 };
 
-// Where the controls are when the client area is `widthChange` and `heightChange` larger than it
-// was with the rectangles `base`, which are as many as the controls and in the same order.
+// The rectangles of the controls when the client area is larger by `widthChange` and `heightChange`
+// than it was with the rectangles `base`. `base` has one rectangle per control, in the same order.
 std::vector<LayoutRect> AnchorLayout(std::span<const AnchoredControl> controls,
                                      std::span<const LayoutRect> base, int32_t widthChange,
                                      int32_t heightChange);

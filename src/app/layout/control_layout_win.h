@@ -13,17 +13,17 @@ namespace app {
 
 class ControlLayout {
  public:
-  // `controls` must outlive the object. `adjust`, if there is one, may change the rectangles before
+  // `controls` must outlive the object. `adjust`, if not null, may change the rectangles before
   // they are applied.
   explicit ControlLayout(std::span<const AnchoredControl> controls,
                          std::function<void(std::vector<LayoutRect>&)> adjust = {});
 
-  // Remembers where the controls are and how large the client area is; later sizes are measured
-  // against this.
+  // Records the positions of the controls and the size of the client area, from which later layouts
+  // are computed.
   void Capture(HWND dialog);
   // Until the next Capture, Apply does nothing.
   void Forget() { isCaptured_ = false; }
-  // Moves the controls to where they belong at the present size.
+  // Moves the controls to their places for the current size.
   void Apply(HWND dialog) const;
 
  private:

@@ -1,4 +1,4 @@
-// The line above the list that offers something.
+// The line above the list that makes an offer to the user.
 #pragma once
 
 #include <string>

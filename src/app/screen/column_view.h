@@ -22,9 +22,9 @@ class ColumnView {
 
   // Replaces all columns.
   virtual void SetColumns(const std::vector<ColumnSpec>& columns) = 0;
-  // Shows the sort mark in the heading of this column and in no other; with no column, nowhere.
+  // Shows the sort arrow in the heading of this column only, or nowhere without a column.
   virtual void ShowSortMark(std::optional<size_t> column, bool descending) = 0;
-  // The present widths by column index, in pixels at 96 DPI.
+  // The current widths by column index, in pixels at 96 DPI.
   virtual std::vector<uint32_t> ColumnWidths() const = 0;
 };
 

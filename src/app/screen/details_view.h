@@ -5,7 +5,7 @@
 
 namespace app {
 
-// The buttons that can be pressed now.
+// Which buttons are enabled.
 struct DetailButtons {
   bool copyHashes = false;
   bool lookUpOnline = false;

@@ -1,4 +1,4 @@
-// The editing keys. While an edit box has the focus, they belong to it.
+// The editing keys. They act on the edit box that has the focus, if there is one.
 #pragma once
 
 namespace app {

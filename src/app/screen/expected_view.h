@@ -13,7 +13,7 @@ class ExpectedView {
   virtual ~ExpectedView() = default;
 
   virtual std::u16string ExpectedText() const = 0;
-  // Leads to ExpectedHash::OnEdited, as a change by the user does.
+  // Causes a call of ExpectedHash::OnEdited, as an edit by the user does.
   virtual void SetExpectedText(const std::u16string& text) = 0;
   virtual void SetResultLine(const std::u16string& text, ResultKind kind) = 0;
 };

@@ -10,7 +10,7 @@ class Frame {
  public:
   virtual ~Frame() = default;
 
-  // Shows the wait cursor from one call to the other. Not nested.
+  // Show the wait cursor between the two calls, which are not nested.
   virtual void BeginWait() = 0;
   virtual void EndWait() = 0;
   // Opens the Hash Text dialog and returns when it is closed.

@@ -6,7 +6,7 @@
 
 namespace app {
 
-// In banners. Every banner can be dismissed; most offer to accept, some to reject instead.
+// In banners. Every banner can be dismissed; most have a link to accept, some also one to reject.
 inline constexpr std::u16string_view AcceptLink = u"a";
 inline constexpr std::u16string_view RejectLink = u"r";
 inline constexpr std::u16string_view DismissLink = u"x";

@@ -1,4 +1,4 @@
-// What the window shows of the options: the check boxes of the algorithms and the main menu.
+// Where the window shows the options: the check boxes of the algorithms and the main menu.
 #pragma once
 
 #include <optional>
@@ -8,7 +8,7 @@
 
 namespace app {
 
-// The shell's entries that start this copy of the program.
+// Which of the shell's entries start this copy of the program.
 struct ShellEntryChecks {
   bool explorerMenu = false;
   bool canChangeExplorerMenu = true;
@@ -32,10 +32,10 @@ class MenuView {
 
   // `moreText` is the text of the button that opens the menu of all algorithms.
   virtual void ShowAlgoSelection(swr::AlgoMask mask, const std::u16string& moreText) = 0;
-  // Whether the algorithm's own check box is checked; false for one that has none.
+  // Whether the algorithm's own check box is checked; false for an algorithm without one.
   virtual bool IsAlgoChecked(swr::AlgoId id) const = 0;
   virtual void ShowOptions(const OptionChecks& checks) = 0;
-  // Takes the commands for the shell's entries out of the menu, for good.
+  // Removes the commands for the shell's entries from the menu permanently.
   virtual void RemoveShellEntryCommands() = 0;
   // The text of the command ID_PROGRAM_FOLDER.
   virtual void SetProgramFolderText(const std::u16string& text) = 0;

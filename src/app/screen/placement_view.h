@@ -1,4 +1,4 @@
-// Where the window is on the screen.
+// The window's position on the screen.
 #pragma once
 
 #include <cstdint>
@@ -22,10 +22,10 @@ class PlacementView {
  public:
   virtual ~PlacementView() = default;
 
-  // Nothing when the system does not tell.
+  // Nothing when the system does not report it.
   virtual std::optional<WindowPlacement> Placement() const = 0;
-  // Moves the window without showing it. False, and the window stays, when the rectangle is on no
-  // screen or smaller than the window can be.
+  // Moves the window without showing it. Returns false and does not move it when the rectangle is
+  // on no screen or smaller than the window's minimum size.
   virtual bool MoveTo(const WindowPlacement& placement) = 0;
 };
 

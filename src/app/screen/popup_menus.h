@@ -1,5 +1,5 @@
-// Menus that open at a place of the window and wait for a choice. Meanwhile the window goes on
-// handling messages: rows may come, change and go.
+// Menus that open over the window and wait for a choice. Meanwhile the window keeps handling
+// messages, so rows may be added, changed and removed.
 #pragma once
 
 #include <cstdint>
@@ -15,7 +15,7 @@ struct ScreenPoint {
   int32_t y = 0;
 };
 
-// What depends on the selection in the list's context menu.
+// The parts of the list's context menu that depend on the selection.
 struct ListMenuEntries {
   std::vector<swr::AlgoId> digests;  // of the one selected row, each with an entry to copy it
   bool canLookUp = false;
@@ -34,7 +34,7 @@ class PopupMenus {
 
   // Shows the menu of all algorithms with those of `mask` checked. Nothing when none was chosen.
   virtual std::optional<swr::AlgoId> ChooseAlgo(swr::AlgoMask mask, bool withLegacy) = 0;
-  // Shows the list's context menu at this place, or beside the focused row. Nothing when nothing
+  // Shows the list's context menu at this point, or beside the focused row. Nothing when nothing
   // was chosen.
   virtual std::optional<ListMenuChoice> ChooseListCommand(const ListMenuEntries& menu,
                                                           std::optional<ScreenPoint> at) = 0;

@@ -1,4 +1,4 @@
-// The timer that drives the display of progress.
+// The timer that updates the progress display.
 #pragma once
 
 namespace app {
@@ -8,7 +8,7 @@ class ProgressTimer {
  public:
   virtual ~ProgressTimer() = default;
 
-  // From here on ProgressDisplay::OnTimer is called every 200 ms until the timer is stopped.
+  // From now on JobIntake::OnTimer is called every 200 ms until the timer is stopped.
   virtual void StartProgressTimer() = 0;
   virtual void StopProgressTimer() = 0;
 };

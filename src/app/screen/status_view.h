@@ -1,4 +1,4 @@
-// The status line and the display of progress.
+// The status line and the progress display.
 #pragma once
 
 #include <optional>
@@ -14,8 +14,8 @@ class StatusView {
   virtual ~StatusView() = default;
 
   virtual void SetStatusText(const std::u16string& text) = 0;
-  // Shows the progress bar, the Cancel button and the progress on the taskbar; without figures
-  // hides them.
+  // Shows the progress bar, the Cancel button and the progress on the taskbar, or hides them when
+  // there are no figures.
   virtual void ShowProgress(const std::optional<ProgressFigures>& figures) = 0;
 };
 

@@ -1,4 +1,4 @@
-// The text of a control, whatever its length.
+// The text of a control, of any length.
 #pragma once
 
 #include "swr/system/windows_api_win.h"

@@ -5,7 +5,7 @@
 namespace app {
 
 int GetDpi(HWND window) {
-  // Older systems lack it.
+  // Missing on older systems.
   static UINT(WINAPI* const getDpiForWindow)(HWND) =
       swr::FindLoadedFunction(L"user32.dll", "GetDpiForWindow");
   if (getDpiForWindow != nullptr && window != nullptr) {

@@ -8,7 +8,7 @@
 namespace app {
 
 Icon LoadScaledIcon(int id, int size) {
-  // The import library of the tool chain lacks it.
+  // Missing from the tool chain's import library.
   static HRESULT(WINAPI* const load)(HINSTANCE, PCWSTR, int, int, HICON*) =
       swr::FindLoadedFunction(L"comctl32.dll", "LoadIconWithScaleDown");
   HICON icon = nullptr;
@@ -38,7 +38,7 @@ Icon MakeDisabledIcon(const Icon& icon) {
   const HDC screen = GetDC(nullptr);
   GetDIBits(screen, color.Get(), 0, height, pixels.data(), &format, DIB_RGB_COLORS);
   for (RGBQUAD& pixel : pixels) {
-    // Brightness as the eye weighs the three colours (ITU-R BT.601); the last byte is the opacity.
+    // Luma weights of ITU-R BT.601; the last byte is the opacity.
     const auto grey =
         static_cast<BYTE>((pixel.rgbRed * 77 + pixel.rgbGreen * 150 + pixel.rgbBlue * 29) / 256);
     pixel = {grey, grey, grey, static_cast<BYTE>(pixel.rgbReserved * 2 / 5)};

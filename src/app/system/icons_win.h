@@ -9,7 +9,7 @@ namespace app {
 // drawing. Empty when it can't be loaded.
 Icon LoadScaledIcon(int id, int size);
 
-// The same picture in pale grey, for a button that can't be pressed. Empty when it can't be made.
+// The same picture in pale grey, for a disabled button. Empty when it can't be made.
 Icon MakeDisabledIcon(const Icon& icon);
 
 }  // namespace app

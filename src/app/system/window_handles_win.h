@@ -1,5 +1,5 @@
-// Owners of the objects that only windows and the shell have; swr/system/handles_win.h has the
-// others.
+// Owners of the handles and interfaces that only windows and the shell have;
+// swr/system/handles_win.h has the others.
 #pragma once
 
 #include "swr/system/windows_api_win.h"
@@ -11,7 +11,7 @@
 
 namespace app {
 
-// What windows draw with.
+// GDI objects.
 struct ImageListTraits {
   using Value = HIMAGELIST;
   static constexpr HIMAGELIST Invalid = nullptr;

@@ -11,7 +11,7 @@ namespace app {
 
 class BannerControl final : public BannerView {
  public:
-  // `onChange` is called after the banner was shown or hidden.
+  // `onChange` is called after the banner is shown or hidden.
   void Attach(HWND dialog, std::function<void()> onChange);
   bool Shows() const { return shows_; }
 

@@ -14,7 +14,7 @@ void MoveFocusFrom(HWND dialog, HWND control) {
 
 void ShowControl(HWND dialog, int control, bool shows) {
   const HWND window = GetDlgItem(dialog, control);
-  // The control's own style: IsWindowVisible would say no while the dialog is hidden.
+  // The control's own style, because IsWindowVisible is false while the dialog is hidden.
   const bool showsNow = (GetWindowLongW(window, GWL_STYLE) & WS_VISIBLE) != 0;
   if (shows == showsNow) return;
   if (!shows) MoveFocusFrom(dialog, window);

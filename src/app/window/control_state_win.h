@@ -1,5 +1,5 @@
-// Showing and enabling a dialog's controls. When a control that has the focus is hidden or
-// disabled, the list gets the focus, or the keyboard would be dead.
+// Showing and enabling a dialog's controls. When the focused control is hidden or disabled, the
+// list gets the focus, because the keyboard would stop working otherwise.
 #pragma once
 
 #include "swr/system/windows_api_win.h"

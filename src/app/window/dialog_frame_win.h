@@ -1,4 +1,4 @@
-// The dialog as a window: its place, its size, its cursor and its timer.
+// The dialog as a window: position, size, cursor and timer.
 #pragma once
 
 #include "swr/system/windows_api_win.h"
@@ -11,7 +11,7 @@ namespace app {
 
 class DialogFrame final : public Frame, public PlacementView, public ProgressTimer {
  public:
-  // The size that the dialog has now is its smallest one.
+  // The dialog's current size becomes its minimum size.
   void Attach(HWND dialog, int dpi);
   void ChangeDpi(int dpi);
   SIZE SmallestSize() const { return smallestSize_; }

@@ -23,8 +23,8 @@ bool FinishedJobPump::AnnounceProgress() const {
 }
 
 void FinishedJobPump::OnAnnounced(JobIntake& intake) {
-  // The messages of a timer come after the user's input. It is set first: a message of the intake
-  // can be open for long, and jobs that finish meanwhile are to be taken.
+  // Timer messages have a lower priority than user input. The timer is set first because the intake
+  // can open a message box, and jobs that finish while it is open must still be taken.
   SetTimer(window_, IDT_FINISHED_JOBS, FinishedJobsInterval, nullptr);
   TakeSome(intake);
 }

@@ -1,5 +1,5 @@
-// Takes finished jobs to the window a few at a time, so that the window answers its user however
-// fast files finish.
+// Passes finished jobs to the window in batches, so that the window stays responsive however fast
+// files finish.
 #pragma once
 
 #include "swr/system/windows_api_win.h"
@@ -17,18 +17,18 @@ class FinishedJobPump {
   FinishedJobPump(const FinishedJobPump&) = delete;
   FinishedJobPump& operator=(const FinishedJobPump&) = delete;
 
-  // To be called before a worker reports to Sink().
+  // Must be called before a worker reports to Sink().
   void Attach(HWND window) { window_ = window; }
   WorkerSink& Sink() { return jobs_; }
 
-  // Answers WM_APP_JOBS_FINISHED: from here on the timer IDT_FINISHED_JOBS runs until all jobs are
+  // Handles WM_APP_JOBS_FINISHED: from now on the timer IDT_FINISHED_JOBS runs until all jobs are
   // taken.
   void OnAnnounced(JobIntake& intake);
-  // Takes jobs until there are none or the window has been kept long enough.
+  // Takes jobs until there are none or the time limit is reached.
   void TakeSome(JobIntake& intake);
 
  private:
-  // These two on the worker's thread.
+  // Both are called on the worker's thread.
   bool Announce() const;
   bool AnnounceProgress() const;
 

@@ -46,20 +46,20 @@ void ListControl::SetRowCount(size_t count) {
 }
 
 void ListControl::RedrawRow(size_t index) {
-  // Most rows of a long list are out of sight, and the control does not check.
+  // Most rows of a long list are not visible, which the control does not check.
   const auto top = static_cast<size_t>(SendMessageW(list_, LVM_GETTOPINDEX, 0, 0));
   const auto shown = static_cast<size_t>(SendMessageW(list_, LVM_GETCOUNTPERPAGE, 0, 0));
   if (index < top || index > top + shown) return;
   SendMessageW(list_, LVM_REDRAWITEMS, index, static_cast<LPARAM>(index));
 }
 
-// An empty list has no item to paint over what was there.
+// An empty list has no items that would paint over the old content.
 void ListControl::RedrawRows() { InvalidateRect(list_, nullptr, isEmpty_); }
 
 std::vector<size_t> ListControl::SelectedRows() const {
   std::vector<size_t> rows(SelectedRowCount());
   if (rows.size() == static_cast<size_t>(SendMessageW(list_, LVM_GETITEMCOUNT, 0, 0))) {
-    // Asking for each row of a long list would take long.
+    // Querying every row of a long list would be slow.
     std::iota(rows.begin(), rows.end(), size_t{0});
     return rows;
   }
@@ -95,7 +95,7 @@ void ListControl::SelectRow(size_t index) {
 }
 
 void ListControl::ScrollToRow(size_t index) {
-  // Scrolled to from below, the row becomes the topmost.
+  // Scrolling up to the row makes it the topmost one.
   const LRESULT count = SendMessageW(list_, LVM_GETITEMCOUNT, 0, 0);
   SendMessageW(list_, LVM_ENSUREVISIBLE, static_cast<WPARAM>(count - 1), FALSE);
   SendMessageW(list_, LVM_ENSUREVISIBLE, index, FALSE);
@@ -117,7 +117,7 @@ POINT ListControl::MenuPlace() const {
 
 void ListControl::SelectAllRows() { SelectOrClearAll(LVIS_SELECTED); }
 
-// Repaints all rows once instead of each by itself.
+// Repaints all rows once instead of one by one.
 void ListControl::SelectOrClearAll(UINT state) {
   SendMessageW(list_, WM_SETREDRAW, FALSE, 0);
   SetState(-1, state, LVIS_SELECTED);

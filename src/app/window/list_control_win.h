@@ -1,5 +1,5 @@
-// The list view control. It holds nothing of its own: it is told how many rows there are and asks
-// for the text of each cell.
+// The list view control. It is virtual: it knows only the number of rows, and requests the text of
+// each cell that it draws.
 #pragma once
 
 #include "swr/system/windows_api_win.h"
@@ -20,7 +20,7 @@ namespace app {
 class ListControl final : public ListView, public ColumnView {
  public:
   void Attach(HWND list, int dpi);
-  // Scales the present column widths from the old DPI to this one.
+  // Scales the column widths from the old DPI to this one.
   void ChangeDpi(int dpi);
 
   void SetRowCount(size_t count) override;
@@ -37,13 +37,13 @@ class ListControl final : public ListView, public ColumnView {
   std::vector<uint32_t> ColumnWidths() const override;
 
   void SelectAllRows();
-  // Where a menu of the focused row belongs, or of the first selected one: below its name, in
-  // screen coordinates.
+  // Where to open a context menu for the focused row or, without one, the first selected row: below
+  // its name, in screen coordinates.
   POINT MenuPlace() const;
-  // Copies a cell's text into the buffer of the request, cut to its length.
+  // Copies a cell's text into the buffer of the request, truncated to its size.
   static void FillText(const LVITEMW& item, const std::u16string& text);
-  // Answers a custom-draw notification: gives rows their background, and draws the hint of an empty
-  // list when the control does not ask for its text.
+  // Handles a custom-draw notification: gives rows their background, and draws the hint of an empty
+  // list when the control does not request its text.
   LRESULT Draw(NMLVCUSTOMDRAW& draw, const std::function<RowTint(size_t)>& tintOf) const;
   static void FillEmptyMarkup(NMLVEMPTYMARKUP& markup);
 

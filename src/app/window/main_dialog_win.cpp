@@ -39,11 +39,10 @@ bool IsHighContrast() {
          (contrast.dwFlags & HCF_HIGHCONTRASTON) != 0;
 }
 
-// One main dialog with all that belongs to it. Each message becomes a call of a flow or of the
-// screen.
+// The main dialog and everything it owns. Each message becomes one call of a flow or of the screen.
 class MainDialog {
  public:
-  // An exception must not unwind through the system's frames, which know nothing of it: it ends the
+  // noexcept: an exception must not unwind through the system's stack frames, so it ends the
   // program here.
   static INT_PTR CALLBACK MainDialogProc(HWND window, UINT message, WPARAM wParam,
                                          LPARAM lParam) noexcept;
@@ -129,7 +128,7 @@ INT_PTR CALLBACK MainDialog::MainDialogProc(HWND window, UINT message, WPARAM wP
     return TRUE;
   }
   auto* dialog = reinterpret_cast<MainDialog*>(GetWindowLongPtrW(window, DWLP_USER));
-  // Some messages come before WM_INITDIALOG, which brings the object.
+  // Some messages arrive before WM_INITDIALOG, which passes the object.
   return dialog == nullptr ? FALSE : dialog->Dispatch(message, wParam, lParam);
 }
 
@@ -186,7 +185,7 @@ INT_PTR MainDialog::OnClose(WPARAM, LPARAM) {
 }
 
 INT_PTR MainDialog::OnGetMinMaxInfo(WPARAM, LPARAM lParam) {
-  // The window is not to become smaller than it was designed.
+  // The window cannot be made smaller than it was designed.
   const SIZE smallest = screen_.frame.SmallestSize();
   if (smallest.cx < 1) return FALSE;
   reinterpret_cast<MINMAXINFO*>(lParam)->ptMinTrackSize = {smallest.cx, smallest.cy};
@@ -266,7 +265,7 @@ INT_PTR MainDialog::OnListNotify(NMHDR& header) {
   }
 }
 
-// The row that the list looks for, mostly because letters were typed; -1 for none.
+// The row that the list view searches for, usually because the user typed letters; -1 for none.
 LONG_PTR MainDialog::FindItem(const NMLVFINDITEMW& request) {
   constexpr UINT substring = 0x0004;  // LVFI_SUBSTRING, which the headers lack; the same as PARTIAL
   constexpr UINT byBeginning = LVFI_PARTIAL | substring;
@@ -279,7 +278,7 @@ LONG_PTR MainDialog::FindItem(const NMLVFINDITEMW& request) {
 }
 
 INT_PTR MainDialog::OnCommand(WPARAM wParam, LPARAM) {
-  // The high word is 1 for an accelerator. Of the controls that give commands only a click counts.
+  // The high word is 1 for an accelerator. From controls, only a click is a command.
   const uint32_t id = LOWORD(wParam);
   if (id == IDC_EXPECTED) {
     if (HIWORD(wParam) == EN_CHANGE) main_->GetExpectedHash().OnEdited();
@@ -292,7 +291,8 @@ INT_PTR MainDialog::OnCommand(WPARAM wParam, LPARAM) {
 }
 
 INT_PTR MainDialog::OnTimer(WPARAM wParam, LPARAM) {
-  // The tick takes finished jobs too: their announcement, or the timer of their own, can fail.
+  // The progress timer takes finished jobs as well, because their announcement or their own timer
+  // can fail.
   if (wParam == IDT_FINISHED_JOBS || wParam == IDT_PROGRESS) {
     finishedJobs_.TakeSome(main_->GetJobIntake());
   }
@@ -330,7 +330,8 @@ INT_PTR MainDialog::OnDropFiles(WPARAM wParam, LPARAM) {
   return TRUE;
 }
 
-// Comes from another process, so nothing about it is trusted. The sender waits.
+// The message comes from another process, so nothing in it is trusted. The sender waits for the
+// result.
 INT_PTR MainDialog::OnCopyData(WPARAM, LPARAM lParam) {
   const auto& data = *reinterpret_cast<const COPYDATASTRUCT*>(lParam);
   const size_t size = data.lpData == nullptr ? 0 : data.cbData;
@@ -346,7 +347,7 @@ INT_PTR MainDialog::OnCopyData(WPARAM, LPARAM lParam) {
 INT_PTR MainDialog::OnDpiChanged(WPARAM wParam, LPARAM) {
   const int dpi = HIWORD(wParam);
   screen_.ChangeDpi(dpi);
-  // To be handled after the system's own move to the new size, which the result lets go ahead.
+  // Handled after the system has moved the window to the new size, which the result FALSE allows.
   PostMessageW(window_, WM_APP_DPI_RELAYOUT, 0, 0);
   return FALSE;
 }
@@ -363,7 +364,7 @@ INT_PTR MainDialog::OnSettingChange(WPARAM, LPARAM) {
   return FALSE;
 }
 
-// The dialog's own handling follows, which restores the focus.
+// FALSE lets the dialog handle the message as well, which restores the focus.
 INT_PTR MainDialog::OnActivate(WPARAM wParam, LPARAM) {
   if (LOWORD(wParam) != WA_INACTIVE) main_->GetClipboardWatch().Check();
   return FALSE;
@@ -372,7 +373,7 @@ INT_PTR MainDialog::OnActivate(WPARAM wParam, LPARAM) {
 INT_PTR MainDialog::OnContextMenu(WPARAM wParam, LPARAM lParam) {
   if (reinterpret_cast<HWND>(wParam) != GetDlgItem(window_, IDC_LIST)) return FALSE;
   const ScreenPoint point = {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
-  // The keyboard opens the menu without a place, which two coordinates of -1 stand for.
+  // When the keyboard opens the menu, both coordinates are -1.
   std::optional<ScreenPoint> place;
   if (point.x != -1 || point.y != -1) place = point;
   main_->GetListMenu().Show(place);

@@ -1,4 +1,4 @@
-// The main window on Windows: dialog 100, its message loop, and the layer that turns messages into
+// The main window on Windows: its dialog, its message loop, and the code that turns messages into
 // calls of flows.
 #pragma once
 

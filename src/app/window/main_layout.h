@@ -1,4 +1,4 @@
-// The layout of the main dialog: which of its controls move, and the strip of the banner.
+// The layout of the main dialog: which controls move, and the space of the banner.
 #pragma once
 
 #include <array>
@@ -10,7 +10,7 @@
 
 namespace app {
 
-// What the edges left, top, right and bottom of a control follow.
+// What the left, top, right and bottom edge of a control follow.
 constexpr AnchoredControl GrowsWide(uint32_t id) {
   return {id, Follow::Nothing, Follow::Nothing, Follow::All, Follow::Nothing};
 }
@@ -27,7 +27,7 @@ constexpr AnchoredControl MovesWithCorner(uint32_t id) {
   return {id, Follow::All, Follow::All, Follow::All, Follow::All};
 }
 
-// The controls that move. The row of algorithms is not among them; all added height goes to the
+// The controls that move. The row of algorithms stays where it is, and all added height goes to the
 // list.
 inline constexpr std::array<AnchoredControl, 16> MainDialogControls = {{
     GrowsWide(IDC_TOOLBAR),
@@ -48,8 +48,8 @@ inline constexpr std::array<AnchoredControl, 16> MainDialogControls = {{
     MovesWithCorner(IDC_LINKS),
 }};
 
-// Moves the top of the list, among the rectangles of these controls: the list takes up the strip of
-// the banner while none shows, and starts `bannerGap` below the banner while one does.
+// Sets the top of the list in the rectangles of these controls: while no banner shows, the list
+// covers the banner's space; while one does, the list starts `bannerGap` below it.
 void PlaceListUnderBanner(std::vector<LayoutRect>& rects, bool bannerShows, int32_t bannerGap);
 
 }  // namespace app

@@ -1,4 +1,4 @@
-// The main dialog's controls, each behind the interface that the flows know.
+// The main dialog's controls, as the interfaces that the flows use.
 #pragma once
 
 #include "swr/system/windows_api_win.h"
@@ -24,13 +24,13 @@ class MainScreen {
   MainScreen(const MainScreen&) = delete;
   MainScreen& operator=(const MainScreen&) = delete;
 
-  // Binds the objects to the dialog's controls, while the dialog is being set up.
+  // Attaches the objects to the dialog's controls. Called while the dialog is being initialised.
   void Attach(HWND dialog, int dpi);
   Screen Parts();
 
   void ApplyLayout() const { layout_.Apply(dialog_); }
-  // Scales column widths and the smallest size. The rest follows in Relayout, once the window has
-  // its new size.
+  // Scales the column widths and the minimum size. Relayout does the rest, once the window has its
+  // new size.
   void ChangeDpi(int dpi);
   void Relayout();
   // Frees the icons of buttons. To be called when the window is destroyed.

@@ -34,8 +34,7 @@ class MainWindow {
   MainWindow(const MainWindow&) = delete;
   MainWindow& operator=(const MainWindow&) = delete;
 
-  // Brings a new, empty screen in line with the options. To be called once, after the settings are
-  // read.
+  // Makes a new, empty screen show the options. Call once, after the settings are read.
   void Start();
 
   RowTable& GetRows() { return rows_; }

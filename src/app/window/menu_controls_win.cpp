@@ -49,7 +49,7 @@ void MenuControls::RemoveShellEntryCommands() {
   const HMENU options = GetSubMenu(GetMenu(dialog_), OptionsMenuPosition);
   RemoveMenu(options, ID_EXPLORER_MENU, MF_BYCOMMAND);
   RemoveMenu(options, ID_SEND_TO, MF_BYCOMMAND);
-  // The separator before them.
+  // The separator above them.
   RemoveMenu(options, static_cast<UINT>(GetMenuItemCount(options) - 1), MF_BYPOSITION);
 }
 

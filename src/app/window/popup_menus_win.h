@@ -1,4 +1,4 @@
-// The menus that open at a place of the window.
+// The pop-up menus of the window.
 #pragma once
 
 #include "swr/system/windows_api_win.h"

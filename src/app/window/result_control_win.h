@@ -13,12 +13,12 @@ namespace app {
 class ResultControl {
  public:
   void Attach(HWND control, int dpi);
-  // Makes the bold font again from the dialog's own.
+  // Recreates the bold font from the dialog's font.
   void ChangeDpi(int dpi);
 
   void Set(const std::u16string& text, ResultKind kind);
-  // Answers WM_DRAWITEM. In high contrast the sentence has the system's text colour; its words and
-  // its icon still tell the verdict.
+  // Handles WM_DRAWITEM. In high contrast the sentence has the system's text colour; its words and
+  // its icon still give the verdict.
   void Draw(const DRAWITEMSTRUCT& item, bool highContrast) const;
 
  private:

@@ -3,7 +3,7 @@
 
 namespace app {
 
-// The values that Windows gives them (see ShowWindow).
+// The values that Windows defines (see ShowWindow).
 inline constexpr int ShowNormalCommand = 1;
 inline constexpr int ShowMaximizedCommand = 3;
 inline constexpr int ShowCommand = 5;

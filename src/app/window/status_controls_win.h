@@ -1,4 +1,4 @@
-// The controls of the status line and of the progress, and the button in the taskbar.
+// The controls of the status line and the progress, and the taskbar button.
 #pragma once
 
 #include "swr/system/windows_api_win.h"
@@ -11,9 +11,9 @@ namespace app {
 class StatusControls final : public StatusView {
  public:
   void Attach(HWND dialog);
-  // To be called when the shell has made the window's button in the taskbar.
+  // Call when the shell has created the window's taskbar button.
   void ConnectTaskbar() { taskbar_.Connect(dialog_); }
-  // To be called before COM is shut down.
+  // Call before COM is shut down.
   void ReleaseTaskbar() { taskbar_.Release(); }
 
   void SetStatusText(const std::u16string& text) override;

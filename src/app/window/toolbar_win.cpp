@@ -54,7 +54,7 @@ void AddIcon(const ImageList& list, const Icon& icon) {
   if (icon) ImageList_AddIcon(list.Get(), icon.Get());
 }
 
-// One icon for each state of a push button (numbered as in the visual styles), all alike but for
+// One icon for each state of a push button (numbered as in the visual styles), all the same except
 // the disabled one.
 ImageList MakeButtonImages(int id, int size) {
   ImageList list = MakeImageList(size);
@@ -83,8 +83,7 @@ void Toolbar::Create(HWND dialog, int dpi) {
                       rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top, dialog,
                       reinterpret_cast<HMENU>(static_cast<intptr_t>(IDC_TOOLBAR)),
                       GetModuleHandleW(nullptr), nullptr);
-  // The control made last would be the last in the order of reading; the toolbar is to be the
-  // first.
+  // A control created last would be last in the tab and reading order; the toolbar must be first.
   SetWindowPos(toolbar_, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
   SendMessageW(toolbar_, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
   SendMessageW(toolbar_, TB_SETEXTENDEDSTYLE, 0, TBSTYLE_EX_DOUBLEBUFFER);
@@ -132,7 +131,7 @@ void Toolbar::LoadButtonImages(int dpi, int size) {
                         reinterpret_cast<LPARAM>(&images));
     made.push_back(std::move(list));
   }
-  // The old lists are freed only now that no button uses them.
+  // The old image lists can be freed only now that no button uses them.
   buttonImages_ = std::move(made);
 }
 

@@ -13,13 +13,13 @@ namespace app {
 
 class Toolbar {
  public:
-  // Puts the toolbar in the place of the dialog's placeholder. Its buttons can always be pressed.
+  // Puts the toolbar in place of the dialog's placeholder. Its buttons are always enabled.
   void Create(HWND dialog, int dpi);
-  // Loads all icons again for this DPI.
+  // Reloads all icons for this DPI.
   void LoadImages(int dpi);
   // Makes the toolbar as wide as the window.
   void Position();
-  // Fills in the tip of a button; cut to the room there is.
+  // Fills in the tooltip of a button, truncated to the size of the buffer.
   static void FillTip(NMTBGETINFOTIPW& request);
   // Frees the push buttons' icons; the toolbar's are freed with it.
   void DestroyButtonImages();

@@ -1,5 +1,5 @@
-// The messages and timers that the main window sends itself, or gets from the program's threads.
-// Other processes see the numbers, so they stay as they are.
+// The messages and timers that the main window sends itself or receives from the program's threads.
+// Other processes see the numbers, so they must not change.
 #pragma once
 
 #include "swr/system/windows_api_win.h"
@@ -9,7 +9,7 @@ namespace app {
 inline constexpr UINT WM_APP_DPI_RELAYOUT = 32769;
 inline constexpr UINT WM_APP_JOBS_FINISHED = 32778;     // finished jobs are waiting
 inline constexpr UINT WM_APP_HASH_PROGRESS = 32779;     // more bytes were read
-inline constexpr UINT WM_APP_SIGNATURE_RESULT = 32780;  // with a SignatureMessage, to be taken over
+inline constexpr UINT WM_APP_SIGNATURE_RESULT = 32780;  // lParam owns a SignatureMessage
 
 inline constexpr UINT_PTR IDT_PROGRESS = 1;
 inline constexpr UINT ProgressInterval = 200;  // ms

@@ -17,7 +17,7 @@ void FinishedJobQueue::AddFinished(std::unique_ptr<FinishedJob> job) {
 void FinishedJobQueue::AnnounceFinished() {
   {
     const std::lock_guard lock(mutex_);
-    // The window may have come by itself and taken them.
+    // The window may already have taken them at a tick of its timer.
     if (announced_ || jobs_.empty()) return;
     announced_ = true;
   }

@@ -1,4 +1,4 @@
-// Background hashing as the flows see it: they give it jobs and read its figures.
+// Background hashing as the flows see it: they queue jobs and read the progress.
 #pragma once
 
 #include <cstdint>
@@ -17,11 +17,11 @@ struct HashJob {
   uint64_t size = 0;  // bytes, as known when the job was made; for the totals only
 };
 
-// The figures at one moment. A batch begins when an idle worker with an empty queue gets a job, and
-// lasts until the next such moment.
+// The progress at one moment. A batch begins when an idle worker gets a job, and lasts until the
+// next time that happens.
 struct WorkerSnapshot {
   bool active = false;         // a job is running or waiting
-  bool finishedWait = false;   // a finished job has not reached the window yet
+  bool finishedWait = false;   // the window has not taken every finished job yet
   std::u16string currentPath;  // of the running job; empty between jobs
   uint64_t currentBytes = 0;   // read so far of the running job
   uint64_t currentSize = 0;    // the running job's size as it was queued
@@ -39,7 +39,8 @@ class HashQueue {
   // Adds them in this order, and wakes the worker once.
   virtual void EnqueueAll(std::vector<HashJob> jobs) = 0;
   // Drops the queued jobs of these rows, and cancels the running job if it is for one of them; a
-  // cancelled job is still reported. Takes one walk over the queue, however many rows there are.
+  // cancelled job is still reported. Goes over the queue once, however many rows there are. An id
+  // may occur more than once, or have no job.
   virtual void Remove(std::span<const uint64_t> rowIds) = 0;
   // Drops the whole queue and cancels the running job, which is still reported.
   virtual void CancelAll() = 0;

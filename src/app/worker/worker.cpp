@@ -44,7 +44,7 @@ void Worker::EnqueueAll(std::vector<HashJob> jobs) {
       totalBytes_ = 0;
       batchStartTick_ = ticks_();
     }
-    // This never moves more jobs than it drops.
+    // The condition ensures that this moves no more jobs than it drops.
     if (2 * next_ >= queue_.size()) DropTakenJobs();
     for (HashJob& job : jobs) {
       totalBytes_ += job.size;
@@ -90,7 +90,7 @@ WorkerSnapshot Worker::GetSnapshot() const {
                           .currentBytes = busy_ ? currentBytes_.load() : 0,
                           .currentSize = currentSize_};
   snapshot.doneBytes = doneBytes_ + snapshot.currentBytes;
-  // A file that grew can't push the figure past the total.
+  // A file that has grown must not push the figure past the total.
   snapshot.totalBytes = std::max(totalBytes_, snapshot.doneBytes);
   snapshot.remainingJobs = queue_.size() - next_ + (busy_ ? 1 : 0);
   const uint64_t elapsed = ticks_() - batchStartTick_;
@@ -106,7 +106,7 @@ void Worker::Run() {
   std::unique_lock lock(mutex_);
   while (true) {
     WaitForWork(lock);
-    // Stop wins over queued work.
+    // Stopping takes precedence over queued jobs.
     if (stop_) return;
     HashJob job = std::move(queue_[next_++]);
     busy_ = true;
@@ -144,8 +144,8 @@ void Worker::RunJob(HashJob job) {
     busy_ = false;
     currentPath_.clear();
     doneBytes_ += job.size;
-    // Under the lock, or a snapshot between the two would show neither the job nor that it
-    // finished.
+    // Under the lock: otherwise a snapshot taken in between would show the job neither as running
+    // nor as finished.
     sink_.AddFinished(std::move(finished));
   }
   sink_.AnnounceFinished();

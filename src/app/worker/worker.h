@@ -1,6 +1,6 @@
-// The one background thread that hashes files for the window, with its queue, its cancel protocol
-// and the figures for the progress display. It hashes one file at a time; FileHasher does what it
-// can in parallel inside a file.
+// The background thread that hashes files for the window, with its queue, its cancel protocol and
+// the figures for the progress display. It hashes one file at a time; FileHasher computes several
+// digests of a file in parallel.
 #pragma once
 
 #include <atomic>
@@ -25,20 +25,20 @@ namespace app {
 struct FinishedJob {
   uint64_t rowId = 0;
   swr::AlgoMask mask = 0;  // the job's
-  // The job's. It goes back to the thread that allocated it: if the worker freed it, the two
-  // threads would wait for the same heap.
+  // The job's. It returns to the thread that allocated it, because two threads that free each
+  // other's memory contend for the same heap.
   std::u16string path;
   swr::HashOutcome outcome;
 };
 
-// Where the worker reports, on its own thread unless stated otherwise.
+// Receives the worker's reports, on the worker's thread unless stated otherwise.
 class WorkerSink {
  public:
   virtual ~WorkerSink() = default;
   // Called with the worker's lock held, so it must neither wait for the window's thread nor call
   // the worker.
   virtual void AddFinished(std::unique_ptr<FinishedJob> job) = 0;
-  // Tells the window of what was added. Called without a lock.
+  // Notifies the window of added jobs. Called without a lock.
   virtual void AnnounceFinished() = 0;
   // More bytes were read. Called without a lock, and not again before Worker::AcknowledgeProgress.
   virtual void PostProgress() = 0;
@@ -67,7 +67,7 @@ class Worker final : public HashQueue {
   void Remove(std::span<const uint64_t> rowIds) override;
   void CancelAll() override;
   WorkerSnapshot GetSnapshot() const override;
-  // To be called for each PostProgress, so that at most one message is ever on its way.
+  // Call once for each PostProgress, so that at most one message is pending.
   void AcknowledgeProgress() { progressPosted_ = false; }
 
  private:
@@ -90,10 +90,9 @@ class Worker final : public HashQueue {
 
   mutable std::mutex mutex_;
   std::condition_variable wake_;
-  // From here to batchStartTick_: under mutex_.
-  // The jobs from `next_` on are waiting. Those before it have been taken and are empty; they are
-  // erased on the window's thread, for the two threads would wait for the same heap if each freed
-  // what the other had allocated.
+  // From here to batchStartTick_, all under mutex_. The jobs from `next_` on are waiting. Those
+  // before it have been taken and are empty; they are erased on the window's thread, because two
+  // threads that free each other's memory contend for the same heap.
   std::vector<HashJob> queue_;
   size_t next_ = 0;
   bool stop_ = false;

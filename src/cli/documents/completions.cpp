@@ -18,7 +18,7 @@ std::string Join(const std::vector<std::string>& words, std::string_view between
   return text;
 }
 
-// What a shell can offer for a kind of value; empty for a file or a free text.
+// The choices that a shell can offer for a kind of value; empty for files and free text.
 std::vector<std::string> WordsFor(ValueKind kind) {
   std::vector<std::string> words;
   if (kind == ValueKind::Algorithms) {
@@ -39,7 +39,7 @@ std::string NamesOf(const OptionRow& row, std::string_view between) {
   return row.shortName != 0 ? ShortName(row) + std::string(between) + LongName(row) : LongName(row);
 }
 
-// The text between single quotes, as each of the shells has it.
+// The text in single quotes, escaped for the shell.
 std::string Quoted(std::string_view text, std::string_view quote) {
   std::string quoted = "'";
   for (const char c : text) {
@@ -58,7 +58,7 @@ std::string BashCases() {
     if (row.kind == ValueKind::None) continue;
     cases += "    " + NamesOf(row, " | ") + ")\n";
     if (row.kind == ValueKind::Algorithms) {
-      // Of a list, the last name is completed.
+      // In a comma-separated list, the last name is completed.
       cases +=
           "      local done=\n"
           "      [[ $current != *,* ]] || done=${current%,*},\n"
@@ -168,7 +168,7 @@ std::string PowerShellCompletion() {
       options += "        @(" + Quoted(name, "''") + ", " + Quoted(row.help, "''") + ")\n";
       const std::vector<std::string> words = WordsFor(row.kind);
       if (words.empty()) continue;
-      // A hash table of PowerShell does not tell capitals from small letters.
+      // Keys of a PowerShell hash table ignore case.
       values += "        " + Quoted(name, "''") + " = @('" + Join(words, "', '") + "')\n";
     }
   }

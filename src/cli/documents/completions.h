@@ -1,4 +1,4 @@
-// The completions of the shells, made from the table of options.
+// Shell completion scripts, generated from the option table.
 #pragma once
 
 #include <string>

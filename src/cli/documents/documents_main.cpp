@@ -1,4 +1,4 @@
-// Writes the manual page and the completions of the shells into a folder.
+// Writes the manual page and the shell completion scripts into a folder.
 #include <cstdio>
 #include <fstream>
 #include <string>
@@ -12,7 +12,7 @@ int main(int count, char** arguments) {
     std::fputs("usage: swrhash_documents FOLDER\n", stderr);
     return 2;
   }
-  // PowerShell takes a script called swrhash.ps1 for the program itself.
+  // PowerShell would run a script called swrhash.ps1 in place of the program.
   const std::pair<const char*, std::string> files[] = {
       {"swrhash.1", cli::ManPage()},
       {"swrhash.bash", cli::BashCompletion()},

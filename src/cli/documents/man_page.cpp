@@ -8,7 +8,8 @@
 namespace cli {
 namespace {
 
-// Text as groff takes it: a hyphen is one that can be copied, and no line is taken for a macro.
+// Escapes text for groff: hyphens stay hyphens when they are copied, and no line is parsed as a
+// macro.
 std::string Escaped(std::string_view text) {
   std::string out;
   for (const char c : text) {

@@ -1,11 +1,11 @@
-// The manual page, made from the table of options.
+// The manual page, generated from the option table.
 #pragma once
 
 #include <string>
 
 namespace cli {
 
-// In the man macros of groff.
+// In groff's man macros.
 std::string ManPage();
 
 }  // namespace cli

@@ -1,4 +1,4 @@
-// Verifying the files that checksum lists name.
+// Verifies the files named in checksum lists.
 #include <array>
 #include <atomic>
 #include <memory>
@@ -25,8 +25,8 @@ namespace {
 
 using swr::CompareOutcome;
 
-// Where a digest can belong to several algorithms of its length: the one that matched last, by that
-// length. A list is made by one tool.
+// For digests that could belong to several algorithms of the same length: remembers by length which
+// one matched last. A list usually comes from a single tool.
 class LikelyAlgorithms {
  public:
   swr::AlgoId Of(const std::vector<swr::AlgoId>& candidates) const {
@@ -48,13 +48,13 @@ struct CheckRun {
   Run& run;
   LikelyAlgorithms likely;
   ExtraFiles extra;
-  // By the reports, in their order.
+  // Updated by the reports, in their order.
   swr::VerificationCounts counts;
   size_t skippedLines = 0;
   uint32_t firstSkippedLine = 0;
 };
 
-// The lines that follow each other in a list and speak of the same file, which is read once.
+// Consecutive lines of a list that name the same file. The file is read once.
 class CheckJob final : public Job {
  public:
   CheckJob(CheckRun& shared, std::u16string path, swr::ChecksumLine line)
@@ -81,8 +81,8 @@ class CheckJob final : public Job {
   }
 
   void Report() override {
-    const bool isPassedOver = shared_.run.options.ignoreMissing && swr::IsMissingError(error_);
-    if (isPassedOver) return;
+    const bool isIgnored = shared_.run.options.ignoreMissing && swr::IsMissingError(error_);
+    if (isIgnored) return;
     if (error_ != 0) {
       shared_.run.status.NoteError(error_);
       if (!shared_.run.options.status) ComplainOf(shared_.run, path_, error_);
@@ -98,7 +98,7 @@ class CheckJob final : public Job {
     swr::CompareResult result = {CompareOutcome::Pending};
   };
 
-  // Settles the lines that can be settled with the digests of these algorithms.
+  // Computes these digests and decides the lines that they can decide.
   void Compare(WorkTools& tools, swr::AlgoMask algorithms) {
     const swr::HashOutcome outcome = HashSelected(shared_.run, tools, {.path = path_}, algorithms);
     error_ = outcome.error;
@@ -112,7 +112,7 @@ class CheckJob final : public Job {
     }
   }
 
-  // A file is OK only if all its lines are.
+  // A file is OK only if all its lines match.
   CompareOutcome Outcome() const {
     for (const Line& line : lines_) {
       if (line.result.outcome != CompareOutcome::Match) return line.result.outcome;
@@ -150,7 +150,7 @@ class CheckJob final : public Job {
   uint32_t error_ = 0;
 };
 
-// Reads one list and submits what it names.
+// Reads one list and submits a job for each file in it.
 class ListReader {
  public:
   ListReader(CheckRun& shared, const OrderedWork::Submit& submit)
@@ -162,7 +162,7 @@ class ListReader {
       Fail(list, error);
       return;
     }
-    // What comes from standard input has no place of its own: the names are taken from here.
+    // A list from standard input has no folder: its names are relative to the current folder.
     const std::u16string listPath = list == StandardInputName ? u"" : list;
     if (run_.options.extra) shared_.extra.AddList(listPath);
     swr::ChecksumLineReader reader(listPath, swr::ListForms::Extended);
@@ -186,7 +186,7 @@ class ListReader {
   }
 
  private:
-  // Leaves the algorithms that the user has named. False when none is left.
+  // Removes the candidates that the user has not selected. False when none is left.
   bool Narrow(swr::ChecksumLine& line) const {
     if (run_.options.algorithms == 0) return true;
     std::erase_if(line.candidates,
@@ -211,7 +211,7 @@ class ListReader {
     job_ = std::make_unique<CheckJob>(shared_, std::move(path), std::move(line));
   }
 
-  // Submits the file that is being gathered.
+  // Submits the file whose lines are being collected.
   void Finish() {
     if (job_) submit_(std::move(job_));
   }
@@ -246,7 +246,7 @@ class ListReader {
   std::unique_ptr<CheckJob> job_;
 };
 
-// The last line: how the verification ended.
+// Writes the last line, the result of the verification.
 void Summarize(CheckRun& shared) {
   Run& run = shared.run;
   const size_t verified =

@@ -1,4 +1,4 @@
-// Comparing files with an expected hash.
+// Compares files with an expected hash.
 #include <atomic>
 #include <memory>
 #include <mutex>
@@ -17,17 +17,17 @@ namespace {
 
 using swr::CompareOutcome;
 
-// What is known of all files so far, in the order of the files.
+// The results of all files reported so far, in order.
 struct ExpectRun {
   Run& run;
   const swr::ParsedHash& expected;
-  std::atomic<bool> hasMatch = false;  // known before the match's turn to report has come
+  std::atomic<bool> hasMatch = false;  // set before the matching file is reported
   size_t files = 0;
   size_t matches = 0;
   std::u16string matchName;  // of the first match
   swr::AlgoId matchAlgo = {};
-  // The file that is blamed if nothing matches: the last one with the name that came with the hash,
-  // or the only one.
+  // The file that the verdict names if nothing matches: the last one with the name that came with
+  // the hash, or the only file.
   std::u16string blamedName;
   bool isBlamedNamed = false;
   bool isBlamedUnreadable = false;
@@ -37,7 +37,7 @@ class ExpectJob final : public Job {
  public:
   ExpectJob(ExpectRun& shared, SelectedFile file) : shared_(shared), file_(std::move(file)) {}
 
-  // The likeliest algorithm first; the others only where no file has matched yet.
+  // The likeliest algorithm first; the others only while no file has matched.
   void Run(WorkTools& tools) override {
     const std::span<const swr::AlgoId> candidates = shared_.expected.candidates;
     Compare(tools, candidates.first(1));

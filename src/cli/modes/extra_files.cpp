@@ -93,7 +93,8 @@ void ExtraFiles::Find() {
       const SelectionCallbacks callbacks{
           .found =
               [&](SelectedFile file) {
-                // A folder below another one is walked twice, but its files are named once.
+                // A list's folder inside that of another list is walked twice, but its files are
+                // reported once.
                 if (!listed_.insert(PathIdentity(file.path)).second) return;
                 std::u16string name =
                     swr::ToForwardSlashes(swr::MakeRelativePath(folder, file.path));

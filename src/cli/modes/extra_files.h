@@ -1,5 +1,5 @@
-// The files below the folders of checksum lists that no list names, and which of them are missing
-// ones under another name.
+// Finds the files in the folders of checksum lists that no list names, and which of them are
+// missing files that were moved.
 #pragma once
 
 #include <cstdint>
@@ -17,22 +17,23 @@ class ExtraFiles {
  public:
   explicit ExtraFiles(Run& run) : run_(run) {}
 
-  // A list, which is not an extra file itself, and a file that it names. One thread.
+  // Add a list, which is not an extra file itself, and a file that it names. Called on one thread.
   void AddList(const std::u16string& listPath);
   void AddListed(const std::u16string& path);
-  // A file that does not exist, by its name in the list. One thread, which may be another one.
+  // Adds a listed file that does not exist, by its name in the list. Called on one thread, which
+  // may be a different one.
   void AddMissing(const std::u16string& name, std::vector<uint8_t> digest,
                   std::vector<swr::AlgoId> candidates);
 
-  // Walks the lists' folders and names what is extra. After all the others.
+  // Walks the lists' folders and reports the extra files. Called after all others.
   void Find();
-  // " 2 extra files, 1 of them moved." with a blank in front; empty when there is none.
+  // " 2 extra files, 1 of them moved." with a leading space; empty when there are none.
   std::u16string Summary() const;
 
  private:
   class ExtraJob;
 
-  // What a digest has to be compared with: the bytes behind the number of the algorithm.
+  // The number of the algorithm followed by the bytes of the digest.
   static std::string KeyOf(swr::AlgoId algo, std::string_view digest);
 
   Run& run_;

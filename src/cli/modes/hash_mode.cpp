@@ -1,4 +1,4 @@
-// Calculating checksums and writing them as a list.
+// Calculates checksums and writes them as a list.
 #include <memory>
 #include <utility>
 
@@ -9,7 +9,7 @@
 namespace cli {
 namespace {
 
-// What the jobs of a run share.
+// Shared by the jobs of a run.
 struct HashRun {
   Run& run;
   swr::AlgoMask algorithms;
@@ -31,7 +31,7 @@ class HashJob final : public Job {
       row.digests.push_back({id, outcome.digests[swr::IndexOf(id)]});
     }
     text_ = shared_.writer.Row(row);
-    // Only the text is kept until it is this file's turn.
+    // Only the text is kept until the file is reported.
     file_ = {};
   }
 
@@ -76,7 +76,7 @@ void RunHash(Run& run) {
     return std::make_unique<HashJob>(shared, std::move(file));
   });
   run.console.Out(shared.writer.Tail(shared.hasRows));
-  run.isFruitless = !shared.hasRows && run.status.Code() != ExitStatus::Good;
+  run.hasOnlyErrors = !shared.hasRows && run.status.Code() != ExitStatus::Good;
 }
 
 }  // namespace cli

@@ -1,4 +1,4 @@
-// Names in lists and the files that they mean.
+// Names in lists and the files that they refer to.
 #pragma once
 
 #include <string>
@@ -8,11 +8,11 @@
 
 namespace cli {
 
-// A name as it stands on a line of a list, and before a verdict: with the mark and the escapes of
-// coreutils where it holds a line end or a backslash.
+// A name as it is written in a list and before a verdict: escaped and marked as coreutils does if
+// it contains a line end or a backslash.
 std::string ListedName(const Console& console, std::u16string_view name);
 
-// Equal for two spellings of one path, as far as the rules of paths tell.
+// Equal for different spellings of one path, as far as that follows from the path rules alone.
 std::u16string PathIdentity(const std::u16string& path);
 
 }  // namespace cli

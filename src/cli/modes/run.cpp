@@ -89,7 +89,7 @@ void RunOverFiles(Run& run, const std::function<std::unique_ptr<Job>(SelectedFil
     ComplainOf(run, path, error);
     run.status.Note(ExitStatus::Trouble);
   };
-  // A single file needs no threads but its own.
+  // A single file needs no worker threads.
   const bool isSingle =
       options.operands.size() == 1 && options.filesFrom.empty() && !options.selection.recursive;
   if (isSingle) {

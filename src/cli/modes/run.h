@@ -1,5 +1,5 @@
-// What the modes of the program share: the parts that they work with, the exit code, and the
-// hashing of one selected file.
+// Shared by the modes: the objects that they work with, the exit code, and the hashing of one
+// selected file.
 #pragma once
 
 #include <atomic>
@@ -16,7 +16,7 @@
 
 namespace cli {
 
-// The worst of what happened, which becomes the exit code. The values are those of ExitCodes().
+// The worst result so far, which becomes the exit code. The values are those of ExitCodes().
 class ExitStatus {
  public:
   static constexpr int Good = 0;
@@ -24,7 +24,7 @@ class ExitStatus {
   static constexpr int Trouble = 2;
 
   void Note(int code);
-  // The code for a file that could not be read.
+  // Notes the code for a file that could not be read.
   void NoteError(uint32_t error);
   int Code() const { return code_.load(); }
 
@@ -32,38 +32,38 @@ class ExitStatus {
   std::atomic<int> code_ = Good;
 };
 
-// The parts of one run. They outlive it.
+// The objects of one run, which must outlive it.
 struct Run {
   const Options& options;
   Console& console;
   Progress& progress;
   OrderedWork& work;
   ExitStatus& status;
-  // Nothing came of it but errors: a file in the place of standard output stays as it was.
-  bool isFruitless = false;
+  // The run produced only errors: the file given with --output is left unchanged.
+  bool hasOnlyErrors = false;
 };
 
-// The error of a file that was written to while it was read. No Windows error code says that; this
-// one is free for applications (its bit 29 is set).
+// The error for a file that was modified while it was read. Windows has no error code for that;
+// this one is reserved for applications (bit 29 is set).
 inline constexpr uint32_t ErrorFileChanged = 0x20000001;
 
-// The words for an error code, those of ErrorFileChanged and of a folder included.
+// The message for an error code, including ErrorFileChanged and the code for a folder.
 std::u16string ErrorWords(uint32_t error);
-// "swrhash: NAME: words" on standard error.
+// Writes "swrhash: NAME: message" to standard error.
 void ComplainOf(Run& run, std::u16string_view name, uint32_t error);
 
-// Hashes the file. One that changed meanwhile has no digests but ErrorFileChanged.
+// Hashes the file. If it changed meanwhile, the outcome has ErrorFileChanged and no digests.
 swr::HashOutcome HashSelected(Run& run, WorkTools& tools, const SelectedFile& file,
                               swr::AlgoMask algorithms);
 
-// Runs a job for each selected file, and complains of what can't be taken. `makeJob` is called on
-// one thread.
+// Runs a job for each selected file, and reports an error for each name that can't be used.
+// `makeJob` is called on one thread.
 void RunOverFiles(Run& run, const std::function<std::unique_ptr<Job>(SelectedFile)>& makeJob);
 
-// A job whose report calls a function: for what has to be said in its place in the order.
+// A job that only calls `report`: for messages that must appear in the order of the files.
 std::unique_ptr<Job> MakeReport(std::function<void()> report);
 
-// The modes. Each does its work and leaves what came of it in `run.status`.
+// The modes. Each leaves its result in `run.status`.
 void RunHash(Run& run);
 void RunCheck(Run& run);
 void RunExpect(Run& run);

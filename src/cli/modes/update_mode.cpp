@@ -1,5 +1,5 @@
-// Adding files to a list, and taking the lines of files that are gone out of it. What the list has
-// stays byte for byte.
+// Adds files to a list, and removes the lines of files that no longer exist. All other lines are
+// kept byte for byte.
 #include <memory>
 #include <optional>
 #include <string>
@@ -27,16 +27,16 @@ namespace {
 
 using Encoding = LineSource::Encoding;
 
-// What is known of the list as it stands.
+// What was found in the existing list.
 struct ListState {
   bool exists = false;
   bool isSigned = false;
   Encoding encoding = Encoding::Bytes;
   bool hasCrLf = false;
-  bool endsInLine = true;                     // the last line has its line end
+  bool endsInLine = true;                     // the last line has a line end
   std::unordered_set<std::u16string> listed;  // by PathIdentity
   std::unordered_set<uint32_t> gone;          // numbers of lines whose file does not exist
-  // How the last line that is a checksum was written.
+  // The format of the last checksum line.
   std::optional<swr::ExportFormat> format;
   // The algorithms of the last file's lines.
   std::u16string lastName;
@@ -48,7 +48,7 @@ bool IsGone(const std::u16string& path) {
   return !swr::QueryFileInfo(swr::ToLongPath(path), error) && swr::IsMissingError(error);
 }
 
-// The form of a line that is a checksum.
+// The format of a checksum line.
 swr::ExportFormat FormatOf(std::u16string_view line) {
   swr::ChecksumLine parsed;
   const size_t first = line.find_first_not_of(u" \t");
@@ -135,7 +135,8 @@ class Updater {
     state_.format = FormatOf(text);
   }
 
-  // What the user says goes before what the list has, and that before what its name says.
+  // The user's choice takes precedence over what the list contains, and that over what its name
+  // implies.
   bool ChooseFormat() {
     algorithms_ = run_.options.algorithms;
     if (algorithms_ == 0) algorithms_ = state_.algorithms;
@@ -165,7 +166,7 @@ class Updater {
 
   void HashNewFiles();
 
-  // The new lines in the list's own encoding.
+  // The new lines in the list's encoding.
   std::string Encoded(const std::string& text) const {
     if (state_.encoding == Encoding::Bytes) return text;
     std::string bytes;
@@ -276,7 +277,7 @@ void Updater::HashNewFiles() {
     if (file.isStandardInput) {
       return MakeReport([this] { Fail(u"standard input has no name that a list could hold"); });
     }
-    // A file that is named twice is added once.
+    // A file that is selected twice is added once.
     if (!state_.listed.insert(PathIdentity(file.path)).second) return MakeReport([] {});
     const std::u16string full = swr::SystemFullPath(file.path).value_or(file.path);
     std::u16string name = swr::ToForwardSlashes(swr::MakeRelativePath(folder, full));

@@ -20,7 +20,7 @@ std::string Names(const OptionRow& row) {
   return names;
 }
 
-// Breaks the text into lines behind the column where it begins.
+// Wraps the text, indented to the column where it begins.
 void AppendWrapped(std::string& out, size_t column, std::string_view text) {
   const size_t width = LineWidth - column;
   while (text.size() > width) {

@@ -1,5 +1,5 @@
-// The one table of options. What reads the command line, --help, the manual page and the
-// completions of the shells are all made from it.
+// The table of options, from which the command-line parser, --help, the manual page and the shell
+// completions are made.
 #pragma once
 
 #include <cstdint>
@@ -38,7 +38,7 @@ enum class OptionId : uint8_t {
 
 enum class OptionGroup : uint8_t { Calculate, Verify, Compare, Update, Select, General };
 
-// What a shell offers behind the option.
+// What a shell completes after the option.
 enum class ValueKind : uint8_t { None, Algorithms, Format, File, Text, Color };
 
 struct OptionRow {
@@ -47,7 +47,7 @@ struct OptionRow {
   char shortName;              // 0 for none
   std::string_view longName;   // without "--"
   ValueKind kind;              // None for an option without a value
-  std::string_view valueName;  // as the help shows it
+  std::string_view valueName;  // as shown in the help
   bool repeatable;
   std::string_view help;    // one line for --help, without a full stop
   std::string_view manual;  // more, for the manual page; may be empty
@@ -59,7 +59,7 @@ const OptionRow& GetOption(OptionId id);
 
 std::string_view TitleOf(OptionGroup group);
 
-// What the values of some options may be.
+// The values that some options accept.
 std::span<const std::string_view> FormatNames();  // by swr::ExportFormat
 std::span<const std::string_view> ColorNames();
 

@@ -1,4 +1,4 @@
-// What the user wants, as plain values.
+// The parsed options, as plain values.
 #pragma once
 
 #include <cstdint>

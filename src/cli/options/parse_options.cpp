@@ -28,7 +28,7 @@ struct GivenOptions {
 [[noreturn]] void Fail(std::string text) { throw UsageError{std::move(text)}; }
 
 std::string Quoted(std::string_view text) {
-  // The text is the user's own and goes back to the user's terminal.
+  // The text comes from the user and is printed on the user's terminal.
   std::string quoted = "'";
   for (const char byte : text) quoted += static_cast<unsigned char>(byte) < ' ' ? '?' : byte;
   return quoted + "'";
@@ -45,7 +45,8 @@ GivenOptions ReadCommandLine(std::vector<std::string> arguments) {
   CLI::App app;
   app.set_help_flag();
   app.allow_windows_style_options(false);
-  // Operands are taken from what is left over: the library would split one like "[a,b]".
+  // Operands are taken from the remaining arguments, because the library would split one like
+  // "[a,b]".
   app.allow_extras();
   for (const OptionRow& row : AllOptions()) {
     std::vector<std::string>& values = given.values[static_cast<size_t>(row.id)];
@@ -55,7 +56,7 @@ GivenOptions ReadCommandLine(std::vector<std::string> arguments) {
           NamesOf(row), [&values](int64_t count) { values.resize(static_cast<size_t>(count)); });
       option->disable_flag_override();
     } else {
-      // The raw texts: the library's own vectors take "{}" for an empty one.
+      // The raw values: the library's own vectors would treat "{}" as empty.
       option = app.add_option(NamesOf(row), [&values](const CLI::results_t& results) {
         values = results;
         return true;
@@ -68,7 +69,7 @@ GivenOptions ReadCommandLine(std::vector<std::string> arguments) {
     }
   }
   try {
-    std::ranges::reverse(arguments);  // as the library wants them
+    std::ranges::reverse(arguments);  // the order that the library expects
     app.parse(std::move(arguments));
   } catch (const CLI::ArgumentMismatch& error) {
     const std::string_view text = error.what();
@@ -78,11 +79,11 @@ GivenOptions ReadCommandLine(std::vector<std::string> arguments) {
   } catch (const CLI::ParseError& error) {
     Fail(error.what());
   }
-  bool isBehindMark = false;
+  bool isAfterDoubleDash = false;
   for (std::string& rest : app.remaining()) {
-    if (!isBehindMark && rest == "--") {
-      isBehindMark = true;
-    } else if (!isBehindMark && rest.size() > 1 && rest.starts_with('-')) {
+    if (!isAfterDoubleDash && rest == "--") {
+      isAfterDoubleDash = true;
+    } else if (!isAfterDoubleDash && rest.size() > 1 && rest.starts_with('-')) {
       Fail("no such option: " + Quoted(rest));
     } else {
       given.operands.push_back(std::move(rest));
@@ -108,7 +109,7 @@ swr::AlgoMask AlgorithmsFrom(const std::vector<std::string>& values) {
   return mask;
 }
 
-// The place of the value among the names.
+// The index of the value among the names.
 size_t ChoiceFrom(const OptionRow& row, std::span<const std::string_view> names,
                   std::string_view value) {
   const auto found = std::ranges::find(names, value);
@@ -155,7 +156,7 @@ Mode ModeOf(const GivenOptions& given) {
   return mode;
 }
 
-// Options that mean something in some modes only.
+// Rejects options that do not apply to the mode.
 void RefuseMeaningless(const GivenOptions& given, Mode mode) {
   struct Rule {
     OptionId option;

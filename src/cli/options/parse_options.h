@@ -1,4 +1,4 @@
-// From the command line to Options.
+// Parses the command line into Options.
 #pragma once
 
 #include <string>
@@ -9,12 +9,12 @@
 
 namespace cli {
 
-// Why the command line can't be understood: a sentence without a full stop.
+// Why the command line is invalid: a sentence without a full stop.
 struct UsageError {
   std::string text;
 };
 
-// `arguments` are those behind the program's name, as bytes in the form of system/name_bytes.h.
+// `arguments` are those after the program's name, as bytes (see system/name_bytes.h).
 std::variant<Options, UsageError> ParseOptions(const std::vector<std::string>& arguments);
 
 }  // namespace cli

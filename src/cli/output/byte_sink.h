@@ -1,4 +1,4 @@
-// Where bytes go: a standard stream or a file that is written whole or not at all.
+// A destination for bytes: a standard stream, or a file that is replaced only when it is complete.
 #pragma once
 
 #include <cstdint>

@@ -47,7 +47,7 @@ Console::~Console() {
 
 void Console::Out(std::string_view text) {
   const std::lock_guard lock(mutex_);
-  // A person reads the two streams as one.
+  // On a terminal the two streams appear as one, so their order must be kept.
   if (traits_.outIsTerminal && !err_.empty()) FlushErr();
   out_ += text;
   if (out_.size() >= GatheredBytes) FlushOut();
@@ -61,7 +61,7 @@ void Console::Err(std::string_view text) {
 }
 
 void Console::Complain(std::u16string_view text) {
-  // A terminal could obey a byte that is no character.
+  // A terminal could interpret a byte that is not part of a character as a command.
   Err("swrhash: " + (traits_.errIsTerminal ? swr::WideToUtf8(text) : swr::NameBytes(text)) + "\n");
 }
 
@@ -86,7 +86,7 @@ void Console::ShowProgress(std::u16string_view text) {
   const std::lock_guard lock(mutex_);
   FlushOut();
   FlushErr();
-  // The last column stays empty: some terminals go to the next line when it is written.
+  // The last column stays empty, because some terminals wrap when it is written.
   const size_t width = traits_.errWidth > 0 ? traits_.errWidth - 1 : 0;
   std::u16string_view shown = text.substr(0, width);
   const bool cutsPair = shown.size() < text.size() && !shown.empty() && shown.back() >= 0xD800 &&
@@ -94,7 +94,7 @@ void Console::ShowProgress(std::u16string_view text) {
   if (cutsPair) shown.remove_suffix(1);
   const std::string line =
       "\r" + swr::WideToUtf8(shown) + std::string(width - shown.size(), ' ') + "\r";
-  // A progress line that can't be written is no reason to stop.
+  // Failing to write the progress line is not an error.
   hasProgress_ = errSink_.Write(line) == 0;
 }
 
@@ -119,7 +119,7 @@ void Console::FlushOut() {
 void Console::FlushErr() {
   if (err_.empty()) return;
   WipeProgress();
-  // There is nobody left to be told of a failure.
+  // If standard error fails, there is nowhere left to report it.
   [[maybe_unused]] const uint32_t error = errSink_.Write(err_);
   err_.clear();
 }

@@ -1,5 +1,5 @@
-// What the program says: lines for standard output (or a file in its place) and for standard error,
-// both gathered into larger writes, colours, names escaped for a terminal, and the progress line.
+// The program's output: lines for standard output (or the file given with --output) and for
+// standard error, both buffered; colours; names escaped for a terminal; and the progress line.
 #pragma once
 
 #include <cstdint>
@@ -30,31 +30,31 @@ class Console {
   Console(const Console&) = delete;
   Console& operator=(const Console&) = delete;
 
-  // Text of one or more whole lines.
+  // Write one or more complete lines.
   void Out(std::string_view text);
   void Err(std::string_view text);
-  // "swrhash: TEXT" as a line of its own on standard error.
+  // Writes the line "swrhash: TEXT" to standard error.
   void Complain(std::u16string_view text);
 
-  // The name as it goes to standard output or standard error: with control and direction characters
-  // escaped where a terminal would obey them, else as the file system has it.
+  // The name as it is written to standard output or standard error: on a terminal, with control and
+  // direction characters escaped; otherwise unchanged.
   std::u16string NameForOut(std::u16string_view name) const;
   std::u16string NameForErr(std::u16string_view name) const;
-  // The text in the colour of the tone, where standard output has colours.
+  // The text in the colour of the tone if standard output or, for TonedErr, standard error has
+  // colours.
   std::string Toned(std::string_view text, Tone tone) const;
   std::string TonedErr(std::string_view text, Tone tone) const;
 
   bool OutIsTerminal() const { return traits_.outIsTerminal; }
   bool ShowsProgress() const { return traits_.errIsTerminal; }
 
-  // Puts the text, one line that is cut to the terminal's width, in the place of the last one.
+  // Replaces the progress line with this text, truncated to the terminal's width.
   void ShowProgress(std::u16string_view text);
   void EndProgress();
 
-  // Writes what is gathered. Every tenth of a second or so, so that somebody who reads along sees
-  // what there is.
+  // Writes the buffered text. Call about ten times a second, so that the output appears promptly.
   void Flush();
-  // 0, or the code of the error at which writing to standard output ended.
+  // 0, or the error code with which writing to standard output failed.
   uint32_t OutError() const;
 
  private:
@@ -70,7 +70,7 @@ class Console {
   std::string err_;
   uint32_t outError_ = 0;
   bool hasProgress_ = false;
-  std::string wipe_;  // what takes the progress line away
+  std::string wipe_;  // erases the progress line
 };
 
 }  // namespace cli

@@ -11,7 +11,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-// What is over at once needs no line.
+// A run that ends at once needs no progress line.
 constexpr std::chrono::milliseconds FirstShown(500);
 constexpr std::chrono::milliseconds Pause(100);
 
@@ -47,7 +47,7 @@ std::u16string Progress::Line(double seconds) {
   const uint64_t files = files_.load(std::memory_order_relaxed);
   const uint64_t expected = expectedBytes_.load(std::memory_order_relaxed);
   const uint64_t expectedFiles = expectedFiles_.load(std::memory_order_relaxed);
-  // The total is known when the walk is over. Files that grow can go beyond it.
+  // The total is known once the walk has ended. Files that grow can exceed it.
   const bool hasTotal =
       isComplete_.load(std::memory_order_relaxed) && expected > 0 && bytes <= expected;
   std::u16string line;

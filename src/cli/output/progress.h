@@ -1,4 +1,4 @@
-// How far a run has come, and the line that says so.
+// The progress of a run, and the line that shows it.
 #pragma once
 
 #include <atomic>
@@ -11,23 +11,23 @@
 
 namespace cli {
 
-// Counts from any thread; shows on one thread at a time.
+// The counting functions may be called on any thread, Tick on one thread at a time.
 class Progress {
  public:
   explicit Progress(Console& console);
 
-  // A file that will be read, and that no further ones come.
+  // AddExpected adds a file that will be read; EndExpected says that there are no more.
   void AddExpected(uint64_t bytes);
   void EndExpected() { isComplete_.store(true, std::memory_order_relaxed); }
 
-  // While files are read: the name of one that has begun, the bytes read since the last call, and
-  // one that is done.
+  // While files are read: a file was begun, bytes were read since the last call, a file is
+  // finished.
   void Begin(std::u16string_view name);
   void AddBytes(uint64_t bytes) { bytes_.fetch_add(bytes, std::memory_order_relaxed); }
   void EndFile() { files_.fetch_add(1, std::memory_order_relaxed); }
 
   bool IsShown() const { return isShown_; }
-  // Shows the line, at most about ten times a second and not in the first moments.
+  // Shows the line at most about ten times a second, and not in the first half second.
   void Tick();
 
  private:

@@ -22,10 +22,11 @@ struct OrderedWork::State {
   std::condition_variable jobReady;   // for idle workers
   std::condition_variable roomReady;  // for the producer
   std::condition_variable over;       // for the caller
-  // Not yet reported, in order. A slot stays where it is until it is taken off the front.
+  // Jobs not yet reported, in order. Slots are added at the back and removed at the front, so
+  // references to them stay valid.
   std::deque<Slot> slots;
-  uint64_t reported = 0;  // the number of the first slot
-  uint64_t next = 0;      // the number of the next job to be run
+  uint64_t reported = 0;  // the number of the job in the first slot
+  uint64_t next = 0;      // the number of the next job to run
   bool isClosed = false;  // nothing more will be submitted
   bool isReporting = false;
   bool producerWaits = false;
@@ -38,7 +39,7 @@ struct OrderedWork::State {
 
 namespace {
 
-// Sets the first failure and lets everybody see that the work is over.
+// Records the first failure and cancels the work.
 template <typename State>
 void Fail(State& state, std::atomic<bool>& cancel) {
   const std::lock_guard lock(state.mutex);
@@ -71,7 +72,8 @@ void OrderedWork::WorkOn(State& state) {
     lock.lock();
     slot.isDone = true;
     if (state.isReporting) continue;
-    // Whoever finishes the first job reports it and all that are done behind it; the others go on.
+    // The thread that finishes the first job reports it and all finished jobs that follow it, while
+    // the other threads keep working.
     state.isReporting = true;
     std::vector<std::unique_ptr<Job>> done;
     while (!state.slots.empty() && state.slots.front().isDone && !isCancelled()) {
@@ -110,7 +112,7 @@ void OrderedWork::Run(const std::function<void(const Submit&)>& produce,
     if (state.idle > 0) state.jobReady.notify_one();
     return true;
   };
-  // Runs one thread's part and says when it is over.
+  // Runs one thread's part and signals its end.
   const auto guarded = [&](const std::function<void()>& part) {
     try {
       part();
@@ -153,7 +155,7 @@ void OrderedWork::Run(const std::function<void(const Submit&)>& produce,
   std::unique_lock lock(state.mutex);
   while (state.running > 0) {
     state.over.wait_for(lock, pause);
-    // A cancel can come from anywhere, without a notification.
+    // A cancel can come from any thread and notifies nobody.
     if (isCancelled()) {
       state.jobReady.notify_all();
       state.roomReady.notify_all();

@@ -1,4 +1,4 @@
-// Work that is done on several threads and reported in the order in which it came up.
+// Runs jobs on several threads and reports them in the order in which they were submitted.
 #pragma once
 
 #include <atomic>
@@ -12,7 +12,7 @@
 
 namespace cli {
 
-// What a job works with. It belongs to one thread.
+// What a job works with, one object per thread.
 struct WorkTools {
   swr::FileHasher& hasher;
   const std::atomic<bool>& cancel;
@@ -24,32 +24,33 @@ class Job {
   virtual ~Job() = default;
   // Does the work, on any thread.
   virtual void Run(WorkTools& tools) = 0;
-  // Tells what came of it. The jobs report one at a time, in the order in which they were
-  // submitted, each after its Run, on any thread.
+  // Reports the result. Jobs report one at a time, in the order in which they were submitted, each
+  // after its Run, on any thread.
   virtual void Report() = 0;
 };
 
 class OrderedWork {
  public:
-  // Takes a job; waits while as many as the capacity are not yet reported. False after a cancel.
+  // Accepts a job; blocks while `capacity` jobs are not yet reported. False after a cancel.
   using Submit = std::function<bool(std::unique_ptr<Job>)>;
 
-  // `threads`: how many jobs run at the same time, at least 1.
+  // `threads`: how many jobs run at the same time, at least 1 (0 is raised to 1; so is a `capacity`
+  // of 0).
   explicit OrderedWork(uint32_t threads, size_t capacity = UsualCapacity);
 
-  // Runs what `produce` submits until all is reported or the work is cancelled, and calls `tick`
-  // on the calling thread about ten times a second meanwhile. `produce` runs on a thread of its own
-  // beside the jobs. An exception of either ends the work and is thrown again here.
+  // Runs the jobs that `produce` submits until all are reported or the work is cancelled. Meanwhile
+  // calls `tick` on the calling thread about ten times a second. `produce` runs on a thread of its
+  // own. An exception from `produce` or a job ends the work and is rethrown here.
   void Run(const std::function<void(const Submit&)>& produce, const std::function<void()>& tick);
 
   // The same for one job, all on the calling thread.
   void RunOne(Job& job);
 
-  // Ends the work early: no job is started or reported any more. Any thread.
+  // Ends the work early: no more jobs are started or reported. Called on any thread.
   void Cancel() { cancel_.store(true, std::memory_order_relaxed); }
   const std::atomic<bool>& CancelFlag() const { return cancel_; }
 
-  // Enough for the walk to be far ahead of the hashing, at a few hundred bytes each.
+  // Lets the walk run far ahead of the hashing; a job takes a few hundred bytes.
   static constexpr size_t UsualCapacity = 32768;
 
  private:

@@ -33,7 +33,7 @@ class Selector {
       return;
     }
     uint64_t size = 0;
-    // Where no folder is to be walked, the file is asked nothing before it is opened.
+    // Unless folders are walked or sizes are wanted, nothing is queried before the file is opened.
     if (selection_.recursive || withSizes_) {
       uint32_t error = 0;
       const auto info = swr::QueryFileInfo(swr::ToLongPath(name), error);

@@ -1,5 +1,4 @@
-// Which files a run is about: what the user named, the names in --files-from, and what lies below
-// folders.
+// Selects the files of a run: the operands, the names from --files-from, and the files in folders.
 #pragma once
 
 #include <atomic>
@@ -12,21 +11,20 @@
 namespace cli {
 
 struct SelectedFile {
-  std::u16string path;  // as given, joined with what was found below it
+  std::u16string path;  // the operand as given, with the path below it appended
   bool isStandardInput = false;
-  uint64_t size = 0;  // bytes, where sizes were asked for and could be had
+  uint64_t size = 0;  // bytes; 0 if sizes were not requested or not available
 };
 
 struct SelectionCallbacks {
   std::function<void(SelectedFile)> found;
-  // Something that was named or lies below a named folder and can't be taken, with a Windows error
-  // code: 267 for a folder where none was wanted.
+  // A name that can't be used, or a folder that can't be listed, with a Windows error code.
   std::function<void(const std::u16string& path, uint32_t error)> failed;
   // A list of names that can't be read, with a Windows error code. Only called for --files-from.
   std::function<void(const std::u16string& path, uint32_t error)> listFailed;
 };
 
-// Reports the files in order, on the calling thread, until all are through or `cancel` is set.
+// Reports the files in order, on the calling thread, until there are no more or `cancel` is set.
 void SelectFiles(const Options& options, bool withSizes, const std::atomic<bool>& cancel,
                  const SelectionCallbacks& callbacks);
 
@@ -34,7 +32,7 @@ void SelectFiles(const Options& options, bool withSizes, const std::atomic<bool>
 // standard input.
 bool CanSelectAgain(const Options& options);
 
-// The name by which standard input goes among files.
+// The name that stands for standard input.
 inline constexpr std::u16string_view StandardInputName = u"-";
 
 }  // namespace cli

@@ -99,7 +99,7 @@ bool LineSource::TakeLine(size_t longest, Taken& taken) {
   while (end == pending_.npos) {
     size_t searched = (pending_.size() - start_) / width * width;
     if (searched > longest) {
-      // What is beyond the limit is of no use; half a unit at the end is.
+      // Bytes beyond the limit are dropped, except the second half of a UTF-16 unit.
       pending_.erase(start_ + longest, searched - longest);
       searched = longest;
     }

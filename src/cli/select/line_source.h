@@ -1,4 +1,4 @@
-// A text that is read line by line, from a file or from standard input, however long it is.
+// Reads text of any length line by line, from a file or from standard input.
 #pragma once
 
 #include <cstdint>
@@ -12,44 +12,44 @@ namespace cli {
 // Used by one thread at a time.
 class LineSource {
  public:
-  // No name and no checksum line is as long.
+  // Longer than any name or checksum line.
   static constexpr size_t LongestLine = 1048576;  // bytes
 
-  // `path`: "-" for standard input. Lines end in `separator`. A mark at the start says whether the
-  // text is UTF-16. The result is 0 or a Windows error code.
+  // `path`: "-" for standard input. Lines end in `separator`. A byte-order mark at the start
+  // selects UTF-16. Returns 0 or a Windows error code.
   [[nodiscard]] uint32_t Open(const std::u16string& path, char separator = '\n');
 
-  // The next line without its separator, decoded as system/name_bytes.h has it. False at the end
-  // and on an error. A line beyond LongestLine is cut off there.
+  // The next line without its separator, decoded as in system/name_bytes.h. False at the end and on
+  // an error. Lines are truncated to LongestLine.
   bool Next(std::u16string& line);
-  // The same for a line of any length, and its bytes as they stand in the text, separator included.
+  // The same without the limit, with the line's original bytes, including the separator.
   bool Next(std::u16string& line, std::string& bytes);
 
-  // 0, or the code of the error at which reading ended.
+  // 0, or the error code with which reading failed.
   uint32_t Error() const { return error_; }
 
   enum class Encoding : uint8_t { Bytes, Utf16LowFirst, Utf16HighFirst };
   Encoding TextEncoding() const { return encoding_; }
-  // The mark at the start of the text; empty without one.
+  // The byte-order mark at the start of the text; empty without one.
   const std::string& Mark() const { return mark_; }
 
  private:
   // A line of the text, valid until more is read.
   struct Taken {
-    std::string_view text;   // without the separator, at most the longest
+    std::string_view text;   // without the separator, truncated to `longest`
     std::string_view whole;  // with it
   };
   bool TakeLine(size_t longest, Taken& taken);
-  // Reads on until `pending_` has more. False when there is nothing more.
+  // Reads more bytes into `pending_`. False at the end.
   bool Fill();
   void TakeMark();
-  // The place of the next separator at or behind `from`, npos without one.
+  // The position of the next separator at or after `from`, or npos.
   size_t FindSeparator(size_t from) const;
   std::u16string Decode(std::string_view bytes) const;
 
   swr::File file_;
   std::string pending_;
-  size_t start_ = 0;  // of what is not yet taken
+  size_t start_ = 0;  // of the bytes of `pending_` not yet taken
   char separator_ = '\n';
   Encoding encoding_ = Encoding::Bytes;
   std::string mark_;

@@ -12,9 +12,9 @@ class Matcher {
   Matcher(std::u16string_view text, std::u16string_view pattern, swr::PathStyle style)
       : text_(text), pattern_(pattern), style_(style) {}
 
-  // The classic walk with one point to go back to for "*" and one for "**": what an earlier star of
-  // the same kind took can be left as it is, so the time is bounded by the product of the lengths
-  // for each of the two.
+  // Matching with one backtracking point for "*" and one for "**". An earlier star of the same kind
+  // never needs to be reconsidered, so for each kind the time is bounded by the product of the
+  // lengths.
   bool Matches() {
     size_t t = 0;
     size_t p = 0;
@@ -25,7 +25,7 @@ class Matcher {
         const bool isDouble = p + 1 < pattern_.size() && pattern_[p + 1] == u'*';
         while (p < pattern_.size() && pattern_[p] == u'*') ++p;
         if (isDouble) {
-          // "a/**/b" fits "a/b" too.
+          // "a/**/b" matches "a/b" too.
           const bool isOwnStep = p < pattern_.size() && IsSeparator(pattern_[p]) &&
                                  (t == 0 || IsSeparator(text_[t - 1]));
           doubleStar = {.pattern = p, .text = t, .isStep = isOwnStep};
@@ -51,7 +51,7 @@ class Matcher {
         p = *doubleStar.pattern;
         star = {};
         if (!doubleStar.isStep) continue;
-        // Behind "**/" a match begins at the start of a step only.
+        // After "**/" a match can only begin at the start of a path component.
         if (t > 0 && !IsSeparator(text_[t - 1])) {
           while (t < text_.size() && !IsSeparator(text_[t])) ++t;
           if (t == text_.size()) return false;
@@ -82,7 +82,7 @@ class Matcher {
            swr::EqualsNoCase(std::u16string_view(&a, 1), std::u16string_view(&b, 1));
   }
 
-  // One character of the pattern at `p`, which is moved behind it on success.
+  // Matches one character of the pattern at `p`, and on success moves `p` past it.
   bool MatchUnit(char16_t unit, size_t& p) const {
     const char16_t wanted = pattern_[p];
     if (wanted == u'?' && !IsSeparator(unit)) {
@@ -90,10 +90,10 @@ class Matcher {
       return true;
     }
     if (wanted == u'[') {
-      size_t behind = p;
-      if (const std::optional<bool> isIn = IsInSet(unit, behind)) {
+      size_t afterSet = p;
+      if (const std::optional<bool> isIn = IsInSet(unit, afterSet)) {
         if (!*isIn || IsSeparator(unit)) return false;
-        p = behind;
+        p = afterSet;
         return true;
       }
     }
@@ -107,13 +107,13 @@ class Matcher {
     return true;
   }
 
-  // Nothing for a bracket that is never closed, which stands for itself.
+  // Nothing for a bracket that is never closed, which matches itself.
   std::optional<bool> IsInSet(char16_t unit, size_t& p) const {
     size_t i = p + 1;
     const bool isNegated = i < pattern_.size() && (pattern_[i] == u'!' || pattern_[i] == u'^');
     if (isNegated) ++i;
     bool found = false;
-    // A closing bracket in the first place is a member.
+    // A closing bracket in the first position is a member of the set.
     for (bool isFirst = true; i < pattern_.size() && (isFirst || pattern_[i] != u']');
          isFirst = false) {
       const char16_t low = pattern_[i];

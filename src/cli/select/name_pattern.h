@@ -1,4 +1,4 @@
-// Patterns of names, as in --exclude and --include.
+// Name patterns, as used by --exclude and --include.
 #pragma once
 
 #include <string_view>
@@ -7,12 +7,12 @@
 
 namespace cli {
 
-// Whether the file or folder fits the pattern: "*" is any run of characters but separators, "**"
-// any run at all, "?" one character but a separator, "[a-z]" one of a set and "[!a-z]" one that is
-// not. A pattern with a separator is compared with the whole path, one without it with the last
-// part alone; a leading separator only says that the pattern begins at the top, and one at the end
-// is ignored. With the Windows style a backslash is a separator and letter case does not count;
-// with the other one a backslash takes the next character as it is.
+// Whether the path of a file or folder matches the pattern. "*" matches any run of characters
+// except separators, "**" any run of characters, "?" one character except a separator, "[a-z]" one
+// character of a set and "[!a-z]" one outside it. A pattern with a separator is matched against the
+// whole path, one without against the last component. A leading separator anchors the pattern at
+// the top; a trailing one is ignored. In the Windows style a backslash is a separator and case is
+// ignored; in the POSIX style a backslash escapes the next character.
 bool FitsPattern(std::u16string_view relativePath, std::u16string_view pattern,
                  swr::PathStyle style = swr::NativePathStyle);
 

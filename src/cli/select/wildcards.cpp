@@ -12,7 +12,7 @@ namespace cli {
 
 std::vector<std::u16string> Expanded(const std::u16string& name, bool withHidden,
                                      bool withFolders) {
-  // "C:*.iso" is in the current folder of its drive.
+  // "C:*.iso" refers to the current folder of drive C.
   size_t start = name.find_last_of(u"\\/:");
   start = start == name.npos ? 0 : start + 1;
   const std::u16string pattern = name.substr(start);

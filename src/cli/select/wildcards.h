@@ -1,5 +1,5 @@
-// Wildcards in the names that the user gives. On Windows the program has to expand them; elsewhere
-// the shell has done so.
+// Wildcards in operands. On Windows the program has to expand them; elsewhere the shell has done
+// so.
 #pragma once
 
 #include <string>
@@ -9,12 +9,12 @@
 
 namespace cli {
 
-// The entries of a folder whose names fit the last part of `name`, in natural order and each with
-// the folder as it was given; `name` alone where it has no wildcard there or nothing fits. Hidden
-// entries fit only where `withHidden`, folders only where `withFolders`.
+// The entries of a folder whose names match the last component of `name`, in natural order, each
+// prefixed with the folder as given; `name` alone if that component has no wildcard or nothing
+// matches. Hidden entries match only if `withHidden`, folders only if `withFolders`.
 std::vector<std::u16string> Expanded(const std::u16string& name, bool withHidden, bool withFolders);
 
-// Expands the operands where that is the program's task.
+// Expands the operands on Windows; does nothing elsewhere.
 void ExpandWildcards(Options& options);
 
 }  // namespace cli

@@ -32,7 +32,7 @@ enum class ListForms : uint8_t {
   Extended,  // and those of more_list_forms.h
 };
 
-// What a line came to.
+// What a line turned out to be.
 enum class LineKind : uint8_t {
   Checksum,
   Nothing,  // blank, a comment, or the header or signature of a signed text
@@ -44,7 +44,7 @@ enum class LineKind : uint8_t {
 // signature is not verified, and lines outside the signed block are parsed too.
 class ChecksumLineReader {
  public:
-  // `path` is the file's own, for what its name implies.
+  // `path` is the path of the checksum file, whose name may imply an algorithm and a listed file.
   explicit ChecksumLineReader(std::u16string_view path, ListForms forms = ListForms::Usual);
 
   // The next line, without its line feed. `result` is filled for a checksum only.

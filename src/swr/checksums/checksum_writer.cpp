@@ -146,7 +146,7 @@ void AppendJsonText(std::string_view text, std::string& json) {
 constexpr bool IsHighSurrogate(char16_t unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
 constexpr bool IsLowSurrogate(char16_t unit) { return unit >= 0xDC00 && unit <= 0xDFFF; }
 
-// JSON is UTF-8 throughout, but its escapes can say what UTF-8 can't: half of a surrogate pair.
+// The JSON text is UTF-8, but its escapes can represent what UTF-8 can't: half of a surrogate pair.
 std::string JsonString(std::u16string_view name, const ExportOptions& options) {
   std::string json = "\"";
   while (!name.empty()) {

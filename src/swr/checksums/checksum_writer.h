@@ -24,9 +24,9 @@ struct ExportOptions {
   bool uppercase = false;  // hexadecimal digits; those of SFV are always upper case
   AlgoId algo = {};        // of Sha256Sum, if hasAlgo is set
   bool hasAlgo = false;    // otherwise Sha256Sum writes the first digest of each row
-  // Write names as the bytes that the file system has for them (see system/name_bytes.h), and half
-  // of a surrogate pair in JSON as an escape such as "\\udc80". Otherwise names are UTF-8 with
-  // replacement characters.
+  // Write names as the file system's own bytes (see system/name_bytes.h), and half of a surrogate
+  // pair in JSON as an escape such as "\\udc80". Otherwise names are UTF-8 with replacement
+  // characters.
   bool exactNames = false;
 };
 
@@ -46,12 +46,12 @@ struct ExportRow {
 // number. Throws only std::bad_alloc.
 std::string RenderChecksums(const std::vector<ExportRow>& rows, const ExportOptions& options);
 
-// The same text piece by piece, for a list that is too long to be held: Head, the text of each row
-// with Between in front of all but the first, and Tail. All functions may be called by several
-// threads at once.
+// Writes the same text piece by piece, for lists too long to hold in memory: Head, the rows with
+// Between before all but the first, and Tail. All functions may be called by several threads at
+// once.
 class ChecksumWriter {
  public:
-  // `columns`: the algorithms of all rows, which only CSV has to know beforehand.
+  // `columns`: the algorithms of all rows, which only CSV needs in advance.
   ChecksumWriter(const ExportOptions& options, AlgoMask columns);
 
   std::string Head() const;

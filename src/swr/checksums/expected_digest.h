@@ -1,4 +1,5 @@
-// What the digests of a file mean against an expected one. Nothing is read or shown here.
+// Compares the digests of a file with an expected one. Pure functions: nothing is read or shown
+// here.
 #pragma once
 
 #include <array>
@@ -26,17 +27,17 @@ struct CompareResult {
   AlgoId algo = {};  // the algorithm that matched; meaningful for Match only
 };
 
-// The digests known so far against the expected one: Match, Mismatch or Pending. The first
+// Compares the digests known so far with the expected one: Match, Mismatch or Pending. The first
 // candidate whose digest is known and equal decides, even if others are still unknown. Without
 // candidates the result is Mismatch.
 CompareResult CompareDigests(const DigestSlots& digests, std::span<const uint8_t> expectedBytes,
                              std::span<const AlgoId> candidates);
 
-// What a file that could not be read counts as: Missing or Unreadable. `error` is a Windows error
+// The outcome for a file that could not be read: Missing or Unreadable. `error` is a Windows error
 // code other than 0.
 CompareOutcome OutcomeOfError(uint32_t error);
 
-// The files that a checksum list names, counted by outcome.
+// The number of listed files with each outcome.
 struct VerificationCounts {
   std::array<size_t, CompareOutcomeCount> rows = {};  // by CompareOutcome
 

@@ -7,7 +7,7 @@
 namespace swr {
 namespace {
 
-// The name in the folder of the checksum file. The separator stays as that path spells it.
+// The name in the folder of the checksum file. Uses the separator of that path.
 std::u16string Beside(std::u16string_view checksumFile, std::u16string_view name) {
   const size_t separator = checksumFile.find_last_of(u"\\/");
   if (separator == checksumFile.npos) return std::u16string(name);

@@ -10,10 +10,9 @@ namespace swr {
 
 // The path of the file that `listedName` denotes in the checksum file at the path `checksumFile`.
 // An absolute name is that path; a relative one is appended to the folder of the checksum file. "."
-// and
-// ".." are kept. On Windows both separators are accepted and become backslashes, and a name that
-// begins with a single separator belongs to the drive of the checksum file. Elsewhere a name is
-// absolute if it begins with a slash, and is not changed.
+// and ".." are kept. On Windows both separators are accepted and become backslashes, and a name
+// that begins with a single separator belongs to the drive of the checksum file. Elsewhere a name
+// is absolute if it begins with a slash, and is not changed.
 std::u16string ResolveListedPath(std::u16string_view checksumFile, std::u16string_view listedName,
                                  PathStyle style = NativePathStyle);
 

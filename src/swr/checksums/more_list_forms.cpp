@@ -21,7 +21,7 @@ bool Fill(ChecksumLine& result, std::u16string name, std::vector<uint8_t> digest
   return true;
 }
 
-// The hint where the digest has its length, else all algorithms of that length.
+// The hint if the digest has its length, otherwise all algorithms of that length.
 std::vector<AlgoId> CandidatesFor(const std::vector<uint8_t>& digest, std::optional<AlgoId> hint) {
   if (hint && GetAlgo(*hint).digestSize == digest.size()) return {*hint};
   return AlgosForDigestSize(digest.size());

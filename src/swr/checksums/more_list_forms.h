@@ -1,5 +1,5 @@
 // Forms of checksum lines that other tools write and the window does not read. They are tried after
-// the usual forms, and only where the caller has asked for them (see ListForms).
+// the usual forms, and only on request (see ListForms).
 #pragma once
 
 #include <optional>
@@ -11,18 +11,18 @@
 
 namespace swr {
 
-// The file beside a checksum file that is named after it.
+// The file that a checksum file is named after.
 struct NamedByList {
   std::optional<AlgoId> algo;
   std::u16string name;  // empty for none
 };
 
-// What a list called "disk.iso.sha256", "disk.iso.sha256sum" or "disk.iso.sha256.txt" speaks of:
-// SHA-256 and "disk.iso". Nothing for another name.
+// The algorithm and the file implied by a name like "disk.iso.sha256", "disk.iso.sha256sum" or
+// "disk.iso.sha256.txt": SHA-256 and "disk.iso". Nothing for other names.
 std::optional<NamedByList> FileNamedByList(std::u16string_view listPath);
 
-// A line without its line end and leading blanks. True for one of these forms; otherwise `result`
-// stays as it was:
+// Parses a line without its line end and leading blanks. True if it has one of these forms;
+// otherwise `result` is unchanged:
 //   SHA2-256(name)= hex       as openssl writes it
 //   hex<tab>name
 //   SHA256 (name) = base64    with the length of the algorithm's digest

@@ -40,7 +40,7 @@ void SortEntries(std::vector<DirectoryEntry>& entries) {
 uint32_t ListDirectory(const std::u16string& folder, const WalkOptions& options,
                        std::vector<DirectoryEntry>& entries) {
   const uint32_t error = ReadDirectory(ToLongPath(folder), entries, options.withSizes);
-  // The empty root of a drive has no entries at all, not even "." and "..".
+  // An empty root of a drive has no entries at all, not even "." and "..".
   if (error == ErrorFileNotFound) return 0;
   if (error != 0) return error;
   std::erase_if(entries, [&](const DirectoryEntry& entry) {
@@ -51,7 +51,8 @@ uint32_t ListDirectory(const std::u16string& folder, const WalkOptions& options,
   return 0;
 }
 
-// A folder that is being walked. The lengths are those of its path and of its relative path.
+// A folder on the path from the root to the current one, with the lengths of its path and relative
+// path.
 struct Level {
   std::vector<DirectoryEntry> entries;
   size_t next = 0;
@@ -60,8 +61,8 @@ struct Level {
   std::optional<FolderIdentity> identity;  // where links are followed
 };
 
-// Whether the folder is one of those that the walk is inside of. One whose identity can't be asked
-// is taken for one of them.
+// Whether the folder is one of those that the walk is inside. A folder whose identity is unknown is
+// treated as one of them.
 bool IsAmong(const std::vector<Level>& levels, const std::optional<FolderIdentity>& identity) {
   if (!identity) return true;
   return std::ranges::any_of(levels,

@@ -16,7 +16,8 @@ using FullPathFunction = std::function<std::optional<std::u16string>(const std::
 
 // The form in which a path is passed to a system call. On Windows this is the full path with the
 // prefix "\\?\" or "\\?\UNC\", whatever its length. A path that already has such a prefix or the
-// device prefix "\\.\", or that can't be made full, is returned unchanged. Elsewhere every path is.
+// device prefix "\\.\", or that can't be made full, is returned unchanged. On other platforms every
+// path is.
 std::u16string ToLongPath(const std::u16string& path, PathStyle style = NativePathStyle,
                           const FullPathFunction& makeFull = SystemFullPath);
 

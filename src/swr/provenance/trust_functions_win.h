@@ -1,5 +1,5 @@
 // The functions of Windows' trust services that a signature check calls, as a table, so that tests
-// can answer in their place: Wine lists no file in a catalog.
+// can replace them: Wine has no catalogs.
 #pragma once
 
 #include "swr/system/windows_api_win.h"

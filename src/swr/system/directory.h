@@ -16,7 +16,7 @@ struct DirectoryEntry {
   bool isLink = false;    // a reparse point: junction, symbolic link, mount point
 };
 
-// Identifies a folder while it exists, whatever path leads to it.
+// Identifies a folder while it exists, independently of the path used.
 struct FolderIdentity {
   uint64_t volume = 0;
   uint64_t number = 0;
@@ -24,14 +24,14 @@ struct FolderIdentity {
   bool operator==(const FolderIdentity&) const = default;
 };
 
-// The identity of the folder that the path leads to; links are followed. Nothing if the system does
-// not tell.
+// The identity of the folder at the path; links are followed. Nothing if the system does not report
+// it.
 std::optional<FolderIdentity> IdentityOfFolder(const std::u16string& folder);
 
 // Appends the entries of `folder` (in the form that the system takes) in no particular order,
 // without "." and "..", and returns 0. On failure returns a Windows error code and appends nothing.
-// An error in the middle of a listing ends it as if it were complete. Without `withSizes` the sizes
-// may be 0.
+// An error in the middle of a listing is treated as its end. Without `withSizes` the sizes may be
+// 0.
 [[nodiscard]] uint32_t ReadDirectory(const std::u16string& folder,
                                      std::vector<DirectoryEntry>& entries, bool withSizes = true);
 

@@ -12,7 +12,7 @@ namespace swr {
 
 std::optional<FolderIdentity> IdentityOfFolder(const std::u16string& folder) {
   constexpr DWORD everything = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-  // Only with this flag does the system open folders.
+  // Without this flag the system does not open folders.
   const FileHandle handle(CreateFileW(AsWide(folder), FILE_READ_ATTRIBUTES, everything, nullptr,
                                       OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
   BY_HANDLE_FILE_INFORMATION info;
@@ -24,8 +24,8 @@ std::optional<FolderIdentity> IdentityOfFolder(const std::u16string& folder) {
 uint32_t ReadDirectory(const std::u16string& folder, std::vector<DirectoryEntry>& entries,
                        bool /*withSizes: they are always there*/) {
   if (const auto fault = InjectedFault(SystemCall::ListDirectory)) return *fault;
-  // After the long prefix the system takes the path literally: two separators in a row name
-  // nothing.
+  // After the long prefix the system takes the path literally, so doubled separators would not be
+  // found.
   const bool endsInSeparator = !folder.empty() && folder.back() == u'\\';
   const std::u16string pattern = folder + (endsInSeparator ? u"*" : u"\\*");
   WIN32_FIND_DATAW data;

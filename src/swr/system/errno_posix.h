@@ -5,7 +5,7 @@
 
 namespace swr {
 
-// The Windows error code that is closest in meaning; never 0 or an end of file.
+// The Windows error code closest in meaning; never 0 or the code for end of file.
 uint32_t ErrorFromErrno(int value);
 
 }  // namespace swr

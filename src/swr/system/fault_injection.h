@@ -1,6 +1,6 @@
 // Fault injection: lets a test make system calls fail. Each function that calls the system to hash,
-// walk, read, save, store settings or hand over asks InjectedFault() first. Outside tests no plan
-// is installed, and the question costs one atomic load.
+// walk, read, save, store settings or hand over paths first calls InjectedFault(). Outside tests no
+// plan is installed, and the call costs one atomic load.
 #pragma once
 
 #include <atomic>
@@ -42,12 +42,12 @@ inline constexpr size_t SystemCallCount = static_cast<size_t>(SystemCall::Delive
 class FaultPlan {
  public:
   virtual ~FaultPlan() = default;
-  // The Windows error code (possibly 0) with which this call is to fail, or nothing to let it go
-  // ahead. May be called by several threads at once.
+  // The Windows error code (possibly 0) with which this call shall fail, or nothing to let it
+  // proceed. May be called by several threads at once.
   virtual std::optional<uint32_t> Fault(SystemCall call) = 0;
 };
 
-// Owned by the test that installs it, for which it must outlive every call; null outside tests.
+// Owned by the test that installs it, and must outlive every call; null outside tests.
 inline std::atomic<FaultPlan*> installedFaultPlan = nullptr;
 
 inline std::optional<uint32_t> InjectedFault(SystemCall call) {

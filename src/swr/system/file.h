@@ -48,10 +48,11 @@ class File {
   [[nodiscard]] static uint32_t Open(const std::u16string& path, FileSharing sharing, File& file);
 
   // The standard input of the process, whatever it is: a pipe, a file or a terminal. Reading starts
-  // where it stands. On success the result is 0; without a standard input it is 6 (invalid handle).
+  // at its current position. Returns 0, or 6 (invalid handle) if there is no standard input.
   [[nodiscard]] static uint32_t OpenStandardInput(File& file);
 
-  // About the open file itself, even if its path names another file by now. Nothing on failure.
+  // Information about the open file itself, even if its path now names another file. Nothing on
+  // failure.
   std::optional<FileInfo> Info() const;
   // The same, as of the moment at which the file was opened.
   std::optional<FileInfo> InfoAtOpening() const;
@@ -64,8 +65,8 @@ class File {
   std::optional<FileInfo> infoAtOpening_;
 };
 
-// About the file or folder at a path, without opening it; links are followed. On failure returns
-// nothing and sets `error`; on success `error` is unchanged.
+// Information about the file or folder at a path, without opening it; links are followed. On
+// failure returns nothing and sets `error`; on success `error` is unchanged.
 std::optional<FileInfo> QueryFileInfo(const std::u16string& path, uint32_t& error);
 
 // One file opened for writing, closed with the object. Used by one thread at a time.

@@ -1,5 +1,5 @@
-// A file that is written beside its place and then put there in one step, so that its place holds
-// the old content or the whole new one at any time.
+// Replaces a file atomically: the new content is written to a temporary file in the same folder and
+// renamed, so that the path always holds either the old or the complete new content.
 #pragma once
 
 #include <cstdint>
@@ -11,28 +11,29 @@
 
 namespace swr {
 
-// One file on its way. Used by one thread at a time; at most one in a process, because an interrupt
-// (see interrupt.h) can remove only one.
+// One file being written. Used by one thread at a time; at most one at a time in a process, because
+// an interrupt (see interrupt.h) can remove only one.
 class FileReplacement {
  public:
   FileReplacement() = default;
-  // Removes what was written unless it was put in place.
+  // Removes the temporary file unless it was committed.
   ~FileReplacement();
   FileReplacement(const FileReplacement&) = delete;
   FileReplacement& operator=(const FileReplacement&) = delete;
 
-  // Makes an empty file beside `path`, which is in the form that the system takes. A device or pipe
-  // at `path` is written to directly. All results are 0 or a Windows error code.
+  // Creates a temporary file beside `path`, which is in the form that the system takes. A device or
+  // pipe at `path` is written to directly. All functions return 0 or a Windows error code.
   [[nodiscard]] uint32_t Begin(const std::u16string& path);
   [[nodiscard]] uint32_t Write(std::string_view bytes);
-  // Puts the file in its place; one that is there already goes, and its permissions stay.
+  // Renames the file to its final path. An existing file there is replaced; its permissions are
+  // kept.
   [[nodiscard]] uint32_t Commit();
-  // Removes what was written.
+  // Removes the temporary file.
   void Discard();
 
  private:
   std::u16string path_;
-  std::u16string temporary_;  // empty for a device, and when nothing is under way
+  std::u16string temporary_;  // empty for a device, and when no file is being written
   UniqueHandle<FileHandleTraits> handle_;
 };
 

@@ -21,7 +21,7 @@ namespace {
 
 int AsDescriptor(intptr_t value) { return static_cast<int>(value); }
 
-// The file that a link at `path` leads to, so that it is replaced and not the link.
+// The target of a link at `path`, so that the target is replaced and not the link.
 std::string TargetOf(const std::string& path) {
   struct Free {
     void operator()(char* text) const { free(text); }
@@ -46,13 +46,13 @@ uint32_t FileReplacement::Begin(const std::u16string& path) {
     return handle_ ? 0 : ErrorFromErrno(errno);
   }
   path_ = PathTextFromBytes(target);
-  // A name that is taken is not opened; somebody else's random name is not ours.
+  // O_EXCL: an existing file must not be opened, even if its random name is the same.
   constexpr int attempts = 16;
   std::random_device random;
   for (int i = 0; i < attempts; ++i) {
     const std::string name = target + "." + std::to_string(random()) + ".part";
-    constexpr mode_t everybody = 0666;  // less what the user's mask takes away
-    // Known before it exists: an interrupt between the two finds nothing to remove.
+    constexpr mode_t everybody = 0666;  // minus the user's umask
+    // Registered before it exists: an interrupt in between finds nothing to remove.
     const std::u16string temporary = PathTextFromBytes(name);
     RemoveFileOnInterrupt(temporary);
     handle_.Reset(open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, everybody));
@@ -88,7 +88,7 @@ uint32_t FileReplacement::Commit() {
   }
   uint32_t error = 0;
   if (const auto fault = InjectedFault(SystemCall::FlushFile)) error = *fault;
-  // After a loss of power the name must not lead to a file whose content never reached the disk.
+  // After a power failure the name must not refer to a file whose content never reached the disk.
   if (error == 0 && fsync(AsDescriptor(handle_.Get())) != 0) error = ErrorFromErrno(errno);
   if (error == 0 && close(AsDescriptor(handle_.Release())) != 0) error = ErrorFromErrno(errno);
   if (const auto fault = InjectedFault(SystemCall::RenameFile); fault && error == 0) error = *fault;

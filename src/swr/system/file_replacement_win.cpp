@@ -32,7 +32,7 @@ uint32_t FileReplacement::Begin(const std::u16string& path) {
   const bool exists = attributes != INVALID_FILE_ATTRIBUTES;
   if (exists && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) return ErrorIsDirectory;
   if (exists && (attributes & FILE_ATTRIBUTE_READONLY) != 0) return ErrorAccessDenied;
-  if (path.starts_with(u"\\\\.\\")) {  // a device, "\\.\nul" for one
+  if (path.starts_with(u"\\\\.\\")) {  // a device such as "\\.\nul"
     handle_.Reset(reinterpret_cast<intptr_t>(CreateFileW(AsWide(path), GENERIC_WRITE,
                                                          FILE_SHARE_READ | FILE_SHARE_WRITE,
                                                          nullptr, OPEN_EXISTING, 0, nullptr)));

@@ -10,7 +10,7 @@
 
 namespace swr {
 
-// The rules that a path function follows: an argument, so that the rules of Windows are tested on
+// The path rules that a function follows. An argument, so that the Windows rules can be tested on
 // every platform.
 enum class PathStyle : uint8_t { Windows, Posix };
 

@@ -57,7 +57,7 @@ struct LocalMemoryTraits {
 template <typename Element>
 using LocalMemory = UniqueHandle<LocalMemoryTraits<Element>>;
 
-// A text that COM or the shell allocated.
+// Text that COM or the shell allocated.
 struct TaskTextTraits {
   using Value = wchar_t*;
   static constexpr wchar_t* Invalid = nullptr;

@@ -1,5 +1,5 @@
-// What happens when the user stops the program (Ctrl+C, a closed console, a polite signal): a file
-// that is being written is removed, and the process ends at once, the way the platform expects.
+// Handles an interrupt by the user (Ctrl+C, a closed console, SIGTERM): the file that is being
+// written is removed, and the process ends at once as the platform expects.
 #pragma once
 
 #include <string>
@@ -7,15 +7,15 @@
 
 namespace swr {
 
-// To be called once, at the start of a program that has nothing else to do about an interrupt.
+// Call once, at the start of a program that needs no other handling of interrupts.
 void EndOnInterrupt();
 
-// The file to be removed by an interrupt; an empty path for none. In the form that the system
-// takes. One at a time.
+// Sets the one file that an interrupt removes, in the form that the system takes; an empty path for
+// none.
 void RemoveFileOnInterrupt(const std::u16string& path);
 
-// Bytes that an interrupt writes to standard error before the end: they wipe away a progress line.
-// The text must outlive the process; empty for none.
+// Sets the bytes that an interrupt writes to standard error before the process ends, to erase a
+// progress line; empty for none. The text must remain valid until the process ends.
 void WriteOnInterrupt(std::string_view text);
 
 }  // namespace swr

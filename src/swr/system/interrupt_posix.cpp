@@ -15,7 +15,7 @@ namespace {
 
 constexpr int endingSignals[] = {SIGINT, SIGTERM, SIGHUP};
 
-// Plain memory: a signal handler may not allocate, nor wait for a lock.
+// Static memory, because a signal handler must not allocate or wait for a lock.
 std::array<char, PATH_MAX + 1> fileToRemove;
 std::atomic<bool> hasFile = false;
 std::atomic<const char*> lastWords = nullptr;
@@ -26,7 +26,7 @@ void EndBySignal(int number) {
   if (const char* words = lastWords.load(std::memory_order_acquire)) {
     [[maybe_unused]] const ssize_t written = write(STDERR_FILENO, words, lastWordsSize.load());
   }
-  // The parent is to see that a signal ended the process, not an exit code.
+  // The parent must see that a signal ended the process, not an exit code.
   signal(number, SIG_DFL);
   raise(number);
 }
@@ -36,12 +36,11 @@ void EndBySignal(int number) {
 void EndOnInterrupt() {
   for (const int number : endingSignals) {
     struct sigaction action = {};
-    // What the parent has said to ignore stays ignored (nohup).
+    // Signals that the parent set to be ignored stay ignored (nohup).
     if (sigaction(number, nullptr, &action) == 0 && action.sa_handler == SIG_IGN) continue;
     action = {};
     action.sa_handler = EndBySignal;
-    // Without SA_NODEFER the signal would stay blocked in the handler and could not be raised
-    // again.
+    // Without SA_NODEFER the signal would be blocked in the handler and could not be raised again.
     action.sa_flags = static_cast<int>(SA_NODEFER);
     sigemptyset(&action.sa_mask);
     sigaction(number, &action, nullptr);

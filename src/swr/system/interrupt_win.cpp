@@ -24,9 +24,9 @@ LastActs& Acts() {
 
 BOOL WINAPI EndByConsole(DWORD /*event*/) {
   const std::lock_guard lock(Acts().mutex);
-  // The file is open with the right to delete it, and goes with its last handle.
+  // The file is open with the right to delete it, and is deleted when its last handle is closed.
   if (!Acts().fileToRemove.empty()) DeleteFileW(AsWide(Acts().fileToRemove));
-  // When they can't be written, nothing is left to do about it.
+  // If this write fails, there is nothing left to do.
   if (!Acts().words.empty()) {
     [[maybe_unused]] const uint32_t error = WriteStandard(StandardStream::Error, Acts().words);
   }

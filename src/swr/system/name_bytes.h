@@ -1,5 +1,5 @@
-// File names as the bytes of a text file or a pipe, and back. Away from Windows names are bytes and
-// both ways are without loss; on Windows they are UTF-16 and are written as UTF-8.
+// Converts file names to the bytes of a text file or a pipe, and back. On POSIX systems names are
+// bytes, and both directions are lossless; on Windows they are UTF-16 and are written as UTF-8.
 #pragma once
 
 #include <string>
@@ -7,11 +7,11 @@
 
 namespace swr {
 
-// The bytes that are written for a name.
+// The bytes to write for a name.
 std::string NameBytes(std::u16string_view name);
 
-// One line of a text that holds names. On Windows bytes that are no UTF-8 are read in the ANSI code
-// page.
+// Decodes one line of a text that contains names. On Windows bytes that are not valid UTF-8 are
+// decoded with the ANSI code page.
 std::u16string TextFromNameBytes(std::string_view bytes);
 
 }  // namespace swr

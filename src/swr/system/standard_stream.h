@@ -8,18 +8,18 @@ namespace swr {
 
 enum class StandardStream : uint8_t { Output, Error };
 
-// Whether the stream is a terminal that a person looks at.
+// Whether the stream is a terminal.
 bool IsTerminal(StandardStream stream);
-// Whether standard input is one.
+// Whether standard input is a terminal.
 bool IsInputTerminal();
-// The width of the terminal in characters; 80 where it can't be asked.
+// The width of the terminal in characters, or 80 if it is unknown.
 uint32_t TerminalWidth(StandardStream stream);
-// Whether the terminal understands the escape sequences of colours (ECMA-48). On Windows this
-// switches them on.
+// Whether the terminal supports the escape sequences for colours (ECMA-48). On Windows this enables
+// them.
 bool EnableColors(StandardStream stream);
 
-// Writes all of `text`, UTF-8, and returns 0, or a Windows error code: 109 when nobody reads the
-// other end of a pipe. On a Windows console the text is written as UTF-16 characters.
+// Writes all of `text`, which is UTF-8. Returns 0 or a Windows error code: 109 when the reading end
+// of a pipe is closed. To a Windows console the text is written as UTF-16.
 [[nodiscard]] uint32_t WriteStandard(StandardStream stream, std::string_view text);
 
 }  // namespace swr

@@ -22,7 +22,7 @@ bool IsConsole(HANDLE handle) {
   return GetConsoleMode(handle, &mode) != FALSE;
 }
 
-// The console takes its characters through a buffer of limited size.
+// The console accepts a limited number of characters per call.
 constexpr size_t LongestConsoleWrite = 8192;
 
 uint32_t WriteConsoleText(HANDLE console, const std::u16string& text) {
@@ -59,7 +59,7 @@ uint32_t TerminalWidth(StandardStream stream) {
 bool EnableColors(StandardStream stream) {
   const HANDLE console = HandleOf(stream);
   DWORD mode = 0;
-  // Consoles before Windows 10 refuse.
+  // Fails on consoles before Windows 10.
   return GetConsoleMode(console, &mode) &&
          SetConsoleMode(console, mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING);
 }
@@ -75,7 +75,7 @@ uint32_t WriteStandard(StandardStream stream, std::string_view text) {
     const auto size = static_cast<DWORD>(std::min(text.size(), longestPiece));
     if (!WriteFile(handle, text.data(), size, &written, nullptr)) {
       const DWORD error = GetLastError();
-      // A pipe whose reader has gone: 232 (no data) to the writer.
+      // When the reader has closed the pipe, the writer gets 232 (no data).
       return error == ERROR_NO_DATA ? ErrorBrokenPipe : error;
     }
     if (written == 0) return ErrorDiskFull;

@@ -11,19 +11,19 @@ HMODULE LoadSystemLibrary(const wchar_t* name) {
   const UINT length = GetSystemDirectoryW(folder.data(), folder.size());
   if (length == 0 || length >= folder.size()) return nullptr;
   const std::wstring path = std::wstring(folder.data(), length) + L'\\' + name;
-  // The libraries that this one needs are looked for beside it. LOAD_LIBRARY_SEARCH_SYSTEM32 would
-  // do the same, but fails on Windows 7 without its update of 2011.
+  // The library's own dependencies are searched for in its folder. LOAD_LIBRARY_SEARCH_SYSTEM32
+  // would do the same, but fails on Windows 7 without its update of 2011.
   return LoadLibraryExW(path.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
 }
 
 }  // namespace
 
 void UseSystemLibrariesOnly() {
-  // Older systems lack it.
+  // Missing on older systems.
   BOOL(WINAPI * setDirectories)
   (DWORD) = FindLoadedFunction(L"kernel32.dll", "SetDefaultDllDirectories");
   if (setDirectories != nullptr) setDirectories(LOAD_LIBRARY_SEARCH_SYSTEM32);
-  // Takes the current folder out of the search.
+  // Removes the current folder from the search.
   SetDllDirectoryW(L"");
 }
 

@@ -1,6 +1,6 @@
-// Loads libraries of Windows from the system's folder and from nowhere else: a program that people
-// start from their downloads must not load a library that was downloaded there under the name of
-// one of Windows.
+// Loads libraries of Windows only from the system folder: a program that is started from the
+// downloads folder must not load a library that was downloaded there under the name of a system
+// library.
 //
 // The program imports only libraries that every version of Windows takes from its own folder. The
 // functions of all others are looked up here when first needed.
@@ -11,8 +11,8 @@
 namespace swr {
 
 // Removes the program's folder, the current folder and the PATH from the library search of the
-// process, as far as the system supports that (Windows 8, or 7 with its updates). To be called
-// before anything that may load a library.
+// process, as far as the system supports that (Windows 8, or 7 with its updates). Call before
+// anything that may load a library.
 void UseSystemLibrariesOnly();
 
 // The address of a function, possibly null. Converts to a pointer to any function type, so that the
@@ -29,8 +29,8 @@ class SystemFunction {
   FARPROC address_;
 };
 
-// The function of this name in a library ("wintrust.dll") of the system's folder; null when either
-// is missing. The library stays loaded until the process ends. May be called on any thread.
+// The function of this name in a library ("wintrust.dll") in the system folder; null when either is
+// missing. The library stays loaded until the process ends. May be called on any thread.
 SystemFunction FindSystemFunction(const wchar_t* library, const char* name);
 
 // The same for a library that the process has loaded already ("kernel32.dll", "comctl32.dll"): for

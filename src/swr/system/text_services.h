@@ -13,8 +13,8 @@ char16_t SystemUpperUnit(char16_t unit);
 // Whether the texts are equal unit by unit after SystemUpperUnit; independent of the locale.
 bool SystemEqualsNoCase(std::u16string_view a, std::u16string_view b);
 
-// Natural order: runs of digits by value, letters without case. Returns a negative number, 0 or a
-// positive number. Different names may compare equal.
+// Natural order: runs of digits by value, ignoring case. Returns a negative number, 0 or a positive
+// number. Different names may compare equal.
 int SystemCompareNatural(const std::u16string& a, const std::u16string& b);
 // The same for texts that end with a zero unit.
 int SystemCompareNaturalTexts(const char16_t* a, const char16_t* b);

@@ -21,8 +21,8 @@ constexpr bool IsContinuation(char byte) { return (static_cast<uint8_t>(byte) & 
 constexpr bool IsHighSurrogate(char16_t unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
 constexpr bool IsLowSurrogate(char16_t unit) { return unit >= 0xDC00 && unit <= 0xDFFF; }
 
-// Whether `name` fits one pattern of "*" and "?", without case: the classic walk that goes back to
-// the last star.
+// Whether `name` matches one pattern of "*" and "?", ignoring case. Backtracks to the last star
+// only.
 bool MatchesOnePattern(std::u16string_view name, std::u16string_view pattern) {
   size_t n = 0;
   size_t p = 0;
@@ -51,11 +51,11 @@ bool MatchesOnePattern(std::u16string_view name, std::u16string_view pattern) {
 // One step through text that claims to be UTF-8.
 struct Utf8Step {
   char32_t codePoint = Replacement;
-  size_t length = 1;  // bytes; of a bad sequence those that could have begun a good one
+  size_t length = 1;  // bytes; of an invalid sequence, those that could have begun a valid one
   bool isValid = false;
 };
 
-// The Unicode Standard, table 3-7: the second byte of a sequence has limits of its own.
+// The Unicode Standard, table 3-7: the range of the second byte depends on the first.
 Utf8Step DecodeStep(std::string_view bytes) {
   const auto lead = static_cast<uint8_t>(bytes[0]);
   if (lead < 0x80) return {lead, 1, true};
@@ -101,8 +101,8 @@ void AppendUtf8(std::string& bytes, char32_t codePoint) {
   append(0x80 | (codePoint & 0x3F));
 }
 
-// windows-1252 where it differs from Latin-1, from 0x80. The five bytes without a character mean
-// the control character of their number, as Windows has it.
+// windows-1252 where it differs from Latin-1, from 0x80. The five unassigned bytes become the
+// control characters with the same code, as on Windows.
 constexpr std::array<char16_t, 32> westernPunctuation = {
     0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
     0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
@@ -112,7 +112,7 @@ constexpr std::array<char16_t, 32> westernPunctuation = {
 
 char16_t SystemUpperUnit(char16_t unit) {
   if (unit < 0x80) return unit >= u'a' && unit <= u'z' ? static_cast<char16_t>(unit - 32) : unit;
-  // Not the user's locale, whose letters may have capitals of their own.
+  // Not the user's locale, whose case mapping may differ.
   static const locale_t unicode = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
   if (unicode == nullptr) return unit;
   const wint_t upper = towupper_l(unit, unicode);
@@ -120,8 +120,8 @@ char16_t SystemUpperUnit(char16_t unit) {
 }
 
 bool SystemEqualsNoCase(std::u16string_view a, std::u16string_view b) {
-  // Unit by unit, as the Windows call does it: a letter whose capital takes more units equals only
-  // itself.
+  // Unit by unit, as the Windows call does it: a letter whose upper-case form has more units equals
+  // only itself.
   if (a.size() != b.size()) return false;
   for (size_t i = 0; i < a.size(); ++i) {
     if (a[i] != b[i] && SystemUpperUnit(a[i]) != SystemUpperUnit(b[i])) return false;
@@ -209,7 +209,7 @@ std::u16string SystemDecodeAnsi(std::string_view bytes) {
 }
 
 std::u16string SystemErrorText(uint32_t error) {
-  // The errno values that ErrorFromErrno tells apart; their words are the system's.
+  // The errno values that ErrorFromErrno distinguishes; their messages are the system's.
   constexpr int known[] = {ENOENT, ENOTDIR, EACCES, EISDIR, EMFILE,       EBADF, ENOMEM, ENXIO,
                            EBUSY,  ESTALE,  EPIPE,  ENOSPC, ENAMETOOLONG, EFBIG, ELOOP,  EIO};
   for (const int value : known) {

@@ -19,7 +19,7 @@ std::u16string Decode(UINT codePage, std::string_view bytes) {
   if (bytes.empty()) return {};
   const int length =
       MultiByteToWideChar(codePage, 0, bytes.data(), AsInt(bytes.size()), nullptr, 0);
-  // Filled in place: of a large checksum file a copy would be large.
+  // Filled in place, because a copy of a large checksum file would be large.
   std::u16string text(static_cast<size_t>(length), u'\0');
   MultiByteToWideChar(codePage, 0, bytes.data(), AsInt(bytes.size()), WideBuffer(text), length);
   return text;
@@ -50,7 +50,7 @@ int SystemCompareNaturalTexts(const char16_t* a, const char16_t* b) {
 // The order depends on the user's language.
 const bool NaturalKeysAreExact = false;
 
-// Windows has no keys for this order.
+// Windows offers no sort keys for this order.
 std::u16string SystemNaturalKey(std::u16string text) { return text; }
 
 int SystemCompareNaturalKeys(const std::u16string& a, const std::u16string& b) {

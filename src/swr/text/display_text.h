@@ -1,4 +1,4 @@
-// Text of byte counts and error codes for display.
+// Formats byte counts and error codes for display.
 #pragma once
 
 #include <cstdint>

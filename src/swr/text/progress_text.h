@@ -1,4 +1,4 @@
-// How far a piece of work has come, in figures that are shown.
+// Formats the progress of a task.
 #pragma once
 
 #include <cstdint>
