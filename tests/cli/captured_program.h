@@ -1,4 +1,4 @@
-// Runs the program inside the test, with its output caught.
+// Runs the program inside the test process and captures its output.
 #pragma once
 
 #include <string>
@@ -11,7 +11,7 @@
 
 namespace cli::testing {
 
-// Keeps what is written, and fails once it has taken as many bytes as it may.
+// Keeps what is written, and fails once a limit of bytes is reached.
 class CatchingSink final : public ByteSink {
  public:
   explicit CatchingSink(size_t room = std::string::npos, uint32_t error = 0)

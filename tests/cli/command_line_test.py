@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Runs the command-line tool as its users do and compares what it prints and how it ends.
+"""Runs the command-line tool as users do, and compares its output and exit code.
 
     command_line_test.py PROGRAM [EMULATOR...]
 
@@ -33,9 +33,9 @@ XXH3_ABC = "78af5f94892f3950"
 OK_LINE = "The file is OK.\n"
 HINT = "Try 'swrhash --help' for more information.\n"
 
-# What each row may say: files (name: content; None for a folder), arguments, input, out, err, code,
-# on ("posix" or "windows" for rows of one system), after (name: content afterwards; None for a file
-# that must not be there). An err that is a list holds pieces that standard error must contain.
+# The fields of a row: files (name: content; None for a folder), args, input, out, err, code, on ("posix" or
+# "windows" for rows of one system), after (name: content afterwards; None for a file that must not exist). An
+# err that is a list holds strings that standard error must contain.
 CASES = [
     # Calculating
     dict(what="one file", files={"a": "abc"}, args=["a"], out=f"{ABC_SHA256}  a\n"),
@@ -43,7 +43,7 @@ CASES = [
          out=f"{DEF_SHA256}  b\n{ABC_SHA256}  a\n"),
     dict(what="an empty file", files={"a": ""}, args=["a"], out=f"{EMPTY_SHA256}  a\n"),
     dict(what="standard input", args=["-"], input="abc", out=f"{ABC_SHA256}  -\n"),
-    dict(what="no argument but a pipe", args=[], input="abc", out=f"{ABC_SHA256}  -\n"),
+    dict(what="no arguments, input from a pipe", args=[], input="abc", out=f"{ABC_SHA256}  -\n"),
     dict(what="one other algorithm", files={"a": "abc"}, args=["-a", "md5", "a"],
          out=f"{ABC_MD5}  a\n"),
     dict(what="several algorithms are tagged, in the order of the catalogue",
@@ -80,7 +80,7 @@ CASES = [
          out=f"{ABC_SHA256}  -a\n"),
     dict(what="a name in another script", files={"ж 文.txt": "abc"}, args=["ж 文.txt"],
          out=f"{ABC_SHA256}  ж 文.txt\n"),
-    dict(what="bytes that are no text", files={b"\xff\xfe\x80": "abc"}, args=[b"\xff\xfe\x80"],
+    dict(what="a name that is not valid UTF-8", files={b"\xff\xfe\x80": "abc"}, args=[b"\xff\xfe\x80"],
          on="posix", out=ABC_SHA256.encode() + b"  \xff\xfe\x80\n"),
     dict(what="a name with a line end and a backslash", files={"a\nb\\c": "abc"},
          args=["a\nb\\c"], on="posix", out=f"\\{ABC_SHA256}  a\\nb\\\\c\n"),
@@ -90,13 +90,13 @@ CASES = [
          args=["*.ISO"], on="windows", out=f"{ABC_SHA256}  f9.iso\n{ABC_SHA256}  f10.iso\n"),
     dict(what="wildcards in a folder", files={"d/a.iso": "abc", "d/b.iso": "def"},
          args=["d\\?.iso"], on="windows", out=f"{ABC_SHA256}  d/a.iso\n{DEF_SHA256}  d/b.iso\n"),
-    dict(what="a path of a drive's current folder", files={"a": "abc"}, args=["Z:a"], on="windows",
+    dict(what="a path relative to a drive's current folder", files={"a": "abc"}, args=["Z:a"], on="windows",
          out=f"{ABC_SHA256}  Z:a\n"),
-    dict(what="wildcards there", files={"a.iso": "abc"}, args=["Z:*.iso"], on="windows",
+    dict(what="wildcards with such a path", files={"a.iso": "abc"}, args=["Z:*.iso"], on="windows",
          out=f"{ABC_SHA256}  Z:a.iso\n"),
     dict(what="a path of more than 260 characters", files={"/".join(["d" * 60] * 6) + "/a": "abc"},
          args=["-r", "."], out=f"{ABC_SHA256}  ./" + "/".join(["d" * 60] * 6) + "/a\n"),
-    dict(what="wildcards that nothing fits", args=["*.iso"], on="windows",
+    dict(what="wildcards without a match", args=["*.iso"], on="windows",
          err=["swrhash: *.iso: "], code=2),
     # Formats
     dict(what="SFV", files={"a": "abc"}, args=["--format", "sfv", "a"],
@@ -108,13 +108,13 @@ CASES = [
              f'  {{"path": "b", "size": 0, "sha256": "{EMPTY_SHA256}"}}\n]\n'),
     dict(what="JSON without a file", files={"d": None}, args=["-r", "--format", "json", "d"],
          out="[\n]\n"),
-    dict(what="JSON of bytes that are no text", files={b"\xff": "abc"},
+    dict(what="JSON of a name that is not valid UTF-8", files={b"\xff": "abc"},
          args=["--format", "json", b"\xff"], on="posix",
          out=f'[\n  {{"path": "\\udcff", "size": 3, "sha256": "{ABC_SHA256}"}}\n]\n'),
-    # A file in place of standard output
+    # Output to a file
     dict(what="an output file", files={"a": "abc"}, args=["-o", "out", "a"],
          after={"out": f"{ABC_SHA256}  a\n"}),
-    dict(what="an output file that is there already", files={"a": "abc", "out": "old"},
+    dict(what="an existing output file", files={"a": "abc", "out": "old"},
          args=["-o", "out", "a"], after={"out": f"{ABC_SHA256}  a\n"}),
     dict(what="an output file without any result", files={"out": "old"}, args=["-o", "out", "a"],
          err=["swrhash: a: "], code=1, after={"out": "old"}),
@@ -135,21 +135,21 @@ CASES = [
     dict(what="a missing file in a list", files={"a": "abc", "L": f"{ABC_SHA256}  a\n{DEF_SHA256}  b\n"},
          args=["-c", "L"], out="a: OK\nb: FAILED open or read\n",
          err=["swrhash: b: ", "Not all files match: 1 OK, 1 missing.\n"], code=1),
-    dict(what="missing files passed over",
+    dict(what="missing files ignored",
          files={"a": "abc", "L": f"{ABC_SHA256}  a\n{DEF_SHA256}  b\n"},
          args=["-c", "--ignore-missing", "L"], out="a: OK\n", err=OK_LINE),
     dict(what="nothing verified", files={"L": f"{ABC_SHA256}  a\n"},
          args=["-c", "--ignore-missing", "L"], err="No file was verified.\n", code=2),
     dict(what="nothing but missing files", files={"L": f"{ABC_SHA256}  a\n"}, args=["-c", "L"],
          out="a: FAILED open or read\n", err=["1 missing"], code=2),
-    dict(what="quiet and all well", files={"a": "abc", "L": f"{ABC_SHA256}  a\n"},
+    dict(what="quiet and everything OK", files={"a": "abc", "L": f"{ABC_SHA256}  a\n"},
          args=["-c", "--quiet", "L"]),
     dict(what="quiet and a mismatch", files={"a": "abc", "b": "abc", "L": f"{ABC_SHA256}  a\n{DEF_SHA256}  b\n"},
          args=["-c", "--quiet", "L"], out="b: FAILED\n",
          err="Not all files match: 1 OK, 1 FAILED.\n", code=1),
     dict(what="the exit code alone", files={"a": "abc", "L": f"{DEF_SHA256}  a\n{DEF_SHA256}  b\n"},
          args=["-c", "--status", "L"], code=1),
-    dict(what="a line that is no checksum", files={"a": "abc", "L": f"hello\n{ABC_SHA256}  a\n"},
+    dict(what="a line that is not a checksum", files={"a": "abc", "L": f"hello\n{ABC_SHA256}  a\n"},
          args=["-c", "L"], out="a: OK\n",
          err="The file is OK. 1 line of the checksum file aren't checksums and were skipped "
              "(first: line 1).\n"),
@@ -165,13 +165,13 @@ CASES = [
                                             f"SHA2-256(a)= {ABC_SHA256}\n{ABC_SHA1}\ta\n"},
          args=["-c", "L", "b.txt.sha256"], out="a: OK\na: OK\na: OK\na: OK\nb.txt: OK\n",
          err="All 2 files are OK.\n"),
-    dict(what="a file of which one digest of two is wrong",
+    dict(what="a file with one right and one wrong digest",
          files={"a": "abc", "L": f"MD5 (a) = {ABC_MD5}\nSHA1 (a) = {'0' * 40}\n"}, args=["-c", "L"],
          out="a: OK\na: FAILED\n", err="Not all files match: 0 OK, 1 FAILED.\n", code=1),
-    dict(what="digests that could be of several algorithms",
+    dict(what="digests that could belong to several algorithms",
          files={"a": "abc", "L": f"{'3a985da74fe225b2045c172d6bd390bd855f086e3e9d525b46bfe24511431532'}  a\n"},
          args=["-c", "L"], out="a: OK\n", err=OK_LINE),
-    dict(what="an algorithm that the user names",
+    dict(what="an algorithm chosen by the user",
          files={"a": "abc", "L": f"{ABC_SHA256}  a\n"}, args=["-c", "-a", "blake3", "L"],
          out="a: FAILED\n", err="Not all files match: 0 OK, 1 FAILED.\n", code=1),
     dict(what="a UTF-16 list", files={"ж": "abc", "L": f"\ufeff{ABC_SHA256}  ж\r\n".encode("utf-16-le")},
@@ -194,7 +194,7 @@ CASES = [
          input="abc", out="Match. The MD4 of - is the expected hash.\n"),
     dict(what="no match", files={"a": "abc"}, args=["--expect", DEF_SHA256, "a"],
          out="No match. a has a different SHA-256, SHA3-256 and BLAKE3.\n", code=1),
-    dict(what="one match of several files", files={"a": "abc", "b": "def"},
+    dict(what="one match among several files", files={"a": "abc", "b": "def"},
          args=["--expect", DEF_SHA256, "a", "b"],
          out="Match. The SHA-256 of b is the expected hash.\n"),
     dict(what="several matches", files={"a": "abc", "b": "abc"}, args=["--expect", ABC_MD5, "a", "b"],
@@ -202,14 +202,14 @@ CASES = [
     dict(what="none of several files", files={"a": "abc", "b": "abc"},
          args=["--expect", DEF_SHA256, "a", "b"],
          out="No match. None of the 2 files has this hash.\n", code=1),
-    dict(what="a line with a name blames that file", files={"a": "abc", "b": "abc"},
+    dict(what="without a match, the verdict names the file on the line", files={"a": "abc", "b": "abc"},
          args=["--expect", f"SHA1 (b) = {'0' * 40}", "a", "b"],
          out="No match. b has a different SHA-1.\n", code=1),
     dict(what="a file that can't be read", args=["--expect", ABC_MD5, "a"],
          out="a can't be read, so it can't be compared.\n", err=["swrhash: a: "], code=1),
     dict(what="a base64 value", files={"a": "abc"}, args=["--expect", "kAFQmDzST7DWlj99KOF/cg==", "a"],
          out="Match. The MD5 of a is the expected hash.\n"),
-    dict(what="no hash", files={"a": "abc"}, args=["--expect", "hello", "a"],
+    dict(what="not a hash", files={"a": "abc"}, args=["--expect", "hello", "a"],
          err="swrhash: This doesn't look like a hash. Paste the hex or base64 value from the website.\n"
              + HINT, code=2),
     dict(what="a hash without a file", args=["--expect", ABC_SHA1],
@@ -220,7 +220,7 @@ CASES = [
     dict(what="a list that lacks a file", files={"a": "abc", "b": "abc", "L": f"# kept\n{'0' * 64}  a\njunk"},
          args=["--update", "L", "-r", "."], err="1 file added.\n",
          after={"L": f"# kept\n{'0' * 64}  a\njunk\n{ABC_SHA256}  b\n"}),
-    dict(what="a list that lacks nothing", files={"a": "abc", "L": f"{'0' * 64}  a"},
+    dict(what="a list that already has every file", files={"a": "abc", "L": f"{'0' * 64}  a"},
          args=["--update", "L", "a"], err="0 files added.\n", after={"L": f"{'0' * 64}  a"}),
     dict(what="the list's own form and line ends",
          files={"a": "abc", "L": f"MD5 (x) = {'0' * 32}\r\nSHA1 (x) = {'0' * 40}\r\n"},
@@ -233,7 +233,7 @@ CASES = [
     dict(what="names relative to the list", files={"d/a": "abc", "d/L": f"{'0' * 64}  x\n"},
          args=["--update", "d/L", "d/a"], err="1 file added.\n",
          after={"d/L": f"{'0' * 64}  x\n{ABC_SHA256}  a\n"}),
-    dict(what="lines of files that are gone", files={"a": "abc", "L": f"{'0' * 64}  gone\n# kept\n{'0' * 64}  a\n"},
+    dict(what="lines of files that no longer exist", files={"a": "abc", "L": f"{'0' * 64}  gone\n# kept\n{'0' * 64}  a\n"},
          args=["--update", "L", "--prune"], err="0 files added, 1 line dropped.\n",
          after={"L": f"# kept\n{'0' * 64}  a\n"}),
     dict(what="a signed list", files={"a": "abc", "L": "-----BEGIN PGP SIGNED MESSAGE-----\n\n"},
@@ -247,7 +247,7 @@ CASES = [
 ]
 
 
-# What runs beside the program in one way or another: more than a row can say.
+# Tests that need more than a table row: shells, signals, pipes, terminals.
 
 
 def test_command_prompt(command):
@@ -264,13 +264,13 @@ def test_command_prompt(command):
                               capture_output=True, check=False)
         check("exit code of the batch file", done.returncode, 1)
         check("redirected output", (root / "out").read_bytes(), f"{ABC_SHA256}  ж.iso\n".encode())
-        # What is being written by the batch file changes while it is read, or is not there yet.
+        # The files that the batch file writes may not exist yet, or change while they are read.
         if b"FAILED\n" in done.stdout:
             raise Failure(f"output of the pipe: {done.stdout!r}")
 
 
 def test_interrupt(command):
-    """A signal leaves the old file and nothing beside it, and the program ends by that signal."""
+    """A signal ends the program, and leaves the old output file and no temporary file."""
     for number in (signal.SIGINT, signal.SIGTERM):
         with tempfile.TemporaryDirectory() as folder:
             root = pathlib.Path(folder)
@@ -292,7 +292,7 @@ def test_interrupt(command):
 
 
 def test_closed_pipe(command):
-    """A reader that goes away ends the program at once and quietly."""
+    """When the reader closes the pipe, the program ends at once and without a message."""
     with tempfile.TemporaryDirectory() as folder:
         for number in range(3000):
             (pathlib.Path(folder) / f"{number:04}").write_bytes(b"")
@@ -309,7 +309,7 @@ def restore_pipe_signal():
 
 
 def test_terminal(command):
-    """On a terminal: colours, escaped names, a progress line; without colours for NO_COLOR."""
+    """On a terminal: colours, escaped names, a progress line; no colours with NO_COLOR."""
     with tempfile.TemporaryDirectory() as folder:
         root = pathlib.Path(folder)
         (root / "a\x1b[31mb").write_bytes(b"abc")
@@ -332,7 +332,7 @@ def test_terminal(command):
 
 
 def shown_on_terminal(command, folder, environment, until=None, seconds=60):
-    """What the program writes to a terminal, to its end or until a piece has come."""
+    """What the program writes to a terminal, up to its end or until it has written `until`."""
     process, terminal = pty.fork()
     if process == 0:
         os.chdir(folder)
@@ -353,7 +353,7 @@ def shown_on_terminal(command, folder, environment, until=None, seconds=60):
 
 
 def test_links(command):
-    """Links to folders: not followed, or followed without a loop."""
+    """Links to folders are not followed, or followed without loops."""
     with tempfile.TemporaryDirectory() as folder:
         root = pathlib.Path(folder)
         (root / "d/e").mkdir(parents=True)
@@ -368,13 +368,13 @@ def test_links(command):
             [*command, "-r", *options, "d"], cwd=folder, timeout=60, check=True,
             stdout=subprocess.PIPE).stdout.decode().replace(f"{ABC_SHA256}  ", "").split()
         check("without --follow", names(), ["d/file", "d/e/a"])
-        # The folder above is walked once more, but not what is already being walked.
+        # The link to the parent folder is followed once, but not into a folder that is being walked.
         check("with --follow", names("--follow"),
               ["d/file", "d/e/a", "d/loop/other/b", "d/to/b"])
 
 
 def test_denied(command):
-    """A folder and a file that can't be read are told of, and the others are not left out."""
+    """A folder and a file that can't be read are reported, and the others are still hashed."""
     if os.geteuid() == 0:
         prefix = ["setpriv", "--reuid=65534", "--regid=65534", "--clear-groups"]
     else:

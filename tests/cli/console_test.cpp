@@ -1,4 +1,4 @@
-// What goes to a terminal and what doesn't.
+// What differs when the output goes to a terminal.
 #include <gtest/gtest.h>
 
 #include "tests/cli/captured_program.h"

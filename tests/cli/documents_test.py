@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Checks the manual page and the completions that are made from the table of options.
+"""Checks the manual page and the shell completions that are generated from the option table.
 
     documents_test.py PROGRAM FOLDER
 """
@@ -15,7 +15,7 @@ def run(*command, **options):
 
 
 def completions(folder, line):
-    """What bash offers at the end of the line."""
+    """What bash offers to complete the line."""
     script = (f"source {folder}/swrhash.bash; compopt() {{ :; }}\n"
               f"COMP_WORDS=({line}); [[ $1 != + ]] || COMP_WORDS+=('')\n"
               "COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _swrhash; printf '%s\\n' \"${COMPREPLY[@]}\"")

@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
-"""Lists go both ways between the command-line tool and the usual tools.
+"""The command-line tool and other tools verify each other's lists.
 
     interoperability_test.py PROGRAM [EMULATOR...]
 
-Every list is made by its tool on the spot: what the others write is verified by the program, and
-what the program writes by the others, each with a file that is right and one that has been altered.
+Every list is written during the test. The program verifies the lists of the other tools, and they verify the
+lists of the program, each time with unchanged files and an altered one.
 """
 
 import os
@@ -17,7 +17,7 @@ FILES = {"empty": b"", "abc.txt": b"abc", "with blanks (1).bin": bytes(range(256
          "ж.txt": b"unicode", "sub/deep": b"x" * 100000}
 ALTERED = "abc.txt"
 
-# What a tool writes, and how it is told to. NAMES stands for the files.
+# The tools, their commands (NAMES stands for the files), and the name of the list.
 WRITERS = [
     ("sha256sum", ["sha256sum", "NAMES"], "SHA256SUMS"),
     ("sha256sum --tag", ["sha256sum", "--tag", "NAMES"], "list"),
@@ -42,7 +42,7 @@ WRITERS = [
     ("7-Zip", ["7zz", "h", "-scrcsha256", "NAMES"], None),
 ]
 
-# What the program is told to write, and who verifies it.
+# The options of the program, and the command that verifies the list.
 READERS = [
     ("sha256sum", [], ["sha256sum", "--strict", "-c", "list"]),
     ("sha256sum tagged", ["--tag"], ["sha256sum", "--strict", "-c", "list"]),
@@ -80,7 +80,7 @@ def alter(folder):
 
 
 def from_seven_zip(output):
-    """The lines of 7-Zip's table: digest, size, name."""
+    """The rows of 7-Zip's table: digest, size, name."""
     lines = []
     for line in output.decode().splitlines():
         parts = line.split(maxsplit=2)

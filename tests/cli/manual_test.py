@@ -1,11 +1,11 @@
 #!/usr/bin/env python3
-"""Runs the commands of the documents and compares what they print with what is written there.
+"""Runs the commands in the documents and compares their output with the documents.
 
     manual_test.py PROGRAM DOCUMENT...
-    manual_test.py --write PROGRAM DOCUMENT...     writes what they print into the documents instead
+    manual_test.py --write PROGRAM DOCUMENT...     writes the output into the documents instead
 
-The commands are the lines behind "$ " in blocks of the kind "console", and in comments, which prepare the
-files. Those of one document run one after the other in one folder.
+The commands are the lines that begin with "$ " in "console" blocks, and in comments, which prepare the files.
+All commands of one document run in order in the same folder.
 """
 
 import os

@@ -1,5 +1,5 @@
-// Each call of the system fails once, in each mode: the program ends with an exit code that says
-// so, says something, and leaves no half-written file.
+// Makes each system call fail once, in each mode: the program must report the failure, end with a
+// matching exit code, and leave no half-written file.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -33,7 +33,7 @@ std::vector<std::u16string> NamesIn(const std::u16string& folder) {
   return names;
 }
 
-// A tree with eight files in a folder, a list of them and an older list to be replaced.
+// A folder with eight files, a list of them, and an older list to be replaced.
 struct World {
   World() {
     for (int i = 0; i < 8; ++i) {
@@ -92,7 +92,7 @@ TEST(ProgramFaultsTest, EachFailedCallIsToldAndLeavesNoHalfFile) {
   for (const ModeCase& mode : modeCases) {
     for (size_t call = 0; call < swr::SystemCallCount; ++call) {
       const auto which = static_cast<SystemCall>(call);
-      // The provider is opened once in a process; its failure has a test of its own.
+      // The provider is opened once per process; its failure has its own test.
       if (which == SystemCall::OpenDigestProvider) continue;
       for (uint32_t nth = 1; nth <= 20; ++nth) {
         SCOPED_TRACE(std::string(mode.what) + ", " + swr::testing::NameOf(which) + " " +
@@ -107,8 +107,8 @@ TEST(ProgramFaultsTest, EachFailedCallIsToldAndLeavesNoHalfFile) {
           count = faults.Count(which);
         }
         if (count < nth) break;
-        // What fails quietly: the end of a listing comes early, an entry has no size, a path stays
-        // relative, the changes of a file are not seen, another kind of hash is made.
+        // Failures without a report: a listing ends early, an entry has no size, a path stays
+        // relative, changes to a file go unnoticed, another kind of hash is made.
         const bool isQuiet = which == SystemCall::NextEntry || which == SystemCall::EntryInfo ||
                              which == SystemCall::FullPath || which == SystemCall::FileInfo ||
                              which == SystemCall::PathInfo ||
@@ -117,7 +117,7 @@ TEST(ProgramFaultsTest, EachFailedCallIsToldAndLeavesNoHalfFile) {
           EXPECT_NE(ended.code, 0);
           EXPECT_FALSE(ended.err.empty());
         }
-        // The old file or the whole new one, and nothing beside it.
+        // Either the old file or the complete new one, and no temporary file.
         EXPECT_EQ(NamesIn(world.tree.Path(u"out")), std::vector<std::u16string>{u"old"});
         const std::u16string content = swr::ReadTextFile(world.old, nullptr).value_or(u"");
         // A folder whose listing ends before its first entry looks empty.

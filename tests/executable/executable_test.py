@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""What a scanner of executables reads from the program's file: hardening, imports, manifest.
+"""Inspects the executable file: hardening flags, imports, manifest.
 
     executable_test.py PROGRAM.EXE PROGRAM.MAP
 
@@ -23,8 +23,9 @@ WINDOWS_7 = pathlib.Path(__file__).with_name("windows7_functions.txt")
 class Expected:
     """What differs between the programs."""
 
-    # Loaded with the program. Windows takes these from its own folder in every version ("known DLLs"),
-    # whatever lies beside the program; comctl32 comes from the side-by-side store by the manifest.
+    # Loaded at the start. Every version of Windows takes these from its own folder ("known DLLs"), even if
+    # the program's folder has files of these names; the manifest selects comctl32 from the side-by-side
+    # store.
     loaded_at_start: frozenset
     loaded_later: frozenset  # by full path, when first needed
     fewest_imports: int
@@ -36,14 +37,14 @@ EXPECTED = {
         frozenset({"advapi32.dll", "comctl32.dll", "gdi32.dll", "kernel32.dll", "msvcrt.dll", "ole32.dll",
                    "shell32.dll", "shlwapi.dll", "user32.dll"}),
         frozenset({"bcrypt.dll", "crypt32.dll", "uxtheme.dll", "wintrust.dll"}), 200, 150),
-    # advapi32 is a known DLL too; the C runtime takes its random numbers from there.
+    # advapi32 is a known DLL too; the C runtime gets its random numbers from there.
     "swrhash": Expected(frozenset({"kernel32.dll", "msvcrt.dll", "shlwapi.dll"}),
                         frozenset({"advapi32.dll", "bcrypt.dll"}), 80, 100),
 }
-# Asked for a function that older systems lack, as they are there already; on 32-bit Windows the
-# compiler's start-up code asks whether its own library is there, which it takes only if so.
+# Already loaded, and queried for functions that older systems lack. On 32-bit Windows the compiler's start-up
+# code also looks for its own library, which it uses only if it is loaded.
 ASKED = {True: {"ntdll.dll"}, False: {"ntdll.dll", "libgcc_s_dw2-1.dll"}}
-# Whatever ends in these would be a way out of the machine.
+# Libraries whose names end in these could access a network.
 NETWORK = re.compile(r"ws2_32|wsock32|mswsock|winhttp|wininet|urlmon|dnsapi|iphlpapi|rasapi|netapi|wldap|"
                      r"httpapi|webio|websocket|winrnr|bitsadmin|wsdapi|xmlhttp|socket|internetopen|urldownload|"
                      r"cryptretrieveobject", re.IGNORECASE)
@@ -74,12 +75,12 @@ class Program:
                 if flags & pefile.SECTION_CHARACTERISTICS["IMAGE_SCN_MEM_EXECUTE"]]
 
     def relocated(self):
-        """The offsets of what the loader moves along with the program."""
+        """The offsets of the addresses that the loader relocates."""
         return [entry.rva for block in self.pe.DIRECTORY_ENTRY_BASERELOC for entry in block.entries
                 if entry.type != 0]
 
     def references(self):
-        """How often each address of the program is spoken of: by instructions relative to themselves,
+        """How often each address of the program is referenced: by instructions relative to themselves,
         and by absolute addresses, in code and data.
 
         No disassembly: each four bytes of code are taken for a distance. That four bytes which mean
@@ -94,13 +95,13 @@ class Program:
             target = self.pe.get_qword_at_rva(address) if self.is_64 else self.pe.get_dword_at_rva(address)
             counts[target - self.base] = counts.get(target - self.base, 0) + 1
         for name, _, data, _ in self.sections:
-            if name == ".xdata":  # names handlers of exceptions by their distance from the program's start
+            if name == ".xdata":  # refers to exception handlers by their offset from the image base
                 for (target,) in struct.iter_unpack("<I", data[:len(data) // 4 * 4]):
                     counts[target] = counts.get(target, 0) + 1
         return counts
 
     def find_stubs(self):
-        """Each jump through an import's slot that has a name of its own, by slot: what calls by name go to."""
+        """The named stubs that jump through an import's slot, by slot: the targets of calls by name."""
         named = set(self.symbols.values())
         found = {}
         for start, data in self.code():
@@ -122,11 +123,11 @@ def check_headers(program):
     if program.is_64:
         expected |= {"IMAGE_DLLCHARACTERISTICS_HIGH_ENTROPY_VA"}
     expect("DLL characteristics", sorted(names), sorted(expected))
-    # Without them the flag moves nothing.
+    # Without relocations the flag has no effect.
     expect("relocations are stripped", bool(program.pe.FILE_HEADER.Characteristics & 1), False)
-    expect("addresses that move with the program", len(program.relocated()) > 500, True)
+    expect("enough relocated addresses", len(program.relocated()) > 500, True)
     if program.is_64:
-        # Windows keeps a program below 4 GiB, with few random bits, if that is where it wants to be.
+        # With an image base below 4 GiB, Windows keeps the program there, with few random bits.
         expect("image base above 4 GiB", program.base > 0xFFFFFFFF, True)
 
 
@@ -134,7 +135,7 @@ def check_sections(program):
     write = pefile.SECTION_CHARACTERISTICS["IMAGE_SCN_MEM_WRITE"]
     execute = pefile.SECTION_CHARACTERISTICS["IMAGE_SCN_MEM_EXECUTE"]
     expect("sections with code", [name for name, _, _, flags in program.sections if flags & execute], [".text"])
-    expect("sections that are written and executed",
+    expect("sections that are writable and executable",
            [name for name, _, _, flags in program.sections if flags & write and flags & execute], [])
 
 
@@ -148,12 +149,12 @@ def check_imports(program):
         for function in table:
             slot = function.address - program.base
             stub = stubs.get(slot)
-            # The stub speaks of the slot itself.
+            # The stub itself refers to the slot.
             direct = references.get(slot, 0) - (stub is not None)
             if direct <= 0 and not references.get(stub, 0):
                 unused.append(function.name.decode())
-    expect("imports that no code speaks of", unused, [])
-    expect("there are enough imports", sum(map(len, tables.values())) > program.expected.fewest_imports, True)
+    expect("imports that no code uses", unused, [])
+    expect("enough imports", sum(map(len, tables.values())) > program.expected.fewest_imports, True)
 
 
 def functions_of_windows_7():
@@ -182,13 +183,13 @@ def check_functions(program):
 
 def texts(data):
     found = {match.decode() for match in re.findall(rb"[\x20-\x7e]{4,}", data)}
-    # Not the last letter and the null of the narrow text before it.
+    # Not the last letter and the null of a preceding narrow string.
     wide = re.findall(rb"(?<![\x20-\x7e])(?:[\x20-\x7e]\0){4,}", data)
     return found | {match.decode("utf-16-le") for match in wide}
 
 
 def check_library_names(program):
-    """No library is spoken of but those that are meant to be, whether imported or asked for by name."""
+    """The file names only the expected libraries, whether imported or loaded by name."""
     resources = program.pe.OPTIONAL_HEADER.DATA_DIRECTORY[2].VirtualAddress
     named, network = set(), set()
     for _, address, data, _ in program.sections:
@@ -200,7 +201,7 @@ def check_library_names(program):
                 network.add(text)
     expect("libraries named in the file", sorted(named),
            sorted(program.expected.loaded_at_start | program.expected.loaded_later | ASKED[program.is_64]))
-    expect("texts that speak of a network", sorted(network), [])
+    expect("texts that suggest network access", sorted(network), [])
 
 
 def check_manifest(program):
@@ -210,18 +211,18 @@ def check_manifest(program):
     expect("manifests", len(manifests), 1)
     root = xml.etree.ElementTree.fromstring(manifests[0])
     levels = [element.attrib for element in root.iter() if element.tag.endswith("}requestedExecutionLevel")]
-    expect("level of execution", levels, [{"level": "asInvoker", "uiAccess": "false"}])
+    expect("execution level", levels, [{"level": "asInvoker", "uiAccess": "false"}])
 
 
 def check_stack_guard(program, linker_map):
-    """Functions with arrays end in a look at the guard; it and the check are our own (stack_guard_win.cpp)."""
+    """Functions with arrays check the stack canary; canary and check are our own (stack_guard_win.cpp)."""
     expect("the compiler's own guard library is linked", "libssp.a(" in linker_map.read_text(), False)
     check = program.symbols["__stack_chk_fail"]
     calls = 0
     for start, data in program.code():
         for match in re.finditer(rb"[\xe8\xe9](....)", data, re.DOTALL):
             calls += start + match.start() + 5 + struct.unpack("<i", match.group(1))[0] == check
-    expect(f"{calls} functions under guard are enough", calls > program.expected.fewest_guarded_functions, True)
+    expect(f"enough guarded functions ({calls})", calls > program.expected.fewest_guarded_functions, True)
 
 
 def main():

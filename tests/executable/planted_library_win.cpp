@@ -1,5 +1,5 @@
-// A library that leaves a mark beside itself, "NAME.dll.loaded", when a process loads it: what
-// somebody could put into the folder of downloads under the name of one of Windows.
+// A library that creates the file "NAME.dll.loaded" beside itself when a process loads it. It
+// stands for a malicious library in the downloads folder that has the name of a system library.
 #include "swr/system/windows_api_win.h"
 
 #include <array>

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""A session of the real window: which libraries it loads, and from where.
+"""Runs the real window and checks which libraries it loads, and from where.
 
     session_test.py SUMWRIGHT.EXE WINDOW_TESTS.EXE SIGNATURE_DRIVER.EXE PLANTED.DLL UNPROTECTED_PROGRAM.EXE
 
@@ -16,17 +16,16 @@ import subprocess
 import sys
 import tempfile
 
-# What the program loads when it first calls it; what libraries of Windows load when first called.
-# Not those that are loaded with any program: Windows takes them from its own folder without fail, while
-# Wine knows no list of them. Nor uxtheme and version: Wine's comctl32 takes those as it starts, before
-# the program has a say.
+# Libraries that the program loads when it first calls them, and that Windows' libraries load in turn. Not the
+# known DLLs: Windows always takes them from its own folder, while Wine has no such list. Nor uxtheme and
+# version: Wine's comctl32 loads them as it starts, before the program can prevent it.
 PLANTED = """bcrypt crypt32 wintrust
 comdlg32 iphlpapi propsys secur32 setupapi wininet winmm ws2_32
 apphelp bcryptprimitives cryptbase dwmapi edputil linkinfo msasn1 ntmarta ntshrui profapi textshaping
 userenv""".split()
-# Those of them that Wine would take from itself first; Windows has no such preference.
+# Those that Wine would prefer to load from its own; Windows has no such preference.
 OVERRIDDEN = PLANTED[:11]
-# The ways to a network, addresses and certificates' lists included.
+# Libraries with network access, including name resolution and certificate revocation lists.
 NETWORK = {"cryptnet", "dnsapi", "iphlpapi", "mswsock", "netapi32", "urlmon", "winhttp", "wininet", "wsock32", "ws2_32"}
 # Drops, verification, pickers, saving, dialogs.
 SESSION = "VerifyTest.ADropped*:PickersTest.*:SavingTest.*:CompareFilesTest.SaysWhether*:AboutTest.SaysWhere*"
@@ -51,24 +50,18 @@ def marks(folder):
 
 
 def loaded_by(program, *command):
-    """Runs the command; gives its exit code, what it printed, and the paths of the libraries that processes of
-    the program loaded."""
-    overrides = os.environ.get("WINEDLLOVERRIDES", "") + ";" + ",".join(OVERRIDDEN) + "=n,b"
-    environment = os.environ | {"WINEDEBUG": "+pid,+loaddll", "WINEDLLOVERRIDES": overrides}
-    # Into files: processes of Wine's own, started on the way, would keep a pipe open.
-    with tempfile.TemporaryFile() as output, tempfile.TemporaryFile() as log:
-        status = subprocess.run([*map(str, command)], stdout=output, stderr=log, timeout=300,
-                                env=environment).returncode
-        output.seek(0)
-        log.seek(0)
-        printed = output.read().decode(errors="replace")
-        traced = log.read().decode(errors="replace")
-    loads = [(process, path.replace("\\\\", "\\")) for process, path in re.findall(
-        r'^(\w+):\w+:trace:loaddll:build_module Loaded L"([^"]+)"', traced, re.MULTILINE)]
-    own = {process for process, path in loads if path.lower() == windows_path(program).lower()}
-    expect(f"processes of {program.name} that were seen", len(own) > 0, True)
-    paths = {path for process, path in loads if process in own and path.lower() != windows_path(program).lower()}
-    return status, printed[-2000:], paths
+    """Runs the command; returns its exit code, its output, and the paths of the libraries that processes of
+    the program loaded.""" overrides = os.environ.get("WINEDLLOVERRIDES", "") + ";" + ",".join(OVERRIDDEN) +
+    "=n,b" environment = os.environ | {"WINEDEBUG": "+pid,+loaddll", "WINEDLLOVERRIDES": overrides} # To
+    files, because Wine's own processes, started meanwhile, would keep a pipe open. with
+    tempfile.TemporaryFile() as output, tempfile.TemporaryFile() as log: status = subprocess.run([*map(str,
+    command)], stdout=output, stderr=log, timeout=300, env=environment).returncode output.seek(0) log.seek(0)
+    printed = output.read().decode(errors="replace") traced = log.read().decode(errors="replace") loads =
+    [(process, path.replace("\\\\", "\\")) for process, path in re.findall(
+    r'^(\w+):\w+:trace:loaddll:build_module Loaded L"([^"]+)"', traced, re.MULTILINE)] own = {process for
+    process, path in loads if path.lower() == windows_path(program).lower()} expect(f"observed processes of
+    {program.name}", len(own) > 0, True) paths = {path for process, path in loads if process in own and
+    path.lower() != windows_path(program).lower()} return status, printed[-2000:], paths
 
 
 def network_libraries(paths):
@@ -76,9 +69,9 @@ def network_libraries(paths):
 
 
 def check_libraries(what, folder, paths):
-    expect(f"libraries of {what} from elsewhere", sorted(path for path in paths if not SYSTEM.fullmatch(path)), [])
-    expect(f"planted libraries that {what} has run", marks(folder), [])
-    expect(f"ways to a network that {what} has loaded", network_libraries(paths), [])
+    expect(f"libraries of {what} from outside the system folder", sorted(path for path in paths if not SYSTEM.fullmatch(path)), [])
+    expect(f"planted libraries loaded by {what}", marks(folder), [])
+    expect(f"network libraries loaded by {what}", network_libraries(paths), [])
 
 
 def main():
@@ -89,15 +82,15 @@ def main():
         unprotected = pathlib.Path(shutil.copy(unprotected, folder))
         copy = pathlib.Path(shutil.copy(program, folder / "Sumwright.exe"))
 
-        # Wine's own processes start without what follows, which they would not survive.
+        # Wine's own processes must start before these settings, which they would not survive.
         subprocess.run(["wine", unprotected], check=True, timeout=100)
-        # What is looked for is found in a program without precautions.
+        # The test detects all of this in a program without protection.
         _, _, paths = loaded_by(unprotected, "wine", unprotected, *(f"{name}.dll" for name in sorted(NETWORK)))
-        expect("ways to a network that an unprotected program has loaded", network_libraries(paths), sorted(NETWORK))
+        expect("network libraries loaded by an unprotected program", network_libraries(paths), sorted(NETWORK))
         for name in PLANTED:
             shutil.copy(planted, folder / f"{name}.dll")
         loaded_by(unprotected, "wine", unprotected, *(f"{name}.dll" for name in PLANTED))
-        expect("planted libraries that an unprotected program runs", marks(folder), sorted(PLANTED))
+        expect("planted libraries loaded by an unprotected program", marks(folder), sorted(PLANTED))
         for mark in folder.glob("*.loaded"):
             mark.unlink()
 
@@ -110,14 +103,14 @@ def main():
         sign(pathlib.Path(scratch), program, signed)
         status, output, paths = loaded_by(copy, "wine", driver, "details", windows_path(copy), windows_path(signed))
         expect("the signature", (status, output.partition("|")[0].strip()), (0, "Signature:\tSigned by A Stranger, valid"))
-        expect("the libraries of trust are loaded", {"bcrypt", "crypt32", "wintrust"} <=
+        expect("the trust libraries are loaded", {"bcrypt", "crypt32", "wintrust"} <=
                {pathlib.PureWindowsPath(path).stem.lower() for path in paths}, True)
         check_libraries("the signature check", folder, paths)
     sys.exit(1 if failures else 0)
 
 
 def sign(folder, program, target):
-    """With a certificate that says where to ask whether it was revoked, and where its issuer's is to be had."""
+    """Signs with a certificate that names addresses for revocation checks and for its issuer's certificate."""
     key, certificate = folder / "key.pem", folder / "certificate.pem"
     subprocess.run(["openssl", "req", "-x509", "-newkey", "rsa:2048", "-nodes", "-days", "30", "-subj", "/CN=A Stranger",
                     "-addext", "extendedKeyUsage=codeSigning",

@@ -1,6 +1,6 @@
-// Loads libraries by their bare names, as a program without precautions does:
+// Loads libraries by their bare names, as a program without protection does:
 //   unprotected_program.exe NAME...
-// Shows that what the test plants is taken where nothing prevents it.
+// Shows that the planted libraries are loaded where nothing prevents it.
 #include "swr/system/windows_api_win.h"
 
 int wmain(int count, wchar_t** names) {

@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
-"""Checksum files of other tools in the real window, and the window's files in other tools.
+"""The real window verifies other tools' checksum files, and other tools verify the window's.
 
     interoperability_test.py SUMWRIGHT.EXE VERDICT_DRIVER.EXE
 
-For use inside tools/wine-run --display. Every list is made by its tool on the spot.
+For use inside tools/wine-run --display. Every list is written by its tool during the test.
 """
 
 import csv
@@ -17,7 +17,7 @@ import subprocess
 import sys
 import tempfile
 
-# A double quote or a line end can't stand in a Windows name.
+# Windows names can't contain a double quote or a line end.
 NAMES = ["plain.txt", "two words.bin", "it's, quoted.txt", "Ünïcödé ñ.txt", "emoji 😀.txt", "中文.txt",
          "#number.txt", "-dash.txt", "(in) = brackets.txt", "100% & more;.txt", "sub folder/deep.txt"]
 ALTERED = "two words.bin"
@@ -40,7 +40,7 @@ def output_of(command, folder):
 
 
 class Lists:
-    """The lists, each with the names on it."""
+    """The lists, each with the names in it."""
 
     def __init__(self, folder):
         self.folder = folder
@@ -62,7 +62,7 @@ def gnu_lists(lists):
         lists.by(f"tagged-{algorithm}.checksums", tool, "--tag")
         lists.by(f"cksum-{algorithm}.digests", "cksum", "-a", algorithm)
         lists.by(f"cksum-untagged.{algorithm}", "cksum", "-a", algorithm, "--untagged")
-    # Without a word about the algorithm, not even in the file's name.
+    # Without any hint of the algorithm, even in the file's name.
     lists.by("checksums.txt", "sha256sum")
     for bits in ["1", "256", "384", "512"]:
         lists.by(f"shasum.sha{bits}", "shasum", "-a", bits)
@@ -71,7 +71,7 @@ def gnu_lists(lists):
 
 def b3_and_xxh_lists(lists):
     lists.by("b3sum.b3", "b3sum")
-    # The tool knows no "--"; a name that begins with a hyphen is for the others.
+    # The tool does not support "--", so the name that begins with a hyphen is left out.
     names = [name for name in NAMES if not name.startswith("-")]
     for flag, ending in [("-H1", "xxh64"), ("-H2", "xxh128"), ("-H3", "xxh3")]:
         for form, extra in [("gnu", []), ("bsd", ["--tag"])]:
@@ -86,14 +86,14 @@ def rhash_lists(lists):
     for flag, ending in [("crc32", "crc32"), ("md4", "md4"), ("md5", "md5"), ("sha1", "sha1"), ("sha-256", "sha256"),
                          ("sha-384", "sha384"), ("sha-512", "sha512"), ("sha3-256", "sha3-256"),
                          ("sha3-384", "sha3-384"), ("sha3-512", "sha3-512")]:
-        # In a file named .crc32 such a line would be one of SFV.
+        # In a file named .crc32 such a line would be read as SFV.
         lists.by(f"rhash-bsd-{ending}.digests", "rhash", "--bsd", f"--{ending}")
         lists.by(f"rhash-plain.{ending}", "rhash", "--printf", f"%{{{flag}}}  %p\\n")
     lists.by("rhash-all.digests", "rhash", "--bsd", "--md5", "--sha1", "--sha512", "--crc32")
 
 
 def openssl_lists(lists):
-    # The tool knows no "--".
+    # The tool does not support "--".
     names = [name for name in NAMES if not name.startswith("-")]
     for algorithm in ["md5", "sha1", "sha256", "sha512", "sha3-256", "sha3-512"]:
         lists.add(f"openssl.{algorithm}", output_of(["openssl", "dgst", "-r", f"-{algorithm}", *names], lists.folder),
@@ -102,7 +102,7 @@ def openssl_lists(lists):
 
 def encoded_lists(lists):
     text = output_of(["sha256sum", "--", *NAMES], lists.folder).decode()
-    lists.add("utf16.sha256", text.encode("utf-16"))  # with a mark, in the machine's byte order
+    lists.add("utf16.sha256", text.encode("utf-16"))  # with a byte-order mark, in the machine's byte order
     lists.add("utf16-be.sha256", b"\xfe\xff" + text.encode("utf-16-be"))
     lists.add("utf8-mark.sha256", b"\xef\xbb\xbf" + text.encode())
     lists.add("crlf.sha256", text.replace("\n", "\r\n").encode())
@@ -113,7 +113,7 @@ def encoded_lists(lists):
 
 
 def escaped_list(lists):
-    """A name with backslashes, which the tool escapes, stands for a file in a folder on Windows."""
+    """A name with backslashes, which the tool escapes, refers to a file in a folder on Windows."""
     name = "sub folder/deep.txt"
     with tempfile.TemporaryDirectory(prefix="sumwright-escaped-") as elsewhere:
         flat = name.replace("/", "\\")
@@ -124,7 +124,7 @@ def escaped_list(lists):
 
 
 def signed_list(lists, home):
-    """A list clear-signed by a key that is made for it."""
+    """A list clear-signed with a new key."""
     home.mkdir(mode=0o700)
     gpg = ["gpg", "--homedir", str(home), "--batch", "--quiet", "--pinentry-mode", "loopback", "--passphrase", ""]
     subprocess.run([*gpg, "--quick-generate-key", "Tester <tester@example.com>", "ed25519", "sign", "never"],
@@ -144,7 +144,7 @@ class Driver:
         self.command = ["wine", driver, windows_path(os.path.abspath(program))]
 
     def verify(self, lists):
-        """For each list its result line, and status and path of each row."""
+        """The result line of each list, and the status and path of each of its rows."""
         paths = [windows_path(lists.folder / name) for name in lists.names_of]
         out = subprocess.run([*self.command, "verify", *paths], check=True, stdout=subprocess.PIPE,
                              timeout=600).stdout.decode()
@@ -175,7 +175,7 @@ class Findings:
 
 
 def check_verdicts(driver, lists, odd_ones, findings):
-    """`odd_ones`: the status of each file that is not as it was."""
+    """`odd_ones`: the expected status of each file that was altered or deleted."""
     results, rows = driver.verify(lists)
     findings.expect("lists", sorted(results), sorted(lists.names_of))
     for name, listed in lists.names_of.items():
@@ -219,7 +219,7 @@ def check_reading(driver, folder, findings):
 
 
 def accepts(command, names, folder, findings):
-    """The tool ends well, and has said so of each of the names."""
+    """The tool succeeds, and reports each of the names as OK."""
     done = subprocess.run(command, cwd=folder, stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
     if done.returncode != 0:
         findings.count += 1
@@ -230,7 +230,7 @@ def accepts(command, names, folder, findings):
     findings.expect(" ".join(command), sorted(said), sorted(names))
 
 
-# What is saved: mask of algorithms, label of the format, name of the file, the tool that accepts it.
+# What is saved: mask of algorithms, label of the format, name of the file, command that verifies it.
 SAVED = [
     (MD5, "MD5 checksums, sha256sum format (*.md5)", "saved.md5", ["md5sum", "--strict", "-c"]),
     (SHA1, "SHA-1 checksums, sha256sum format (*.sha1)", "saved.sha1", ["sha1sum", "--strict", "-c"]),
@@ -241,7 +241,7 @@ SAVED = [
     (XXH128, "XXH128 checksums, sha256sum format (*.xxh128)", "saved.xxh128", ["xxhsum", "--strict", "-c"]),
     (SHA256, "All algorithms, BSD tagged format (*.digests)", "saved.digests", ["sha256sum", "--strict", "-c"]),
     (CRC32 | MD5 | SHA3_256, "All algorithms, BSD tagged format (*.digests)", "mixed.digests", ["rhash", "-c"]),
-    # Version 0.8.1 of xxhsum reads XXH3 in this form only.
+    # xxhsum 0.8.1 reads XXH3 only in this form.
     (XXH3, "All algorithms, BSD tagged format (*.digests)", "xxh3.digests", ["xxhsum", "--strict", "-c"]),
     (CRC32, "SFV (*.sfv)", "saved.sfv", ["rhash", "-c"]),
 ]
@@ -250,7 +250,7 @@ SAVED = [
 def check_writing(driver, folder, findings):
     make_files(folder)
     paths = [folder / name for name in NAMES]
-    # A comment to every reader of such a file.
+    # Every reader of such a file treats it as a comment.
     sfv_paths = [folder / name for name in NAMES if not name.startswith("#")]
     for mask, label, target, tool in SAVED:
         saved = sfv_paths if target.endswith(".sfv") else paths

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Signed programs and downloaded files, as the trust services and the real window see them.
+"""Checks what the trust services and the real window report for signed programs and downloaded files.
 
     provenance_test.py SUMWRIGHT.EXE SIGNATURE_DRIVER.EXE
 
@@ -44,7 +44,7 @@ def run(*command):
 
 
 class Authority:
-    """A root certificate, and certificates that it issues."""
+    """A certificate authority: a root certificate and the certificates that it issues."""
 
     def __init__(self, folder, name):
         self.folder = folder
@@ -59,7 +59,7 @@ class Authority:
         run("openssl", "x509", "-in", folder / "root.pem", "-outform", "DER", "-out", folder / "root.der")
 
     def issue(self, name, start, end):
-        """Times are YYMMDD. Gives certificate and key."""
+        """Issues a certificate. Times are YYMMDD. Returns certificate and key."""
         stem = self.folder / name.replace(" ", "-")
         run("openssl", "req", "-newkey", "rsa:2048", "-nodes", "-subj", f"/CN={name}", "-keyout", f"{stem}.key",
             "-out", f"{stem}.csr", "-config", self.configuration)
@@ -119,14 +119,14 @@ def check(folder, program, driver):
             print(f"{what}: {found!r} instead of {expected!r}")
 
     driver_output(driver, "trust", windows_path(trusted.folder / "root.der"))
-    # State (the number of SignatureState), signer, whether by a catalogue, error code.
+    # State (the number in SignatureState), signer, whether found in a catalog, error code.
     expected = {
         "trusted.exe": "2\tSumwright Tester\t0\t00000000",
-        # Wine takes any whole chain for a trusted one, whatever its root and its dates; Windows says 800b0109 and
+        # Wine trusts any complete chain, whatever its root and its dates; Windows returns 800b0109 and
         # 800b0101, which are Untrusted.
         "untrusted.exe": "2\tA Stranger\t0\t00000000",
         "expired.exe": "2\tA Former Tester\t0\t00000000",
-        # Nor does it name the signer of what was altered.
+        # Nor does it report the signer of an altered program.
         "altered.exe": "3\t\t0\t80096010",
         "unsigned.exe": "1\t\t0\t800b0100",
         "text.txt": "0\t\t0\t800b0003",

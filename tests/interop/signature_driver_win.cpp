@@ -1,4 +1,4 @@
-// What the trust services and the window say of signed files, for a script:
+// Reports what the trust services and the window say about signed files, for scripts:
 //   signature_driver.exe trust CERTIFICATE
 //       makes the user trust this root certificate (DER)
 //   signature_driver.exe check PATH...
@@ -31,7 +31,7 @@ namespace {
 
 using Arguments = std::vector<std::u16string>;
 
-// The provider by registry: what the one by system adds under Wine is lost with the process.
+// The registry provider: under Wine, what the system provider adds is lost when the process ends.
 void Trust(const std::u16string& path) {
   std::ifstream file(swr::WideToUtf8(path), std::ios::binary);
   const std::string bytes(std::istreambuf_iterator<char>(file), {});

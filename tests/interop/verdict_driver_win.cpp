@@ -1,4 +1,4 @@
-// Lets a script use the real window, for comparisons with other tools:
+// Drives the real window for scripts that compare it with other tools:
 //   verdict_driver.exe SUMWRIGHT.EXE verify LIST...
 //       drops each checksum file alone on the window, follows the offer to verify it, and prints
 //       a line "list TAB path", one "result TAB sentence", and "row TAB status TAB path" for each
@@ -42,7 +42,7 @@ void Verify(const std::vector<std::u16string>& lists) {
     if (!window.IsShown(IDC_BANNER))
       throw std::runtime_error(swr::WideToUtf8(list) + ": not offered");
     window.FollowBannerLink(AcceptLink);
-    // The list's own row gives way to those of its files.
+    // The row of the list is replaced by the rows of its files.
     const bool isLoaded = WaitFor([&] {
       const std::u16string name(swr::SplitPath(list).name);
       return window.RowCount() > 0 && window.Row(0)[0] != name;

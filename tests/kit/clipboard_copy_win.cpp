@@ -11,13 +11,13 @@
 namespace kit {
 namespace {
 
-// A single form larger than this is left out, so that nobody waits for a gigabyte.
+// A format with more data than this is skipped, so that nobody waits for a gigabyte.
 constexpr size_t MaxForm = size_t{64} << 20;
 constexpr UINT FirstRegistered = 0xC000;
 
 class OpenedClipboard {
  public:
-  // The window becomes the owner of what is put there; some programs look for one.
+  // The window becomes the clipboard owner; some programs expect one.
   explicit OpenedClipboard(HWND owner) {
     constexpr int attempts = 100;
     for (int i = 0; i < attempts && !isOpen_; ++i) {
@@ -50,7 +50,7 @@ bool IsPlainMemory(UINT format) {
     case CF_DSPENHMETAFILE:
       return false;
     default:
-      // In between are handles that have a meaning to one program only.
+      // The formats in between are handles that only one program can use.
       return format < CF_PRIVATEFIRST || format >= FirstRegistered;
   }
 }
@@ -68,7 +68,7 @@ bool PutForm(const ClipboardForm& form) {
   if (memory == nullptr) return false;
   std::memcpy(GlobalLock(memory), form.bytes.data(), form.bytes.size());
   GlobalUnlock(memory);
-  if (SetClipboardData(format, memory) != nullptr) return true;  // which takes the memory over
+  if (SetClipboardData(format, memory) != nullptr) return true;  // the system owns the memory now
   GlobalFree(memory);
   return false;
 }

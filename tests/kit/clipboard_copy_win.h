@@ -1,6 +1,6 @@
-// What is on the clipboard, in every form that is plain memory, kept aside and put back. Pictures
-// are there as device-independent bitmaps; forms that only the program that copied them can draw
-// are left out.
+// Saves and restores the content of the clipboard, in every format that is plain memory. Pictures
+// are saved as device-independent bitmaps; formats that only the copying program can render are
+// left out.
 #pragma once
 
 #include "swr/system/windows_api_win.h"
@@ -14,7 +14,7 @@ namespace kit {
 
 struct ClipboardForm {
   UINT format = 0;
-  std::wstring name;  // of a registered format, whose number differs from session to session
+  std::wstring name;  // of a registered format, whose number changes between sessions
   std::string bytes;
 };
 
@@ -24,11 +24,10 @@ struct ClipboardCopy {
 
 // Throws std::runtime_error when another program holds the clipboard open for long.
 ClipboardCopy CopyClipboard();
-// False when the clipboard can't be opened or takes nothing.
+// False when the clipboard can't be opened or written.
 bool PutClipboardBack(const ClipboardCopy& copy);
 
-// The content is encrypted for this user: a record may be left on the disk by a run that was
-// killed.
+// The content is encrypted for this user, because a killed run can leave a record on the disk.
 void Write(RecordWriter& record, const ClipboardCopy& copy);
 ClipboardCopy ReadClipboardCopy(RecordReader& record);
 

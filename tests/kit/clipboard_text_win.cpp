@@ -1,4 +1,4 @@
-// The text on the clipboard, for a script:
+// Reads and writes the clipboard text, for scripts:
 //   clipboard_text set TEXT     TEXT in ASCII
 //   clipboard_text get          prints it in UTF-8; nothing when there is no text
 #include <cstdio>

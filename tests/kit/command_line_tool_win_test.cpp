@@ -1,4 +1,4 @@
-// swrhash in a console of its own: what it shows there, and what Ctrl+C leaves.
+// swrhash in a console of its own: its output, and the effect of Ctrl+C.
 #include "swr/system/windows_api_win.h"
 
 #include <gtest/gtest.h>
@@ -20,8 +20,8 @@ namespace {
 using swr::AsWide;
 using swr::testing::TempTree;
 
-// Beside the window's program, in the width of this test. The build's own folder has one name for
-// both widths; users get two.
+// In the folder of Sumwright.exe, built for the same word size as this test. In the build folders
+// the name is the same for both sizes; users get two names.
 std::wstring Tool() {
   const std::u16string path = ProgramUnderTest();
   const std::u16string folder = path.substr(0, path.rfind(u'\\') + 1);
@@ -30,7 +30,7 @@ std::wstring Tool() {
   return sizeof(void*) == 8 && hasNative ? native : std::wstring(AsWide(folder + u"swrhash.exe"));
 }
 
-// A program in a console that does not show, which this process joins.
+// A program in an invisible console, which this process joins.
 class ConsoleProcess {
  public:
   ConsoleProcess(std::wstring commandLine, const std::u16string& folder) {
@@ -70,7 +70,7 @@ class ConsoleProcess {
     return code;
   }
 
-  // Everything on the console, without the ends of its lines.
+  // The text on the console, without line ends.
   std::u16string Screen() const {
     const HANDLE screen =
         CreateFileW(L"CONOUT$", GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
@@ -132,11 +132,11 @@ TEST(CommandLineToolTest, CtrlCEndsItAtOnceAndLeavesNoHalfWrittenFile) {
   const ConsoleProcess console(L"\"" + Tool() + L"\" -a md2 -o list.txt large", tree.Root());
   if (!console.IsAttached()) GTEST_SKIP() << "there is no console here";
   ASSERT_TRUE(WaitFor([&] { return FilesIn(tree.Root()).size() == 2; }))
-      << "the list is being written beside its place";
+      << "the temporary file of the list exists";
   console.PressCtrlC();
   const DWORD code = console.WaitForEnd();
   if (swr::testing::IsWine()) {
-    EXPECT_EQ(code, 0u) << "the code that Wine's own handler ends programs with";
+    EXPECT_EQ(code, 0u) << "the exit code that Wine's handler uses";
   } else {
     EXPECT_EQ(code, 0xC000013Au) << "STATUS_CONTROL_C_EXIT";
   }

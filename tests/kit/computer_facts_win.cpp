@@ -18,7 +18,7 @@ namespace {
 
 std::string Utf8(std::wstring_view text) { return swr::WideToUtf8(swr::FromWide(text)); }
 
-// A function that not every Windows has; nullptr where it is missing.
+// A function that not every version of Windows has; nullptr where it is missing.
 template <typename Function>
 Function* FindFunction(const wchar_t* library, const char* name) {
   const HMODULE module = GetModuleHandleW(library);
@@ -49,7 +49,7 @@ std::optional<DWORD> Number(HKEY root, const wchar_t* key, const wchar_t* name) 
   return value;
 }
 
-// The system's own answer: others depend on what the asking program says that it knows.
+// Unlike other version functions, this one does not depend on the caller's manifest.
 RTL_OSVERSIONINFOW RealVersion() {
   RTL_OSVERSIONINFOW version = {};
   version.dwOSVersionInfoSize = sizeof version;
@@ -63,7 +63,7 @@ constexpr wchar_t VersionKey[] = L"SOFTWARE\\Microsoft\\Windows NT\\CurrentVersi
 std::string WindowsName() {
   const RTL_OSVERSIONINFOW version = RealVersion();
   std::string name = MachineText(VersionKey, L"ProductName");
-  // Windows 11 still calls itself 10 there.
+  // Windows 11 still has the product name Windows 10 there.
   constexpr DWORD firstBuildOf11 = 22000;
   const size_t ten = name.find("Windows 10");
   if (ten != name.npos && version.dwBuildNumber >= firstBuildOf11)
@@ -88,7 +88,7 @@ std::string Architecture() {
   SYSTEM_INFO info = {};
   GetNativeSystemInfo(&info);
   constexpr WORD arm64 = 12;
-  // An x64 or x86 program is told of an emulated processor.
+  // An emulated x64 or x86 program sees an emulated processor.
   const auto isWow =
       FindFunction<BOOL WINAPI(HANDLE, USHORT*, USHORT*)>(L"kernel32.dll", "IsWow64Process2");
   USHORT process = 0;

@@ -1,4 +1,5 @@
-// What a report says of the computer: enough to understand a result, nothing that names its user.
+// What a report says about the computer: enough to understand a result, nothing that identifies its
+// user.
 #pragma once
 
 #include <string>
@@ -8,11 +9,11 @@
 
 namespace kit {
 
-// The process should know of the DPI (BecomeDpiAware), or sizes are not those of the screen.
+// The process should be DPI-aware (BecomeDpiAware), otherwise sizes are not those of the screen.
 std::vector<Fact> ComputerFacts(const std::wstring& workFolder);
 
-// Names of the antivirus programs and firewalls that have announced themselves to Windows; empty
-// where Windows keeps no such list (servers) or does not give it.
+// Names of the antivirus programs and firewalls registered with Windows; empty where Windows has no
+// such list (servers) or does not return it.
 std::vector<std::string> SecurityProducts();
 
 // Bytes of memory.

@@ -8,8 +8,8 @@
 namespace kit {
 namespace {
 
-// What the Settings app itself calls; there is no documented way to change the scaling of a screen
-// while a user is signed in. Steps count from the scaling that is recommended for the screen.
+// What the Settings app calls; there is no documented way to change the scaling of a screen without
+// signing out. Steps are relative to the recommended scaling of the screen.
 constexpr int GetDpiScale = -3;
 constexpr int SetDpiScale = -4;
 struct DpiScaleRequest {

@@ -1,5 +1,5 @@
-// Two settings of the user's screen that tests change and put back: high contrast, and the scaling
-// of the primary screen.
+// Two display settings that tests change and restore: high contrast, and the scaling of the primary
+// screen.
 #pragma once
 
 #include "swr/system/windows_api_win.h"
@@ -17,16 +17,16 @@ struct HighContrastSetting {
   bool operator==(const HighContrastSetting&) const = default;
 };
 
-// Nothing when the system does not tell.
+// Nothing when the system does not report it.
 std::optional<HighContrastSetting> ReadHighContrast();
-// Not written into the user's profile: a new session begins with what was set before. Takes some
+// Not saved in the user's profile: the next session starts with the old setting. Takes some
 // seconds, in which the system changes the theme. False when the system refuses.
 bool SetHighContrast(const HighContrastSetting& setting);
 
-// In percent. Nothing where the system has no call for it: before Windows 10, and in some virtual
+// In percent. Nothing where the system does not support it: before Windows 10, and in some virtual
 // machines.
 std::optional<int> ReadScreenScaling();
-// False when the system refuses or this screen can't have it.
+// False when the system refuses or the screen does not support it.
 bool SetScreenScaling(int percent);
 
 }  // namespace kit

@@ -1,4 +1,4 @@
-// How a test hands a measured value to the report: as a line of its own on standard output.
+// How a test passes a measured value to the report: as a separate line on standard output.
 #pragma once
 
 #include <cstdio>

@@ -1,5 +1,5 @@
-// Hashes one file as the program's worker does, as a whole command that can be timed beside the
-// tools of Windows:
+// Hashes one file as the program's worker does, as a command that can be timed in comparison with
+// the tools of Windows:
 //   hash_file ALGORITHM FILE     prints the digest and the file
 #include "swr/hash/hash_file.h"
 

@@ -1,5 +1,5 @@
-// The program behind run-tests.cmd: tests Sumwright on this computer and writes a report.
-// UsageText below says what it is told; docs/platform.md what it can't do.
+// The program that run-tests.cmd starts: tests Sumwright on this computer and writes a report.
+// UsageText below lists the options; docs/platform.md what the kit can't do.
 #include "swr/system/windows_api_win.h"
 
 #include <objbase.h>
@@ -56,7 +56,7 @@ constexpr int ExitGood = 0;
 constexpr int ExitFailures = 1;
 constexpr int ExitNotRun = 2;
 
-constexpr int SessionSeconds = 13 * 60;  // the speed takes up to two minutes more
+constexpr int SessionSeconds = 13 * 60;  // measuring speed takes up to two minutes more
 constexpr int LargeFolder = 100'000;
 constexpr int QuickFolder = 1000;
 constexpr unsigned SpeedMegabytes = 512;
@@ -105,10 +105,10 @@ Options ReadOptions(const std::vector<std::wstring>& arguments) {
 // --- Stopping
 // -------------------------------------------------------------------------------------
 
-HANDLE stopEvent = nullptr;  // set when the run is to end
-HANDLE doneEvent = nullptr;  // set when everything has been put back
+HANDLE stopEvent = nullptr;  // set when the run must end
+HANDLE doneEvent = nullptr;  // set when everything has been restored
 
-// Runs on a thread of the system's. After Ctrl+C the process goes on; after all others the system
+// Runs on a system thread. After Ctrl+C the process continues; after any other event the system
 // ends it as soon as this returns.
 BOOL WINAPI OnConsoleEvent(DWORD event) {
   SetEvent(stopEvent);
@@ -128,7 +128,7 @@ void WatchForStop() {
 std::wstring KitFolder() {
   std::wstring path(32768, L'\0');
   path.resize(GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
-  // From tests\32\kit_runner.exe up to where run-tests.cmd is.
+  // From tests\32\kit_runner.exe up to the folder of run-tests.cmd.
   for (int i = 0; i < 3; ++i) path.resize(path.rfind(L'\\'));
   return path;
 }
@@ -139,7 +139,7 @@ std::wstring EnvironmentText(const wchar_t* name) {
   return value;
 }
 
-// In a folder whose path does not tell the user's name, for it is seen in the pictures.
+// In a folder whose path does not contain the user's name, because it is visible in the pictures.
 std::wstring MakeWorkFolder() {
   for (const wchar_t* parent : {L"PUBLIC", L"TEMP"}) {
     const std::wstring folder = EnvironmentText(parent) + L"\\Sumwright test files " +
@@ -200,7 +200,7 @@ std::string LocalTime() {
   return text.data();
 }
 
-// Paths in failures would tell the user's name.
+// Paths in failure messages can contain the user's name.
 std::vector<Redaction> PrivateTexts(const SessionFolders& folders) {
   const auto utf8 = [](const std::wstring& text) { return swr::WideToUtf8(swr::FromWide(text)); };
   return {{utf8(folders.kit), "(kit)"},
@@ -229,7 +229,7 @@ SessionOptions OptionsOfSession(const Options& options) {
   return session;
 }
 
-// Gives the exit code. The user's state has been copied and is put back here, whatever happens.
+// Returns the exit code. The user's state has been saved and is restored here, whatever happens.
 int TestAndReport(const Options& options, const SessionFolders& folders) {
   Report report = {.version = SUMWRIGHT_VERSION, .started = LocalTime()};
   const ULONGLONG begin = GetTickCount64();
@@ -271,7 +271,7 @@ int Refuse(const std::string& why) {
   return ExitNotRun;
 }
 
-// What an earlier run has left changed. True when all is as it should be.
+// Restores what an earlier run has left changed. True when everything is restored.
 bool PutBackEarlierRun() {
   if (!HasSavedState()) return true;
   const std::vector<std::string> failures = PutSavedStateBack();

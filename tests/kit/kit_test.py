@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""The test kit as its user gets it: unpacked where nothing of this repository is to be seen, run by the command
-prompt, made to fail, and broken off.
+"""The test kit as its users get it: unpacked out of reach of this repository, run from the command prompt,
+made to fail, and interrupted.
 
     kit_test.py PACKAGE_COMMAND CLIPBOARD_TEXT.EXE
     kit_test.py --once KIT.zip CLIPBOARD_TEXT.EXE
@@ -21,7 +21,7 @@ import zipfile
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 HAS_WINE32 = os.access("/usr/lib/wine/wine", os.X_OK)
-NOT_TRIED = 77  # ctest takes it for a skipped test
+NOT_TRIED = 77  # ctest reports the test as skipped
 
 SETTINGS = r"HKCU\Software\Zendrik\Sumwright"
 ENTRY = r"HKCU\Software\Classes\*\shell\ZendrikSumwright"
@@ -64,7 +64,7 @@ class Kit:
         zipfile.ZipFile(archive).extractall(self.folder)
         self.clipboard_text = shutil.copy(clipboard_text, self.drive / "clipboard_text.exe")
         self.link = self.home / "AppData/Roaming/Microsoft/Windows/SendTo/Sumwright.lnk"
-        # The host's files, those of this repository among them, are no longer to be seen.
+        # The host's files, including this repository, are no longer accessible.
         (pathlib.Path(os.environ["WINEPREFIX"]) / "dosdevices/z:").unlink()
         expect("the host's drive", wine("cmd", "/c", "dir", "Z:\\").returncode != 0, True)
 
@@ -104,10 +104,10 @@ class Kit:
     def settings_are_gone(self):
         return b"Of the user" not in wine("reg", "query", SETTINGS).stdout
 
-    # --- Breaking off ------------------------------------------------------------------------------
+    # --- Interruptions -----------------------------------------------------------------------------
 
     def runner_processes(self):
-        """Process numbers of the runner and of its guard."""
+        """Process ids of the runner and of its guard."""
         runner, guard = [], []
         for folder in pathlib.Path("/proc").iterdir():
             try:
@@ -122,7 +122,7 @@ class Kit:
         return runner, guard
 
     def start_and_break_off(self, what, end):
-        """Starts the window's tests, and calls `end` with runner and guard when they are under way."""
+        """Starts the window's tests, and calls `end` with runner and guard once they are running."""
         process = self.start("/only:The window")
         expect(f"{what}: the tests are under way", wait_until(self.settings_are_gone), True)
         runner, guard = self.runner_processes()
@@ -138,7 +138,7 @@ def kill(processes, number=signal.SIGKILL):
 
 
 def press_control_c(kit, runner):
-    """As often as needed: on a busy machine Wine can lose one."""
+    """Repeated as often as necessary, because on a busy machine Wine can lose one."""
     for _ in range(5):
         kill(runner, signal.SIGINT)
         if wait_until(lambda: kit.runner_processes()[0] == [], 20):

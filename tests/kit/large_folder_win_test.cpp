@@ -1,4 +1,4 @@
-// A folder of a hundred thousand files: how long the window gives no answer.
+// A folder of a hundred thousand files: how long the window does not respond.
 #include "swr/system/windows_api_win.h"
 
 #include <gtest/gtest.h>
@@ -24,7 +24,7 @@ using std::chrono::steady_clock;
 using swr::testing::TempTree;
 
 constexpr uint64_t FilesPerFolder = 1000;
-// After which Windows writes "Not responding" into the title.
+// After this time Windows adds "Not responding" to the title.
 constexpr milliseconds GivenUp{5000};
 
 std::u16string Ascii(const std::string& text) { return {text.begin(), text.end()}; }
@@ -35,7 +35,7 @@ milliseconds Since(steady_clock::time_point start) {
   return duration_cast<milliseconds>(steady_clock::now() - start);
 }
 
-// The files are made before the test and removed after it, so that neither counts for its time.
+// The files are created before the test and removed after it, so that neither is part of its time.
 class LargeFolderTest : public ::testing::Test {
  protected:
   static void SetUpTestSuite() {

@@ -1,5 +1,5 @@
-// Paths of which Windows makes something special: very long ones, junctions, streams beside a
-// file's content, pipes and devices.
+// Paths that Windows treats specially: very long ones, junctions, alternate streams, pipes and
+// devices.
 #include "swr/system/windows_api_win.h"
 
 #include <gtest/gtest.h>
@@ -31,7 +31,7 @@ TEST(LongPathTest, AFileBeyondTheSystemsOwnLimitIsHashed) {
   TempTree tree;
   const std::u16string path = AddFileWithLongPath(tree, 400, DigestsOfAbc.input);
   if (GetFileAttributesW(AsWide(path)) != INVALID_FILE_ATTRIBUTES) {
-    GTEST_SKIP() << "there is no limit to a path here";
+    GTEST_SKIP() << "paths have no length limit here";
   }
   const RunningWindow window;
   window.Drop({path});
@@ -67,7 +67,7 @@ class StreamsTest : public ::testing::Test {
     const HANDLE search = FindFirstFileW(AsWide(tree_.Root() + u"\\*note"), &data);
     if (search != INVALID_HANDLE_VALUE) {
       FindClose(search);
-      GTEST_SKIP() << "a stream is a file of its own here";
+      GTEST_SKIP() << "a stream is a separate file here";
     }
   }
 
@@ -97,7 +97,7 @@ TEST_F(StreamsTest, TheOriginOfADownloadIsReadFromItsStream) {
 class DevicesTest : public ::testing::Test {
  protected:
   DevicesTest() {
-    // Each look at the pipe takes one end of those that there are.
+    // Each time the pipe is opened, one of its instances is used up.
     for (int i = 0; i < 8; ++i) {
       ends_.push_back(
           CreateNamedPipeW(AsWide(Pipe), PIPE_ACCESS_DUPLEX, PIPE_TYPE_BYTE, 10, 0, 0, 0, nullptr));

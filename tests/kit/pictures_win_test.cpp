@@ -1,5 +1,5 @@
-// Pictures for the report, of the window as a user sees it on this computer: for people to look at.
-// What is tested here is only that the window gets to where the picture is taken.
+// Takes pictures of the window for the report, as a user sees it on this computer. A person judges
+// them; the tests only check that the window reaches each state.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -23,7 +23,7 @@ using swr::testing::TempTree;
 constexpr uint64_t MiB = uint64_t{1} << 20;
 constexpr int escapeKey = 0x1B;
 
-// The program in a folder of the tests, so that no picture tells where the kit is.
+// The program in a folder of the tests, so that no picture shows where the kit is.
 class PicturesTest : public ::testing::Test {
  protected:
   PicturesTest() {
@@ -38,7 +38,7 @@ class PicturesTest : public ::testing::Test {
     CopyFileW(AsWide(ProgramUnderTest()), AsWide(program_), FALSE);
   }
 
-  // Large enough for all columns, where the screen is.
+  // Wide enough for all columns, if the screen is.
   static void Enlarge(const RunningWindow& window) {
     const int dpi = window.Dpi();
     window.MoveTo(10, 10);
@@ -48,7 +48,7 @@ class PicturesTest : public ::testing::Test {
   }
   std::u16string Downloads() const { return tree_.Path(u"Downloads"); }
 
-  // Four lines: one right, one wrong, one of a file that is not there, and rubbish.
+  // Four lines: a correct one, a wrong one, one of a missing file, and one that is not a checksum.
   std::u16string AddList() {
     const auto line = [](std::u16string_view digest, const char* name) {
       return swr::WideToUtf8(digest) + "  " + name + "\n";
@@ -60,7 +60,7 @@ class PicturesTest : public ::testing::Test {
                                                       "The line of a stranger\n");
   }
 
-  // A dialog that the command opens, its picture, and its end.
+  // Opens a dialog by its command, takes its picture and closes it.
   void PictureOf(const RunningWindow& window, int command, const std::u16string& title,
                  const std::u16string& name, int closeButton) {
     window.PostCommand(command);
@@ -131,7 +131,7 @@ TEST_F(PicturesTest, Verification) {
   window.WaitUntilIdle();
   TakePicture(window, u"10 verdict");
 
-  // One file that takes its time, in the middle of it.
+  // A long file while it is being hashed.
   const std::u16string large = tree_.AddFile(u"Downloads/dvd.iso");
   swr::testing::ResizeFile(large, 4096 * MiB);
   window.Command(ID_CLEAR_LIST);

@@ -3,10 +3,10 @@
 namespace kit {
 namespace {
 
-// Tests of a copy that a setup has installed; the kit installs nothing.
+// Excludes tests of an installed copy, because the kit installs nothing.
 constexpr char NotInstalled[] = "-InstalledCopyTest.*";
 
-// The 32-bit program on a 64-bit system: enough of its window to see that it works.
+// For the 32-bit program on a 64-bit system: enough tests of its window to see that it works.
 constexpr char WindowSample[] =
     "StartTest.*:DropTest.*:VerifyTest.*:SavingTest.*:ExpectedHashTest.*:HashTextDialogTest.*:"
     "SettingsTest.*:SingleInstanceTest.RelativePaths*:CancelTest.CancelStops*";
@@ -18,7 +18,7 @@ struct Row {
   const char* title;
   const char* file;
   ProgramKind kind;
-  const char* filter;       // everything where it is the system's own width
+  const char* filter;       // for the system's native word size
   const char* otherFilter;  // for 32 bits on a 64-bit system
   const char* quickFilter;
   int limitSeconds;

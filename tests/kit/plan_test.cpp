@@ -32,7 +32,7 @@ TEST(PlanTest, A64BitSystemRunsBothItsOwnFirstAndInFull) {
   EXPECT_NE(filterOf(64, "window_tests.exe"), filterOf(32, "window_tests.exe"));
   EXPECT_EQ(filterOf(64, "swr_tests.exe"), filterOf(32, "swr_tests.exe"));
   EXPECT_EQ(MakePlan({.is64Bit = false}).back().filter, filterOf(64, "window_tests.exe"))
-      << "in full where it is the system's own width";
+      << "in full for the system's native word size";
 }
 
 TEST(PlanTest, TheSoakTestComesOnlyWhenAskedForAndLast) {

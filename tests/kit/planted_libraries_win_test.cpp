@@ -1,4 +1,4 @@
-// Libraries that somebody put beside the program under the names of those of Windows.
+// Planted libraries: files in the program's folder that have the names of Windows' libraries.
 #include "swr/system/windows_api_win.h"
 
 #include <gtest/gtest.h>
@@ -24,14 +24,14 @@ using swr::AsWide;
 using swr::testing::TempTree;
 using Names = std::vector<std::u16string>;
 
-// What the program calls, and what libraries of Windows load when they are first called.
+// Libraries that the program calls, and libraries that Windows loads when they are first called.
 Names PlantedNames() {
   Names names = {u"apphelp",  u"bcrypt",    u"bcryptprimitives", u"comdlg32",
                  u"crypt32",  u"cryptbase", u"dwmapi",           u"edputil",
                  u"linkinfo", u"msasn1",    u"ntmarta",          u"ntshrui",
                  u"profapi",  u"propsys",   u"secur32",          u"textshaping",
                  u"userenv",  u"winmm",     u"wintrust"};
-  // Wine's own common controls take these two from anywhere, before the program has a say.
+  // Wine's common controls load these two from anywhere, before the program can prevent it.
   if (!swr::testing::IsWine()) names.insert(names.end(), {u"uxtheme", u"version"});
   return names;
 }
@@ -50,7 +50,7 @@ class PlantedLibrariesTest : public ::testing::Test {
     EXPECT_TRUE(CopyFileW(AsWide(from), AsWide(to), FALSE)) << swr::WideToUtf8(from);
     return to;
   }
-  // The planted libraries that a process has loaded; each leaves a mark.
+  // The planted libraries that a process has loaded; each creates a marker file.
   Names LoadedOnes() const {
     Names loaded;
     for (const std::u16string& name : PlantedNames()) {
@@ -65,7 +65,7 @@ class PlantedLibrariesTest : public ::testing::Test {
 };
 
 TEST_F(PlantedLibrariesTest, TheProgramLoadsNoneOfThem) {
-  // What is looked for is found in a program without precautions.
+  // The test finds the libraries in a program without protection.
   const std::u16string unprotected =
       Copy(BesideTheTests(u"unprotected_program.exe"), u"unprotected_program.exe");
   std::wstring line = L"\"" + std::wstring(AsWide(unprotected)) + L"\"";

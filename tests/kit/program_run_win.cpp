@@ -19,7 +19,7 @@ struct HandleTraits {
 };
 using Handle = swr::UniqueHandle<HandleTraits>;
 
-// Changes the environment of this process, which children inherit, as long as it lives.
+// Changes the environment of this process, which children inherit, for its own lifetime.
 class AddedEnvironment {
  public:
   explicit AddedEnvironment(const std::vector<std::pair<std::wstring, std::wstring>>& variables) {
@@ -44,7 +44,7 @@ class AddedEnvironment {
   std::map<std::wstring, std::wstring> before_;
 };
 
-// Ends all processes in it when it is closed, also by the end of this process.
+// Ends all its processes when it is closed, which also happens when this process ends.
 Handle MakeJob() {
   Handle job(CreateJobObjectW(nullptr, nullptr));
   JOBOBJECT_EXTENDED_LIMIT_INFORMATION limits = {};
@@ -103,8 +103,8 @@ Started Start(const ProgramRun& run, HANDLE output, DWORD flags) {
   return {Handle(process.hProcess), Handle(process.hThread)};
 }
 
-// Without a console of its own window; not in the job of this process if that can be left, because
-// before Windows 8 a process is in one job only.
+// Without a console window; outside the job of this process if possible, because before Windows 8 a
+// process can be in one job only.
 Started StartSuspended(const ProgramRun& run, HANDLE output) {
   constexpr DWORD flags = CREATE_SUSPENDED | CREATE_NO_WINDOW;
   BOOL isInJob = FALSE;

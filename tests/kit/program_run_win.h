@@ -1,5 +1,5 @@
-// Runs one program of tests to its end, or ends it: with its output line by line, a time limit, and
-// nothing of it left behind.
+// Runs a test program with a time limit, delivers its output line by line, and leaves none of its
+// processes running.
 #pragma once
 
 #include "swr/system/windows_api_win.h"
@@ -15,12 +15,12 @@ namespace kit {
 
 struct ProgramRun {
   std::wstring program;    // a full path
-  std::wstring arguments;  // as on a command line, without the program
+  std::wstring arguments;  // command line without the program
   std::wstring folder;     // the current folder
   // Added to those of this process.
   std::vector<std::pair<std::wstring, std::wstring>> environment;
   std::chrono::milliseconds limit{};
-  // Called on a thread of its own, for each line of standard output and error, without its end.
+  // Called on a separate thread for each line of standard output and error, without its line end.
   std::function<void(std::string_view line)> onLine = [](std::string_view) {};
 };
 
@@ -32,8 +32,8 @@ struct RunOutcome {
   double seconds = 0;
 };
 
-// All processes that the program starts end with it. Waits until the program has ended, its time is
-// over, or the event `stop` is set.
+// Ends all processes that the program started when it ends. Waits until the program has ended, its
+// time is up, or the event `stop` is set.
 RunOutcome RunProgram(const ProgramRun& run, HANDLE stop);
 
 // "It crashed (0xC0000005)." and so on; empty for a program that ended with code 0 or 1.

@@ -1,4 +1,4 @@
-// A file of fields, each with its length before it, which is either read whole or not at all.
+// A binary record of fields, each preceded by its length. Reading detects a truncated record.
 #pragma once
 
 #include <cstddef>
@@ -24,8 +24,8 @@ class RecordWriter {
   std::string content_;
 };
 
-// Reads what the writer wrote, in the same order. Throws std::runtime_error where the bytes end
-// before the field does.
+// Reads the fields in the order in which they were written. Throws std::runtime_error when a field
+// is truncated.
 class RecordReader {
  public:
   explicit RecordReader(std::string_view bytes) : rest_(bytes) {}

@@ -29,7 +29,7 @@ TEST(RecordBytesTest, ARecordThatIsCutOffIsRefused) {
     RecordReader reader(std::string_view(writer.Bytes()).substr(0, length));
     EXPECT_THROW(reader.Next(), std::runtime_error) << length;
   }
-  // A length that no memory could hold.
+  // A length larger than any memory.
   RecordWriter huge;
   huge.AddNumber(~uint64_t{0});
   RecordReader reader(huge.Bytes());

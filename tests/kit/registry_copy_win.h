@@ -1,4 +1,4 @@
-// A key of the user's registry with all that is below it, kept aside and put back.
+// Saves and restores a key of the user's registry with everything below it.
 #pragma once
 
 #include "swr/system/windows_api_win.h"
@@ -27,14 +27,15 @@ struct RegistryCopy {
   std::wstring path;
   bool exists = false;
   RegistryContent content;
-  // How many units of `path` name keys that existed; less than all when the key did not.
+  // The length of the part of `path` that names existing keys, in units; shorter than `path` when
+  // the key did not exist.
   size_t existingLength = 0;
 };
 
 // Throws std::runtime_error when the key exists and can't be read.
 RegistryCopy CopyKey(const std::wstring& path);
-// Makes the key what it was when it was copied. A key that did not exist is deleted, and so are
-// those above it that did not exist, when nothing else is in them. False when the registry refuses.
+// Restores the key to its saved state. If it did not exist, deletes it, and those parents that did
+// not exist and are now empty. False when the registry refuses.
 bool PutKeyBack(const RegistryCopy& copy);
 
 void Write(RecordWriter& record, const RegistryCopy& copy);

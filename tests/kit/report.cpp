@@ -10,7 +10,7 @@ std::string Number(int count, const char* singular, const char* plural) {
   return std::to_string(count) + " " + (count == 1 ? singular : plural);
 }
 
-// Letters and separators that Windows does not tell apart in a path.
+// Makes letters and separators equal that Windows treats as equal in a path.
 char Folded(char unit) {
   if (unit == '/') return '\\';
   return static_cast<char>(std::tolower(static_cast<unsigned char>(unit)));

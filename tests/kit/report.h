@@ -1,5 +1,5 @@
-// What a run of the kit found out, and how it is written down: report.txt for reading at once, and
-// report.html, one file with its pictures inside, for sending.
+// The results of a run of the kit, and the reports: report.txt to read at once, and report.html, a
+// single file with embedded pictures, to send.
 #pragma once
 
 #include <string>
@@ -16,12 +16,12 @@ struct Fact {
   std::string value;
 };
 
-// One program of tests, as far as it ran.
+// One test program, as far as it ran.
 struct ProgramReport {
   std::string title;
   std::vector<TestResult> results;
   std::vector<Figure> figures;
-  // Why the program did not run to its end or at all; empty when it did.
+  // Why the program did not run, or not to its end; empty when it did.
   std::string problem;
   int seconds = 0;
 };
@@ -51,7 +51,7 @@ struct Report {
   std::vector<Picture> pictures;
   // Why the run as a whole was not finished ("stopped with Ctrl+C"); empty when it was.
   std::string brokenOff;
-  // Whether the user's settings, clipboard and menu entries were put back, as a sentence.
+  // A sentence that says whether the user's settings, clipboard and menu entries were restored.
   std::string putBack;
 };
 
@@ -62,26 +62,26 @@ struct Counts {
   int programsWithProblems = 0;
 };
 Counts CountResults(const Report& report);
-// False when a test failed, a program or the run was not finished, or nothing ran.
+// False when a test failed, a program or the run did not finish, or nothing ran.
 bool IsGood(const Report& report);
 // One sentence for the top of the report.
 std::string Verdict(const Report& report);
 
-// What no program can judge: at most ten looks, each a sentence or two.
+// What only a person can judge: at most ten points, each a sentence or two.
 const std::vector<std::string>& LooksForAPerson();
 
-// Lines end in "\r\n". The mailbox is where the report is to be sent.
+// Lines end in "\r\n". `mailbox` is the address to send the report to.
 std::string TextReport(const Report& report, const std::string& mailbox);
 std::string HtmlReport(const Report& report, const std::string& mailbox);
 
-// Text that may be shown to strangers: each of these texts (a folder of the user, say), in any case
-// of ASCII letters and with either separator, is replaced by what stands beside it.
+// Makes text safe to show to strangers: replaces each of these texts (such as a folder of the
+// user), ignoring ASCII case and with either separator, by its substitute.
 struct Redaction {
   std::string text;
   std::string replacement;
 };
 std::string Redacted(std::string text, const std::vector<Redaction>& redactions);
-// All texts of the report but the pictures.
+// Redacts all texts of the report, but not the pictures.
 void Redact(Report& report, const std::vector<Redaction>& redactions);
 
 }  // namespace kit

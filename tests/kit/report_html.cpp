@@ -1,4 +1,4 @@
-// The report as one HTML file that needs nothing beside it.
+// The report as a self-contained HTML file.
 #include <array>
 #include <cstdint>
 #include <cstdio>
@@ -30,8 +30,8 @@ button { font: inherit; padding: 0.3em 1em; margin-top: 0.7em; }
 img { max-width: 100%; border: 1px solid #999; }
 )";
 
-// Ticks and remarks are written into the page itself and the page is saved as a file of the user's
-// choice; nothing is sent. The last branch is for Internet Explorer.
+// Ticks and remarks are written into the page, and the page is saved to a file that the user
+// chooses; nothing is sent. The last branch is for Internet Explorer.
 constexpr char Script[] = R"(
 function saveReport() {
   var boxes = document.querySelectorAll('input[type=checkbox]');

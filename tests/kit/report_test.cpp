@@ -55,7 +55,7 @@ TEST(ReportTest, IsGoodOnlyWhenAllThatRanPassedAndTheRunWasFinished) {
 
   Report skipped = Sample();
   skipped.programs[0].results.erase(skipped.programs[0].results.begin());
-  EXPECT_FALSE(IsGood(skipped)) << "what is not possible here has not passed";
+  EXPECT_FALSE(IsGood(skipped)) << "a skipped test has not passed";
 }
 
 TEST(ReportTest, TheTextNamesWhatFailedAndWhatWasNotPossible) {
@@ -80,7 +80,7 @@ TEST(ReportTest, ThePageIsEscapedAndHoldsItsPictures) {
   EXPECT_THAT(page, HasSubstr("src=\"data:image/png;base64,iVBORwD/\""));
   EXPECT_THAT(page, HasSubstr("base64,YQ==\""));
   EXPECT_THAT(page, HasSubstr("base64,YWI=\""));
-  // Nothing is fetched and nothing is sent.
+  // The page fetches nothing and sends nothing.
   EXPECT_THAT(page, Not(HasSubstr("http")));
 }
 
@@ -107,7 +107,7 @@ TEST(RedactionTest, ReplacesFoldersInAnyCaseAndWithEitherSeparator) {
   EXPECT_EQ(Redacted("at c:\\users\\jane doe\\a and C:/Users/Jane Doe/b", redactions),
             "at (profile)\\a and (profile)/b");
   EXPECT_EQ(Redacted("nothing", redactions), "nothing");
-  EXPECT_EQ(Redacted("aa", {{"a", "aa"}}), "aaaa") << "what was put in is not looked at again";
+  EXPECT_EQ(Redacted("aa", {{"a", "aa"}}), "aaaa") << "substitutes are not searched again";
 }
 
 TEST(RedactionTest, CoversEveryTextOfTheReport) {

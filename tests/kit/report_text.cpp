@@ -15,7 +15,7 @@ class Lines {
     Add(heading);
     Add(std::string(heading.size(), '-'));
   }
-  // Text of several lines, each moved to the right.
+  // Indents each line of the text.
   void Indented(const std::string& text) {
     for (size_t start = 0; start <= text.size();) {
       const size_t end = std::min(text.find('\n', start), text.size());

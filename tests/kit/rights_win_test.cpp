@@ -1,4 +1,5 @@
-// Files and folders that the user may not read, and files that another program has locked.
+// Files and folders that the user has no permission to read, and files that another program has
+// locked.
 #include "swr/system/windows_api_win.h"
 
 #include <gtest/gtest.h>
@@ -32,11 +33,11 @@ bool CanBeOpened(const std::u16string& path) {
   return true;
 }
 
-// Nobody may read the file or folder as long as the object lives.
+// Denies everyone read access to the file or folder while the object exists.
 class WithoutRights {
  public:
   explicit WithoutRights(const std::u16string& path) : path_(AsWide(path)) {
-    // S-1-1-0 is everybody, in every language.
+    // S-1-1-0 is the group Everyone, whose name depends on the language.
     RunSystemCommand(L"icacls \"" + path_ + L"\" /deny *S-1-1-0:(RX)");
   }
   ~WithoutRights() { RunSystemCommand(L"icacls \"" + path_ + L"\" /remove:d *S-1-1-0"); }
@@ -59,7 +60,7 @@ TEST(FolderRightsTest, AFolderThatMayNotBeReadIsPassedOver) {
   window.WaitUntilIdle();
   EXPECT_EQ(window.Column(u"Name"), Texts{u"open"});
   EXPECT_EQ(window.Cell(0, u"SHA-256"), DigestsOfAbc.sha256);
-  // On its own it adds nothing and says nothing.
+  // By itself it adds no rows and shows no message.
   window.Command(ID_CLEAR_LIST);
   window.Drop({closed});
   EXPECT_EQ(window.RowCount(), 0);
@@ -103,7 +104,7 @@ TEST(LockedFileTest, ALockedPartOfAFileSaysSo) {
                                    OPEN_EXISTING, 0, nullptr);
   ASSERT_NE(other, INVALID_HANDLE_VALUE);
   ASSERT_TRUE(LockFile(other, 2, 0, 2, 0));
-  // Whether the system holds others to the lock.
+  // Whether the system enforces the lock.
   const HANDLE reader = CreateFileW(AsWide(held), GENERIC_READ,
                                     FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
                                     OPEN_EXISTING, 0, nullptr);

@@ -17,7 +17,7 @@ struct HandleTraits {
 };
 using Handle = swr::UniqueHandle<HandleTraits>;
 
-// Held while a process puts the state back.
+// Held while a process restores the state.
 class Turn {
  public:
   Turn() : mutex_(CreateMutexW(nullptr, FALSE, L"Local\\Sumwright test kit, putting back")) {
@@ -83,7 +83,7 @@ bool StartGuard() {
   std::wstring command = L"\"" + OwnPath() + L"\" /guard " + std::to_wstring(GetCurrentProcessId());
   STARTUPINFOW startup = {.cb = sizeof startup};
   PROCESS_INFORMATION process = {};
-  // Where Explorer runs programs in a job, the guard would end with it unless it may leave.
+  // If Explorer runs programs in a job, the guard would end with that job unless it can break away.
   for (const DWORD leave : {DWORD{CREATE_BREAKAWAY_FROM_JOB}, DWORD{0}}) {
     if (CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, DETACHED_PROCESS | leave,
                        nullptr, nullptr, &startup, &process)) {
@@ -101,7 +101,7 @@ void Guard(DWORD process) {
     if (watched) WaitForSingleObject(watched.Get(), INFINITE);
   }
   if (!HasSavedState()) return;
-  // The programs of the run end with it, a little later.
+  // The programs of the run end shortly after it.
   Sleep(1000);
   PutSavedStateBack();
 }

@@ -1,4 +1,4 @@
-// The record on the disk of what has to be put back, and the process that puts it back when the run
+// The record on disk of the state to restore, and the guard process that restores it when the run
 // itself no longer can.
 #pragma once
 
@@ -11,22 +11,22 @@
 
 namespace kit {
 
-// Where the record lies while a run is under way, in the user's own folder; empty when there is no
-// such folder.
+// The path of the record during a run, in the user's own folder; empty when there is no such
+// folder.
 std::wstring SavedStatePath();
 bool HasSavedState();
 // False when the record can't be written.
 bool SaveState(const UserState& state);
 
-// Puts back what the record holds and deletes it. Only one process does so at a time; does nothing
-// without a record. Gives a sentence for each thing that could not be put back; then the record
-// is kept under another name.
+// Restores the state from the record and deletes it. Only one process does so at a time; does
+// nothing without a record. Returns a sentence for each thing that could not be restored; in that
+// case the record is kept under another name.
 std::vector<std::string> PutSavedStateBack();
 
-// Starts this program once more, without a console, to wait for the end of this process and put
-// back what the record then still holds. False when it can't be started; its handle is not kept.
+// Starts this program again as the guard, without a console. It waits for the end of this process
+// and restores what is then still in the record. False when it can't be started.
 bool StartGuard();
-// What that process does: `process` is the number of the one to wait for.
+// What the guard does. `process` is the id of the process to wait for.
 void Guard(DWORD process);
 
 }  // namespace kit

@@ -1,5 +1,5 @@
-// High contrast and another scaling of the screen, set and put back. (When the tests are ended in
-// between, the kit puts both back.)
+// Turns on high contrast and changes the scaling of the screen, and restores both. (When the tests
+// are ended in between, the kit restores them.)
 #include "swr/system/windows_api_win.h"
 
 #include <gtest/gtest.h>
@@ -66,7 +66,7 @@ TEST_F(HighContrastTest, RowsLoseTheirColours) {
   window.FollowBannerLink(u"a");
   ASSERT_TRUE(WaitFor([&] { return window.RowCount() == 2; }));
   window.WaitUntilIdle();
-  // Turned on while the window is open, as a user would.
+  // Turned on while the window is open, as users do.
   if (!TurnOn()) GTEST_SKIP() << "high contrast can't be turned on here";
   Sleep(ThemeTime);
   window.BringToFront();

@@ -30,7 +30,7 @@ class Text {
   BSTR text_;
 };
 
-// Where products of this kind announce themselves; no rights are needed to read it.
+// Where such products register themselves; reading it needs no rights.
 ComPointer<IWbemServices> SecurityCenter() {
   IWbemLocator* made = nullptr;
   if (FAILED(CoCreateInstance(CLSID_WbemLocator, nullptr, CLSCTX_INPROC_SERVER, IID_IWbemLocator,

@@ -1,5 +1,5 @@
-// The signatures of programs that every Windows has, of altered copies of them, and of a program
-// that nobody vouches for. Nothing is asked of a server.
+// The signatures of programs that every version of Windows has, of altered copies, and of a
+// self-signed program. No server is contacted.
 #include "swr/system/windows_api_win.h"
 #include <wincrypt.h>
 
@@ -36,8 +36,7 @@ bool HasEmbeddedSignature(const std::u16string& path) {
                           0, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr) != FALSE;
 }
 
-// The first program of Windows that is signed like this; which one is, differs from version to
-// version.
+// The first program of Windows that is signed in this way; which one it is depends on the version.
 std::u16string ProgramOfWindows(bool embedded) {
   wchar_t windows[MAX_PATH] = {};
   GetWindowsDirectoryW(windows, MAX_PATH);
@@ -71,7 +70,7 @@ std::u16string SignatureLine(const RunningWindow& window, const std::u16string& 
 class SignatureTest : public ::testing::Test {
  protected:
   void SetUp() override {
-    if (IsWine()) GTEST_SKIP() << "these trust services take any root for a trusted one";
+    if (IsWine()) GTEST_SKIP() << "these trust services treat any root as trusted";
   }
 
   // A copy with one byte in the middle changed.

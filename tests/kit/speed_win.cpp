@@ -35,7 +35,7 @@ struct FileTraits {
 };
 using File = swr::UniqueHandle<FileTraits>;
 
-// Bytes that no file system stores in less than their number.
+// Bytes that no file system can compress.
 bool MakeFile(const std::wstring& path, unsigned megabytes) {
   const File file(CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr));
   if (!file) return false;
@@ -55,7 +55,7 @@ bool MakeFile(const std::wstring& path, unsigned megabytes) {
   return true;
 }
 
-// A program of a 32-bit process is not sent to the 32-bit system folder by this name.
+// Under this name a 32-bit process is not redirected to the 32-bit system folder.
 std::wstring SystemFolder() {
   std::array<wchar_t, MAX_PATH> windows = {};
   GetWindowsDirectoryW(windows.data(), MAX_PATH);

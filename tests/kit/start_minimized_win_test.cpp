@@ -1,4 +1,4 @@
-// Started by the command prompt's own "start", as scripts and links do it.
+// Started with the command prompt's "start", as scripts and links do.
 #include "swr/system/windows_api_win.h"
 
 #include <gtest/gtest.h>
@@ -18,7 +18,7 @@ namespace {
 using swr::AsWide;
 using swr::testing::TempTree;
 
-// The window of a program that was started by others.
+// The window of a program that another process started.
 HWND WindowOf(const std::u16string& title) {
   HWND window = nullptr;
   WaitFor([&] {
@@ -36,7 +36,7 @@ struct StartCase {
 };
 
 TEST(StartMinimizedTest, TheWindowOpensAsAskedFor) {
-  // Closed maximized before: that must not win over what is asked for.
+  // The window was closed maximized before, which must not override the requested state.
   {
     RunningWindow window;
     ShowWindowAsync(window.Handle(), SW_SHOWMAXIMIZED);
@@ -46,7 +46,7 @@ TEST(StartMinimizedTest, TheWindowOpensAsAskedFor) {
   TempTree tree;
   const std::u16string program = tree.Path(u"Sumwright.exe");
   ASSERT_TRUE(CopyFileW(AsWide(ProgramUnderTest()), AsWide(program), FALSE));
-  // A program that was downloaded is asked about before it starts.
+  // Otherwise Windows would ask before it starts a downloaded program.
   DeleteFileW(AsWide(program + u":Zone.Identifier"));
   const StartCase cases[] = {{"as it was", L"", false, true}, {"minimized", L"/min", true, false}};
   for (const StartCase& test : cases) {

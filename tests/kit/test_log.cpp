@@ -13,7 +13,7 @@ constexpr std::string_view FailedMark = "[  FAILED  ] ";
 constexpr std::string_view SkippedMark = "[  SKIPPED ] ";
 constexpr std::string_view ProgramMark = "[==========] ";
 constexpr std::string_view RunningWord = "Running ";
-// A test that prints without end must not fill the report.
+// A test that prints endlessly must not fill the report.
 constexpr size_t MaxDetail = 8000;
 
 std::string Trimmed(std::string_view text) {
@@ -23,7 +23,7 @@ std::string Trimmed(std::string_view text) {
   return std::string(text.substr(first, text.find_last_not_of(blanks) - first + 1));
 }
 
-// GoogleTest prints the place in the source on a line that ends like this, then the message.
+// GoogleTest prints the source location on a line that ends like this, then the message.
 std::string SkipReason(std::string_view printed) {
   constexpr std::string_view mark = ": Skipped\n";
   const size_t at = printed.rfind(mark);

@@ -1,5 +1,6 @@
-// Reads what a GoogleTest program prints: which test ran, how it ended and what it said. Unlike the
-// XML file, which is written at the very end, it also tells of a program that crashed or was ended.
+// Parses the output of a GoogleTest program: which tests ran, how they ended and what they printed.
+// Unlike the XML file, which is written at the very end, this works for programs that crash or are
+// ended.
 #pragma once
 
 #include <string>
@@ -14,7 +15,7 @@ struct TestResult {
   std::string name;  // "Suite.Test"
   TestStatus status = TestStatus::Passed;
   int milliseconds = 0;
-  // Of a failed test, what it printed; of a test that is not possible here, the reason. UTF-8.
+  // What a failed test printed, or why a test was skipped. UTF-8.
   std::string detail;
 
   bool operator==(const TestResult&) const = default;
@@ -30,13 +31,13 @@ struct Figure {
 
 class TestLog {
  public:
-  // Without its line end. Carriage returns at the end are dropped.
+  // One line without its line end. Trailing carriage returns are dropped.
   void AddLine(std::string_view line);
-  // The program has ended, or was ended, for this reason ("it crashed"). A test that is still
+  // The program has ended, or was ended, for this reason ("it crashed"). A test that was still
   // running has failed, and the reason is added to what it printed.
   void End(std::string_view reason);
 
-  // The test that has begun and not ended yet; empty between tests.
+  // The test that is running; empty between tests.
   const std::string& Running() const { return running_; }
   // How many tests the program has announced, in total.
   int Announced() const { return announced_; }
@@ -47,7 +48,7 @@ class TestLog {
   void EndTest(TestStatus status, std::string_view rest);
 
   std::string running_;
-  std::string printed_;  // since the running test began
+  std::string printed_;  // by the running test
   int announced_ = 0;
   bool hasSummary_ = false;  // what follows repeats the results
   std::vector<TestResult> results_;

@@ -20,7 +20,7 @@ using std::chrono::milliseconds;
 using std::chrono::seconds;
 using std::chrono::steady_clock;
 
-// How often a program that crashes is started again for the tests that are left.
+// How often a program that crashes is restarted for the remaining tests.
 constexpr int MaxStarts = 4;
 constexpr size_t TitleWidth = 26;
 constexpr size_t ConsoleWidth = 78;
@@ -31,7 +31,7 @@ bool IsSet(HANDLE event) { return WaitForSingleObject(event, 0) == WAIT_OBJECT_0
 
 int Rounded(double value) { return static_cast<int>(value + 0.5); }
 
-// One line of the console that is written over again and again, then once for good.
+// One line of the console that is overwritten repeatedly, and finally kept.
 class ProgressLine {
  public:
   explicit ProgressLine(std::string title) : title_(std::move(title)) {
@@ -48,7 +48,7 @@ class ProgressLine {
  private:
   void Print(const std::string& text, char end) {
     std::string line = title_ + text;
-    // What is written over is cut; what stays is not, and covers what was there.
+    // Temporary text is truncated; the final text is not, and covers the old one.
     if (end == '\r') line.resize(std::min(line.size(), ConsoleWidth));
     if (isConsole_) line.resize(std::max(line.size(), ConsoleWidth), ' ');
     std::printf("%s%c", line.c_str(), end);
@@ -59,7 +59,7 @@ class ProgressLine {
   bool isConsole_ = false;
 };
 
-// The filter of a program that is started again: without the tests that have run.
+// The filter of a restarted program, which excludes the tests that have run.
 std::string Without(std::string filter, const std::vector<TestResult>& results) {
   bool hasExclusions = filter.find('-') != filter.npos;
   for (const TestResult& result : results) {
@@ -69,7 +69,7 @@ std::string Without(std::string filter, const std::vector<TestResult>& results) 
   return filter;
 }
 
-// "Idle" for "01 idle.png": the number is for the order.
+// "Idle" for "01 idle.png": the number only sets the order.
 std::string TitleOf(const std::string& file) {
   const size_t start = file.find(' ') + 1;
   std::string title = file.substr(start, file.rfind('.') - start);
@@ -135,8 +135,7 @@ class Session {
     return std::min(limit, std::chrono::duration_cast<milliseconds>(end_ - steady_clock::now()));
   }
 
-  // Tests find their files by paths from their own folder, which are plain ASCII wherever the kit
-  // is.
+  // Tests find their files by relative paths, which are plain ASCII wherever the kit is.
   ProgramRun Prepare(const PlannedProgram& planned) const {
     const std::wstring folder = TestsFolder(planned.bits);
     ProgramRun run = {.program = folder + L"\\" + Wide(planned.file), .folder = folder};
@@ -153,7 +152,7 @@ class Session {
     return bits == 64 ? L"..\\..\\programs\\Sumwright.exe" : L"..\\..\\programs\\Sumwright-x86.exe";
   }
 
-  // On a command line a long filter would not have room.
+  // A long filter would not fit on the command line.
   std::wstring FlagFile(const std::string& filter) const {
     const std::wstring path = Temp() + L"\\test flags";
     WriteBytes(path, "--gtest_filter=" + filter + "\n");
@@ -200,9 +199,10 @@ class Session {
       report.figures.insert(report.figures.end(), log.Figures().begin(), log.Figures().end());
       const bool isComplete = announced > 0 && report.results.size() >= announced;
       if (problem.empty() && !isComplete) problem = "It ended before all tests had run.";
-      // A test that brought the program down has failed. When it was the last one, that is all.
+      // The test that crashed the program has failed. If it was the last one, nothing is left to
+      // run.
       report.problem = isComplete ? "" : problem;
-      // It goes on with the next test; what fails as a whole, or has had its time, does not.
+      // The program is restarted for the next test, unless it failed as a whole or its time is up.
       if (isComplete || outcome.end != RunEnd::Exited || ran == 0) break;
     }
     report.seconds = Rounded(time);

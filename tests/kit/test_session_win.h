@@ -1,4 +1,4 @@
-// The run itself: every planned program, one after the other, and what each of them found.
+// Runs every planned program in turn and collects the results.
 #pragma once
 
 #include "swr/system/windows_api_win.h"
@@ -19,14 +19,15 @@ struct SessionFolders {
 struct SessionOptions {
   std::vector<PlannedProgram> plan;
   int soakMinutes = 0;
-  // For all programs but the soak test. What has not begun by then does not run, and says so.
+  // For all programs but the soak test. Programs not started by then are not run, and are reported
+  // as such.
   int limitSeconds = 0;
-  int fileCount = 0;            // of the test with a large folder
-  unsigned speedMegabytes = 0;  // 0 for no measuring of speed
+  int fileCount = 0;            // for the test with a large folder
+  unsigned speedMegabytes = 0;  // 0 to skip measuring speed
 };
 
 // Fills in programs, speed and pictures of the report. Ends early when the event `stop` is set.
-// Prints on the console what is under way.
+// Prints its progress on the console.
 void RunSession(const SessionFolders& folders, const SessionOptions& options, HANDLE stop,
                 Report& report);
 

@@ -6,7 +6,7 @@ namespace kit {
 
 std::string DigestInOutput(std::string_view output, size_t digits) {
   std::string line;  // without blanks
-  std::string word;  // hexadecimal digits without anything in between
+  std::string word;  // hexadecimal digits without separators
   for (const char unit : std::string(output) + "\n") {
     const auto letter = static_cast<unsigned char>(unit);
     if (std::isxdigit(letter)) {

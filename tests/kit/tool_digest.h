@@ -1,4 +1,4 @@
-// The digest in what another tool prints.
+// Finds the digest in the output of another tool.
 #pragma once
 
 #include <cstddef>
@@ -7,9 +7,9 @@
 
 namespace kit {
 
-// The first word of so many hexadecimal digits, in lower case; empty when there is none. certutil
-// of Windows 7 and 8 puts a blank after every second digit, which counts as one word if nothing
-// else is on its line.
+// The first word of so many hexadecimal digits, in lower case; empty when there is none. Also
+// accepts a line of digits with a blank after every second one, as certutil prints on Windows 7 and
+// 8.
 std::string DigestInOutput(std::string_view output, size_t digits);
 
 }  // namespace kit

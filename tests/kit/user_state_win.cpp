@@ -34,7 +34,7 @@ bool PutSendToLinkBack(const std::optional<std::string>& link) {
   if (path.empty()) return true;
   if (link) return ReadBytes(path) == link || WriteBytes(path, *link);
   if (GetFileAttributesW(path.c_str()) == INVALID_FILE_ATTRIBUTES) return true;
-  // A test puts a folder in its place.
+  // One of the tests puts a folder at this path.
   return DeleteFileW(path.c_str()) || RemoveDirectoryW(path.c_str());
 }
 

@@ -1,4 +1,4 @@
-// All that tests of the real window change of what belongs to the user.
+// Everything of the user's that tests of the real window change.
 #pragma once
 
 #include "swr/system/windows_api_win.h"
@@ -14,30 +14,30 @@
 namespace kit {
 
 struct UserState {
-  // Settings, Explorer entries, and what tests leave for themselves.
+  // Settings, Explorer entries, and keys that tests create for themselves.
   std::vector<RegistryCopy> keys;
   // The bytes of the link in the Send To menu; nothing when there is none.
   std::optional<std::string> sendToLink;
   ClipboardCopy clipboard;
   std::optional<HighContrastSetting> highContrast;
   std::optional<int> screenScaling;
-  // How long a program that the user does not work with is kept from the foreground, in ms.
+  // The foreground lock timeout in ms (SPI_GETFOREGROUNDLOCKTIMEOUT).
   std::optional<DWORD> foregroundLock;
-  // The folder of the run's own files, to be removed.
+  // The folder of the run's own files, which is removed.
   std::wstring workFolder;
 };
 
 // Throws std::runtime_error when something can't be read, in which case nothing should be changed.
 UserState CopyUserState(const std::wstring& workFolder);
-// Makes everything what it was, and removes the work folder. Goes on after a failure. Gives one
-// sentence for each thing that could not be put back.
+// Restores everything, and removes the work folder. Continues after a failure. Returns one sentence
+// for each thing that could not be restored.
 std::vector<std::string> PutUserStateBack(const UserState& state);
 
 std::string RecordOf(const UserState& state);
-// Throws std::runtime_error when these are not the bytes of a whole record.
+// Throws std::runtime_error when the bytes are not a complete record.
 UserState ReadUserState(const std::string& record);
 
-// For the tests' time: programs that the kit starts may come to the foreground.
+// Allows programs that the kit starts to come to the foreground during the tests.
 void AllowForeground();
 
 }  // namespace kit

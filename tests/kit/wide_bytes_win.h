@@ -1,4 +1,4 @@
-// Wide text as bytes, for records.
+// Converts wide text to bytes, for records.
 #pragma once
 
 #include <cstring>

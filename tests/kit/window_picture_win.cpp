@@ -32,8 +32,8 @@ struct DcTraits {
 };
 using MemoryDc = swr::UniqueHandle<DcTraits>;
 
-// Around the window's frame lies an invisible border on newer systems, through which one sees what
-// is behind.
+// On newer systems the window's rectangle includes an invisible border, through which other windows
+// are visible.
 RECT VisibleFrame(HWND window) {
   RECT frame = {};
   if (FAILED(DwmGetWindowAttribute(window, DWMWA_EXTENDED_FRAME_BOUNDS, &frame, sizeof frame))) {

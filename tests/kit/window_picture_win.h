@@ -1,5 +1,5 @@
-// Pictures of what the program shows: its window with menus and dialogs before it, as they are on
-// the screen. Nothing else on the screen gets into the picture.
+// Takes pictures of the program's window as it appears on the screen, with its menus and dialogs,
+// but without anything else on the screen.
 #pragma once
 
 #include <string>
@@ -8,9 +8,9 @@
 
 namespace app::testing {
 
-// Saves a PNG under this name in the folder of pictures, or does nothing where there is none. Waits
-// a moment first, until what was asked for last has been painted. Throws std::runtime_error when
-// there is nothing to be seen or the file can't be written.
+// Saves a PNG under this name in the folder of pictures, or does nothing if there is no such
+// folder. Waits a moment first, until pending painting is done. Throws std::runtime_error when no
+// window is visible or the file can't be written.
 void TakePicture(const RunningWindow& window, const std::u16string& name);
 
 }  // namespace app::testing

@@ -1,12 +1,12 @@
 #!/usr/bin/env python3
-"""What a user downloads: made twice, unpacked, every program started, installed, used and taken away again.
+"""Tests the downloads: builds them twice, unpacks them, starts every program, installs, uses and uninstalls.
 
     package_test.py PACKAGE_COMMAND WINDOW_TESTS.EXE VERDICT_DRIVER.EXE
     package_test.py --setup FOLDER WINDOW_TESTS.EXE MACHINE
 
-For use inside tools/wine-run --display. The second form tries only the setup of that folder, in this prefix,
-where it must install the program for this machine; the first has it run in a 32-bit prefix too. Exit code
-77 says that 32-bit programs can't be run here and all the rest went well.
+For use inside tools/wine-run --display. The second form tests only the setup in FOLDER, in this prefix, where
+it must install the program for MACHINE; the first also runs it in a 32-bit prefix. Exit code 77 means that
+32-bit programs can't be run here and everything else passed.
 """
 
 import hashlib
@@ -36,7 +36,7 @@ SETTINGS_KEY = r"HKCU\Software\Zendrik"
 X64, X86 = 0x8664, 0x014C  # machines of the PE format
 READERS = {X64: ROOT / "build/windows/tools/read_list.exe", X86: ROOT / "build/windows-x86/tools/read_list.exe"}
 HAS_WINE32 = os.access("/usr/lib/wine/wine", os.X_OK)
-NOT_ALL_TRIED = 77  # ctest takes it for a skipped test
+NOT_ALL_TRIED = 77  # ctest reports the test as skipped
 
 failures = 0
 
@@ -62,7 +62,7 @@ def wine(*command):
 
 
 def in_registry(key, value=None):
-    """The value as text, True for a key that is there, None for what is not."""
+    """The value as text, True for an existing key, None for what does not exist."""
     query = wine("reg", "query", key, *(["/v", value] if value else []))
     if query.returncode != 0:
         return None
@@ -74,12 +74,12 @@ def in_registry(key, value=None):
 
 def check_same_bytes(first, second):
     for file in (ZIP, SETUP, DEB, "SHA256SUMS", *MANIFESTS):
-        expect(f"{file}, made twice, is the same", first.joinpath(file).read_bytes() ==
+        expect(f"{file} is reproducible", first.joinpath(file).read_bytes() ==
                second.joinpath(file).read_bytes(), True)
 
 
 def check_sums(dist, program, driver):
-    """SHA256SUMS is what Sumwright itself would save, and Sumwright finds the files as they were."""
+    """SHA256SUMS has the bytes that Sumwright itself would save, and Sumwright verifies it."""
     lines = [f"{hashlib.sha256((dist / name).read_bytes()).hexdigest()}  {name}\n" for name in (SETUP, ZIP, DEB)]
     expect("SHA256SUMS", (dist / "SHA256SUMS").read_text(), "".join(lines))
     verified = wine(driver, windows_path(program), "verify", windows_path(dist / "SHA256SUMS"))
@@ -99,7 +99,7 @@ def machine_of(program):
 
 
 def start_window(program, window_tests):
-    """A portable copy: its window opens, says where it is, and closes."""
+    """A portable copy: its window opens, shows its location, and closes."""
     tests = wine(window_tests[machine_of(program)], windows_path(program), "--gtest_brief=1",
                  "--gtest_filter=AboutTest.*:StartTest.PathsOfTheCommandLine*")
     expect(f"{program.name}, started", (tests.returncode, tests.stdout.decode()[-2000:] if tests.returncode else ""),
@@ -118,7 +118,7 @@ def run_tool(program, _window_tests):
         expect(f"list of {program.name}", verified.stdout, f"{program}: OK\n".encode())
 
 
-# Every program of the zip: its machine, and how it is started.
+# Every program in the zip: its machine, and the function that starts it.
 PROGRAMS = {
     "Sumwright.exe": (X64, start_window),
     "Sumwright-x86.exe": (X86, start_window),
@@ -138,7 +138,7 @@ def check_zip(dist, folder, window_tests):
 
 
 def check_deb(dist, folder):
-    """Its files are where Debian has them, the program runs, and lintian has no error to report."""
+    """The files are where Debian expects them, the program runs, and lintian reports no error."""
     run("dpkg-deb", "-x", dist / DEB, folder)
     listed = subprocess.run([folder / "usr/bin/swrhash", "SHA256SUMS"], cwd=dist, stdout=subprocess.PIPE, check=False)
     sums = hashlib.sha256((dist / "SHA256SUMS").read_bytes()).hexdigest()
@@ -153,7 +153,7 @@ def check_deb(dist, folder):
 
 
 def check_manifests(dist):
-    """They name the files by their digests."""
+    """The manifests contain the digests of the files, the version and no other addresses."""
     digests = {name: hashlib.sha256((dist / name).read_bytes()).hexdigest() for name in (SETUP, ZIP)}
     scoop = json.loads((dist / "scoop/sumwright.json").read_text())
     expect("digest for Scoop", scoop["hash"], digests[ZIP])
@@ -193,7 +193,7 @@ def check_setup(dist, drive, window_tests, machine):
     expect("Start menu", start_menu.is_file(), True)
     expect("InstallLocation", in_registry(UNINSTALL_KEY, "InstallLocation"), location)
     expect("version", in_registry(UNINSTALL_KEY, "DisplayVersion"), VERSION)
-    expect("Explorer entry that nobody asked for", in_registry(EXPLORER_ENTRY), None)
+    expect("Explorer entry without /EXPLORER", in_registry(EXPLORER_ENTRY), None)
 
     expect("exit code of the setup over itself", wine(setup, "/S", "/EXPLORER").returncode, 0)
     expect("Explorer entry", in_registry(EXPLORER_ENTRY), True)
@@ -203,12 +203,12 @@ def check_setup(dist, drive, window_tests, machine):
                                   else ""), (0, ""))
     expect("Send To link", send_to.is_file(), True)
 
-    # A program that runs can't be replaced or taken away.
+    # A running program can't be replaced or uninstalled.
     reader = READERS[machine]
     expect("the program, started", wine(reader, "--start", location + r"\Sumwright.exe").returncode, 0)
     expect("exit code of the setup while the program runs", wine(setup, "/S").returncode, 2)
     wine(location + r"\Uninstall.exe", "/S", "_?=" + location)
-    expect("the program, taken away while it runs", (folder / "Sumwright.exe").is_file(), True)
+    expect("the program, uninstalled while it runs", (folder / "Sumwright.exe").is_file(), True)
     expect("the program, closed", wine(reader, "--close").returncode, 0)
 
     expect("settings", in_registry(SETTINGS_KEY), True)
@@ -220,7 +220,7 @@ def check_setup(dist, drive, window_tests, machine):
     check_nothing_is_left(start_menu, send_to)
 
     elsewhere = pathlib.Path(drive, "my programs", "Sumwright here")
-    # The setup takes the end of its command line as it is, blanks included; quotes would be in the way.
+    # The setup takes the rest of its command line literally, including blanks, so it must not be quoted.
     expect("exit code of the setup to another folder",
            wine(setup, "/S", *r"/D=C:\my programs\Sumwright here".split()).returncode, 0)
     expect("the program in another folder", (elsewhere / "Sumwright.exe").is_file(), True)
@@ -229,16 +229,16 @@ def check_setup(dist, drive, window_tests, machine):
 
 
 def uninstall(location, last):
-    # It copies itself, because a program can't delete its own file.
+    # It runs from a copy of itself, because a program can't delete its own file, so it has to be waited for.
     wine(location + r"\Uninstall.exe", "/S")
-    expect(f"{last} after the removal", wait_until(lambda: not last.exists()), True)
+    expect(f"{last} after uninstalling", wait_until(lambda: not last.exists()), True)
 
 
 def check_nothing_is_left(start_menu, send_to):
     for key in (UNINSTALL_KEY, EXPLORER_ENTRY, SETTINGS_KEY):
-        expect(f"{key} after the removal", in_registry(key), None)
+        expect(f"{key} after uninstalling", in_registry(key), None)
     for link in (start_menu, send_to):
-        expect(f"{link} after the removal", link.exists(), False)
+        expect(f"{link} after uninstalling", link.exists(), False)
 
 
 def windows_path_in_prefix(drive, path):
@@ -246,7 +246,7 @@ def windows_path_in_prefix(drive, path):
 
 
 def build_window_tests_x86():
-    """What drives the 32-bit window; ./check has built it before."""
+    """The tests of the 32-bit window, which ./check has already built."""
     run("cmake", "--build", "--preset", "windows-x86", "--target", "window_tests", "read_list", cwd=ROOT,
         stdout=subprocess.DEVNULL)
     return ROOT / "build/windows-x86/tests/window_tests.exe"

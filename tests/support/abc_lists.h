@@ -1,4 +1,4 @@
-// Checksum files of three small files whose digests the standards give, for tests of verification.
+// Checksum files of three small files with published digests, for tests of verification.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -14,7 +14,7 @@ namespace app::testing {
 
 using TextList = std::vector<std::u16string>;
 
-// The digests of "abc", as the standards give them.
+// The digests of "abc", from the standards.
 inline const std::string AbcCrc32 = "352441c2";
 inline const std::string AbcMd5 = "900150983cd24fb0d6963f7d28e17f72";
 inline const std::string AbcSha1 = "a9993e364706816aba3e25717850c26c9cd0d89d";
@@ -34,7 +34,7 @@ class VerificationTest : public ::testing::Test {
     for (const char16_t* name : {u"a.bin", u"b.bin", u"c.bin"}) tree.AddFile(name, "abc");
   }
 
-  // Writes the checksum file and loads it. The result is its path.
+  // Writes the checksum file, loads it and returns its path.
   std::u16string Load(std::u16string_view name, std::string_view bytes) {
     const std::u16string path = tree.AddFile(name, bytes);
     window.verification.VerifyFile(path);

@@ -12,7 +12,7 @@ std::atomic<bool> counts = false;
 std::atomic<size_t> held = 0;
 std::atomic<size_t> peak = 0;
 
-// Stands before each block: whether and how it was counted.
+// The header of each block: whether and how it was counted.
 struct alignas(std::max_align_t) Header {
   size_t size = 0;
   uint32_t period = 0;

@@ -1,12 +1,12 @@
-// How much memory a piece of code takes from the heap at most, by way of `new`. For programs that
-// link allocation_peak.cpp, which replaces the allocation functions.
+// Measures the peak of memory that code allocates with `new`. For programs that link
+// allocation_peak.cpp, which replaces the allocation functions.
 #pragma once
 
 #include <cstddef>
 
 namespace swr::testing {
 
-// Counts from its construction on, on all threads. One at a time.
+// Counts allocations on all threads, from its construction on. One at a time.
 class AllocationPeak {
  public:
   AllocationPeak();
@@ -14,7 +14,7 @@ class AllocationPeak {
   AllocationPeak(const AllocationPeak&) = delete;
   AllocationPeak& operator=(const AllocationPeak&) = delete;
 
-  // The most bytes that were held at once of those allocated since the construction.
+  // The largest number of bytes held at once, of those allocated since the construction.
   size_t Bytes() const;
 };
 

@@ -5,7 +5,7 @@
 namespace swr::testing {
 
 void BecomeDpiAware() {
-  // Windows 10 has it; a program that imports it would not start on an older one.
+  // Looked up at run time, because a program that imports it would not start before Windows 10.
   using Function = BOOL(WINAPI*)(HANDLE);
   const auto setContext = reinterpret_cast<Function>(reinterpret_cast<void*>(
       GetProcAddress(GetModuleHandleW(L"user32.dll"), "SetProcessDpiAwarenessContext")));

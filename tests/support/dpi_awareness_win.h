@@ -1,10 +1,10 @@
-// Sizes and places of windows in the pixels of the screen, for programs of tests.
+// DPI awareness for test programs, so that they see window sizes and positions in screen pixels.
 #pragma once
 
 namespace swr::testing {
 
-// As the program itself does, this process takes care of the DPI of each screen, or on older
-// systems of that of the first. To be called before it makes or asks for any window.
+// Makes this process per-monitor DPI-aware like the program itself or, on older systems, system
+// DPI-aware. Call before creating or querying any window.
 void BecomeDpiAware();
 
 }  // namespace swr::testing

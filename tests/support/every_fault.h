@@ -1,9 +1,9 @@
 // Systematic fault injection: makes each system call of an operation fail in turn, with each of
 // several codes that real systems return.
 //
-// The operation is a scenario, a class of which each run makes a new object: the constructor
+// The operation is a scenario, a class of which each run creates a new object: the constructor
 // prepares; Run() performs the operation, in which one call fails; Check() receives the call that
-// failed, if any, and checks the outcome. Calls fail in Run() only.
+// failed, if any, and checks the outcome. Calls fail only in Run().
 #pragma once
 
 #include <gtest/gtest.h>
@@ -94,9 +94,9 @@ CallCounts RunScenario(const MaybeFailed& failed) {
   return counts;
 }
 
-// Performs a run and checks that it leaves no handle or thread behind. The first run of a kind may
-// create something that the system keeps until the process ends, so it is a leak only if each of
-// several runs leaves something behind.
+// Performs a run and checks that it leaks no handle or thread. The first run of a kind may create
+// something that the system keeps until the process ends, so it is a leak only if each of several
+// runs increases the count.
 template <typename Scenario>
 CallCounts RunWithoutLeak(const MaybeFailed& failed) {
   constexpr int tries = 4;
@@ -110,10 +110,10 @@ CallCounts RunWithoutLeak(const MaybeFailed& failed) {
   return counts;
 }
 
-// Performs all runs. The number of failures goes into the test's record.
+// Performs all runs. Records the number of injected failures as a test property.
 template <typename Scenario>
 void FailEachCall() {
-  RunScenario<Scenario>(std::nullopt);  // for what happens once per process
+  RunScenario<Scenario>(std::nullopt);  // warm-up for what happens once per process
   const CallCounts calls = RunWithoutLeak<Scenario>(std::nullopt);
   int failures = 0;
   for (size_t i = 0; i < calls.size(); ++i) {

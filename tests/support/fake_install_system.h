@@ -1,4 +1,4 @@
-// A registry, a disk and a Send To menu in memory.
+// An in-memory registry, disk and Send To menu.
 #pragma once
 
 #include <algorithm>
@@ -71,10 +71,10 @@ class FakeInstallSystem final : public InstallSystem {
   bool packaged = false;
   std::set<std::u16string> files;
   std::map<Place, std::u16string> registry;
-  std::optional<std::u16string> failingKey;  // what begins with this can't be changed
+  std::optional<std::u16string> failingKey;  // keys that begin with this can't be changed
   int announcements = 0;
   std::optional<std::u16string> sendToFolder = u"C:\\Users\\ann\\SendTo";
-  std::map<std::u16string, std::optional<std::u16string>> links;  // a link that can't be read: none
+  std::map<std::u16string, std::optional<std::u16string>> links;  // nullopt: can't be read
   std::u16string linkDescription;
   bool linksFail = false;
 };

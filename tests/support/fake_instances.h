@@ -1,4 +1,4 @@
-// The named objects and windows through which processes find each other, in memory.
+// In-memory stand-ins for the named objects and windows through which processes find each other.
 #pragma once
 
 #include <cstdint>
@@ -13,7 +13,7 @@
 
 namespace app::testing {
 
-// Records what is asked of it. The window appears after a number of waits.
+// Records the calls. The window appears after a number of waits.
 class FakeInstances final : public InstanceSystem {
  public:
   bool AnotherInstanceExists() override {

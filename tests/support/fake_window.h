@@ -1,5 +1,5 @@
-// Stand-ins for the screen, the desktop and the worker. They record what the flows ask of them, and
-// do only what the test says.
+// Fakes of the screen, the desktop and the worker. They record calls, and do only what the test
+// sets up.
 #pragma once
 
 #include <algorithm>
@@ -48,7 +48,7 @@
 
 namespace app {
 
-// How GoogleTest prints what a comparison found.
+// How GoogleTest prints these types.
 inline void PrintTo(const ResultLine& line, std::ostream* out) {
   *out << '"' << swr::WideToUtf8(line.text) << "\", kind " << static_cast<int>(line.kind);
 }
@@ -253,7 +253,7 @@ class FakeDesktop final : public Pickers,
   void OpenCommandPrompt(const std::u16string& folder, const std::u16string& command) override {
     prompts.emplace_back(folder, command);
   }
-  // The file manager answers while the window goes on handling messages.
+  // The window handles messages while the file manager answers.
   void ShowInFolder(const std::u16string& path, const std::u16string& folder) override {
     if (whileFolderOpens) whileFolderOpens();
     shownInFolder.emplace_back(path, folder);
@@ -287,7 +287,7 @@ class FakeDesktop final : public Pickers,
     binarySettings[name] = {data.begin(), data.end()};
     settingsWritten.push_back(name);
   }
-  // As when the user copies a text in some program.
+  // As if the user had copied a text in another program.
   void Copy(const std::optional<std::u16string>& text) {
     clipboard = text;
     ++clipboardSequence;
@@ -328,7 +328,7 @@ class FakeDesktop final : public Pickers,
   bool closed = false;
 };
 
-// Keeps the jobs; the test takes them out and says how they ended.
+// Keeps the jobs; the test removes them and supplies their results.
 class FakeQueue final : public HashQueue {
  public:
   void Enqueue(HashJob job) override { jobs.push_back(std::move(job)); }
@@ -364,7 +364,7 @@ inline Desktop DesktopOf(FakeDesktop& desktop) {
   return {desktop, desktop, desktop, desktop, desktop, desktop};
 }
 
-// What a window on fakes is made of.
+// The parts of a window on fakes.
 struct FakeParts {
   FakeView view;
   FakeDesktop desktop;
@@ -383,8 +383,9 @@ struct FakeWindow : FakeParts, WindowFlows {
   FakeWindow(const FakeWindow&) = delete;
   FakeWindow& operator=(const FakeWindow&) = delete;
 
-  // Adds a row of this path without touching the file system, not queued. All but its path may be
-  // changed through the reference, which no flow can do; the table's counters follow at Recount.
+  // Adds a row for this path without accessing the file system and without queueing it. Tests may
+  // change everything but its path through the reference, which flows can't; call Recount
+  // afterwards to update the table's counters.
   Row& AddRow(const std::u16string& path, uint64_t size = 100) {
     Row row;
     row.path = path;
@@ -402,14 +403,14 @@ struct FakeWindow : FakeParts, WindowFlows {
     rows.Reorder(order);
   }
 
-  // As the user does it: a box changes before it sends its message.
+  // As for a user's click, the box changes before it sends its message.
   void ClickBox(const AlgoBox& box) {
     view.checkedBoxes ^= swr::MaskOf(box.algo);
     commands.Run(box.control);
   }
 
-  // Takes the front job out of the queue and reports it as finished: with a digest of the right
-  // length for each algorithm, unless `outcome` says otherwise.
+  // Removes the front job from the queue and reports it as finished: with a digest of the right
+  // length for each algorithm, unless `outcome` is given.
   void Finish(swr::HashOutcome outcome = {}) {
     const HashJob job = queue.jobs.at(0);  // throws when nothing was queued
     queue.jobs.pop_front();
@@ -434,7 +435,7 @@ struct FakeWindow : FakeParts, WindowFlows {
     intake.Take(std::move(finished));
   }
 
-  // Hashes the files of all jobs in the queue, and of those that this leads to.
+  // Hashes the files of all jobs in the queue, and of the jobs that are queued as a result.
   void HashQueuedFiles() {
     while (!queue.jobs.empty()) {
       const HashJob job = queue.jobs.front();
@@ -449,7 +450,7 @@ struct FakeWindow : FakeParts, WindowFlows {
   }
 
  private:
-  // What the test leaves open.
+  // Values that tests do not care about.
   static void FillIn(const HashJob& job, swr::HashOutcome& outcome) {
     for (const swr::AlgoId id : swr::IdsFromMask(job.mask)) {
       swr::DigestSlot& slot = outcome.digests.Make(swr::IndexOf(id));

@@ -17,8 +17,8 @@ namespace swr::testing {
 struct PlannedFault {
   SystemCall call;
   uint32_t nth = 1;              // of this kind, from 1; 0 means every call
-  std::optional<uint32_t> code;  // the error; nothing to let the call go ahead
-  std::function<void()> before;  // runs on the calling thread before the call fails or goes ahead
+  std::optional<uint32_t> code;  // the error; nothing to let the call proceed
+  std::function<void()> before;  // runs on the calling thread before the call fails or proceeds
 };
 
 // One at a time. Calls may come from several threads.

@@ -12,7 +12,7 @@
 namespace swr::testing {
 namespace {
 
-constexpr int Rounds = 500;  // of 10 ms: a command of the host can't be waited for
+constexpr int Rounds = 500;  // of 10 ms, because the end of a host command can't be waited for
 
 DWORD Attributes(const std::u16string& path) { return GetFileAttributesW(AsWide(path)); }
 

@@ -1,16 +1,16 @@
-// A link to a folder, which no walk may follow.
+// A link to a folder, which a folder walk must not follow.
 #pragma once
 
 #include <string>
 
 namespace swr::testing {
 
-// There as long as the object lives, if the system can make one: on Windows a junction, which needs
-// no rights; under Wine a link of the system below, if that can be reached.
+// Exists while the object does, if the system can create one: on Windows a junction, which needs no
+// rights; under Wine a symbolic link of the host, if the host is accessible.
 class FolderLink {
  public:
-  // Both are full paths. Throws std::runtime_error when the host of Wine can be reached and does
-  // not make one.
+  // Both are full paths. Throws std::runtime_error when Wine's host is accessible but does not
+  // create one.
   FolderLink(const std::u16string& path, const std::u16string& target);
   ~FolderLink();
   FolderLink(const FolderLink&) = delete;

@@ -6,7 +6,7 @@
 namespace swr::testing {
 namespace {
 
-// Includes the descriptor with which the folder itself is read, in every count.
+// Every count includes the descriptor with which the folder itself is read.
 size_t EntriesOf(const char* folder) {
   const std::filesystem::directory_iterator first(folder);
   return static_cast<size_t>(std::distance(begin(first), end(first)));

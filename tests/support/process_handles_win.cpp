@@ -12,8 +12,8 @@
 namespace swr::testing {
 namespace {
 
-// Wine does not count handles in the call made for it, but has the list of those of all processes
-// where Windows has it.
+// Wine does not implement the call that counts handles, but it does list the handles of all
+// processes, as Windows does.
 struct HandleEntry {
   ULONG process;
   BYTE type;

@@ -1,4 +1,4 @@
-// The handles and threads of a process, counted where Wine tells of them too.
+// Counts the handles and threads of a process, in a way that also works under Wine.
 #pragma once
 
 #include "swr/system/windows_api_win.h"
@@ -7,7 +7,7 @@
 
 namespace swr::testing {
 
-// Both throw std::runtime_error when the system gives no list.
+// Both throw std::runtime_error when the system does not return a list.
 uint32_t CountHandles(DWORD process);
 uint32_t CountThreads(DWORD process);
 

@@ -12,7 +12,7 @@ namespace {
 constexpr DWORD pollInterval = 10;                      // milliseconds
 constexpr DWORD patience[] = {15'000, 30'000, 60'000};  // milliseconds, of each start
 
-// One argument as the program's runtime will read it: backslashes count only before a quote.
+// Quotes one argument for the program's runtime: backslashes are special only before a quote.
 std::wstring Quoted(const std::u16string& argument) {
   std::wstring text = L"\"";
   size_t backslashes = 0;
@@ -38,7 +38,7 @@ BOOL CALLBACK StopAtMainWindow(HWND window, LPARAM parameter) {
   wchar_t title[16] = {};
   GetClassNameW(window, name, 16);
   GetWindowTextW(window, title, 16);
-  // The window can be seen before its last control is made.
+  // The window can be found before its last control is created.
   if (std::wstring_view(name) != L"#32770" || std::wstring_view(title) != L"Sumwright" ||
       GetDlgItem(window, IDC_LINKS) == nullptr) {
     return TRUE;
@@ -76,8 +76,7 @@ void Report(const std::string& failure) {
   std::fflush(stderr);
 }
 
-// Wine's messages about errors, silenced until now, for the processes that are started from here
-// on.
+// Turns on Wine's error messages, which are off by default, for the processes started from now on.
 void HaveWineSayErrors() { SetEnvironmentVariableW(L"WINEDEBUG", L"fixme-all"); }
 
 }  // namespace
@@ -87,8 +86,8 @@ StartedProgram StartProgram(const ProgramStart& start) {
   for (const std::u16string& argument : start.arguments) commandLine += L' ' + Quoted(argument);
   STARTUPINFOW startup = {};
   startup.cb = sizeof startup;
-  // With no standard handles: the program would keep open the pipe that the caller's output goes
-  // to.
+  // Without standard handles: otherwise the program would keep the pipe of the caller's output
+  // open.
   startup.dwFlags = STARTF_USESHOWWINDOW | STARTF_USESTDHANDLES;
   startup.wShowWindow = static_cast<WORD>(start.showCommand);
   const DWORD flags = start.debug != nullptr ? DEBUG_ONLY_THIS_PROCESS : 0;

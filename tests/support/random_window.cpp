@@ -70,8 +70,8 @@ ReferenceFileRow RandomFiles::RowOfList() const {
 
 void RandomFiles::WriteList(const std::u16string& text) {
   const std::string bytes = swr::WideToUtf8(text);
-  // Some file systems put a file that replaces another's content on the disk at once, which takes
-  // longer than all else here.
+  // Some file systems write a replaced file to the disk at once, which takes longer than everything
+  // else here.
   swr::testing::RemoveFile(ListPath());
   swr::testing::WriteBytes(ListPath(), bytes);
   listSize_ = bytes.size();
@@ -164,7 +164,7 @@ std::string RandomWindow::AddFiles() {
 void RandomWindow::WriteList() {
   listed_.clear();
   std::u16string text;
-  // Now and then it holds nothing but a line that is no checksum.
+  // Occasionally it contains only a line that is not a checksum.
   const bool isUseless = OneIn(10);
   for (size_t count = isUseless ? 1 : 1 + Pick(longestList_); count > 0; --count) {
     if (isUseless || OneIn(6)) {
@@ -200,7 +200,7 @@ std::string RandomWindow::LoadList() {
   return "list loaded";
 }
 
-// What the reference makes of the checksum file.
+// The checksum file as the reference model reads it.
 void RandomWindow::LoadWrittenList() {
   std::vector<ReferenceFileRow> rows;
   std::vector<uint32_t> skipped;
@@ -222,7 +222,7 @@ void RandomWindow::LoadWrittenList() {
   }
 }
 
-// The file itself, of which the window then offers to verify what it lists.
+// The checksum file itself, for which the window then offers to verify the listed files.
 std::string RandomWindow::AddListFile() {
   WriteList();
   reference_.AddFiles({WithId(files_.RowOfList())});
@@ -230,9 +230,9 @@ std::string RandomWindow::AddListFile() {
   return "a checksum file added";
 }
 
-// ---- Jobs and their ends.
+// ---- Jobs and their results.
 
-// What a job that is dropped while it runs leaves behind: a worker at work, and a late result.
+// A job that is dropped while it runs leaves the worker busy, and delivers a late result.
 std::optional<HashJob> RandomWindow::RunningJob() const {
   if (window_.queue.jobs.empty()) return std::nullopt;
   return window_.queue.jobs.front();

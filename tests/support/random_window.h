@@ -1,5 +1,5 @@
-// A window on fakes and a reference window, to which the same things happen at random. Whatever can
-// be seen of the two must agree at any time.
+// A window on fakes and a reference model that receive the same random events. Everything visible
+// must agree at all times.
 #pragma once
 
 #include <cstddef>
@@ -18,15 +18,15 @@
 
 namespace app::testing {
 
-// The files of random windows; nothing but their names, sizes and times is ever looked at. One at a
-// time may be a checksum file.
+// The files of random windows; only their names, sizes and times are used. One at a time may be a
+// checksum file.
 class RandomFiles {
  public:
   static constexpr size_t Count = 5;
-  static constexpr size_t NameCount = 7;  // with those of files that do not exist
+  static constexpr size_t NameCount = 7;  // including files that do not exist
   static constexpr const char16_t* Names[NameCount] = {u"f0", u"f1", u"f2", u"f3",
                                                        u"f4", u"m0", u"m1"};
-  // That of the checksum file, which says nothing of algorithms.
+  // The name of the checksum file, which implies no algorithm.
   static constexpr const char16_t* ListName = u"list.digests";
 
   RandomFiles();
@@ -34,7 +34,7 @@ class RandomFiles {
   const swr::testing::TempTree& Tree() const { return tree_; }
   std::u16string Path(size_t name) const { return tree_.Path(Names[name]); }
   std::u16string ListPath() const { return tree_.Path(ListName); }
-  // A new row of this file, as far as the file decides.
+  // A new row for this file, with the fields that come from the file.
   ReferenceFileRow RowOf(size_t name) const;
   ReferenceFileRow RowOfList() const;
   void WriteList(const std::u16string& text);
@@ -51,20 +51,20 @@ class RandomWindow {
   // that, or of three. The files must outlive the window.
   RandomWindow(RandomFiles& files, uint32_t seed, size_t longestList);
 
-  // Lets something happen to both. The result says what.
+  // Applies a random event to both. Returns a description of it.
   std::string Step();
-  // A test of GoogleTest fails where they do not agree.
+  // Fails the current GoogleTest test where they differ.
   void Check();
 
  private:
-  // One line of the checksum file; nothing for a line that is none.
+  // One line of the checksum file; nothing for a line that is not a checksum.
   struct ListedLine {
     size_t name = 0;
     ReferenceClaim claim;
   };
   using ListedLines = std::vector<std::optional<ListedLine>>;
 
-  // random_window.cpp: dice, and what happens to rows.
+  // random_window.cpp: random choices, and events that concern rows.
   size_t Pick(size_t count) { return static_cast<size_t>(random_() % count); }
   bool OneIn(size_t count) { return Pick(count) == 0; }
   uint8_t PickFill() { return static_cast<uint8_t>(1 + Pick(3)); }
@@ -81,10 +81,10 @@ class RandomWindow {
   void LeaveBehind(const std::optional<HashJob>& running);
   std::string DropJobs();
   std::string SelectAlgos();
-  // The file that the worker is seen at: mostly the first in its queue.
+  // The file that the worker appears to read: usually the first in its queue.
   std::u16string PickCurrentPath();
   std::string Tick();
-  // How a job ends, for both sides.
+  // A random result of a job, for both.
   std::pair<ReferenceResult, swr::HashOutcome> EndOf(const HashJob& job, bool isLate);
   std::string Results();
   std::string LateResult();
@@ -92,7 +92,7 @@ class RandomWindow {
                std::vector<std::pair<HashJob, swr::HashOutcome>> reports);
   std::string Signature();
 
-  // random_window_desk.cpp: what the user does with them, and the check.
+  // random_window_desk.cpp: what the user does with the rows, and the comparison.
   std::string SelectRows();
   void Select(std::set<size_t> chosen);
   std::string Sort();
@@ -114,7 +114,7 @@ class RandomWindow {
   };
   Look Painted(size_t row) const;
   void TakePicture();
-  // Paints what the window has asked to be painted, and no more.
+  // Repaints only what the window has invalidated.
   void Repaint();
   std::deque<ReferenceJob> Jobs() const;
   ReferenceEntry EntryOfWindow() const;
@@ -125,11 +125,11 @@ class RandomWindow {
   FakeWindow window_;
   ReferenceWindow reference_;
   uint64_t nextId_ = 1;
-  ListedLines listed_;         // what the checksum file holds
-  std::vector<HashJob> late_;  // dropped while they ran; their results are still to come
+  ListedLines listed_;         // the content of the checksum file
+  std::vector<HashJob> late_;  // dropped while they ran; their results are still pending
   std::vector<Look> picture_;
   int paintsBefore_ = 0;
-  std::optional<std::u16string> message_;  // the instruction of the message to be expected
+  std::optional<std::u16string> message_;  // the instruction of the expected message
 };
 
 }  // namespace app::testing

@@ -150,7 +150,7 @@ std::string RandomWindow::FollowBannerLink() {
   return "link " + swr::WideToUtf8(link);
 }
 
-// ---- What there is to be seen.
+// ---- What is visible.
 
 void RandomWindow::Check() {
   Repaint();

@@ -1,5 +1,5 @@
-// The reference window's rules beside those of rows and verdicts: sorting, look-ups, the banner and
-// the clipboard.
+// The reference model's rules other than those of rows and verdicts: sorting, look-ups, the banner
+// and the clipboard.
 #include <algorithm>
 #include <utility>
 
@@ -120,7 +120,7 @@ void ReferenceWindow::Copy(ReferenceCopy copied) {
   isCopyNew_ = true;
 }
 
-// A short value may be anything, so it is not offered.
+// A short value could be anything, so it is not offered.
 void ReferenceWindow::Activate() {
   if (!std::exchange(isCopyNew_, false)) return;
   const std::optional<ReferenceClaim>& claim = copied_->box.claim;
@@ -157,7 +157,7 @@ void ReferenceWindow::FollowBannerLink(const std::u16string& link) {
   }
 }
 
-// The first row of this path that no checksum file says anything of.
+// The first row of this path that has no expected digest from a checksum file.
 void ReferenceWindow::ForgetPlainRow(const std::u16string& path) {
   const auto found = std::ranges::find_if(rows, [&](const ReferenceFileRow& row) {
     return !row.listed && swr::EqualsNoCase(row.path, path);

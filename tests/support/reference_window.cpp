@@ -26,7 +26,7 @@ std::u16string Names(const std::vector<AlgoId>& algos, const std::u16string& wor
   return text;
 }
 
-// As the details tell it: to the byte where the short form rounds.
+// As shown in the details: with the exact number of bytes where the short form rounds.
 std::u16string ExactSize(uint64_t bytes) {
   std::u16string text = swr::FormatSize(bytes);
   if (bytes < 1024) return text;
@@ -85,7 +85,7 @@ ReferenceWindow::Verdict ReferenceWindow::VerdictOf(const ReferenceFileRow& row,
   return {Outcome::Pending};
 }
 
-// ---- What happens.
+// ---- Events.
 
 ReferenceFileRow* ReferenceWindow::Find(uint64_t id) {
   for (ReferenceFileRow& row : rows) {
@@ -127,7 +127,7 @@ void ReferenceWindow::Widen(bool isNewValue) {
     if (VerdictOf(row, *box.claim).outcome == Outcome::Match) return;
   }
   for (ReferenceFileRow& row : rows) {
-    // What the user has cancelled stays so until something new is wanted.
+    // What the user has cancelled stays cancelled until something new is requested.
     if (row.isGivenUp && !isNewValue) continue;
     Ask(row, AlgoSet(box.claim->algos.begin(), box.claim->algos.end()));
   }
@@ -301,7 +301,7 @@ std::optional<std::u16string> ReferenceWindow::TakeComparison() {
              : u"The two files are different.";
 }
 
-// ---- What is to be seen.
+// ---- What is visible.
 
 std::u16string ReferenceWindow::StatusCell(const ReferenceFileRow& row) const {
   if (row.status == RowStatus::Waiting) return u"Waiting";

@@ -1,6 +1,6 @@
 // The reference model of the window: the rules of rows and verdicts in their simplest form. Nothing
-// is indexed, shared or cached; everything is computed from scratch whenever it is asked for. A
-// test lets the same things happen to this and to the real window, and compares what is visible.
+// is indexed, shared or cached; everything is computed from scratch on demand. A test applies the
+// same events to this model and to the real window, and compares what is visible.
 #pragma once
 
 #include <cstdint>
@@ -26,7 +26,7 @@ using AlgoSet = std::set<swr::AlgoId>;
 std::vector<swr::AlgoId> ReferenceAlgosOfSize(size_t bytes);
 std::u16string ReferenceHex(const DigestBytes& bytes, bool uppercase);
 
-// A digest that somebody claims, and the algorithms that it may belong to in the order of trial.
+// An expected digest, and the algorithms that it may belong to in the order of trial.
 struct ReferenceClaim {
   DigestBytes bytes;
   std::vector<swr::AlgoId> algos;
@@ -42,17 +42,17 @@ struct ReferenceFileRow {
   std::u16string name;
   std::u16string folder;
   uint64_t size = 0;
-  std::u16string modified;  // as the details show it, or nothing
+  std::u16string modified;  // as shown in the details, or empty
   RowStatus status = RowStatus::Waiting;
   uint32_t error = 0;
   bool changed = false;
-  bool isGivenUp = false;  // the user cancelled it, and nothing was asked of it since
+  bool isGivenUp = false;  // the user cancelled it, and nothing was requested since
   std::map<swr::AlgoId, DigestBytes> digests;
   AlgoSet pending;
-  std::optional<ReferenceClaim> listed;  // what a checksum file says
+  std::optional<ReferenceClaim> listed;  // from a checksum file
   std::u16string checksumFile;           // its name
   uint32_t checksumLine = 0;
-  std::u16string signature = u"Checking...";  // what is said of it
+  std::u16string signature = u"Checking...";  // as shown in the details
 };
 
 struct ReferenceJob {
@@ -75,28 +75,28 @@ struct ReferenceResult {
 // The content of the Expected hash box.
 struct ReferenceBox {
   bool isEmpty = true;
-  std::optional<ReferenceClaim> claim;  // nothing when it is no hash
-  std::u16string text;                  // as it was written; where a test goes by it
+  std::optional<ReferenceClaim> claim;  // nothing when it is not a hash
+  std::u16string text;                  // as entered; only where a test uses it
 };
 
 // A text that the user copied in another program.
 struct ReferenceCopy {
   std::u16string text;
-  ReferenceBox box;  // what it makes of the box
+  ReferenceBox box;  // the box after this text is pasted
 };
 
 enum class ReferenceBanner { None, Clipboard, ChecksumFileOffer, StaleEntries, SkippedLines };
 
-// Where the entry in Explorer's menu leads.
+// The copy that the entry in Explorer's menu starts.
 enum class ReferenceEntry { None, MissingCopy, ThisCopy };
 
 class ReferenceWindow {
  public:
-  // ---- What happens.
+  // ---- Events.
   void AddFiles(std::vector<ReferenceFileRow> files);
-  // The numbers are those of the lines that are no checksums.
+  // The numbers are those of the lines that are not checksums.
   void LoadList(std::vector<ReferenceFileRow> listed, const std::vector<uint32_t>& skippedLines);
-  // In both, the worker is reading this path.
+  // The worker is reading this path.
   void TakeResults(const std::vector<ReferenceResult>& results, const std::u16string& currentPath);
   void Tick(const std::u16string& currentPath);
   void Remove(const std::set<size_t>& indexes);
@@ -111,31 +111,31 @@ class ReferenceWindow {
   void SortBy(const std::u16string& heading);
   // For the one selected row.
   void LookUp();
-  // Another program copies, the window becomes active, its Paste button is clicked.
+  // Another program copies a text; the window becomes active; its Paste button is clicked.
   void Copy(ReferenceCopy copied);
   void Activate();
   void Paste();
-  // The entry in Explorer's menu turns out to lead to a copy that is gone.
+  // The entry in Explorer's menu refers to a copy that no longer exists.
   void FindStaleEntry();
   // Any link of the banner. Of the offer of a checksum file this only removes the file's own row;
   // LoadList does the rest.
   void FollowBannerLink(const std::u16string& link);
 
-  // ---- What is to be seen.
+  // ---- What is visible.
   std::u16string StatusCell(const ReferenceFileRow& row) const;
   RowTint Tint(const ReferenceFileRow& row) const;
   // By the heading of its column.
   std::u16string Cell(const ReferenceFileRow& row, const std::u16string& heading) const;
-  // A look-up has no say in the line: it stays until something else happens.
+  // A look-up does not change the line, which stays until the next event.
   ResultLine Line() const { return heldLine_ ? *heldLine_ : LineOfNow(); }
-  // Nothing while files are hashed: then it depends on the worker's figures.
+  // Nothing while files are hashed, because then it depends on the worker's progress.
   std::optional<std::u16string> IdleStatus() const;
   std::optional<std::u16string> BannerText() const;
   std::u16string Details() const;
   // The instruction of the message of a comparison of two files that has just been answered, if
   // any.
   std::optional<std::u16string> TakeComparison();
-  // The digest whose page a look-up has opened, if it has just now.
+  // The digest whose page a look-up has just opened, if any.
   std::optional<DigestBytes> TakeOpenedPage();
 
   std::vector<ReferenceFileRow> rows;
@@ -147,8 +147,8 @@ class ReferenceWindow {
   ReferenceBanner banner = ReferenceBanner::None;
   std::u16string offeredFile;  // while the banner offers to verify what a checksum file lists
   ReferenceEntry entry = ReferenceEntry::None;
-  bool workerLingers = false;  // it still holds a file of a job that was dropped
-  // The sum of several selected rows is not updated when results come in.
+  bool workerLingers = false;  // it is still busy with a job that was dropped
+  // The total of several selected rows is not updated when results arrive.
   std::u16string shownDetails;
 
  private:
@@ -169,7 +169,7 @@ class ReferenceWindow {
   void HideBanner();
   bool IsActive() const { return workerLingers || !jobs.empty(); }
   void MarkHashing(const std::u16string& currentPath);
-  // Queues what the value in the box may need.
+  // Queues the candidates of the value in the box.
   void Widen(bool isNewValue);
   ResultLine LineOfNow() const;
   ResultLine BoxLine(const ReferenceClaim& claim) const;
@@ -184,8 +184,8 @@ class ReferenceWindow {
   std::optional<DigestBytes> openedPage_;
   std::optional<ResultLine> heldLine_;
   std::optional<ReferenceCopy> copied_;
-  bool isCopyNew_ = false;    // the window has not looked at it
-  std::u16string dismissed_;  // the user did not want it compared
+  bool isCopyNew_ = false;    // the window has not checked it yet
+  std::u16string dismissed_;  // the text whose offer the user dismissed
   std::u16string bannerText_;
   ReferenceCopy offeredCopy_;  // while the banner offers to compare it
 };

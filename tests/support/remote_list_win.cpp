@@ -12,13 +12,13 @@ namespace {
 
 constexpr UINT answerTimeout = 60'000;
 
-// What the list fills in for one cell.
+// The request for one cell, which the list fills in.
 template <int capacity>
 struct Cell {
   LVITEMW item = {};
   wchar_t text[capacity] = {};
 
-  // Makes the request, for a cell that will stand at this address.
+  // Builds the request for a cell that will be at this address.
   void Ask(int column, void* address) {
     item.iSubItem = column;
     item.pszText = reinterpret_cast<wchar_t*>(static_cast<char*>(address) + offsetof(Cell, text));
@@ -28,7 +28,7 @@ struct Cell {
   bool MayBeCut() const { return wcsnlen(text, capacity) + 1 >= capacity; }
 };
 
-// Most texts fit into the small kind, of which many are asked for at once.
+// Most texts fit into the small kind, of which many are requested at once.
 using SmallCell = Cell<264>;
 using LargeCell = Cell<0x10000>;
 constexpr size_t batchSize = 512;
@@ -136,7 +136,7 @@ std::vector<std::vector<std::u16string>> RemoteList::Texts(int firstRow, int row
         throw std::runtime_error("the list takes no messages");
       }
     }
-    AskWindow(list, WM_NULL);  // answered after the others, which were sent without waiting
+    AskWindow(list, WM_NULL);  // answered after the requests that were sent without waiting
     memory.Read(0, cells.data(), cells.size() * sizeof(SmallCell));
 
     for (size_t i = 0; i < cells.size(); ++i) {

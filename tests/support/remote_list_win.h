@@ -1,5 +1,5 @@
 // Reads a report-mode list view that belongs to another process, as a user would see it: headings,
-// cells, selection. It asks only by window messages and changes nothing.
+// cells, selection. It only sends window messages and changes nothing.
 #pragma once
 
 #include "swr/system/windows_api_win.h"
@@ -16,10 +16,10 @@ namespace swr::testing {
 // std::runtime_error if there is none.
 LRESULT AskWindow(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
 
-// Memory inside the process that owns a window, where messages can carry structures and texts.
+// Memory in the process that owns a window, for the structures and texts of messages.
 class RemoteMemory {
  public:
-  // Throws std::runtime_error if the process cannot be opened or has no memory to give.
+  // Throws std::runtime_error if the process can't be opened or has no memory left.
   RemoteMemory(HWND window, size_t size);
   ~RemoteMemory();
   RemoteMemory(const RemoteMemory&) = delete;
@@ -39,8 +39,8 @@ class RemoteMemory {
 
 class RemoteList {
  public:
-  // Throws std::runtime_error if the process of the list cannot be read. Every other function
-  // throws it too, if the list does not answer.
+  // Throws std::runtime_error if the list's process can't be read. Every other function throws it
+  // if the list does not answer.
   explicit RemoteList(HWND window);
 
   int ItemCount() const;

@@ -59,7 +59,7 @@ struct RowSetup {
   std::vector<FilledDigest> digests;
   RowStatus status = RowStatus::Done;
   uint32_t error = 0;
-  // What a checksum file expects: a SHA-256 digest with this value in each byte.
+  // Sets the expected digest from a checksum file: SHA-256, with this value in each byte.
   std::optional<uint8_t> expected;
 };
 

@@ -11,7 +11,7 @@ unsigned long RunSystemCommand(const std::wstring& line) {
   wchar_t folder[MAX_PATH] = {};
   GetSystemDirectoryW(folder, MAX_PATH);
   const std::wstring prompt = std::wstring(folder) + L"\\cmd.exe";
-  // The outer quotes are the prompt's; it takes what is between them as it is.
+  // The command prompt removes the outer quotes and takes the rest literally.
   std::wstring command = L"\"" + prompt + L"\" /d /s /c \"" + line + L"\"";
   STARTUPINFOW startup = {.cb = sizeof startup};
   PROCESS_INFORMATION process = {};

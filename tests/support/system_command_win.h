@@ -1,12 +1,11 @@
-// Commands of the system that tests need where there is no call for the same, or none without
-// rights that a user does not have.
+// Runs system commands, for what no system call can do, or only with additional rights.
 #pragma once
 
 #include <string>
 
 namespace swr::testing {
 
-// Runs the line in a command prompt that does not show and waits for its end: the exit code.
+// Runs the command line in an invisible command prompt, waits for it and returns the exit code.
 // Throws std::runtime_error when it can't be started or does not end within a minute.
 unsigned long RunSystemCommand(const std::wstring& line);
 

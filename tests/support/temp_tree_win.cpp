@@ -103,7 +103,7 @@ void AppendBytes(const std::u16string& path, std::string_view bytes) {
 
 void ResizeFile(const std::u16string& path, uint64_t size) {
   const FileHandle file = OpenFile(path, GENERIC_WRITE, OPEN_EXISTING);
-  // Where the file system has no such thing, zeros take space. That is no failure.
+  // If the file system has no sparse files, the zeros take space, which is not an error.
   DWORD unused = 0;
   DeviceIoControl(file.Get(), FSCTL_SET_SPARSE, nullptr, 0, nullptr, 0, &unused, nullptr);
   LARGE_INTEGER position;

@@ -1,4 +1,4 @@
-// Tests that have to know whether this is a real Windows.
+// Whether a test runs on a real Windows.
 #pragma once
 
 #include "swr/system/windows_api_win.h"

@@ -13,7 +13,7 @@
 
 namespace app::testing {
 
-// What a window with a real worker is made of.
+// The parts of a window with a real worker.
 class WorkingParts {
  public:
   FakeView view;
@@ -48,7 +48,7 @@ class WorkingWindow : public WorkingParts, public WindowFlows {
   WorkingWindow(const WorkingWindow&) = delete;
   WorkingWindow& operator=(const WorkingWindow&) = delete;
 
-  // What the window's thread does when finished jobs are waiting, and at a tick of its timer.
+  // What the window's thread does when finished jobs are announced, and at a tick of its timer.
   void TakeResults() {
     if (auto taken = finished_.Take(); !taken.empty()) intake.Take(std::move(taken));
   }
@@ -59,7 +59,7 @@ class WorkingWindow : public WorkingParts, public WindowFlows {
   }
   void AcknowledgeProgress() { worker_.AcknowledgeProgress(); }
 
-  // Does both until no row waits for anything. False when that takes more than a minute.
+  // Does both until no row is waiting. False when that takes more than a minute.
   bool WaitUntilIdle() {
     using namespace std::chrono_literals;
     const auto deadline = std::chrono::steady_clock::now() + 60s;
@@ -79,7 +79,7 @@ class WorkingWindow : public WorkingParts, public WindowFlows {
   ResultLine Result() const { return {view.resultLine, view.resultKind}; }
 
  private:
-  // The worker is idle a moment before its last result comes.
+  // The worker becomes idle a moment before its last result arrives.
   bool IsIdle() const {
     return !worker_.GetSnapshot().active && !desktop.timerRuns &&
            std::ranges::none_of(rows, [](const Row& row) { return row.pendingMask != 0; });

@@ -1,4 +1,4 @@
-// The About dialog and the dialog about the command-line tool. InstalledCopyTest is for a copy that
+// The About dialog and the dialog about the command-line tool. InstalledCopyTest tests a copy that
 // the setup has installed.
 #include <gtest/gtest.h>
 
@@ -66,7 +66,8 @@ TEST(AboutTest, ItsLinksGoToTheShell) {
   ExpectAddress(u"https://sumwright.example/");
 }
 
-// The program with or without the tool in its folder. The tests' own program plays the tool.
+// The program with or without the tool in its folder. The test program itself stands in for the
+// tool.
 class CommandLineToolTest : public ::testing::Test {
  protected:
   CommandLineToolTest() {
@@ -159,8 +160,7 @@ TEST(InstalledCopyTest, KnowsThatItIsInstalled) {
   EXPECT_TRUE(WaitFor([&] { return CloseFolderWindow(folder.substr(folder.rfind(u'\\') + 1)); }));
 }
 
-// The setup has put the tool beside the program. What it prints in the command prompt is seen by a
-// test of the package.
+// The setup has installed the tool beside the program. A test of the package checks its output.
 TEST(InstalledCopyTest, OffersTheToolThatWasInstalledWithIt) {
   const std::u16string folder = FolderOf(ProgramUnderTest());
   const std::u16string title = folder.substr(folder.rfind(u'\\') + 1);

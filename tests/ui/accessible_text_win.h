@@ -1,5 +1,5 @@
-// Text that is drawn without a window of its own, as Windows' task dialogs do it: read the way a
-// screen reader does.
+// Reads text that is drawn without a window of its own, as in Windows' task dialogs, through the
+// accessibility interface that screen readers use.
 #pragma once
 
 #include "swr/system/windows_api_win.h"
@@ -8,8 +8,8 @@
 
 namespace app::testing {
 
-// The first text that is neither a button nor a link, in the order in which it is read; empty when
-// there is none or the window does not tell.
+// The first text in reading order that is neither a button nor a link; empty when there is none or
+// the window does not expose it.
 std::u16string FirstAccessibleText(HWND window);
 
 }  // namespace app::testing

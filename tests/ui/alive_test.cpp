@@ -1,5 +1,5 @@
-// The window stays responsive while files are hashed: it answers, moves, changes its size, scrolls
-// and can be stopped.
+// The window stays responsive while files are hashed: it can be moved, resized, scrolled and
+// stopped.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -24,11 +24,11 @@ using std::chrono::steady_clock;
 using swr::testing::TempTree;
 
 constexpr uint64_t GiB = uint64_t{1} << 30;
-// From here on an answer feels late.
+// Longer delays are noticeable.
 constexpr milliseconds Late{200};
 
-// Asks the window every 20 ms, as long as the object exists, and keeps the longest time to an
-// answer.
+// Sends the window a message every 20 ms while the object exists, and records the longest time to
+// an answer.
 class Probe {
  public:
   explicit Probe(const RunningWindow& window)
@@ -94,15 +94,15 @@ Slowest UseTheWindow(const RunningWindow& window, milliseconds duration) {
   return slowest;
 }
 
-// From the beginning, so that it lasts long enough for the test.
+// Started again from the beginning, so that it lasts long enough for the test.
 void StartWork(const RunningWindow& window, const std::vector<std::u16string>& paths) {
   window.Command(ID_CLEAR_LIST);
   window.Drop(paths);
   ASSERT_TRUE(WaitFor([&] { return window.IsShown(IDC_CANCEL); }));
 }
 
-// On a busy machine an answer is late now and then; a window that is not responsive is late in
-// every one of these periods.
+// On a busy machine an answer is late occasionally; an unresponsive window is late in every one of
+// these periods.
 void ExpectWindowStaysAtHand(const RunningWindow& window, const std::vector<std::u16string>& paths,
                              const char* during) {
   constexpr int stretches = 4;

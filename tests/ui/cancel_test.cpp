@@ -1,4 +1,4 @@
-// While a long file is hashed: what the window shows, and Cancel.
+// What the window shows while it hashes a long file, and the Cancel button.
 #include <gtest/gtest.h>
 
 #include <chrono>
@@ -68,7 +68,7 @@ TEST_F(CancelTest, ShowsWhatIsUnderWay) {
   EXPECT_TRUE(WaitFor([&] { return window_.ProgressPosition() > early; }));
   EXPECT_LE(window_.ProgressPosition(), 10000);
   const std::vector<int> order = window_.TabOrder();
-  EXPECT_EQ(order[order.size() - 2], IDC_CANCEL) << "before the links alone";
+  EXPECT_EQ(order[order.size() - 2], IDC_CANCEL) << "only the links follow";
 }
 
 TEST_F(CancelTest, CancelStopsEverythingAtOnce) {
@@ -85,15 +85,15 @@ TEST_F(CancelTest, AnotherAlgorithmStartsCancelledRowsAgain) {
   ASSERT_TRUE(WaitForProgress());
   window_.Click(IDC_CANCEL);
   ASSERT_TRUE(WaitForStatuses({u"Cancelled", u"Cancelled", u"Cancelled"}, seconds(2)));
-  // The rest of the file is not needed. A reader that has not noticed the cancel yet would see the
-  // file change.
+  // The rest of the file is no longer needed. Wait first, because a reader that has not noticed the
+  // cancel yet would see the file change.
   window_.WaitUntilIdle();
   swr::testing::ResizeFile(files_[0], 0);
   window_.Click(IDC_ALGO_BLAKE3);
   EXPECT_TRUE(WaitForStatuses({u"Done", u"Done", u"Done"}, seconds(20)));
   EXPECT_EQ(window_.Cell(0, u"BLAKE3"), DigestsOfNothing.blake3);
   EXPECT_EQ(window_.Cell(1, u"BLAKE3"), DigestsOfAbc.blake3);
-  EXPECT_EQ(window_.Cell(1, u"MD5"), DigestsOfAbc.md5) << "what was cancelled is done now";
+  EXPECT_EQ(window_.Cell(1, u"MD5"), DigestsOfAbc.md5) << "the cancelled digest is calculated now";
   EXPECT_EQ(window_.Cell(2, u"SHA-256"), DigestsOfDigits.sha256);
 }
 

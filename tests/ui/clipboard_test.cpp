@@ -49,7 +49,7 @@ TEST_F(ClipboardTest, CompareTakesTheValueIntoTheBox) {
   ASSERT_TRUE(WaitFor([&] { return window.Text(IDC_EXPECTED) == line; }));
   EXPECT_EQ(window.Text(IDC_RESULT), u"Match. The MD5 of abc.bin is the expected hash.");
   EXPECT_FALSE(window.IsShown(IDC_BANNER));
-  EXPECT_EQ(OfferFor(window, u" " + line), u"") << "it is in the box already";
+  EXPECT_EQ(OfferFor(window, u" " + line), u"") << "the box already contains it";
 }
 
 TEST_F(ClipboardTest, ADismissedTextIsNotOfferedAgain) {
@@ -69,7 +69,7 @@ TEST_F(ClipboardTest, OneContentIsLookedAtOnce) {
   const RunningWindow window;
   ASSERT_NE(OfferFor(window, std::u16string(DigestsOfAbc.sha1)), u"");
   window.SetExpected(u"1");
-  EXPECT_FALSE(window.IsShown(IDC_BANNER)) << "typing takes the offer away";
+  EXPECT_FALSE(window.IsShown(IDC_BANNER)) << "typing hides the offer";
   window.ActivateAgain();
   EXPECT_FALSE(window.IsShown(IDC_BANNER));
 }

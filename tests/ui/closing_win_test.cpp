@@ -1,4 +1,4 @@
-// The window is closed in the middle of a long file: the program ends at once and in order.
+// Closing the window while a long file is hashed: the program ends at once and cleanly.
 #include "swr/system/windows_api_win.h"
 
 #include <gtest/gtest.h>
@@ -46,7 +46,7 @@ void ExpectToEndAtOnce(const ClosingCase& test) {
   const auto hashing = static_cast<uint32_t>(swr::IdsFromMask(test.algorithms).size());
   ASSERT_GE(CountThreads(process), 2 + hashing) << "the file is being read";
 
-  // If a thread were not waited for, the exit code would be another.
+  // If a thread were not waited for, the exit code would differ.
   const auto start = steady_clock::now();
   EXPECT_EQ(window.Close(), 0);
   const auto taken = std::chrono::duration_cast<milliseconds>(steady_clock::now() - start);
@@ -61,8 +61,8 @@ TEST(ClosingTest, EndsTheProgramWithinASecondAndLeavesNoThread) {
   const ClosingCase cases[] = {
       {"as it begins", swr::DefaultAlgoMask, milliseconds(0)},
       {"a little later", swr::DefaultAlgoMask, milliseconds(130)},
-      {"well under way", swr::DefaultAlgoMask, milliseconds(700)},
-      // With MD2, of which a chunk takes a tenth of a second.
+      {"in the middle", swr::DefaultAlgoMask, milliseconds(700)},
+      // With MD2, which needs a tenth of a second per chunk.
       {"all algorithms", swr::AllAlgosMask, milliseconds(300)},
   };
   for (const ClosingCase& test : cases) ExpectToEndAtOnce(test);

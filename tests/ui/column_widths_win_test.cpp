@@ -1,4 +1,4 @@
-// Column widths are stored in pixels at 96 DPI, whatever the screen.
+// Column widths are stored in pixels at 96 DPI, whatever the DPI of the screen.
 #include "swr/system/windows_api_win.h"
 
 // After the system header, which it needs.
@@ -17,7 +17,7 @@
 namespace app::testing {
 namespace {
 
-// The four numbers that were stored.
+// The four stored numbers.
 std::vector<uint32_t> StoredWidths() {
   const std::optional<std::vector<uint8_t>> bytes = ReadSetting(u"Columns");
   std::vector<uint32_t> widths;

@@ -48,8 +48,8 @@ struct FolderSearch {
   HWND found = nullptr;
 };
 
-// The title is the folder's name, or its path where the user has chosen so, and on Windows 11
-// followed by the file manager's own name.
+// The title is the folder's name, or its path if the user has chosen so, and on Windows 11 is
+// followed by the file manager's name.
 BOOL CALLBACK FindFolderWindow(HWND window, LPARAM parameter) {
   auto& search = *reinterpret_cast<FolderSearch*>(parameter);
   wchar_t text[512] = {};
@@ -68,7 +68,7 @@ BOOL CALLBACK FindFolderWindow(HWND window, LPARAM parameter) {
 }  // namespace
 
 void CopyText(const std::u16string& text) {
-  // Another program may have the clipboard open at this moment.
+  // Another program may have the clipboard open just now.
   const bool copied = WaitFor([&] {
     WriteClipboardText(nullptr, text);
     return CopiedText() == text;

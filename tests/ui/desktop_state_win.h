@@ -1,4 +1,5 @@
-// What the program shares with the user's other programs: the clipboard, and its settings.
+// The state outside the program that its tests need: the clipboard, its settings, the browser and
+// the file manager.
 #pragma once
 
 #include <cstdint>
@@ -8,13 +9,13 @@
 
 namespace app::testing {
 
-// As when the user copies a text in another program.
+// As if the user had copied a text in another program.
 void CopyText(const std::u16string& text);
-// The text on the clipboard; nothing when it holds none.
+// The text on the clipboard, if there is one.
 std::optional<std::u16string> CopiedText();
 void EmptyClipboardNow();
 
-// The values under the program's key, of any type; numbers as four bytes, the lowest first.
+// The values under the program's key, of any type; numbers as four little-endian bytes.
 std::optional<std::vector<uint8_t>> ReadSetting(const std::u16string& name);
 std::optional<uint32_t> ReadNumberSetting(const std::u16string& name);
 void WriteSetting(const std::u16string& name, uint32_t value);
@@ -23,24 +24,25 @@ void WriteSetting(const std::u16string& name, const std::u16string& text);
 // Deletes the whole key, as before the program's first run.
 void ForgetSettings();
 
-// Makes this program the one that opens web and mail addresses, and forgets what it has opened.
-// False on a real Windows, where only its user can choose; a test must not open an address then.
+// Makes this program the handler of web and mail addresses, and clears the record of opened ones.
+// False on a real Windows, where only the user can choose the browser; then a test must not open an
+// address.
 bool BecomeTheBrowser();
 inline constexpr char NotTheBrowser[] = "no program can make itself the browser here";
-// The last address that was opened.
+// The address opened last.
 std::u16string OpenedAddress();
-// The part of the tests' program that acts as the browser.
+// The part of the test program that acts as the browser.
 void KeepOpenedAddress(const std::wstring& address);
-// The option before the address with which it is started then.
+// The option before the address on its command line.
 inline constexpr char BrowserOption[] = "--open-address";
 
-// The tests' program also plays the command-line tool, under the tool's name. It then records the
-// folder in which it was started and its arguments, with "|" between them.
+// The test program also stands in for the command-line tool, under the tool's name. It then records
+// its current folder and its arguments, separated by "|".
 inline constexpr wchar_t ToolName[] = L"swrhash.exe";
 void KeepToolRun(const std::wstring& arguments);
 std::wstring ToolRun();
 
-// The processes of this program that `parent` has started, by their ids, and their end.
+// The ids of the processes with this file name that `parent` has started; and ending them.
 std::vector<uint32_t> ProgramsStartedBy(uint32_t parent, const std::wstring& fileName);
 void EndProgramsStartedBy(uint32_t parent, const std::wstring& fileName);
 

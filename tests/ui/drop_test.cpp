@@ -17,7 +17,7 @@ using Texts = std::vector<std::u16string>;
 
 class DropTest : public ::testing::Test {
  protected:
-  // What the list shows, as paths below the tree.
+  // The rows of the list, as paths below the tree.
   Texts ShownFiles() const {
     Texts files;
     const Texts names = window_.Column(u"Name");

@@ -1,4 +1,5 @@
-// Checking a download: a hash from a web page goes into the box, and the result line answers.
+// Checking a download: a hash from a web page is entered in the box, and the result line shows the
+// verdict.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -20,7 +21,7 @@ using Texts = std::vector<std::u16string>;
 constexpr uint32_t Sha256Only = 8;
 constexpr int controlKey = 0x11;
 
-// With nothing but SHA-256 selected.
+// With only SHA-256 selected.
 StartOptions OnlySha256() {
   ForgetSettings();
   WriteSetting(u"Algorithms", Sha256Only);
@@ -61,7 +62,7 @@ TEST_F(ExpectedHashTest, AnySpellingOfAnUnselectedAlgorithmIsCheckedAndAddsNoCol
   };
   const Case cases[] = {
       {"bare hexadecimal", Sha3OfAbc, u"SHA3-256"},
-      {"in capitals", u"3A985DA74FE225B2045C172D6BD390BD855F086E3E9D525B46BFE24511431532",
+      {"in upper case", u"3A985DA74FE225B2045C172D6BD390BD855F086E3E9D525B46BFE24511431532",
        u"SHA3-256"},
       {"base64", u"Ophdp0/iJbIEXBcta9OQvYVfCG4+nVJbRr/iRRFDFTI=", u"SHA3-256"},
       {"an integrity value", u"sha256-ungWv48Bz+pBQUDeXa4iI7ADYaOWF3qctBD/YfIAFa0=", u"SHA-256"},

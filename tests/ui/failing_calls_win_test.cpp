@@ -1,4 +1,4 @@
-// The real window while system calls fail that hardly ever do.
+// The real window when system calls fail that hardly ever do.
 #include "swr/system/windows_api_win.h"
 
 #include <gtest/gtest.h>
@@ -18,7 +18,7 @@ namespace {
 
 using swr::testing::TempTree;
 
-// No message that the program posts to itself arrives, so none announces results.
+// No message that the program posts to itself arrives, so results cannot be announced.
 TEST(FailingCallsTest, ResultsComeInThoughTheyCanNotBeAnnounced) {
   TempTree tree;
   tree.AddFile(u"abc.bin", DigestsOfAbc.input);
@@ -34,14 +34,14 @@ TEST(FailingCallsTest, ResultsComeInThoughTheyCanNotBeAnnounced) {
   EXPECT_TRUE(WaitFor([&] { return !window.IsShown(IDC_CANCEL); }));
 }
 
-// While a message is open, the window goes on handling what comes in.
+// While a message box is open, the window keeps handling results.
 TEST(FailingCallsTest, ResultsComeInWhileAMessageIsOpen) {
   TempTree tree;
   RunningWindow window;
   window.Drop(
       {tree.AddFile(u"a.bin", DigestsOfAbc.input), tree.AddFile(u"b.bin", DigestsOfAbc.input)});
   window.WaitUntilIdle();
-  // Both wait for SHA-256, whose results bring the message.
+  // Both files wait for SHA-256, whose results open the message box.
   window.Click(IDC_ALGO_SHA256);
   window.Command(ID_CLEAR_LIST);
   window.Drop({tree.Path(u"a.bin"), tree.Path(u"b.bin")});
@@ -60,7 +60,7 @@ TEST(FailingCallsTest, ResultsComeInWhileAMessageIsOpen) {
 TEST(FailingCallsTest, AnExceptionInAMessageEndsTheProgram) {
   RunningWindow window;
   const ReplacedImport fault(window.Handle(), "GetWindowTextLengthW", GivesANegativeNumber());
-  // Delivered through frames of the system, without waiting for an answer.
+  // Delivered through stack frames of the system, without waiting for an answer.
   SendNotifyMessageW(window.Handle(), WM_COMMAND, IDC_CANCEL, 0);
   constexpr uint32_t failFastException = 0xC0000602;
   EXPECT_EQ(static_cast<uint32_t>(window.WaitForEnd()), failFastException);

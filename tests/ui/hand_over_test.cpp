@@ -1,5 +1,5 @@
-// What the program hands to the browser, for which the test's own program stands in, and to the
-// file manager.
+// What the program passes to the browser, for which the test program stands in, and to the file
+// manager.
 #include <gtest/gtest.h>
 
 #include <string>

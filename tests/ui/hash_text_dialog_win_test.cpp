@@ -1,4 +1,4 @@
-// The Hash Text dialog, typed into and resized.
+// The Hash Text dialog: typing, choices, layout and resizing.
 #include <gtest/gtest.h>
 
 #include <memory>
@@ -133,7 +133,7 @@ TEST_F(HashTextDialogTest, TheBoxesShareWhatHeightIsAdded) {
                                before[4]}));
   SetWindowPos(dialog().Handle(), nullptr, 0, 0, width - 100, height - 100, SWP_NOMOVE);
   AskWindow(dialog().Handle(), WM_NULL);
-  EXPECT_EQ(places(), before) << "it can't be made smaller";
+  EXPECT_EQ(places(), before) << "it cannot be made smaller";
 }
 
 TEST_F(HashTextDialogTest, ALongTextIsPastedWhole) {

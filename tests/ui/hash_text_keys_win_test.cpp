@@ -1,4 +1,4 @@
-// The keys of the Hash Text dialog, and its move to a screen of another DPI.
+// The keys of the Hash Text dialog, and its move to a screen with a different DPI.
 #include "swr/system/windows_api_win.h"
 
 #include <gtest/gtest.h>
@@ -37,7 +37,7 @@ class HashTextTest : public ::testing::Test {
     AskWindow(dialog_->Control(IDC_HT_INPUT), EM_REPLACESEL, TRUE,
               reinterpret_cast<LPARAM>(swr::AsWide(text)));
   }
-  // As the keyboard does while this control has the focus.
+  // Sends the key as the keyboard does while this control has the focus.
   void Press(int control, int key) const {
     // A box that gets the focus has all its text selected.
     if (window_.FocusedControl() != control) {
@@ -105,7 +105,7 @@ TEST_F(HashTextKeysTest, TheOkCommandDoesNotClose) {
 
 class HashTextDpiTest : public HashTextTest {
  protected:
-  // Moves the dialog to a screen of this DPI; its size stays.
+  // Moves the dialog to a screen with this DPI; its size stays the same.
   void ChangeDpi(int dpi) const {
     RECT suggested = {};
     GetWindowRect(Handle(), &suggested);
@@ -113,7 +113,7 @@ class HashTextDpiTest : public HashTextTest {
     memory.Write(0, &suggested, sizeof suggested);
     AskWindow(Handle(), WM_DPICHANGED, MAKEWPARAM(dpi, dpi),
               reinterpret_cast<LPARAM>(memory.At(0)));
-    window_.WaitForPostedMessages();  // it posts itself one for the rest of the work
+    window_.WaitForPostedMessages();  // it posts itself a message to finish the layout
   }
   std::vector<Rect> Places() const {
     std::vector<Rect> places;
@@ -137,18 +137,18 @@ TEST_F(HashTextDpiTest, TheSmallestSizeFollows) {
   ChangeDpi(newDpi);
   Resize({10, 10});
   EXPECT_EQ(OuterSize(), scaled);
-  // And back.
+  // And back again.
   ChangeDpi(oldDpi);
   Resize({10, 10});
   EXPECT_NEAR(OuterSize().width, designed.width, 1);
   EXPECT_NEAR(OuterSize().height, designed.height, 1);
 }
 
-// Later sizes are measured against the controls' places after the change, so that half of an odd
-// height is computed again.
+// Later layouts are computed from the controls' places after the change, so that half of an odd
+// height is rounded again.
 TEST_F(HashTextDpiTest, ControlsFollowFromWhereTheyAreThen) {
   const Size designed = OuterSize();
-  // Above the smallest size at the new DPI, and small enough that the window stays where it is.
+  // Larger than the minimum size at the new DPI, and small enough that the window is not moved.
   const Size base = {designed.width * 8 / 5, designed.height + (designed.height * 3 / 5 | 1)};
   Resize(base);
   ChangeDpi(window_.Dpi() * 3 / 2);

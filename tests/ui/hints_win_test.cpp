@@ -1,4 +1,4 @@
-// The tool tips of the toolbar, and the cue text of the empty Expected hash box.
+// The tooltips of the toolbar, and the cue text of the empty Expected hash box.
 #include "swr/system/windows_api_win.h"
 
 // After the system header, which it needs.
@@ -21,7 +21,7 @@ using swr::testing::RemoteMemory;
 
 constexpr int MaxText = 512;
 
-// Memory in the program for a request and the text of its answer.
+// Memory in the program's process for a request and the text of its answer.
 template <typename Question>
 struct Asked {
   Question question = {};

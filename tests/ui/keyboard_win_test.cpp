@@ -38,8 +38,8 @@ class KeyboardTest : public ::testing::Test {
 
 struct FocusCase {
   int button;
-  Rows selected;  // with which the button can be pressed
-  int command;    // after which it can't
+  Rows selected;  // with which the button is enabled
+  int command;    // which disables it
 };
 
 const FocusCase focusCases[] = {
@@ -80,13 +80,13 @@ TEST_F(KeyboardTest, ALetterGoesToTheNextRowThatBeginsWithIt) {
     int key;
     int row;  // the selected one afterwards
   };
-  // In another case than some of the names, and finally back to the first.
+  // In a different case than some of the names, and finally back to the first.
   const Key keys[] = {{'B', 1}, {'B', 2}, {'B', 1}, {'G', 3}, {'A', 0}, {'Z', 0}, {'G', 3}};
   window_.SelectOnly({0});
   window_.FocusOn(IDC_LIST);
   for (const Key& key : keys) {
     SCOPED_TRACE(static_cast<char>(key.key));
-    Sleep(700);  // what follows sooner is part of the same word
+    Sleep(700);  // letters typed sooner are part of the same word
     window_.TypeChord({key.key});
     EXPECT_TRUE(WaitFor([&] { return window_.List().SelectedIndexes() == Rows{key.row}; },
                         milliseconds(3000)))
@@ -106,7 +106,7 @@ TEST_F(KeyboardTest, LettersInARowAreOneWord) {
 
 // ---- The menu key.
 
-// Where the open menu is on the screen.
+// The position of the open menu on the screen.
 Rect MenuPlace(const RunningWindow& window) {
   HWND popup = nullptr;
   while ((popup = FindWindowExW(nullptr, popup, L"#32768", nullptr)) != nullptr) {
@@ -120,7 +120,7 @@ Rect MenuPlace(const RunningWindow& window) {
   return {};
 }
 
-// The message of the key has two coordinates of -1, whatever the other bits are.
+// In the key's message both coordinates are -1, whatever the other bits are.
 TEST_F(KeyboardTest, TheMenuKeyOpensTheMenuBesideTheRow) {
   window_.MoveTo(200, 150);
   RECT list = {};
@@ -132,7 +132,7 @@ TEST_F(KeyboardTest, TheMenuKeyOpensTheMenuBesideTheRow) {
   const Case cases[] = {
       {-1, true},
       {static_cast<LPARAM>(MAKELPARAM(-1, -1)), true},
-      // A point at the edge of a screen is a point.
+      // A point at the edge of a screen is still a position of the mouse.
       {static_cast<LPARAM>(MAKELPARAM(-1, 300)), false},
       {static_cast<LPARAM>(MAKELPARAM(300, -1)), false},
   };
@@ -151,9 +151,9 @@ TEST_F(KeyboardTest, TheMenuKeyOpensTheMenuBesideTheRow) {
   }
 }
 
-// ---- The boxes of algorithms.
+// ---- The algorithms' check boxes.
 
-// A screen reader may set a box and send its message, without a click.
+// A screen reader may set a check box and send its message, without a click.
 TEST_F(KeyboardTest, ABoxIsReadAndNotToggled) {
   const int columns = window_.List().ColumnCount();
   window_.Command(IDC_ALGO_MD5);
@@ -168,7 +168,7 @@ TEST_F(KeyboardTest, ABoxIsReadAndNotToggled) {
   EXPECT_EQ(window_.List().ColumnCount(), columns);
 }
 
-// ---- The toolbar, whose buttons can always be pressed.
+// ---- The toolbar, whose buttons are always enabled.
 
 TEST_F(KeyboardTest, TheToolbarHasNoPicturesForButtonsThatCanNotBePressed) {
   EXPECT_EQ(AskWindow(window_.Control(IDC_TOOLBAR), TB_GETDISABLEDIMAGELIST), 0);

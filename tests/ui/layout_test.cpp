@@ -1,4 +1,4 @@
-// How the controls follow the size of the window, and the move to a screen of another DPI.
+// How the controls follow the size of the window, and its move to a screen with a different DPI.
 #include <gtest/gtest.h>
 
 #include <map>
@@ -10,7 +10,7 @@
 namespace app::testing {
 namespace {
 
-// How many of the window's new pixels go to each edge.
+// What share of the added size moves each edge.
 struct Follows {
   int id;
   int left, top, right, bottom;
@@ -73,7 +73,7 @@ TEST(LayoutTest, TheWindowIsNeverSmallerThanItWasDesigned) {
 // Half a pixel is rounded up.
 int Scaled(int value, int dpi, int oldDpi) { return (value * dpi + oldDpi / 2) / oldDpi; }
 
-// A window can't be larger than the screens.
+// A window can't be larger than the desktop.
 bool ScreenHasRoomFor(const Size& size) {
   return size.width <= GetSystemMetrics(SM_CXMAXTRACK) &&
          size.height <= GetSystemMetrics(SM_CYMAXTRACK);
@@ -97,12 +97,12 @@ TEST(LayoutTest, AnotherDpiScalesColumnsAndTheSmallestSize) {
   window.Resize({10, 10});
   EXPECT_EQ(window.OuterSize(), smallest);
 
-  // From here on the controls follow as before.
+  // Afterwards the controls follow as before.
   const std::map<int, Rect> base = Places(window);
   window.Resize({smallest.width + 40, smallest.height + 30});
   ExpectPlaces(window, base, {40, 30});
 
-  // And back.
+  // And back again.
   window.ChangeDpi(oldDpi, designed);
   for (size_t i = 0; i < widths.size(); ++i) {
     EXPECT_NEAR(window.ColumnWidths()[i], widths[i], 1) << i;

@@ -1,4 +1,4 @@
-// The links in a control of class SysLink that belongs to another process.
+// Clicks links in a control of class SysLink that belongs to another process.
 #pragma once
 
 #include "swr/system/windows_api_win.h"

@@ -1,5 +1,4 @@
-// The list's menu in the real window, and what its entries put on the clipboard, read by another
-// process.
+// The list's context menu in the real window, and what its commands put on the clipboard.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -102,7 +101,7 @@ TEST_F(ListMenuTest, CopiesToTheByte) {
   ExpectCopied({0}, ID_CTX_COPY_PATH, tree_.Path(u"abc.bin"));
   ExpectCopied({1, 2}, ID_CTX_COPY_PATH,
                tree_.Path(u"digits.bin") + u"\r\n" + tree_.Path(u"missing") + u"\r\n");
-  // An algorithm that not all rows have is not copied at all.
+  // A digest that not all rows have is not copied at all.
   ExpectCopied({0, 2}, ID_CTX_COPY_LINE, u"something else");
 }
 

@@ -20,7 +20,7 @@ constexpr int controlKey = 0x11;
 constexpr int downKey = 0x28;
 constexpr int returnKey = 0x0D;
 
-// A window with three files of known content.
+// A window with three files with known digests.
 class ListTest : public ::testing::Test {
  protected:
   ListTest() {
@@ -28,7 +28,7 @@ class ListTest : public ::testing::Test {
     window_.WaitUntilIdle();
   }
 
-  // Ticks or unticks, and waits for the digests.
+  // Checks or unchecks the box, and waits for the digests.
   void Toggle(int box) {
     window_.Click(box);
     window_.WaitUntilIdle();
@@ -71,12 +71,12 @@ TEST_F(ListTest, ShowsNameFolderSizeDigestsAndStatus) {
 }
 
 TEST_F(ListTest, TickingAnAlgorithmAddsItsColumnAndOnlyItsDigests) {
-  // From here on the file has another content.
+  // The file's content changes.
   swr::testing::WriteBytes(files_[0], DigestsOfDigits.input);
   Toggle(IDC_ALGO_SHA512);
   EXPECT_EQ(window_.List().ColumnHeadings(), (Texts{u"Name", u"Folder", u"Size", u"MD5", u"SHA-1",
                                                     u"SHA-256", u"SHA-512", u"Status"}));
-  EXPECT_EQ(window_.Cell(0, u"MD5"), DigestsOfAbc.md5) << "was hashed already";
+  EXPECT_EQ(window_.Cell(0, u"MD5"), DigestsOfAbc.md5) << "calculated before the change";
   EXPECT_EQ(window_.Cell(0, u"SHA-512"), DigestsOfDigits.sha512);
   EXPECT_EQ(window_.Cell(1, u"SHA-512"), DigestsOfDigits.sha512);
   EXPECT_EQ(window_.Cell(2, u"SHA-512"), DigestsOfNothing.sha512);
@@ -135,7 +135,7 @@ TEST_F(ListTest, RemoveFromListRemovesTheSelectedRowsWhateverHasTheFocus) {
   window_.Command(ID_REMOVE);
   EXPECT_EQ(window_.Column(u"Name"), (Texts{u"abc.bin", u"empty.bin"}));
   window_.Command(ID_REMOVE);
-  EXPECT_EQ(window_.RowCount(), 2) << "nothing is selected any more";
+  EXPECT_EQ(window_.RowCount(), 2) << "nothing is selected now";
   window_.Drop({files_[1]});
   window_.WaitUntilIdle();
   EXPECT_EQ(window_.Column(u"Name"), (Texts{u"abc.bin", u"empty.bin", u"digits.bin"}));
@@ -189,7 +189,7 @@ void ChooseFromMore(const RunningWindow& window, const std::u16string& algorithm
   window.PostCommand(IDC_ALGO_MORE);
   ASSERT_TRUE(WaitFor([&] { return !window.OpenMenu().empty(); }));
   for (const MenuItem& item : window.OpenMenu()) {
-    if (item.id == 0) continue;  // the keys pass over separators
+    if (item.id == 0) continue;  // the arrow keys skip separators
     window.PressKey(0, downKey);
     if (item.text.substr(0, item.text.find(u'\t')) == algorithm) break;
   }

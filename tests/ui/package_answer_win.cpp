@@ -5,7 +5,7 @@
 namespace app::testing {
 namespace {
 
-// GetCurrentPackageFullName as it answers in a packaged process when called without a buffer:
+// GetCurrentPackageFullName as in a packaged process that calls it without a buffer: returns
 // ERROR_INSUFFICIENT_BUFFER.
 constexpr unsigned char Answer[] = {
     0xB8, 0x7A, 0x00, 0x00, 0x00,  // mov eax, 122

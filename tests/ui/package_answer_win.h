@@ -1,4 +1,4 @@
-// Makes a process find that it runs from a package, on a system that has no packages.
+// Makes a process believe that it runs from a package, on a system without packages.
 #pragma once
 
 #include "swr/system/windows_api_win.h"

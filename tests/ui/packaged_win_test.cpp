@@ -1,5 +1,5 @@
-// A copy of the program that runs from a package of the system's store. The package itself has the
-// entries that start it, so the program neither shows nor repairs any.
+// A copy of the program that runs from a package of the system's store. The package itself
+// registers the shell entries, so the program neither offers nor repairs any.
 #include "swr/system/windows_api_win.h"
 
 #include <gtest/gtest.h>
@@ -57,7 +57,7 @@ TEST(PackagedTest, AStaleEntryIsLeftAlone) {
                   u"\"C:\\gone\\Sumwright.exe\" \"%1\"");
   {
     const RunningWindow window;
-    EXPECT_TRUE(window.IsShown(IDC_BANNER)) << "what any other copy says";
+    EXPECT_TRUE(window.IsShown(IDC_BANNER)) << "any other copy shows the banner";
   }
   {
     const RunningWindow window({.fromPackage = true});

@@ -33,7 +33,7 @@ TEST_F(PickersTest, ACancelledDialogAddsNothing) {
   for (const auto& [command, title] :
        {std::pair{ID_ADD_FILES, u"Add Files"}, std::pair{ID_ADD_FOLDER, u"Add Folder"}}) {
     const ProgramDialog dialog = Open(command, title);
-    EXPECT_TRUE(WaitFor([&] { return !window_.TakesInput(); })) << "a dialog belongs to the window";
+    EXPECT_TRUE(WaitFor([&] { return !window_.TakesInput(); })) << "the dialog is modal";
     dialog.SetFileName(u"");
     dialog.Press(IDCANCEL);
     EXPECT_TRUE(window_.TakesInput());

@@ -1,4 +1,4 @@
-// Long sessions in which everything is used, again and again: nothing may leak.
+// Sessions that use every function of the window, repeated: nothing may leak.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -40,7 +40,7 @@ class PowerUserTest : public ::testing::Test {
     dialog.Press(IDOK);
   }
 
-  // Everything once.
+  // Uses every function once.
   void Session(const std::u16string& savedName) const {
     window_.Drop({tree_.Path(u"folder")});
     window_.WaitUntilIdle();
@@ -85,7 +85,8 @@ class PowerUserTest : public ::testing::Test {
   RunningWindow window_;
 };
 
-// The least of each over some sessions, without what comes and goes, such as a tool tip or a caret.
+// The minimum of each resource over some sessions, which excludes temporary ones such as a tooltip
+// or a caret.
 ProcessResources Least(const ProcessResources& a, const ProcessResources& b) {
   return {.handles = std::min(a.handles, b.handles),
           .gdiObjects = std::min(a.gdiObjects, b.gdiObjects),
@@ -96,7 +97,7 @@ TEST_F(PowerUserTest, NothingIsLeakedAgainstTheStart) {
   // In the first session the system's own libraries fill their caches.
   Session(u"first.sha256");
   Session(u"second.sha256");
-  // So many that a leak in each would exceed what is made once and kept, which was a few drawing
+  // Enough for a leak in each session to exceed what is created once and kept, which was a few GDI
   // objects.
   constexpr int sessions = 8;
   char16_t name = u'a';

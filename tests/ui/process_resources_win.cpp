@@ -12,18 +12,19 @@
 namespace app::testing {
 namespace {
 
-// Wine does not count drawing objects in the call made for it, but has in each process a table of
-// them where Windows has it.
+// Wine does not implement the call that counts GDI objects, but each process has a table of them
+// where Windows has it.
 struct GdiEntry {
   uint64_t object;
   uint32_t owner;
   uint16_t unique;
-  uint8_t type;  // 0 for a free place
+  uint8_t type;  // 0 for a free entry
   uint8_t flags;
   uint64_t userPointer;
 };
 constexpr size_t GdiTableLength = 65536;
-constexpr size_t GdiTablePlace = 0xF8;  // of its address, in the environment block of a process
+constexpr size_t GdiTablePlace =
+    0xF8;  // offset of the table's address in the process environment block
 
 template <typename Value>
 void Read(HANDLE process, uint64_t address, Value* values, size_t count) {

@@ -10,15 +10,15 @@ namespace app::testing {
 struct ProcessResources {
   uint32_t handles = 0;
   uint32_t gdiObjects = 0;
-  uint32_t userObjects = 0;  // 0 under Wine, which does not say
+  uint32_t userObjects = 0;  // 0 under Wine, which does not count them
 };
 
 struct ProcessMemory {
   uint64_t workingSet = 0;    // bytes
-  uint64_t privateBytes = 0;  // that no other process shares
+  uint64_t privateBytes = 0;  // not shared with other processes
 };
 
-// The process must be open for reading. Both throw std::runtime_error when nothing can be counted.
+// The process handle must allow reading. Both throw std::runtime_error on failure.
 ProcessResources CountResources(HANDLE process);
 ProcessMemory MeasureMemory(HANDLE process);
 

@@ -43,15 +43,15 @@ BOOL CALLBACK StopWhereTrue(HWND window, LPARAM parameter) {
   return FALSE;
 }
 
-// The first control, however deep, for which this holds.
+// The first descendant control that satisfies the condition.
 HWND FindControl(HWND dialog, const Condition& condition) {
   Search search{condition};
   EnumChildWindows(dialog, StopWhereTrue, reinterpret_cast<LPARAM>(&search));
   return search.found;
 }
 
-// Where the system's file dialogs take names. The number is the same in all dialogs of Wine and in
-// Windows' dialogs for folders; its dialogs to open and to save files have another one each.
+// The box for names in the system's file dialogs. Its id is the same in all dialogs of Wine and in
+// Windows' folder dialog; Windows' open and save dialogs each have a different one.
 HWND FileNameBox(HWND dialog) {
   return FindControl(dialog, [](HWND child) {
     const int id = GetDlgCtrlID(child);
@@ -60,8 +60,8 @@ HWND FileNameBox(HWND dialog) {
   });
 }
 
-// Where they offer file types: by its number, or in Windows' dialog to save, whose lists have none,
-// the list without a box to type into.
+// The list of file types, found by its id or, in Windows' save dialog, whose lists have no ids, as
+// the list without an edit box.
 HWND FileTypeList(HWND dialog) {
   constexpr int fileTypeList = 1136;
   return FindControl(dialog, [](HWND child) {
@@ -114,7 +114,7 @@ Rect ProgramDialog::Place(int control) const {
           static_cast<int>(rect.bottom)};
 }
 
-// The texts of a message from its top down; icons have none.
+// The texts of a message box from top to bottom; icons have none.
 std::vector<std::u16string> ProgramDialog::MessageTexts() const {
   std::vector<std::u16string> texts;
   FindControl(dialog_, [&](HWND child) {

@@ -1,5 +1,5 @@
-// A dialog over the program's window, as a user sees and uses it: the system's file dialogs and
-// messages, and the program's own.
+// Drives a dialog of the program: the system's file dialogs and message boxes, and the program's
+// own dialogs.
 #pragma once
 
 #include "swr/system/windows_api_win.h"
@@ -12,7 +12,7 @@
 namespace app::testing {
 
 // The dialog of this process with this title that is not `other`; null when there is none. A file
-// dialog counts once it can take a name.
+// dialog is found only once it can accept a name.
 HWND FindDialogOf(DWORD process, const std::u16string& title, HWND other = nullptr);
 
 // Throws std::runtime_error when the dialog does not open, does not answer or does not close.
@@ -27,18 +27,18 @@ class ProgramDialog {
   // In the dialog's client area.
   Rect Place(int control) const;
 
-  // Of a message: its main instruction, and its other text.
+  // The main instruction and the content of a message box.
   std::u16string Instruction() const;
   std::u16string Content() const;
-  // With its links as they are written.
+  // With the markup of its links.
   std::u16string Footer() const;
   // Clicks the link to this address in the texts. Returns at once.
   void FollowLink(const std::u16string& address) const;
 
-  // Of a file dialog.
+  // For file dialogs.
   std::u16string FileName() const;
   void SetFileName(const std::u16string& name) const;
-  // The labels of its list of file types, and the number of the chosen one.
+  // The labels of the file types, and the index of the selected one.
   std::vector<std::u16string> FileTypes() const;
   int FileType() const;
   void ChooseFileType(int number) const;

@@ -1,4 +1,4 @@
-// Sumwright.exe as a process that a test has started.
+// A process of Sumwright.exe started by a test.
 #pragma once
 
 #include "swr/system/windows_api_win.h"
@@ -15,20 +15,20 @@ namespace app::testing {
 struct StartOptions {
   std::vector<std::u16string> arguments;
   std::u16string folder;   // the current folder; the test's own when empty
-  std::u16string program;  // another copy of Sumwright.exe; the one that is tested when empty
+  std::u16string program;  // another copy of Sumwright.exe; the one under test when empty
   bool minimized = false;
-  int showCommand = SW_SHOWNORMAL;  // how its window is to be shown, unless minimized
+  int showCommand = SW_SHOWNORMAL;  // how to show its window, unless minimized
   bool fromPackage = false;         // as if it were installed from the system's store
-  bool keepSettings = false;        // else the program starts like the first time
+  bool keepSettings = false;        // otherwise the program starts without settings
 };
 
-// Where Sumwright.exe is. To be called once, before any program is started.
+// Sets the path of Sumwright.exe. Call once, before any program is started.
 void SetProgramPath(const std::string& path);
 std::u16string ProgramUnderTest();
-// Ends all programs that tests have started and not ended yet.
+// Ends all programs that tests have started and that are still running.
 void TerminatePrograms();
 
-// Waits until the condition holds; false when it does not within this time.
+// Waits until the condition is true. False if it is not within this time.
 bool WaitFor(const std::function<bool()>& condition,
              std::chrono::milliseconds patience = std::chrono::seconds(30));
 
@@ -36,10 +36,10 @@ class ProgramProcess {
  public:
   // Returns at once. Throws std::runtime_error when the program can't be started.
   explicit ProgramProcess(const StartOptions& options = {});
-  // Returns when its main window is there; starts the program again if it does not show. Throws
+  // Returns when the main window shows; starts the program again if it does not. Throws
   // std::runtime_error when it never does.
   static ProgramProcess WithWindow(const StartOptions& options = {});
-  // Ends the program by force if it has not ended.
+  // Kills the program if it is still running.
   ~ProgramProcess();
   ProgramProcess(ProgramProcess&& other) noexcept;
   ProgramProcess& operator=(ProgramProcess&&) = delete;

@@ -1,4 +1,4 @@
-// Real failures, without fault injection, while the real window is working.
+// Real failures, without fault injection, in the real window.
 #include "swr/system/windows_api_win.h"
 
 #include <gtest/gtest.h>
@@ -27,7 +27,7 @@ using Texts = std::vector<std::u16string>;
 
 constexpr uint64_t MiB = uint64_t{1} << 20;
 
-// A failure takes little time, and everything else goes on.
+// A failure takes little time, and everything else keeps working.
 constexpr int FewFiles = 3;
 
 bool IsFailure(const std::u16string& status) {
@@ -35,7 +35,7 @@ bool IsFailure(const std::u16string& status) {
          status != u"Hashing" && status != u"Cancelled";
 }
 
-// ---- A drive that goes away.
+// ---- A drive that disappears.
 
 // A drive letter mapped to a folder, until it is removed. Under Wine a drive is a link in the
 // prefix, which the host makes and removes; Windows has calls for it.
@@ -58,7 +58,7 @@ class RemovableDrive {
   RemovableDrive& operator=(const RemovableDrive&) = delete;
 
   bool IsThere() const { return isThere_; }
-  // With a backslash at its end.
+  // With a trailing backslash.
   std::u16string Root() const { return FromWide(name_) + u"\\"; }
   // False when it can't be removed.
   bool Remove() {
@@ -121,7 +121,7 @@ TEST(RealFaultsTest, ADriveIsRemovedWhileItsFilesAreHashed) {
   EXPECT_EQ(window.Close(), 0);
 }
 
-// ---- Another process: this one.
+// ---- Another process, which is this one.
 
 TEST(RealFaultsTest, AFileThatAnotherProcessCutsIsMarked) {
   TempTree tree;
@@ -141,7 +141,7 @@ TEST(RealFaultsTest, AFileThatAnotherProcessCutsIsMarked) {
   }
 }
 
-// ---- Paths that lead to no file.
+// ---- Paths that no file can have.
 
 TEST(RealFaultsTest, PathsThatNoFileCanHave) {
   TempTree tree;

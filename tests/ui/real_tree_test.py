@@ -19,19 +19,16 @@ import tempfile
 import time
 
 SOURCES = ["/usr/share/doc", "/usr/include"]
-FEWEST_FILES = 2000  # below that this would not be the test that it is meant to be
+FEWEST_FILES = 2000  # fewer would not be a meaningful test
 DIGEST_TOOLS = ["md5sum", "sha1sum", "sha256sum"]  # in the order of the list's columns
 TREE_TIMEOUT = 600  # seconds until all is hashed
 SHOWN_FINDINGS = 20
 
 
 def copy_tree(target, file_count):
-    """Copies real folders, links as links, until there are that many files, the same share of each.
-    Gives their number."""
-    copied = 0
-    for number, source in enumerate(SOURCES, 1):
-        copied += copy_files(source, target, file_count * number // len(SOURCES) - copied)
-    return copied
+    """Copies real folders, links as links, until there are that many files, an equal share from each. Returns
+    their number.""" copied = 0 for number, source in enumerate(SOURCES, 1): copied += copy_files(source,
+    target, file_count * number // len(SOURCES) - copied) return copied
 
 
 def copy_files(source, target, file_count):
@@ -51,7 +48,7 @@ def copy_files(source, target, file_count):
 
 
 def add_special_files(target):
-    """What real trees have now and then, and the copied one perhaps not."""
+    """Adds what real trees sometimes contain and the copied one may not."""
     place = target / "special"
     for name in ["empty", "10", "2", "1 with blanks", "Ünïcödé 😀.txt", "UPPER", "lower", "x" * 200,
                  "deep/deeper/deepest/file", ".hidden file", ".hidden folder/file",
@@ -67,21 +64,16 @@ def add_special_files(target):
 
 
 def expected_files(target):
-    """Full paths of all files that the window is to list. What is hidden is left out, links to
-    folders are not entered, and a link to nothing is no file."""
-    found = []
-    for folder, folders, names in os.walk(target):
-        folders[:] = [name for name in folders if not name.startswith(".")]
-        for name in names:
-            path = os.path.join(folder, name)
-            if not name.startswith(".") and os.path.isfile(path):
-                found.append(path)
-    return found
+    """Full paths of all files that the window must list. Hidden files are left out, links to folders are not
+    entered, and a broken link is not a file.""" found = [] for folder, folders, names in os.walk(target):
+    folders[:] = [name for name in folders if not name.startswith(".")] for name in names: path =
+    os.path.join(folder, name) if not name.startswith(".") and os.path.isfile(path): found.append(path) return
+    found
 
 
 def digests_by(tool, paths):
     """The tool's digest of each file."""
-    # An ending of NUL instead of a new line keeps the tools from escaping odd names.
+    # With NUL instead of a line feed, the tools do not escape unusual names.
     result = {}
     for start in range(0, len(paths), 1000):
         out = subprocess.run([tool, "--zero", "--", *paths[start:start + 1000]], check=True,
@@ -93,11 +85,11 @@ def digests_by(tool, paths):
 
 
 def listed_rows(program, reader, target):
-    """Runs the program on the folder. Gives its rows: status, digests, path."""
+    """Runs the program on the folder. Returns its rows: status, digests, path."""
     start = time.monotonic()
     out = subprocess.run(["wine", reader, "--wait", "--start", program, "Z:" + str(target).replace("/", "\\")],
                          check=True, stdout=subprocess.PIPE, timeout=TREE_TIMEOUT).stdout
-    print(f"the list was there after {time.monotonic() - start:.1f} s")
+    print(f"the list was complete after {time.monotonic() - start:.1f} s")
     subprocess.run(["wine", reader, "--close"], check=True, timeout=60)
     rows = [line.split("\t") for line in out.decode().splitlines()]
     return [(row[0], row[1:-1], row[-1]) for row in rows]
@@ -151,26 +143,21 @@ def check_completeness(rows, expected, findings):
 
 
 def natural_compare(a, b):
-    """-1, 0 or 1 for names of letters and digits only: digits compare as numbers, and case does not
-    count. None for any other name: how such names compare is the system's business."""
-    if not (re.fullmatch("[A-Za-z0-9]+", a) and re.fullmatch("[A-Za-z0-9]+", b)):
-        return None
-    pieces = [[(int(piece), "") if piece.isdigit() else (-1, piece)
-               for piece in re.findall(r"\d+|[a-z]", name.lower())] for name in (a, b)]
-    for left, right in zip(*pieces):
-        if left != right:
-            if (left[0] < 0) != (right[0] < 0):
-                return -1 if left[0] >= 0 else 1  # digits come before letters
-            return -1 if left < right else 1
-    return (len(pieces[0]) > len(pieces[1])) - (len(pieces[0]) < len(pieces[1]))
+    """-1, 0 or 1 for names of letters and digits only: digits compare as numbers, ignoring case. None for
+    other names, whose order depends on the system.""" if not (re.fullmatch("[A-Za-z0-9]+", a) and
+    re.fullmatch("[A-Za-z0-9]+", b)): return None pieces = [[(int(piece), "") if piece.isdigit() else (-1,
+    piece) for piece in re.findall(r"\d+|[a-z]", name.lower())] for name in (a, b)] for left, right in
+    zip(*pieces): if left != right: if (left[0] < 0) != (right[0] < 0): return -1 if left[0] >= 0 else 1 #
+    digits come before letters return -1 if left < right else 1 return (len(pieces[0]) > len(pieces[1])) -
+    (len(pieces[0]) < len(pieces[1]))
 
 
 def check_order(rows, target, findings):
     """Files before folders, each folder in full before the next, and in natural order."""
-    finished = set()  # folders that the list has left behind
-    inside = []  # names of the folders from the top down to the row before
-    with_folders = set()  # folders whose subfolders have begun
-    last_name = {}  # of a file or subfolder, by folder and kind
+    finished = set()  # folders whose rows are complete
+    inside = []  # names of the folders from the top down to the previous row
+    with_folders = set()  # folders whose first subfolder has been listed
+    last_name = {}  # the previous file or subfolder, by folder and kind
     for _, _, listed in rows:
         path = pathlib.PurePosixPath(unix_path(listed))
         try:
@@ -195,12 +182,12 @@ def check_neighbours(last_name, folder, kind, name, path, findings):
     before = last_name.get((folder, kind))
     if before is not None and (natural_compare(before, name) or 0) > 0:
         findings.add(f"{path}: the {kind} {name} stands behind {before}")
-    if natural_compare(name, name) is not None:  # others say nothing about what follows
+    if natural_compare(name, name) is not None:  # the order of other names is unknown
         last_name[(folder, kind)] = name
 
 
 def check_the_checks():
-    """A comparison that finds nothing wrong is worth something only if it can."""
+    """Makes sure that the comparison detects every kind of difference."""
     names = ["a2", "a10", "B1", "1", "10", "2", "b"]
     ordered = sorted(names, key=functools.cmp_to_key(natural_compare))
     assert ordered == ["1", "2", "10", "a2", "a10", "b", "B1"], ordered

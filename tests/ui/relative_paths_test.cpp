@@ -27,8 +27,8 @@ TEST(RelativePathsTest, OfTheCommandLineBecomeFullOnes) {
   EXPECT_EQ(window.Column(u"Status"), Texts(3, u"Done"));
 }
 
-// The files of a folder are identified by the path of the walk, which begins with the folder as it
-// was given.
+// The files in a folder are identified by their path from the walk, which begins with the folder as
+// it was given.
 TEST(RelativePathsTest, AFolderInAnotherFormGivesItsFilesASecondTime) {
   TempTree tree;
   tree.AddFile(u"folder/a.txt", DigestsOfAbc.input);

@@ -18,8 +18,8 @@ struct CallBlock {
   uint64_t result = 0;
 };
 
-// The thread's body: passes the arguments to the function and keeps its result. The driver and the
-// program are both 32-bit or both 64-bit.
+// The thread's code: calls the function with the arguments and stores its result. The test and the
+// program must both be 32-bit or both 64-bit.
 constexpr unsigned char callCode64[] = {
     // The address of the CallBlock is in rcx.
     0x53,                          // push rbx
@@ -67,7 +67,7 @@ std::span<const unsigned char> CallCode() {
 
 constexpr DWORD answerTimeout = 60'000;
 
-// Where a module of this name lies in the process; null when the process has none.
+// The address of the module with this name in the process; null when there is none.
 uint64_t ModuleBase(DWORD process, const std::wstring& name) {
   const HANDLE snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPMODULE, process);
   MODULEENTRY32W entry = {};
@@ -83,8 +83,8 @@ uint64_t ModuleBase(DWORD process, const std::wstring& name) {
   return base;
 }
 
-// The address in the other process of a function of a system library. Windows has each library at
-// one address in all processes; Wine, in 32-bit processes, wherever there was room.
+// The address of a system library's function in the other process. Windows loads a system library
+// at the same address in all processes; 32-bit Wine may load it anywhere.
 uint64_t AddressThere(DWORD process, uint64_t function) {
   HMODULE library = nullptr;
   wchar_t path[MAX_PATH] = {};

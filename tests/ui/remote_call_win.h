@@ -14,24 +14,24 @@ namespace app::testing {
 
 class RemoteCaller {
  public:
-  // Throws std::runtime_error if the process of the window cannot be opened; so do the calls when
-  // they cannot be carried out.
+  // Throws std::runtime_error if the window's process can't be opened; so do the calls when they
+  // fail.
   explicit RemoteCaller(HWND window);
   ~RemoteCaller();
   RemoteCaller(const RemoteCaller&) = delete;
   RemoteCaller& operator=(const RemoteCaller&) = delete;
 
-  // Runs a function of a system library on a thread of its own in the other process, with at most
-  // five arguments, each a number, a handle or an address there.
+  // Runs a function of a system library on a new thread in the other process, with at most five
+  // arguments, each a number, a handle or an address in that process.
   template <typename Function>
   uint64_t Call(Function* function, std::initializer_list<uint64_t> arguments) const {
     return CallAddress(reinterpret_cast<uint64_t>(function), arguments);
   }
 
-  // Memory in the other process for what a call reads or writes.
+  // Memory in the other process that calls can read or write.
   const swr::testing::RemoteMemory& Scratch() const { return scratch_; }
   uint64_t ScratchAddress() const { return reinterpret_cast<uint64_t>(scratch_.At(0)); }
-  static constexpr size_t ScratchSize = 32768;  // for the longest text that is asked for
+  static constexpr size_t ScratchSize = 32768;  // for the longest text that is read
 
  private:
   uint64_t CallAddress(uint64_t function, std::initializer_list<uint64_t> arguments) const;

@@ -57,7 +57,7 @@ uintptr_t ReplacedImport::FindEntry(uintptr_t image, std::string_view function) 
       const auto name = ReadAt<uintptr_t>(image + imports.OriginalFirstThunk + offset);
       if (name == 0) break;
       if (IMAGE_SNAP_BY_ORDINAL(name)) continue;
-      // After the hint of the function's place in its library.
+      // After the hint, which is the function's likely index in its library.
       const auto text = ReadAt<std::array<char, 64>>(image + name + sizeof(WORD));
       if (std::string_view(text.data(), strnlen(text.data(), text.size())) == function) {
         return image + imports.FirstThunk + offset;
@@ -66,7 +66,7 @@ uintptr_t ReplacedImport::FindEntry(uintptr_t image, std::string_view function) 
   }
 }
 
-// A window's handle is not a thread's number, nor a handle that can be closed.
+// A window handle is neither a thread id nor a handle that can be closed, so these calls fail.
 FARPROC PostsNothing() { return GetProcAddress(GetModuleHandleW(L"user32"), "PostThreadMessageW"); }
 
 FARPROC GivesANegativeNumber() { return GetProcAddress(GetModuleHandleW(L"ntdll"), "NtClose"); }

@@ -1,4 +1,4 @@
-// Redirects a system call inside a running program, to simulate a fault of the system.
+// Redirects a system call inside a running program, to simulate a system failure.
 #pragma once
 
 #include "swr/system/windows_api_win.h"
@@ -10,14 +10,14 @@
 
 namespace app::testing {
 
-// As long as the object exists, the program's calls of this imported function go to another
-// function of a system library, which must take as many arguments and only return a number. Program
-// and test must both be 32-bit or both 64-bit. Throws std::runtime_error when the program imports
-// no such function.
+// While the object exists, the program's calls of this imported function go to another function of
+// a system library, which must take the same number of arguments and only return a number. Program
+// and test must both be 32-bit or both 64-bit. Throws std::runtime_error when the program does not
+// import the function.
 class ReplacedImport {
  public:
   ReplacedImport(HWND window, std::string_view function, FARPROC replacement);
-  // Restores the call, if the program still runs.
+  // Restores the call if the program is still running.
   ~ReplacedImport();
   ReplacedImport(const ReplacedImport&) = delete;
   ReplacedImport& operator=(const ReplacedImport&) = delete;
@@ -29,7 +29,7 @@ class ReplacedImport {
   void Write(uintptr_t function) const;
 
   HANDLE process_ = nullptr;
-  uintptr_t entry_ = 0;  // the address of the function's place in the import table
+  uintptr_t entry_ = 0;  // the address of the function's entry in the import table
   uintptr_t original_ = 0;
 };
 

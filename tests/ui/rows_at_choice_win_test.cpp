@@ -1,5 +1,5 @@
-// A second instance hands files over while a menu or a dialog of the first one's window is open.
-// The choice acts on the rows for which it was opened.
+// A second instance hands files over while a menu or a dialog of the first window is open. The
+// command acts on the rows that the menu or dialog was opened for.
 #include "swr/system/windows_api_win.h"
 
 #include <gtest/gtest.h>
@@ -36,7 +36,7 @@ class RowsAtChoiceTest : public ::testing::Test {
     EXPECT_EQ(second.WaitForEnd(), 0);
     ASSERT_TRUE(WaitFor([&] { return window_.RowCount() == rows + 1; }));
   }
-  // Opens the menu of these rows, and chooses the entry once the late file is in the list.
+  // Opens the menu for these rows, and chooses the command once the late file is in the list.
   void Choose(const std::vector<int>& rows, uint32_t entry) {
     window_.SelectOnly(rows);
     window_.OpenListMenu();

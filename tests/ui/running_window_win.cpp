@@ -106,11 +106,11 @@ void RunningWindow::ChangeDpi(int dpi, Size suggested) const {
   caller_->Scratch().Write(0, &rect, sizeof rect);
   AskWindow(window_, WM_DPICHANGED, MAKEWPARAM(dpi, dpi),
             static_cast<LPARAM>(caller_->ScratchAddress()));
-  WaitForPostedMessages();  // the window posts itself one for the rest of the work
+  WaitForPostedMessages();  // the window posts itself a message to finish the layout
 }
 
-// The program's loop handles posted messages in order. Once a control has done what was posted to
-// it last, everything before has been handled.
+// The program handles posted messages in order. Once it has handled this last one, posted to a
+// control, it has handled everything before.
 void RunningWindow::WaitForPostedMessages() const {
   const HWND box = Control(IDC_EXPECTED);
   const LRESULT limit = AskWindow(box, EM_GETLIMITTEXT);
@@ -309,7 +309,7 @@ std::vector<int> RunningWindow::SortMarks() const {
   return marks;
 }
 
-// Both requests are written once: the number of the row is passed separately.
+// Both requests are written only once, because the row is passed separately.
 void RunningWindow::SelectOnly(const std::vector<int>& rows) const {
   LVITEMW requests[2] = {};
   for (LVITEMW& request : requests) request.stateMask = LVIS_SELECTED;
@@ -354,7 +354,7 @@ bool RunningWindow::ClickHeading(int column) const {
   RECT rect = {};
   caller_->Scratch().Read(0, &rect, sizeof rect);
   const POINT middle = {(rect.left + rect.right) / 2, (rect.top + rect.bottom) / 2};
-  // A header takes no click outside its visible part.
+  // A header ignores clicks outside its visible part.
   const auto placeInList = [&] {
     POINT place = middle;
     MapWindowPoints(header, Control(IDC_LIST), &place, 1);
@@ -385,8 +385,8 @@ void RunningWindow::PressKey(int control, int key) const {
 }
 
 void RunningWindow::BringToFront() const {
-  // Windows lets a program take the foreground that has had the user's last input. A key that means
-  // nothing to anybody is such input.
+  // Windows allows the program that received the last input to take the foreground. A key without a
+  // meaning is such input.
   INPUT input = {};
   input.type = INPUT_KEYBOARD;
   input.ki.wVk = 0xFC;  // VK_NONAME
@@ -416,8 +416,8 @@ void RunningWindow::TypeChord(const std::vector<int>& keys) const {
   SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
 }
 
-// The message that the shell posts when files are dropped, but sent, so that it has been handled on
-// return.
+// The message that the shell posts when files are dropped; here it is sent, so that it has been
+// handled on return.
 void RunningWindow::Drop(const std::vector<std::u16string>& paths) const {
   std::u16string names;
   for (const std::u16string& path : paths) names += path + u'\0';
@@ -457,7 +457,7 @@ void RunningWindow::FollowBannerLink(std::u16string_view id) const { FollowLink(
 void RunningWindow::ActivateAgain() const {
   const HWND other = CreateWindowExW(0, L"STATIC", L"another program", WS_POPUP | WS_VISIBLE, 0, 0,
                                      50, 50, nullptr, nullptr, nullptr, nullptr);
-  // As far as the program itself was informed.
+  // As the program itself sees it.
   const DWORD thread = GetWindowThreadProcessId(window_, nullptr);
   const auto becomes = [&](HWND front, bool active) {
     return WaitFor([&] {
@@ -486,7 +486,7 @@ void RunningWindow::ChooseFromMenu(uint32_t id) const {
   constexpr int downKey = 0x28;
   constexpr int returnKey = 0x0D;
   for (const MenuItem& item : OpenMenu()) {
-    if (item.id == 0) continue;  // the keys pass over separators
+    if (item.id == 0) continue;  // the arrow keys skip separators
     PressKey(0, downKey);
     if (item.id == id) break;
   }

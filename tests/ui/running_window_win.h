@@ -1,5 +1,5 @@
-// Sumwright.exe, started by a test and driven from outside as a user or another program would: its
-// window is found by the process, read by window messages and given commands, keys and drops.
+// Starts Sumwright.exe and drives its window from outside, as a user or another program would:
+// reads it through window messages and sends it commands, keys and drops.
 #pragma once
 
 #include "swr/system/windows_api_win.h"
@@ -45,7 +45,7 @@ struct MenuItem {
   bool isChecked = false;
 };
 
-// Rows, columns and controls have the program's own numbers. Queries return the present state.
+// Rows, columns and controls have the program's own numbers. Queries return the current state.
 // Commands return when they have been carried out, unless stated otherwise. Throws
 // std::runtime_error when the program does not answer.
 class RunningWindow {
@@ -54,7 +54,7 @@ class RunningWindow {
   explicit RunningWindow(const StartOptions& options = {});
   // The same for a program that was started before.
   explicit RunningWindow(ProgramProcess process);
-  // Ends the program, by force if need be.
+  // Ends the program, if necessary by force.
   ~RunningWindow();
   RunningWindow(const RunningWindow&) = delete;
   RunningWindow& operator=(const RunningWindow&) = delete;
@@ -69,10 +69,10 @@ class RunningWindow {
   Size ClientSize() const;
   void Resize(Size outer) const;
   void MoveTo(int x, int y) const;
-  // Moves the window to a screen of this DPI, where this would be its size. Returns when it has
-  // rearranged itself; the size stays.
+  // Simulates a move to a screen with this DPI, for which Windows suggests this size. Returns when
+  // the layout is done; the size stays the same.
   void ChangeDpi(int dpi, Size suggested) const;
-  // A place in dialog units as pixels; width and height are converted, not the far corner.
+  // Converts a rectangle from dialog units to pixels: position and size, not the far corner.
   Rect FromDialogUnits(int x, int y, int width, int height) const;
   std::vector<std::u16string> MenuBar() const;
   std::vector<MenuItem> Menu(int position) const;
@@ -89,7 +89,7 @@ class RunningWindow {
   bool IsEnabled(int id) const { return IsWindowEnabled(Control(id)) != FALSE; }
   bool IsChecked(int id) const;
   int ProgressPosition() const;
-  // The size that a push button or check box needs for its text and picture.
+  // The ideal size of a push button or check box for its text and picture.
   Size IdealSize(int id) const;
   std::vector<int> ControlsInOrder() const;
   // The controls in the order of the Tab key.
@@ -107,11 +107,11 @@ class RunningWindow {
   std::vector<std::u16string> Column(const std::u16string& heading) const;
   std::vector<int> ColumnWidths() const;
   bool IsRightAligned(int column) const;
-  // For each column 1 when its heading is marked as sorted ascending, -1 when descending, else 0.
+  // For each column: 1 if its heading is marked as sorted ascending, -1 if descending, otherwise 0.
   std::vector<int> SortMarks() const;
   void SelectOnly(const std::vector<int>& rows) const;
   int TopRow() const;
-  // Of a visible row, as it is on the screen: 0xRRGGBB.
+  // The colour of a visible row on the screen: 0xRRGGBB.
   uint32_t RowBackground(int row) const;
   void ScrollToRow(int row) const;
   // False when the heading can't be scrolled into view: an empty list does not scroll.
@@ -119,30 +119,30 @@ class RunningWindow {
 
   // Commands.
   void Command(int id) const;
-  // Returns at once; for what opens a menu or a dialog.
+  // Returns at once; for commands that open a menu or a dialog.
   void PostCommand(int id) const { PostMessageW(window_, WM_COMMAND, static_cast<WPARAM>(id), 0); }
   // Clicks a button or check box.
   void Click(int control) const;
-  // Returns at once. The key goes to this control, or without one to the window.
+  // Returns at once. Sends the key to this control, or to the window if there is none.
   void PressKey(int control, int key) const;
-  // As when the user clicks on it. Returns when it is in front.
+  // As if the user had clicked on it. Returns when it is in front.
   void BringToFront() const;
   // Presses these keys together, as on a keyboard, with the window in front. Returns at once.
   void TypeChord(const std::vector<int>& keys) const;
   void Drop(const std::vector<std::u16string>& paths) const;
-  // Types into the Expected hash box, in one go.
+  // Replaces the text of the Expected hash box in a single edit.
   void SetExpected(const std::u16string& text) const;
-  // Follows the link of this control that has this id.
+  // Clicks the link with this id in this control.
   void FollowLink(int control, std::u16string_view id) const;
   void FollowBannerLink(std::u16string_view id) const;
-  // Makes another window the active one, then this one again.
+  // Activates another window, then this one again.
   void ActivateAgain() const;
   // Opens the list's menu for the selected rows, as the keyboard does.
   void OpenListMenu() const;
   // Chooses an entry of the open menu.
   void ChooseFromMenu(uint32_t id) const;
 
-  // Returns when all messages that were posted so far have been handled.
+  // Returns when all messages posted so far have been handled.
   void WaitForPostedMessages() const;
   // Waits until no row is waiting or being hashed and the status line shows no progress.
   void WaitUntilIdle() const;

@@ -1,4 +1,4 @@
-// Saving through the system's dialog: the file types that it offers, and the bytes on the disk.
+// Saving through the system's dialog: the offered file types, and the bytes on the disk.
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -24,7 +24,7 @@ using Texts = std::vector<std::u16string>;
 
 const std::u16string Title = u"Save Checksums";
 
-// The bytes of the file, once it has any.
+// The bytes of the file, once it is not empty.
 std::string FileBytes(const std::u16string& path) {
   std::string bytes;
   WaitFor([&] {
@@ -105,7 +105,7 @@ TEST_F(SavingTest, EachFormatIsOnTheDiskAsItIsRendered) {
     dialog.SetFileName(tree_.Path(test.name));
     dialog.Press(IDOK);
     EXPECT_EQ(FileBytes(tree_.Path(test.name)), test.bytes);
-    EXPECT_TRUE(window_.TakesInput()) << "success is silent";
+    EXPECT_TRUE(window_.TakesInput()) << "no message after success";
   }
 }
 

@@ -1,4 +1,4 @@
-// What the program keeps from one run to the next, in the user's real registry.
+// The settings that the program stores between runs, in the user's real registry.
 #include <gtest/gtest.h>
 
 #include <cstdint>

@@ -1,5 +1,5 @@
 // The entries in Explorer's menu and in the Send To menu, in the real registry and as a real link,
-// with copies of the program that appear, move and disappear.
+// with copies of the program that are added, moved and removed.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -95,7 +95,7 @@ class ShellEntriesTest : public ::testing::Test {
       u"The Explorer menu entries point at a copy of Sumwright that no longer exists.  "
       u"<a id=\"a\">Use this copy</a>    <a id=\"r\">Remove them</a>    <a id=\"x\">Dismiss</a>";
 
-  // A copy with both entries, which has been moved since.
+  // A copy with both entries that was moved afterwards.
   std::u16string MovedCopy() {
     const std::u16string old = CopyTo(u"old place");
     {
@@ -169,7 +169,8 @@ TEST_F(ShellEntriesTest, AnotherProgramInTheSameFolderIsTheSameCopy) {
 }
 
 TEST_F(ShellEntriesTest, AnEntryForAllUsersCantBeChangedHere) {
-  if (!CanWriteForAllUsers()) GTEST_SKIP() << "only an administrator makes entries for all users";
+  if (!CanWriteForAllUsers())
+    GTEST_SKIP() << "only an administrator can make entries for all users";
   SetRegistryText(HKEY_LOCAL_MACHINE, std::u16string(FileEntry) + u"\\command", u"",
                   u"\"C:\\Sumwright.exe\" \"%1\"");
   const RunningWindow window;
@@ -221,7 +222,7 @@ TEST_F(ShellEntriesTest, ALinkThatCantBeReadIsOfferedForRepair) {
   ExpectNoExplorerEntry();
 }
 
-// There is a folder of the link's name.
+// A folder has the link's name.
 TEST_F(ShellEntriesTest, ALinkThatCantBeWrittenIsSaid) {
   ASSERT_TRUE(CreateDirectoryW(swr::AsWide(SendToLinkPath()), nullptr));
   const RunningWindow window;

@@ -1,5 +1,4 @@
-// What the program writes besides its settings: its entries in Explorer's menu and in the Send To
-// folder.
+// Reads and changes the shell entries of the program: in Explorer's menu and in the Send To folder.
 #pragma once
 
 #include "swr/system/windows_api_win.h"
@@ -10,7 +9,7 @@
 
 namespace app::testing {
 
-// A text value; nothing when there is none of this name and type.
+// A text value; nothing when there is no text value with this name.
 std::optional<std::u16string> RegistryText(HKEY hive, const std::u16string& key,
                                            const std::u16string& name);
 void SetRegistryText(HKEY hive, const std::u16string& key, const std::u16string& name,
@@ -18,7 +17,7 @@ void SetRegistryText(HKEY hive, const std::u16string& key, const std::u16string&
 void ForgetRegistryKey(HKEY hive, const std::u16string& key);
 
 std::u16string SendToLinkPath();
-// Nothing when there is no link or it can't be read.
+// Nothing when the link does not exist or can't be read.
 struct LinkContent {
   std::u16string target;
   std::u16string description;

@@ -27,7 +27,7 @@ Shown StateOf(HWND window) {
   return IsZoomed(window) ? Shown::Maximized : Shown::Normal;
 }
 
-// The setting as the program writes it when it closes: the place, and whether the window was
+// The setting that the program writes when it closes: the position, and whether the window was
 // maximized.
 void WritePlacement(bool maximized) {
   ForgetSettings();

@@ -1,4 +1,4 @@
-// One window for each user: what real processes hand to each other, and what any process may send.
+// One window per user: the hand-over between real processes, and messages from foreign processes.
 #include "swr/system/windows_api_win.h"
 
 #include <gtest/gtest.h>
@@ -24,7 +24,7 @@ using namespace std::string_literals;
 constexpr wchar_t InstanceName[] = L"Local\\Zendrik.Sumwright.Instance";
 constexpr wchar_t WindowName[] = L"Local\\Zendrik.Sumwright.Window";
 
-// How the window answered the message.
+// The window's answer to the message.
 struct Answer {
   LRESULT result = 0;
   bool arrived = false;
@@ -102,7 +102,7 @@ TEST(SingleInstanceTest, AStartWithoutPathsOpensAnotherWindowWhichThenTakesThem)
     EXPECT_EQ(first.RowCount(), 0);
     EXPECT_EQ(second.Close(), 0);
   }
-  // The published window is the one that is gone, until a third one opens for the paths.
+  // The published window is the closed one, until a third window opens for the paths.
   const RunningWindow third({.arguments = {two}, .keepSettings = true});
   third.WaitUntilIdle();
   EXPECT_EQ(third.Column(u"Name"), Names{u"two"});
@@ -144,8 +144,7 @@ TEST(SingleInstanceTest, AWindowThatHangsLosesNothing) {
   hanging.Ask();
 }
 
-// The published value is not a window: nothing, a window that is gone, or not even a number of
-// eight bytes.
+// The published value is not a window: it is missing, a closed window, or shorter than eight bytes.
 TEST(SingleInstanceTest, WithoutAWindowToBeFoundThePathsGetTheirOwn) {
   TempTree tree;
   const std::u16string file = tree.AddFile(u"one", "1");
@@ -163,7 +162,7 @@ TEST(SingleInstanceTest, WithoutAWindowToBeFoundThePathsGetTheirOwn) {
       window.WaitUntilIdle();
       EXPECT_EQ(window.Column(u"Name"), Names{u"one"});
       const ProgramProcess sender({.arguments = {tree.Root()}, .keepSettings = true});
-      EXPECT_EQ(sender.WaitForEnd(), 0) << "the new window is the one that is published";
+      EXPECT_EQ(sender.WaitForEnd(), 0) << "the new window is the published one";
     }
     CloseHandle(mapping);
   }

@@ -18,7 +18,7 @@ using std::chrono::seconds;
 using std::chrono::steady_clock;
 using swr::testing::TempTree;
 
-// So many that adding them has not ended when it is seen to have begun.
+// So many that adding them is still in progress when the test notices that it has begun.
 constexpr int FileCount = 4000;
 
 // Suspends the thread of a window while the object exists.
@@ -40,7 +40,7 @@ class StoppedThread {
   HANDLE thread_;
 };
 
-// A window that is handed paths restores itself first.
+// A window that receives paths restores itself first.
 bool WaitUntilRestored(const RunningWindow& window) {
   const auto end = steady_clock::now() + seconds(30);
   while (window.IsMinimized()) {

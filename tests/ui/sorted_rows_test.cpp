@@ -1,4 +1,4 @@
-// Sorting on the screen: the rows are repainted in their new places.
+// Sorting on the screen: the rows are repainted in their new positions.
 #include <gtest/gtest.h>
 
 #include <cstdint>

@@ -1,5 +1,5 @@
-// The window after its start: where its controls are, their texts, which are enabled, and how the
-// program ends.
+// The window after the start: the positions, texts and states of its controls, and how the program
+// ends.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -80,18 +80,17 @@ TEST(StartTest, PutsEveryControlWhereItWasDesigned) {
         window.FromDialogUnits(control.x, control.y, control.width, control.height);
     const Rect place = window.Place(control.id);
     if (control.id == IDC_LIST) {
-      // While no banner shows, the list takes up its strip.
+      // While no banner shows, the list covers its space.
       const Rect banner = window.FromDialogUnits(7, 39, 446, 10);
       EXPECT_EQ(place, (Rect{expected.left, banner.top, expected.right, expected.bottom}));
     } else if (control.id == IDC_TOOLBAR) {
-      // As high as its buttons need, with equal margins at both sides.
+      // As high as its buttons require, with equal margins on both sides.
       EXPECT_EQ(place.left, expected.left);
       EXPECT_EQ(place.top, expected.top);
       EXPECT_EQ(place.right, window.ClientSize().width - expected.left);
       EXPECT_GE(place.Height(), expected.Height());
     } else if (control.id == IDC_TOOLBAR_RULE) {
-      // The control sets its own height to that of an etched line, and may add the width of its
-      // edges.
+      // The control sets its height to that of an etched line, and may add the width of its edges.
       EXPECT_EQ(place.left, expected.left);
       EXPECT_EQ(place.top, expected.top);
       EXPECT_GE(place.right, expected.right);
@@ -108,8 +107,7 @@ bool Overlap(const Rect& a, const Rect& b) {
   return a.left < b.right && b.left < a.right && a.top < b.bottom && b.top < a.bottom;
 }
 
-// The progress bar and the Cancel button, which show while files are hashed, beside the other
-// controls.
+// Including the progress bar and the Cancel button, which show while files are hashed.
 TEST(StartTest, NothingOverlapsAndNothingIsCut) {
   const RunningWindow window;
   const Size client = window.ClientSize();

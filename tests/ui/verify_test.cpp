@@ -1,4 +1,4 @@
-// Checksum files in the real window: by the command and its dialog, and by dropping one.
+// Checksum files in the real window: opened with the command and its dialog, and dropped.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -33,7 +33,7 @@ class VerifyTest : public ::testing::Test {
     tree_.AddFile(u"bad.bin", DigestsOfAbc.input);
   }
 
-  // One good file, one bad one and one that does not exist.
+  // One matching file, one mismatch and one missing file.
   std::u16string AddList(const std::string& more = {}) {
     return tree_.AddFile(u"SHA256SUMS", Line(DigestsOfAbc.sha256, "good.bin") +
                                             Line(DigestsOfDigits.sha256, "bad.bin") +

@@ -18,7 +18,7 @@
 
 namespace {
 
-// Ends the process when a test takes too long: a window that hangs must not hang its tests.
+// Ends the process when a test takes too long, so that a hanging window does not block the run.
 class Watchdog final : public testing::EmptyTestEventListener {
  public:
   Watchdog() : thread_([this] { Watch(); }) {}
@@ -94,7 +94,7 @@ int main(int argumentCount, char** arguments) {
   }
   swr::testing::BecomeDpiAware();
   app::testing::SetProgramPath(arguments[1]);
-  testing::UnitTest::GetInstance()->listeners().Append(new Watchdog);  // which takes it over
+  testing::UnitTest::GetInstance()->listeners().Append(new Watchdog);  // takes ownership
   const int result = RUN_ALL_TESTS();
   if (testing::UnitTest::GetInstance()->test_to_run_count() == 0) {
     std::fprintf(stderr, "window_tests: there are no such tests\n");

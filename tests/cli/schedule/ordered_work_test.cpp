@@ -16,7 +16,7 @@
 namespace cli::testing {
 namespace {
 
-// What the jobs of a test leave behind.
+// What the jobs of a test record.
 struct Trace {
   std::vector<uint32_t> reported;  // only one job reports at a time
   std::atomic<uint32_t> ran = 0;
@@ -115,7 +115,7 @@ TEST(OrderedWorkTest, TheProducerWaitsAtTheCapacity) {
         }
       },
       noTick);
-  // Those that are being reported have left the queue, and are at most as many again.
+  // Jobs being reported have left the queue; there are at most `capacity` of them.
   EXPECT_LE(most, 8u);
 }
 
@@ -150,8 +150,8 @@ TEST(OrderedWorkTest, AnExceptionEndsTheWorkAndComesOut) {
                std::bad_alloc);
 }
 
-// Cancelled from outside at any moment: what was reported is the beginning of the order, and
-// nothing is left behind.
+// Cancelled from another thread at a random moment: the reported jobs are a prefix of the submitted
+// ones, and no job leaks.
 TEST(OrderedWorkTest, ACancelAtAnyMomentLeavesTheBeginning) {
   std::mt19937 random(20261121);
   const uint64_t rounds = swr::testing::NumberFromEnvironment("SUMWRIGHT_WORK_ROUNDS", 100);
@@ -176,7 +176,7 @@ TEST(OrderedWorkTest, ACancelAtAnyMomentLeavesTheBeginning) {
   }
 }
 
-// The jobs' own hashers, with files long enough for helping threads, under random cancels.
+// Jobs with real hashers, on files long enough for helper threads, under random cancels.
 TEST(OrderedWorkTest, HashesFilesUnderRandomCancels) {
   class FileJob final : public Job {
    public:

@@ -20,7 +20,7 @@ struct PatternCase {
 };
 
 const PatternCase patternCases[] = {
-    // The name alone.
+    // Only the name.
     {u"a.iso", u"*.iso", true},
     {u"f/g/a.iso", u"*.iso", true},
     {u"a.iso", u"a.iso", true},
@@ -47,7 +47,7 @@ const PatternCase patternCases[] = {
     {u"f/a", u"/*", false},
     {u"f/a", u"f?a", false},
     {u"f/a", u"/f?a", false},
-    // Any number of steps.
+    // Any number of path components.
     {u"a/b", u"a/**/b", true},
     {u"a/x/b", u"a/**/b", true},
     {u"a/x/y/b", u"a/**/b", true},
@@ -71,7 +71,7 @@ const PatternCase patternCases[] = {
     {u"a[", u"a[", true},
     {u"a[b", u"a[b", true},
     {u"ab", u"a[b", false},
-    // A backslash is a separator or takes the next character as it is.
+    // A backslash is a separator or escapes the next character.
     {u"a*", u"a\\*", true},
     {u"ab", u"a\\*", false},
     {u"f\\a", u"f/a", true, PathStyle::Windows},

@@ -29,7 +29,7 @@ void Require(bool holds, const std::string& what) {
   if (!holds) throw Disagreement(what);
 }
 
-// The value behind this label in the details, or nothing.
+// The value after this label in the details, or nothing.
 std::optional<std::u16string> Detail(const std::u16string& details, const std::u16string& label) {
   const std::u16string mark = u"\r\n" + label + u":\t";
   const size_t start = details.find(mark);
@@ -39,7 +39,7 @@ std::optional<std::u16string> Detail(const std::u16string& details, const std::u
   return details.substr(value, end == details.npos ? end : end - value);
 }
 
-// Which line of a checksum file the row is: "(list, line 3)", or nothing.
+// The checksum file and line that the row comes from: "(list, line 3)", or nothing.
 std::u16string PlaceInList(const ModelRow& row) {
   if (!row.listed) return {};
   const std::string line = std::to_string(row.checksumLine);
@@ -67,7 +67,7 @@ uint64_t ExactSizeOf(const std::u16string& text) {
   return size;
 }
 
-// One row of the model and the same row as it was read from the window.
+// A row of the model and the same row as read from the window.
 class RowCheck {
  public:
   RowCheck(const WindowModel& model, ModelRow& row, const SeenRow& seen)
@@ -105,7 +105,7 @@ class RowCheck {
     return error == 2 ? u"Missing" : swr::FormatErrorText(error);
   }
 
-  // Whether the row is allowed to show, and shows, that it could not be read.
+  // Whether the row shows, and is allowed to show, that the file could not be read.
   bool IsSeenFailed() {
     if (row_.error != 0) return true;
     if (std::ranges::includes(KeysOf(row_.digests), row_.asked)) return false;
@@ -127,7 +127,7 @@ class RowCheck {
     return keys;
   }
 
-  // Details of such a row show no digests, and nothing depends on them but their columns.
+  // The details of such a row show no digests; only their columns do.
   void LearnFailure() {
     expected_.status = RowStatus::Failed;
     expected_.error = row_.error;
@@ -148,7 +148,7 @@ class RowCheck {
     AlgoSet wanted = model_.selectedAlgos;
     if (row_.listed) wanted.insert(row_.listed->algos.begin(), row_.listed->algos.end());
     const bool hasAll = std::ranges::includes(KeysOf(row_.digests), wanted);
-    // A failed attempt clears what was pending; a later one may have succeeded.
+    // A failed attempt clears the pending digests; a later one may have succeeded.
     const bool mayHaveFailed =
         std::ranges::any_of(States(), [](const FileState& state) { return state.error != 0; });
     if (mayHaveFailed && !hasAll) row_.mayLack = true;
@@ -161,11 +161,11 @@ class RowCheck {
     expected_.status = isCancelled ? RowStatus::Cancelled : RowStatus::Done;
     constexpr std::u16string_view changedText = u"Done, but the file changed while it was read";
     expected_.changed = row_.mayBeChanged && Status() == changedText;
-    // Unless a verdict takes its place, the status tells whether a change was noticed.
+    // Unless it shows a verdict, the status tells whether a change was noticed.
     if (Status() == u"Done") row_.mayBeChanged = false;
   }
 
-  // A new digest is that of a content that the file had in the meantime.
+  // A new digest belongs to some content that the file had in the meantime.
   void LearnDigest(AlgoId id, const std::u16string& hex) {
     const std::string name = Utf8(std::u16string(swr::GetAlgo(id).name));
     Require(row_.asked.contains(id), Place() + ": nobody asked for its " + name);

@@ -1,4 +1,4 @@
-// Compares the window of a soak test with its model: all rows, all columns, all verdicts.
+// Compares the window of the soak test with its models: all rows, all columns, all verdicts.
 #pragma once
 
 #include <stdexcept>
@@ -12,7 +12,7 @@ namespace app::testing {
 // Everything readable of an idle window.
 struct SeenRow {
   std::vector<std::u16string> cells;
-  std::u16string details;  // when it alone is selected
+  std::u16string details;  // when only this row is selected
 };
 struct SeenWindow {
   std::vector<std::u16string> headings;
@@ -21,7 +21,7 @@ struct SeenWindow {
   std::u16string resultLine;
   std::u16string statusLine;
   std::u16string detailsOfNone;  // when no row is selected
-  std::u16string detailsOfAll;   // when all are; empty where there are fewer than two
+  std::u16string detailsOfAll;   // when all rows are selected; empty if there are fewer than two
 };
 
 class Disagreement : public std::runtime_error {
@@ -29,13 +29,13 @@ class Disagreement : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-// Puts the model's rows in the order of the window. Needs the details of rows whose file is in the
-// list several times. Throws Disagreement when these are not the same rows.
+// Sorts the model's rows into the order of the window. Needs the details of rows whose file is in
+// the list several times. Throws Disagreement when the rows differ.
 void TakeOrder(WindowModel& model, const std::vector<SeenRow>& seen);
 
-// Throws Disagreement when the window differs from the window model or the reference model. The
-// window model then knows what it had left open, and is idle. Returns the reference model with the
-// rows and their verdicts.
+// Throws Disagreement when the window differs from the window model or the reference model.
+// Otherwise the window model has learned what was still open, and is idle. Returns the reference
+// model with the rows and their verdicts.
 ReferenceWindow Compare(WindowModel& model, const SeenWindow& seen);
 
 }  // namespace app::testing

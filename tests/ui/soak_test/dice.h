@@ -1,4 +1,4 @@
-// Repeatable random numbers: every random choice of a soak test comes from one seed.
+// Reproducible random numbers: every random choice of a soak test comes from one seed.
 #pragma once
 
 #include <cstddef>

@@ -37,7 +37,7 @@ std::shared_ptr<const FileContent> ContentOf(const std::u16string& path) {
   return content;
 }
 
-// The window or its signature check may have either file open at this moment.
+// The window or its signature check may have either file open just now.
 void Move(const std::u16string& from, const std::u16string& to) {
   const bool moved = WaitFor([&] {
     return MoveFileExW(swr::AsWide(from), swr::AsWide(to), MOVEFILE_REPLACE_EXISTING) != FALSE;
@@ -148,7 +148,7 @@ std::string FileWorld::RandomBytes(size_t size) {
   return bytes;
 }
 
-// Mostly small, sometimes the same as another one, and now and then too long for one chunk.
+// Usually small, sometimes equal to another file, and occasionally too long for one chunk.
 std::string FileWorld::RandomContent() {
   switch (dice_.Pick(8)) {
     case 0:
@@ -182,7 +182,7 @@ std::string FileWorld::Replace(size_t file) {
 std::string FileWorld::TakeAway(size_t file) {
   if (!files_[file].IsThere()) return Replace(file);
   if (file == lockedFile_) Unlock();
-  // Moved, not removed: a file that is open would stay until it is closed, neither usable nor gone.
+  // Moved, not removed: an open file would remain until it is closed, neither usable nor gone.
   Move(files_[file].path, tree_.Path(u"staging/taken away"));
   files_[file].states.push_back({.error = MissingFile});
   return "took away " + NameOf(files_[file]);
@@ -237,7 +237,7 @@ std::string FileWorld::RewriteList(size_t list) {
   return "rewrote " + NameOf(files_[list]);
 }
 
-// A line about a random file: mostly correct at this moment, otherwise wrong.
+// A line for a random file: usually correct at this moment, otherwise wrong.
 std::string FileWorld::LineFor(size_t list, ListedLine& line) {
   const WorldFile& self = files_[list];
   const bool isSfv = self.name.ends_with(u".sfv");

@@ -1,6 +1,6 @@
-// The files of a soak test: real files that are replaced, removed, locked and written to while the
-// window works, with every state of each of them since the window was last compared with its model.
-// The digests are computed here, before the window sees a file.
+// The files of the soak test: real files that are replaced, removed, locked and written to while
+// the window works, with every state of each file since the last comparison of the window with its
+// model. The digests are computed in advance, before the window sees a file.
 #pragma once
 
 #include <cstdint>
@@ -23,15 +23,15 @@ struct FileContent {
 
 // One state of a file.
 struct FileState {
-  std::shared_ptr<const FileContent> content;  // null where it is not there or is being written
-  uint32_t error = 0;                          // the Windows error of whoever reads it
-  bool isTorn = false;                         // it was written to, so anything may be read
+  std::shared_ptr<const FileContent> content;  // null if missing or being written
+  uint32_t error = 0;                          // the Windows error when it is read
+  bool isTorn = false;                         // written in place, so any content may be read
 };
 
 struct ListedLine {
   size_t file = 0;
   ReferenceClaim claim;
-  uint32_t number = 0;  // of the line, from 1
+  uint32_t number = 0;  // line number, from 1
 };
 
 struct WorldFile {
@@ -39,15 +39,15 @@ struct WorldFile {
   std::u16string name;
   std::u16string folder;
   std::vector<std::u16string> steps;            // the folders between the root and the file
-  bool isHidden = false;                        // or in a folder that is
+  bool isHidden = false;                        // itself or one of its folders
   std::vector<FileState> states;                // the last is the present one
-  std::optional<std::vector<ListedLine>> list;  // of a checksum file; empty for a useless one
+  std::optional<std::vector<ListedLine>> list;  // of a checksum file; may be empty
 
   const FileState& Now() const { return states.back(); }
   bool IsThere() const { return Now().error != 2; }
 };
 
-// Throws std::runtime_error when the system refuses what has to work.
+// Throws std::runtime_error when a necessary system call fails.
 class FileWorld {
  public:
   explicit FileWorld(Dice& dice);
@@ -56,32 +56,32 @@ class FileWorld {
   FileWorld& operator=(const FileWorld&) = delete;
 
   const std::vector<WorldFile>& Files() const { return files_; }
-  // Full paths of folders with files in them or below them.
+  // Full paths of folders that contain files, directly or in subfolders.
   const std::vector<std::u16string>& Folders() const { return folders_; }
-  // A folder of very many small files, outside the others.
+  // A folder with a great many small files ("the crowd"), outside the others.
   const std::u16string& Crowd() const { return crowd_; }
   // The files that a drop of this folder adds, in the order of rows.
   std::vector<size_t> Walk(const std::u16string& folder, bool withHidden) const;
-  // The numbers of the checksum files, of some long files, which stay as they are, and of the other
-  // ones outside of the crowd.
+  // The indexes of the checksum files, of some long files, which never change, and of all others
+  // outside the crowd.
   const std::vector<size_t>& Lists() const { return lists_; }
   const std::vector<size_t>& LongFiles() const { return longFiles_; }
   const std::vector<size_t>& PlainFiles() const { return plainFiles_; }
-  // A place for a file that the program is to write.
+  // A path for a file that the program will write.
   std::u16string SavePlace() const { return tree_.Path(u"staging/saved"); }
 
-  // Each of these is atomic for whoever opens the file, except Tear. They return a description.
+  // For readers, each of these is atomic except Tear. They return a description.
   std::string Replace(size_t file);
   std::string TakeAway(size_t file);
-  // Nobody else can open the file until Unlock.
+  // No other program can open the file until Unlock.
   std::string Lock(size_t file);
   void Unlock();
   bool HoldsAny() const { return lockedFile_.has_value(); }
-  // Writes to the file in its place, bit by bit.
+  // Overwrites the file in place, piece by piece.
   std::string Tear(size_t file);
   std::string RewriteList(size_t file);
 
-  // The earlier states of the files are not needed any more.
+  // The earlier states of the files are no longer needed.
   void ForgetPast();
 
  private:

@@ -29,7 +29,7 @@ HangProbe::~HangProbe() {
   sleeping_.join();
 }
 
-// A window that is gone fails to answer at once; others notice that it is gone.
+// A closed window fails at once, which other parts of the test notice.
 void HangProbe::Ask(HWND window, const SlowAnswer& tell) {
   while (!ends_) {
     const auto asked = steady_clock::now();
@@ -42,7 +42,7 @@ void HangProbe::Ask(HWND window, const SlowAnswer& tell) {
     const long long time = MillisecondsSince(asked);
     long long own = time;
     if (time > Noticeable.count()) {
-      // The other thread must wake up too before it can report.
+      // The other thread must also wake up before it can report.
       std::this_thread::sleep_for(4 * Pause);
       own -= std::min(time, pauses_ - pausesBefore);
     }

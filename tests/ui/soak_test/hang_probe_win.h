@@ -1,4 +1,4 @@
-// Checks all the time whether a window still answers.
+// Continuously checks whether a window responds.
 #pragma once
 
 #include "swr/system/windows_api_win.h"
@@ -14,8 +14,8 @@ namespace app::testing {
 
 class HangProbe {
  public:
-  // Called on a thread of its own for each slow answer: after what time it came, and how much of
-  // that time the machine was stalled.
+  // Called on a separate thread for each slow answer: the time it took, and how much of it the
+  // machine was stalled.
   using SlowAnswer = std::function<void(std::chrono::milliseconds, std::chrono::milliseconds)>;
   HangProbe(HWND window, SlowAnswer tell);
   ~HangProbe();
@@ -23,8 +23,8 @@ class HangProbe {
   HangProbe& operator=(const HangProbe&) = delete;
 
   size_t Questions() const { return questions_; }
-  // Without the time for which the machine, and Wine with it, was stalled: that shows in a thread
-  // that only sleeps and then wakes up late.
+  // Excludes the time for which the machine, and Wine with it, was stalled. A thread that only
+  // sleeps measures that by waking up late.
   std::chrono::milliseconds LongestAnswer() const { return std::chrono::milliseconds(longest_); }
   std::chrono::milliseconds LongestPause() const { return std::chrono::milliseconds(pause_); }
 
@@ -36,7 +36,7 @@ class HangProbe {
   std::atomic<size_t> questions_ = 0;
   std::atomic<long long> longest_ = 0;
   std::atomic<long long> pause_ = 0;
-  std::atomic<long long> pauses_ = 0;  // all together
+  std::atomic<long long> pauses_ = 0;  // in total
   std::thread asking_;                 // last: they use all of the above
   std::thread sleeping_;
 };

@@ -69,7 +69,7 @@ size_t RandomUser::CompareAll() {
   doing_ = "comparing";
   WaitForRest(window_);
   reference_ = Compare(model_, ReadWindow(window_));
-  // Earlier states of the files don't matter for anything that is read from here on.
+  // From now on only the current states of the files can be read.
   world_.ForgetPast();
   for (ModelRow& row : model_.rows) row.firstState = 0;
   ShowUp();

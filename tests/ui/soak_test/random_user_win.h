@@ -1,4 +1,4 @@
-// Uses the window at random, without waiting for it, and tells the model what was done.
+// Uses the window at random, without waiting for it, and informs the model of each action.
 #pragma once
 
 #include <atomic>
@@ -25,22 +25,22 @@ class RandomUser {
   RandomUser(const RandomUser&) = delete;
   RandomUser& operator=(const RandomUser&) = delete;
 
-  // Does something and returns a description of it. Throws Disagreement when the window is not as
-  // it must be, and std::runtime_error when it does not answer.
+  // Performs a random action and returns a description of it. Throws Disagreement when the window
+  // is in a wrong state, and std::runtime_error when it does not answer.
   std::string Act();
-  // The same with the action of this number, from 0 on.
+  // Performs the action with this index.
   std::string Act(size_t kind);
   static size_t KindCount();
-  // Waits until the window is idle and compares all of it. Returns the number of rows.
+  // Waits until the window is idle and compares everything. Returns the number of rows.
   size_t CompareAll();
   // Drops all files but the crowd.
   void FillList();
-  // Clears the list and waits until that is done. The window always has the same size then.
+  // Clears the list, waits until that is done, and gives the window a fixed size.
   void ClearAll();
 
-  // How often each action was done.
+  // How often each action was performed.
   const std::map<std::string, size_t>& Counts() const { return counts_; }
-  // The present or last action. May be called on any thread.
+  // The current or last action. May be called on any thread.
   const char* Doing() const { return doing_; }
 
  private:
@@ -97,10 +97,10 @@ class RandomUser {
   std::string Wait();
   void ShowUp() const;
   void ShowNormal() const;
-  // Returns when the menu that this asks for has popped up.
+  // Opens a menu with `ask` and returns when it is open.
   void PopUp(const std::function<void()>& ask) const;
 
-  // Makes the model's order known. False for an empty list.
+  // Reads the order of the rows into the model. False for an empty list.
   bool KnowOrder();
   std::vector<int> SomeRows(size_t most);
   void ExpectRowCount(const char* after) const;
@@ -111,7 +111,7 @@ class RandomUser {
   FileWorld& world_;
   const RunningWindow& window_;
   WindowModel model_;
-  ReferenceWindow reference_;  // of the last comparison
+  ReferenceWindow reference_;  // from the last comparison
   std::map<std::string, size_t> counts_;
   std::atomic<const char*> doing_ = "starting";
 };

@@ -9,26 +9,27 @@ struct Resource {
   const char* name;
   uint64_t ResourceSample::*value;
   // The allowed growth from the early to the late samples, for caches of the system's libraries
-  // (about ten drawing objects more once every dialog was open at every DPI).
+  // (about ten GDI objects once every dialog was open at every DPI).
   uint64_t tolerance;
-  // The same in a run of fewer than SettlingSamples.
+  // The same for a run of fewer than SettlingSamples.
   uint64_t settlingTolerance;
-  // The allowed growth over the last samples, apart from their largest step. Less than one for each
-  // of them.
+  // The allowed growth over the last samples, apart from their largest step. Less than one per
+  // sample.
   uint64_t steadyTolerance;
 };
 
 constexpr uint64_t MiB = uint64_t{1} << 20;
 constexpr uint64_t AnyNumber = UINT64_MAX / 2;
-// About fifty minutes. Private memory rises in a few steps of about 6 MiB, probably of the system's
-// heap, and then no more: before the early samples of such a run, but in the middle of a short one.
+// About fifty minutes. Private memory rises in a few steps of about 6 MiB, probably by the system's
+// heap, and then stays: in such a run before the early samples, but in the middle of a short one.
 constexpr size_t SettlingSamples = 180;
 constexpr Resource resources[] = {
     {"handles", &ResourceSample::handles, 8, 8, 2},
     {"GDI objects", &ResourceSample::gdiObjects, 16, 16, 2},
     {"USER objects", &ResourceSample::userObjects, 8, 8, 2},
     {"private bytes", &ResourceSample::privateBytes, 4 * MiB, 24 * MiB, MiB / 2},
-    // Reported, not limited: under Wine it includes images of windows, which stay for a while.
+    // Reported but not limited: under Wine it includes images of windows, which are kept for a
+    // while.
     {"working set", &ResourceSample::workingSet, AnyNumber, AnyNumber, AnyNumber},
 };
 

@@ -1,5 +1,4 @@
-// The system resources that the program holds each time its list was cleared, and whether they
-// grow.
+// Detects growth of the system resources that the program holds after each clearing of its list.
 #pragma once
 
 #include <cstddef>
@@ -22,11 +21,11 @@ class ResourceSeries {
   void Add(const ResourceSample& sample) { samples_.push_back(sample); }
   size_t Count() const { return samples_.size(); }
 
-  // Growth is measured twice. First, the minimum of an early quarter of the samples is compared
-  // with that of a late quarter: caches come and go, but a leak raises the minimum. The first sixth
-  // is ignored, in which the system's own libraries fill their caches. Second, over the last
-  // SteadySamples, between which the same was done again and again, nothing may grow except by a
-  // single step.
+  // Growth is measured in two ways. First, the minimum of an early quarter of the samples is
+  // compared with that of a late quarter: caches come and go, but a leak raises the minimum. The
+  // first sixth is ignored, because the system's own libraries fill their caches then. Second, over
+  // the last SteadySamples, between which the same actions were repeated, nothing may grow except
+  // by a single step.
   static constexpr size_t SteadySamples = 5;
   struct Verdict {
     std::string text;  // a line for each resource

@@ -12,7 +12,7 @@ constexpr size_t ShortRun = 16;
 constexpr size_t AnHour = 200;
 constexpr uint64_t MiB = uint64_t{1} << 20;
 
-// This many samples, made by `sampleAt`.
+// A series of `count` samples from `sampleAt`.
 template <typename SampleAt>
 bool Grows(size_t count, SampleAt sampleAt) {
   ResourceSeries series;

@@ -50,7 +50,7 @@ struct Options {
   uint32_t seed = 20261121;
 };
 
-// The last actions, for finding out what went wrong.
+// The last actions, to find out what went wrong.
 class ActionLog {
  public:
   explicit ActionLog(uint32_t seed) : seed_(seed) {}
@@ -91,7 +91,7 @@ class SoakTest {
   int Run() {
     std::printf("soak test: seed %u, %g minutes\n", options_.seed, options_.minutes);
     std::fflush(stdout);
-    // Away from where menus open, whose entries would react to it.
+    // Moves the mouse away from menus, whose entries would react to it.
     SetCursorPos(GetSystemMetrics(SM_CXSCREEN) - 1, GetSystemMetrics(SM_CYSCREEN) - 1);
     try {
       const auto start = steady_clock::now();
@@ -109,7 +109,7 @@ class SoakTest {
   }
 
  private:
-  // Every action once, in order, and the largest window.
+  // Performs every action once, in order, and shows the largest window.
   void WarmUp() {
     for (size_t kind = 0; kind < RandomUser::KindCount(); ++kind) Note(user_.Act(kind));
     ShowWindow(window_.Handle(), SW_MAXIMIZE);
@@ -127,14 +127,14 @@ class SoakTest {
     ++comparisons_;
   }
 
-  // Some actions, and then one or both of the checks that need an idle window.
+  // Performs some actions, then one or both of the checks that need an idle window.
   void Round() {
     for (size_t actions = 10 + dice_.Pick(30); actions > 0; --actions) Note(user_.Act());
     Compare();
     if (dice_.OneIn(2)) ClearAndMeasure();
   }
 
-  // However few rounds there were, each of these shows what was not released.
+  // Each of these rounds would show a leak, however short the run was.
   void MeasureAgainAndAgain() {
     for (size_t i = 0; i < ResourceSeries::SteadySamples; ++i) {
       user_.FillList();

@@ -26,7 +26,7 @@ bool IsLegacy(AlgoId id) { return id == AlgoId::Md2 || id == AlgoId::Md4; }
 
 }  // namespace
 
-// The expected order, when the texts of the column are known.
+// The expected order, if the texts of the column are known.
 void RandomUser::SortRows(const std::u16string& heading) {
   std::vector<size_t> order(model_.rows.size());
   std::iota(order.begin(), order.end(), size_t{0});
@@ -95,7 +95,7 @@ std::string RandomUser::ChooseAlgo() {
   AlgoId algo = static_cast<AlgoId>(dice_.Pick(swr::AlgoCount));
   if (IsLegacy(algo) && !model_.showLegacy) algo = AlgoId::Sha3_256;
   ShowUp();
-  // Like a user whose menu was closed before the key arrived; see PopUp.
+  // Opens the menu again if it was closed before the key arrived; see PopUp.
   const std::vector<std::u16string> before = window_.List().ColumnHeadings();
   const auto isChosen = [&] { return window_.List().ColumnHeadings() != before; };
   for (int attempts = 0; attempts < 5 && !isChosen(); ++attempts) {
@@ -193,7 +193,7 @@ std::string RandomUser::ToggleOption() {
   return "legacy algorithms";
 }
 
-// The answer may have to wait for everything queued before.
+// The answer may have to wait for all jobs queued before.
 std::string RandomUser::CompareTwo() {
   if (!KnowOrder() || model_.rows.size() < 2) return "too few";
   const size_t first = dice_.Pick(model_.rows.size());

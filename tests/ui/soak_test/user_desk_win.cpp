@@ -37,8 +37,8 @@ void RandomUser::ShowNormal() const {
   }
 }
 
-// A menu closes again when the display server reports late that another window had the focus; then
-// a user opens it again.
+// A menu closes when the display server reports late that another window had the focus; then it is
+// opened again, as a user would.
 void RandomUser::PopUp(const std::function<void()>& ask) const {
   for (int attempts = 0; attempts < 5; ++attempts) {
     ask();
@@ -188,7 +188,7 @@ std::string RandomUser::DismissBanner() {
 }
 
 std::string RandomUser::ChangeFile() {
-  // For a row as often as for any file.
+  // Equally often for a row and for any file.
   size_t file = dice_.Of(world_.PlainFiles());
   if (dice_.OneIn(2) && !model_.rows.empty()) {
     const size_t ofRow = model_.rows[dice_.Pick(model_.rows.size())].file;

@@ -11,7 +11,7 @@
 namespace app::testing {
 namespace {
 
-// Beyond this many rows a list is cleared instead of made longer.
+// With more rows than this, the list is cleared instead of extended.
 constexpr size_t LongList = 150;
 
 }  // namespace
@@ -28,7 +28,7 @@ std::vector<size_t> RandomUser::SomeFiles(size_t most) {
 
 std::string RandomUser::DropFiles() {
   std::vector<size_t> files = SomeFiles(6);
-  // A checksum file added alone leads to the offer to verify.
+  // A checksum file added alone shows the offer to verify it.
   if (files.size() > 1 && dice_.OneIn(5)) files.push_back(dice_.Of(world_.Lists()));
   window_.Drop(PathsOf(files));
   const size_t added = model_.Add(files);
@@ -59,13 +59,13 @@ std::string RandomUser::DropCrowd() {
   return std::to_string(added) + " new";
 }
 
-// A checksum file from which no row came yet, so that every row of the window can be identified.
+// A checksum file that no row comes from yet, so that every row of the window can be identified.
 std::optional<size_t> RandomUser::FreshList() {
   const size_t list = dice_.Of(world_.Lists());
   return model_.HasRowsOf(list) ? std::nullopt : std::optional(list);
 }
 
-// An unusable checksum file gives a message and no rows.
+// An unusable checksum file shows a message and adds no rows.
 void RandomUser::RefuseList(size_t list) {
   const std::u16string expected = world_.Files()[list].Now().error != 0
                                       ? u"The checksum file can't be read."
@@ -112,7 +112,7 @@ std::string RandomUser::PickFiles() {
   ShowUp();
   window_.PostCommand(ID_ADD_FILES);
   const ProgramDialog dialog(window_, u"Add Files");
-  // The dialog itself refuses names of files that are not there.
+  // The dialog itself rejects names of missing files.
   if (dice_.OneIn(3) || !world_.Files()[file].IsThere()) {
     dialog.Press(IDCANCEL);
     return "not after all";
@@ -149,7 +149,7 @@ void RandomUser::ExpectPickedRows(const char* after) const {
   ExpectRowCount(after);
 }
 
-// Several at once; each hands its paths to the window.
+// Starts several instances at once; each hands its paths to the window.
 void RandomUser::StartWith(size_t processes) {
   std::vector<ProgramProcess> started;
   if (processes > 1) model_.isOrderKnown = false;
@@ -206,7 +206,7 @@ std::string RandomUser::RemoveSome() {
 }
 
 std::string RandomUser::RemoveAll() {
-  window_.FocusOn(IDC_LIST);  // or a text with the focus would be selected instead
+  window_.FocusOn(IDC_LIST);  // otherwise a focused edit box would select its text instead
   window_.Command(ID_SELECT_ALL);
   window_.Command(ID_REMOVE);
   model_.rows.clear();

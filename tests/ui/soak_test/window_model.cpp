@@ -71,7 +71,7 @@ void WindowModel::LoadList(size_t list) {
     row.checksumLine = line.number;
     rows.push_back(std::move(row));
   }
-  // Every row is queued for everything that it needs.
+  // Queues every row for all digests that it needs.
   for (ModelRow& row : rows) row.mayLack = false;
   NoteAsked();
 }

@@ -1,7 +1,7 @@
-// What the window of a soak test must show, derived from what was done to it and from the states of
-// its files, without looking at the program. Where timing decides (what Cancel still caught, which
-// of two contents of a file was read), the model knows the possibilities and learns from the window
-// which one happened; the verdict then comes from the reference model alone.
+// Predicts what the window of the soak test must show from the actions and the states of its files,
+// without looking at the program. Where the result depends on timing (what Cancel stopped in time,
+// which of two contents of a file was read), the model knows the possibilities and learns from the
+// window which one occurred; the verdict then comes only from the reference model.
 #pragma once
 
 #include <cstddef>
@@ -24,15 +24,15 @@ struct ModelRow {
   uint32_t checksumLine = 0;
   std::u16string modified;
   uint64_t size = 0;
-  bool isSizeUnknown = false;                  // it failed after a try that may have gone well
-  uint32_t error = 0;                          // why it can't be read; 0 while it can
+  bool isSizeUnknown = false;                  // failed after an attempt that may have succeeded
+  uint32_t error = 0;                          // why it can't be read; 0 if it can
   std::map<swr::AlgoId, DigestBytes> digests;  // seen in the window
-  AlgoSet asked;                               // digests that it may have
-  size_t firstState = 0;                       // of its file, since it is in the list
-  bool mayLack = false;         // digests that were asked for: cancelled, or failed and read later
-  bool mayBeCancelled = false;  // or else it is done
-  bool mayLackSearch = false;   // of the box's candidates: cancelled, though what is done shows
-  bool mayBeChanged = false;    // may say that it changed while it was read
+  AlgoSet asked;                               // the digests that it may have
+  size_t firstState = 0;                       // the state of its file when the row was added
+  bool mayLack = false;         // may lack requested digests: cancelled, or failed and read later
+  bool mayBeCancelled = false;  // otherwise it is done
+  bool mayLackSearch = false;   // may lack candidates of the box: cancelled, but Done by a late job
+  bool mayBeChanged = false;    // may be marked as changed while it was read
 };
 
 class WindowModel {
@@ -40,8 +40,7 @@ class WindowModel {
   // The world must outlive the model.
   explicit WindowModel(const FileWorld& world) : world_(world) {}
 
-  // ---- What happens.
-  // How many rows this adds.
+  // ---- Events. The number of rows that this adds.
   size_t Add(const std::vector<size_t>& files);
   void ForgetPlainRow(size_t file);
   void LoadList(size_t list);
@@ -59,7 +58,7 @@ class WindowModel {
   std::vector<ModelRow> rows;
   // False when the order of the rows depends on the timing of results or other instances.
   bool isOrderKnown = true;
-  // The window was idle and was compared since the last event.
+  // The window has been idle and compared since the last event.
   bool isAtRest = true;
   AlgoSet selectedAlgos = {swr::AlgoId::Md5, swr::AlgoId::Sha1, swr::AlgoId::Sha256};
   ReferenceBox box;
@@ -71,7 +70,7 @@ class WindowModel {
 
  private:
   ModelRow MakeRow(size_t file) const;
-  // Everything that the window may have asked the worker for by now.
+  // All digests that the window may have requested from the worker so far.
   void NoteAsked();
 
   const FileWorld& world_;

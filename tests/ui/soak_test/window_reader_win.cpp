@@ -19,7 +19,7 @@ using std::chrono::milliseconds;
 using std::chrono::seconds;
 using swr::testing::AskWindow;
 
-// The check of a signature has a thread of its own.
+// Signatures are checked on a separate thread.
 std::u16string SettledDetails(const RunningWindow& window, int row) {
   window.SelectOnly({row});
   std::u16string details;
@@ -31,8 +31,8 @@ std::u16string SettledDetails(const RunningWindow& window, int row) {
   return details;
 }
 
-// These columns of all rows, a few at a time: a window that is asked for everything at once answers
-// others late.
+// Reads these columns of all rows, a few at a time, because reading everything at once would delay
+// the window's other answers.
 std::vector<std::vector<std::u16string>> CellsOf(const RunningWindow& window,
                                                  const std::vector<int>& columns) {
   constexpr int cellsAtOnce = 32;
@@ -84,7 +84,7 @@ SeenWindow ReadWindow(const RunningWindow& window) {
   seen.resultLine = window.Text(IDC_RESULT);
   seen.statusLine = window.Text(IDC_STATUS_TEXT);
   if (count > 1) {
-    window.FocusOn(IDC_LIST);  // or a text with the focus would be selected instead
+    window.FocusOn(IDC_LIST);  // otherwise a focused edit box would select its text instead
     window.Command(ID_SELECT_ALL);
     seen.detailsOfAll = window.Text(IDC_DETAILS);
   }

@@ -1,4 +1,4 @@
-// Reads a running window for its comparison with the model.
+// Reads a running window for the comparison with the model.
 #pragma once
 
 #include <vector>
@@ -8,14 +8,14 @@
 
 namespace app::testing {
 
-// Waits until nothing is hashed or waits for it, and stays so. Throws std::runtime_error when that
-// does not come.
+// Waits until no row is waiting or being hashed, and that stays so. Throws std::runtime_error when
+// it does not happen.
 void WaitForRest(const RunningWindow& window);
-// Selects each row once, and in the end none. The window must be at rest.
+// Selects each row once, and finally none. The window must be idle.
 SeenWindow ReadWindow(const RunningWindow& window);
-// Names and folders, with the details of rows whose file is there several times.
+// Names and folders, with the details of rows whose file is in the list several times.
 std::vector<SeenRow> ReadOrder(const RunningWindow& window);
-// Brings the window to the front and looks at the colours of some rows. Throws Disagreement.
+// Brings the window to the front and checks the colours of some rows. Throws Disagreement.
 void CheckColours(const RunningWindow& window, const ReferenceWindow& reference);
 
 }  // namespace app::testing
