@@ -1,8 +1,8 @@
 # Finds the BLAKE3 reference C library and defines the target BLAKE3::blake3 with <blake3.h>.
 #
-# First choice is a library that a package manager supplies (its CMake package "BLAKE3"). Otherwise
-# the C sources are compiled for the target at hand, with the assembly of its calling convention
-# where there is one; BLAKE3_SOURCE_DIR says where they are.
+# Prefers a library from a package manager (its CMake package "BLAKE3"). Otherwise compiles the C
+# sources in BLAKE3_SOURCE_DIR for the target, with the assembly for its calling convention if there
+# is any.
 find_package(BLAKE3 CONFIG QUIET)
 if(TARGET BLAKE3::blake3)
   set(BLAKE3_FOUND TRUE)
@@ -21,7 +21,7 @@ if(BLAKE3_FOUND AND NOT TARGET BLAKE3::blake3)
   get_filename_component(BLAKE3_DIR "${BLAKE3_SOURCE}" DIRECTORY)
   set(BLAKE3_variants sse2 sse41 avx2 avx512)
   if(CMAKE_SIZEOF_VOID_P EQUAL 4)
-    # The assembly is for 64 bits; the same variants are there in C with intrinsics.
+    # The assembly is 64-bit only; the C sources have the same variants with intrinsics.
     list(TRANSFORM BLAKE3_variants REPLACE "(.+)" "${BLAKE3_DIR}/blake3_\\1.c"
          OUTPUT_VARIABLE BLAKE3_variant_sources)
     set_source_files_properties("${BLAKE3_DIR}/blake3_sse2.c" PROPERTIES COMPILE_OPTIONS -msse2)

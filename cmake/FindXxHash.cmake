@@ -1,8 +1,8 @@
-# Finds xxHash and defines the target XxHash::XxHash, whose header is <xxh_x86dispatch.h> where the
+# Finds xxHash and defines the target XxHash::XxHash. Its header is <xxh_x86dispatch.h> where the
 # processor variants are chosen at run time, and <xxhash.h> otherwise.
 #
-# First choice is a library that a package manager supplies (its CMake package "xxHash"). Otherwise
-# the sources are compiled for the target at hand; XXHASH_SOURCE_DIR says where they are unpacked.
+# Prefers a library from a package manager (its CMake package "xxHash"). Otherwise compiles the
+# sources in XXHASH_SOURCE_DIR for the target.
 find_package(xxHash CONFIG QUIET)
 if(TARGET xxHash::xxhash)
   if(NOT TARGET XxHash::XxHash)
@@ -27,7 +27,8 @@ if(XxHash_FOUND AND NOT TARGET XxHash::XxHash)
   add_library(sumwright_xxhash STATIC "${XxHash_DIR}/xxhash.c" "${XxHash_DIR}/xxh_x86dispatch.c")
   target_include_directories(sumwright_xxhash SYSTEM PUBLIC "${XxHash_DIR}")
   target_compile_definitions(sumwright_xxhash PUBLIC SWR_XXHASH_DISPATCH)
-  # Release code in every preset: the variants rely on inlining, and they are not ours to instrument.
+  # Optimised in every preset, because the variants rely on inlining, and without sanitizers,
+  # because the code is not ours.
   target_compile_options(sumwright_xxhash PRIVATE -O3 -w)
   add_library(XxHash::XxHash ALIAS sumwright_xxhash)
 endif()

@@ -1,8 +1,8 @@
 # Renders the drawings in resources/icons at build time and compiles the window's resources.
 
-# Makes one .ico of each SVG in <svg_dir>, in <ico_dir>, and puts their names in <out_var>. Every
-# icon has the sizes that the window asks for between 100% and 300%; the program's own (app.svg)
-# also has the one that Explorer shows, as PNG, which is how icons of that size are stored.
+# Makes an .ico in <ico_dir> from each SVG in <svg_dir>, and returns their names in <out_var>. Every
+# icon has the sizes that the window needs between 100% and 300%. The program's icon (app.svg) also
+# has Explorer's large size, stored as PNG, as is usual for that size.
 function(render_icons svg_dir ico_dir out_var)
   find_program(RSVG_CONVERT rsvg-convert REQUIRED)
   find_program(ICOTOOL icotool REQUIRED)
@@ -35,8 +35,9 @@ function(render_icons svg_dir ico_dir out_var)
   set(${out_var} "${icons}" PARENT_SCOPE)
 endfunction()
 
-# Defines the object library <name>: the window's resources, for programs to link. Whoever links it
-# also finds "resources/resource_ids.h". <generated> holds version.h and the manifest.
+# Defines the object library <name>: the window's resources, for programs to link. Programs that
+# link it can also include "resources/resource_ids.h". <generated> contains version.h and the
+# manifest.
 function(add_window_resources name generated)
   set(dir "${PROJECT_SOURCE_DIR}/resources")
   set(ico_dir "${CMAKE_CURRENT_BINARY_DIR}/icons")
@@ -45,7 +46,7 @@ function(add_window_resources name generated)
   target_compile_options(${name} PRIVATE -c 65001)
   target_include_directories(${name} PRIVATE "${dir}" "${generated}" "${ico_dir}"
                              INTERFACE "${PROJECT_SOURCE_DIR}")
-  # The resource compiler does not report what it reads.
+  # The resource compiler does not report which files it reads.
   set_source_files_properties("${dir}/sumwright.rc" PROPERTIES OBJECT_DEPENDS
     "${dir}/resource_ids.h;${generated}/version.h;${generated}/sumwright.manifest;${icons}")
 endfunction()

@@ -1,5 +1,5 @@
-# Cross-builds for Windows with Debian's MinGW-w64, for the processor of the including toolchain
-# file. The posix thread model is the one that has std::thread and std::mutex.
+# Cross-builds for Windows with Debian's MinGW-w64, for the processor set by the including toolchain
+# file. Only the posix thread model has std::thread and std::mutex.
 set(CMAKE_SYSTEM_NAME Windows)
 set(toolchain ${CMAKE_SYSTEM_PROCESSOR}-w64-mingw32)
 set(CMAKE_C_COMPILER ${toolchain}-gcc-posix)

@@ -24,7 +24,7 @@ void RequireSound(const swr::ChecksumLine& line) {
   Require(!line.candidates.empty(), "a line has a candidate");
   for (const swr::AlgoId id : line.candidates) {
     Require(std::ranges::count(line.candidates, id) == 1, "a candidate occurs once");
-    // A plain line with the XXH3 prefix is kept whatever its length; it fails when it is verified.
+    // A plain line with the XXH3 prefix is kept whatever its length; it fails in the verification.
     Require(line.digest.size() == swr::GetAlgo(id).digestSize || id == swr::AlgoId::Xxh3_64,
             "a digest has the length of its algorithm");
   }

@@ -1,5 +1,5 @@
-// Lines of a checksum list with the forms that only the command-line tool asks for. The first byte
-// chooses the list's name, the rest is its content.
+// Parses checksum lists with the forms that only the command-line tool accepts. The first byte
+// selects the list's name, the rest is its content.
 #include <algorithm>
 #include <array>
 
@@ -46,7 +46,7 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
       RequireSound(second);
       fuzz::Require(second.lineNumber == extended.LineNumber(), "a line has its number");
     }
-    // The extended forms only add to what is read. A name can imply an algorithm for them alone.
+    // The extended forms only add lines. Some list names imply an algorithm only for them.
     fuzz::Require(usualKind == swr::LineKind::Skipped || usualKind == kind,
                   "what the usual forms read stays");
     if (usualKind == swr::LineKind::Checksum) {

@@ -14,7 +14,7 @@ inline std::string_view BytesOf(const uint8_t* data, size_t size) {
   return {reinterpret_cast<const char*>(data), size};
 }
 
-// May contain any code units: after a byte-order mark of UTF-16 lone surrogates are possible.
+// May contain any code units: after a UTF-16 byte-order mark, lone surrogates are possible.
 inline std::u16string TextOf(const uint8_t* data, size_t size) {
   return swr::DecodeTextBytes(BytesOf(data, size));
 }

@@ -1,4 +1,4 @@
-// Reads settings that an older, a newer or a faulty program may have left.
+// Reads settings that an older, newer or faulty program may have written.
 #include <fuzzer/FuzzedDataProvider.h>
 
 #include <map>

@@ -1,6 +1,6 @@
 # shellcheck shell=bash
-# The environment of every Windows program, for the scripts that start one. A prefix is Wine's folder
-# with a registry and a drive C.
+# Sets the environment for Windows programs, for the scripts that start them. A prefix is a folder of
+# Wine with a registry and a drive C.
 
 export LANG=C.UTF-8 # other locales may damage file names
 unset LC_ALL
@@ -10,18 +10,18 @@ tools_folder=$(realpath "$(dirname "${BASH_SOURCE[0]}")")
 export WINEDEBUG=${WINEDEBUG:--all}
 export WINEDLLOVERRIDES='mscoree,mshtml=;winemenubuilder.exe='
 
-# Ends every program that has this prefix in its environment, and its server.
+# Ends every program whose environment has this prefix, and the prefix's server.
 stop_prefix() {
   [[ ! -d $1 ]] || WINEPREFIX=$1 wineserver -k 2>/dev/null || true
   end_processes_with "WINEPREFIX=$1" 10
 }
 
-# Ends the processes that have this entry in their environment. They have some tenths of a second to
-# end by themselves, then get a TERM signal, and finally KILL.
+# Ends the processes with this entry in their environment. They have `patience` tenths of a second to
+# end by themselves, then get SIGTERM, and finally SIGKILL.
 end_processes_with() {
   local entry=$1 patience=$2 round processes
   for ((round = 0; round < patience + 50; ++round)); do
-    # Without the entry in the environment of the search itself.
+    # The search itself must not have the entry in its environment.
     mapfile -t processes < <(env -i "$(command -v grep)" -lszxF "$entry" /proc/[0-9]*/environ)
     ((${#processes[@]})) || return 0
     processes=("${processes[@]//[!0-9]/}")

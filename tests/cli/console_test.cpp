@@ -15,7 +15,7 @@ constexpr ConsoleTraits terminal = {.outIsTerminal = true,
                                     .errHasColors = true,
                                     .errWidth = 40};
 
-TEST(ConsoleTest, NoNameGetsToATerminalWithWhatItWouldObey) {
+TEST(ConsoleTest, EscapesNamesForATerminal) {
   TempTree tree;
   const std::u16string file = tree.AddFile(u"a\u202Egnp.exe", "abc");
   const Ended shown = RunCaptured({Bytes(file)}, terminal);
@@ -26,7 +26,7 @@ TEST(ConsoleTest, NoNameGetsToATerminalWithWhatItWouldObey) {
   EXPECT_NE(missing.err.find("a[U+202E]gnp.exex"), missing.err.npos) << missing.err;
 }
 
-TEST(ConsoleTest, ColoursAreForTerminalsOrWhereTheyAreWanted) {
+TEST(ConsoleTest, UsesColoursOnTerminalsOrOnRequest) {
   TempTree tree;
   tree.AddFile(u"a", "abc");
   const std::u16string list = tree.AddFile(u"L.md5", "900150983cd24fb0d6963f7d28e17f72  a\n");

@@ -88,7 +88,7 @@ const ModeCase modeCases[] = {
      }},
 };
 
-TEST(ProgramFaultsTest, EachFailedCallIsToldAndLeavesNoHalfFile) {
+TEST(ProgramFaultsTest, EachFailedCallIsReportedAndLeavesNoPartialFile) {
   for (const ModeCase& mode : modeCases) {
     for (size_t call = 0; call < swr::SystemCallCount; ++call) {
       const auto which = static_cast<SystemCall>(call);
@@ -129,7 +129,7 @@ TEST(ProgramFaultsTest, EachFailedCallIsToldAndLeavesNoHalfFile) {
   }
 }
 
-TEST(ProgramFaultsTest, AFailedReadInOneOfEightFilesSparesTheOthers) {
+TEST(ProgramFaultsTest, AFailedReadInOneOfEightFilesDoesNotAffectTheOthers) {
   TempTree tree;
   const std::string bytes = CountingBytes(5 << 20);
   for (int i = 0; i < 8; ++i) {

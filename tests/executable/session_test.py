@@ -51,17 +51,23 @@ def marks(folder):
 
 def loaded_by(program, *command):
     """Runs the command; returns its exit code, its output, and the paths of the libraries that processes of
-    the program loaded.""" overrides = os.environ.get("WINEDLLOVERRIDES", "") + ";" + ",".join(OVERRIDDEN) +
-    "=n,b" environment = os.environ | {"WINEDEBUG": "+pid,+loaddll", "WINEDLLOVERRIDES": overrides} # To
-    files, because Wine's own processes, started meanwhile, would keep a pipe open. with
-    tempfile.TemporaryFile() as output, tempfile.TemporaryFile() as log: status = subprocess.run([*map(str,
-    command)], stdout=output, stderr=log, timeout=300, env=environment).returncode output.seek(0) log.seek(0)
-    printed = output.read().decode(errors="replace") traced = log.read().decode(errors="replace") loads =
-    [(process, path.replace("\\\\", "\\")) for process, path in re.findall(
-    r'^(\w+):\w+:trace:loaddll:build_module Loaded L"([^"]+)"', traced, re.MULTILINE)] own = {process for
-    process, path in loads if path.lower() == windows_path(program).lower()} expect(f"observed processes of
-    {program.name}", len(own) > 0, True) paths = {path for process, path in loads if process in own and
-    path.lower() != windows_path(program).lower()} return status, printed[-2000:], paths
+    the program loaded."""
+    overrides = os.environ.get("WINEDLLOVERRIDES", "") + ";" + ",".join(OVERRIDDEN) + "=n,b"
+    environment = os.environ | {"WINEDEBUG": "+pid,+loaddll", "WINEDLLOVERRIDES": overrides}
+    # To files, because Wine's own processes, started meanwhile, would keep a pipe open.
+    with tempfile.TemporaryFile() as output, tempfile.TemporaryFile() as log:
+        status = subprocess.run([*map(str, command)], stdout=output, stderr=log, timeout=300,
+                                env=environment).returncode
+        output.seek(0)
+        log.seek(0)
+        printed = output.read().decode(errors="replace")
+        traced = log.read().decode(errors="replace")
+    loads = [(process, path.replace("\\\\", "\\")) for process, path in re.findall(
+        r'^(\w+):\w+:trace:loaddll:build_module Loaded L"([^"]+)"', traced, re.MULTILINE)]
+    own = {process for process, path in loads if path.lower() == windows_path(program).lower()}
+    expect(f"observed processes of {program.name}", len(own) > 0, True)
+    paths = {path for process, path in loads if process in own and path.lower() != windows_path(program).lower()}
+    return status, printed[-2000:], paths
 
 
 def network_libraries(paths):
@@ -69,7 +75,8 @@ def network_libraries(paths):
 
 
 def check_libraries(what, folder, paths):
-    expect(f"libraries of {what} from outside the system folder", sorted(path for path in paths if not SYSTEM.fullmatch(path)), [])
+    expect(f"libraries of {what} from other folders",
+           sorted(path for path in paths if not SYSTEM.fullmatch(path)), [])
     expect(f"planted libraries loaded by {what}", marks(folder), [])
     expect(f"network libraries loaded by {what}", network_libraries(paths), [])
 

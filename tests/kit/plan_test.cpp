@@ -58,7 +58,7 @@ TEST(PlanTest, AQuickRunHasSomeOfEachProgram) {
   for (const PlannedProgram& program : quick) EXPECT_FALSE(program.filter.empty()) << program.title;
 }
 
-TEST(PlanTest, NoProgramWaitsForEver) {
+TEST(PlanTest, EveryProgramHasATimeLimit) {
   for (const PlannedProgram& program : MakePlan({})) EXPECT_GT(program.limitSeconds, 0);
 }
 

@@ -22,7 +22,7 @@ TEST(RecordBytesTest, ReadsWhatWasWritten) {
   EXPECT_TRUE(reader.IsAtEnd());
 }
 
-TEST(RecordBytesTest, ARecordThatIsCutOffIsRefused) {
+TEST(RecordBytesTest, RejectsATruncatedRecord) {
   RecordWriter writer;
   writer.Add("text");
   for (size_t length = 0; length < writer.Bytes().size(); ++length) {

@@ -94,7 +94,7 @@ TEST(ReportTest, SpeedIsARatioOrAReason) {
   }
 }
 
-TEST(ReportTest, APersonHasAtMostTenLooks) {
+TEST(ReportTest, APersonJudgesAtMostTenPoints) {
   EXPECT_LE(LooksForAPerson().size(), 10u);
   const std::string page = HtmlReport(Sample(), Mailbox);
   size_t boxes = 0;

@@ -48,7 +48,7 @@ class WithoutRights {
   std::wstring path_;
 };
 
-TEST(FolderRightsTest, AFolderThatMayNotBeReadIsPassedOver) {
+TEST(FolderRightsTest, AnUnreadableFolderIsSkipped) {
   TempTree tree;
   tree.AddFile(u"d/closed/secret", "secret");
   tree.AddFile(u"d/open", DigestsOfAbc.input);
@@ -66,7 +66,7 @@ TEST(FolderRightsTest, AFolderThatMayNotBeReadIsPassedOver) {
   EXPECT_EQ(window.RowCount(), 0);
 }
 
-TEST(FolderRightsTest, AFileThatMayNotBeReadSaysSo) {
+TEST(FolderRightsTest, AnUnreadableFileShowsTheError) {
   TempTree tree;
   const std::u16string closed = tree.AddFile(u"1 closed", "secret");
   const std::u16string open = tree.AddFile(u"2 open", DigestsOfAbc.input);
@@ -79,7 +79,7 @@ TEST(FolderRightsTest, AFileThatMayNotBeReadSaysSo) {
 }
 
 // This process is the other program.
-TEST(LockedFileTest, AFileThatIsHeldOpenForItselfSaysSo) {
+TEST(LockedFileTest, AnExclusivelyOpenedFileShowsTheError) {
   TempTree tree;
   const std::u16string held = tree.AddFile(u"1 held", "content");
   const std::u16string next = tree.AddFile(u"2 next", DigestsOfAbc.input);
@@ -95,7 +95,7 @@ TEST(LockedFileTest, AFileThatIsHeldOpenForItselfSaysSo) {
   CloseHandle(other);
 }
 
-TEST(LockedFileTest, ALockedPartOfAFileSaysSo) {
+TEST(LockedFileTest, ALockedPartOfAFileShowsTheError) {
   TempTree tree;
   const std::u16string held = tree.AddFile(u"1 held", "content");
   const std::u16string next = tree.AddFile(u"2 next", DigestsOfAbc.input);

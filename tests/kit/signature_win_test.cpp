@@ -101,7 +101,7 @@ TEST_F(SignatureTest, AProgramOfWindowsIsFoundInACatalogue) {
             u"Signature:\tSigned by " + result.signer + u" (through a Windows catalog), valid");
 }
 
-TEST_F(SignatureTest, AProgramOfWindowsHasItsOwn) {
+TEST_F(SignatureTest, AProgramOfWindowsHasAnEmbeddedSignature) {
   const std::u16string program = ProgramOfWindows(true);
   ASSERT_NE(program, u"") << "every Windows has some";
   const SignatureResult result = CheckSignature(program);
@@ -132,7 +132,7 @@ TEST_F(SignatureTest, AnAlteredProgramOfACatalogueIsNotSigned) {
   EXPECT_EQ(CheckSignature(Altered(program)).state, SignatureState::NotSigned);
 }
 
-TEST_F(SignatureTest, ASignatureThatNobodyVouchesForIsNotTrusted) {
+TEST_F(SignatureTest, ASelfSignedSignatureIsNotTrusted) {
   const std::u16string program = BesideTheTests(u"..\\data\\self-signed.exe");
   if (GetFileAttributesW(AsWide(program)) == INVALID_FILE_ATTRIBUTES) {
     GTEST_SKIP() << "the self-signed program is only in the kit";

@@ -89,7 +89,7 @@ TEST(TestLogTest, FiguresAreKeptApart) {
   EXPECT_EQ(log.Results().at(0).detail, "");
 }
 
-TEST(TestLogTest, EndlessOutputIsCut) {
+TEST(TestLogTest, EndlessOutputIsTruncated) {
   TestLog log;
   log.AddLine("[ RUN      ] ATest.Prints");
   for (int i = 0; i < 10'000; ++i) log.AddLine(std::string(100, 'x'));

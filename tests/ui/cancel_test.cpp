@@ -49,7 +49,7 @@ class CancelTest : public ::testing::Test {
   RunningWindow window_;
 };
 
-TEST_F(CancelTest, ShowsWhatIsUnderWay) {
+TEST_F(CancelTest, ShowsTheProgress) {
   EXPECT_TRUE(window_.IsShown(IDC_CANCEL));
   EXPECT_TRUE(window_.IsShown(IDC_PROGRESS));
   EXPECT_TRUE(WaitForStatuses({u"Hashing", u"Waiting", u"Waiting"}, seconds(2)));

@@ -30,7 +30,7 @@ class ClipboardTest : public ::testing::Test {
   }
 };
 
-TEST_F(ClipboardTest, LooksAtTheStart) {
+TEST_F(ClipboardTest, ChecksTheClipboardAtTheStart) {
   CopyText(std::u16string(DigestsOfAbc.sha256));
   const RunningWindow window;
   window.ActivateAgain();
@@ -38,7 +38,7 @@ TEST_F(ClipboardTest, LooksAtTheStart) {
   EXPECT_EQ(window.Text(IDC_BANNER), u"The clipboard contains a 256-bit hash" + Links);
 }
 
-TEST_F(ClipboardTest, CompareTakesTheValueIntoTheBox) {
+TEST_F(ClipboardTest, ComparePutsTheValueIntoTheBox) {
   TempTree tree;
   const RunningWindow window;
   window.Drop({tree.AddFile(u"abc.bin", DigestsOfAbc.input)});
@@ -65,7 +65,7 @@ TEST_F(ClipboardTest, ADismissedTextIsNotOfferedAgain) {
             u"The clipboard contains a 512-bit hash" + Links);
 }
 
-TEST_F(ClipboardTest, OneContentIsLookedAtOnce) {
+TEST_F(ClipboardTest, ChecksEachContentOnce) {
   const RunningWindow window;
   ASSERT_NE(OfferFor(window, std::u16string(DigestsOfAbc.sha1)), u"");
   window.SetExpected(u"1");
@@ -74,7 +74,7 @@ TEST_F(ClipboardTest, OneContentIsLookedAtOnce) {
   EXPECT_FALSE(window.IsShown(IDC_BANNER));
 }
 
-TEST_F(ClipboardTest, WhatLooksLikeNoHashIsNotOffered) {
+TEST_F(ClipboardTest, DoesNotOfferOtherText) {
   const RunningWindow window;
   for (const std::u16string_view text :
        {u"3610a686", u"two words", u"ungWv48Bz+pBQUDeXa4iI7ADYaOWF3qctBD/YfIAFa0="}) {

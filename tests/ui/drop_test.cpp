@@ -41,7 +41,7 @@ TEST_F(DropTest, AFileIsAddedAndHashed) {
   EXPECT_EQ(window_.Cell(0, u"SHA-256"), DigestsOfAbc.sha256);
 }
 
-TEST_F(DropTest, AFolderBringsItsFilesBeforeThoseOfItsFolders) {
+TEST_F(DropTest, AFoldersFilesComeBeforeItsSubfolders) {
   for (const auto name : {u"d/z", u"d/B1", u"d/a10", u"d/a2", u"d/sub10/x", u"d/sub2/deep/y",
                           u"d/sub2/w", u"d/empty2/.gitkeep"}) {
     tree_.AddFile(name, DigestsOfDigits.input);
@@ -62,7 +62,7 @@ TEST_F(DropTest, FilesAndFoldersTogetherKeepTheirOrder) {
   EXPECT_EQ(ShownFiles(), (Texts{u"zebra", u"d\\one", u"d\\two", u"ant"}));
 }
 
-TEST_F(DropTest, WhatIsThereAlreadyIsNotAddedAgain) {
+TEST_F(DropTest, AFileInTheListIsNotAddedAgain) {
   tree_.AddFile(u"d/one");
   const std::u16string two = tree_.AddFile(u"d/two");
   window_.Drop({two});
@@ -85,7 +85,7 @@ TEST_F(DropTest, AMissingFileIsShownAsMissing) {
   EXPECT_EQ(window_.Column(u"Status"), Texts{u"Missing"});
 }
 
-TEST_F(DropTest, HiddenFilesComeOnlyWhenAskedFor) {
+TEST_F(DropTest, HiddenFilesAreAddedOnlyOnRequest) {
   tree_.AddFile(u"d/seen");
   swr::testing::Hide(tree_.AddFile(u"d/secret"));
   tree_.AddFile(u"d/hidden folder/inside");

@@ -90,7 +90,7 @@ TEST_F(ExpectedHashTest, AnySpellingOfAnUnselectedAlgorithmIsCheckedAndAddsNoCol
   }
 }
 
-TEST_F(ExpectedHashTest, WhatIsStillToBeReadIsBeingChecked) {
+TEST_F(ExpectedHashTest, ShowsThatItIsCheckingUntilAllIsRead) {
   const std::u16string large = tree_.AddFile(u"large.bin");
   window_.Drop({abc_});
   window_.WaitUntilIdle();
@@ -105,7 +105,7 @@ TEST_F(ExpectedHashTest, WhatIsStillToBeReadIsBeingChecked) {
   EXPECT_EQ(window_.Text(IDC_RESULT), u"No match. None of the 2 files has this hash.");
 }
 
-TEST_F(ExpectedHashTest, SaysWhatTheBoxHolds) {
+TEST_F(ExpectedHashTest, SaysWhatTheBoxContains) {
   window_.SetExpected(Sha3OfAbc);
   EXPECT_EQ(window_.Text(IDC_RESULT),
             u"Add the file to compare with this hash (SHA-256, SHA3-256 or BLAKE3).");

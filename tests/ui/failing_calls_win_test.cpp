@@ -19,7 +19,7 @@ namespace {
 using swr::testing::TempTree;
 
 // No message that the program posts to itself arrives, so results cannot be announced.
-TEST(FailingCallsTest, ResultsComeInThoughTheyCanNotBeAnnounced) {
+TEST(FailingCallsTest, ResultsArriveWithoutAnnouncements) {
   TempTree tree;
   tree.AddFile(u"abc.bin", DigestsOfAbc.input);
   const std::u16string list =
@@ -35,7 +35,7 @@ TEST(FailingCallsTest, ResultsComeInThoughTheyCanNotBeAnnounced) {
 }
 
 // While a message box is open, the window keeps handling results.
-TEST(FailingCallsTest, ResultsComeInWhileAMessageIsOpen) {
+TEST(FailingCallsTest, ResultsArriveWhileAMessageIsOpen) {
   TempTree tree;
   RunningWindow window;
   window.Drop(

@@ -76,7 +76,7 @@ TEST_F(HashTextDialogTest, ItsChoicesDecideWhatIsHashed) {
   EXPECT_EQ(Count(), u"8 bytes");
 }
 
-TEST_F(HashTextDialogTest, CopyTakesTheDigestsAlone) {
+TEST_F(HashTextDialogTest, CopyCopiesOnlyTheDigests) {
   Type(u"abc");
   CopyText(u"something else");
   AskWindow(dialog().Control(IDC_HT_COPY), BM_CLICK);
@@ -108,7 +108,7 @@ TEST_F(HashTextDialogTest, EachControlIsWhereItWasDesigned) {
   EXPECT_EQ(dialog().Text(IDC_HT_LINEBREAKS), u"Unix (LF)");
 }
 
-TEST_F(HashTextDialogTest, TheBoxesShareWhatHeightIsAdded) {
+TEST_F(HashTextDialogTest, TheBoxesShareTheAddedHeight) {
   const auto places = [&] {
     std::vector<Rect> all;
     for (const int id :

@@ -146,7 +146,7 @@ TEST_F(HashTextDpiTest, TheSmallestSizeFollows) {
 
 // Later layouts are computed from the controls' places after the change, so that half of an odd
 // height is rounded again.
-TEST_F(HashTextDpiTest, ControlsFollowFromWhereTheyAreThen) {
+TEST_F(HashTextDpiTest, LaterLayoutsStartFromTheNewPlaces) {
   const Size designed = OuterSize();
   // Larger than the minimum size at the new DPI, and small enough that the window is not moved.
   const Size base = {designed.width * 8 / 5, designed.height + (designed.height * 3 / 5 | 1)};

@@ -43,7 +43,7 @@ std::u16string TipOf(const RunningWindow& window, int command) {
   return swr::FromWide(asked.text);
 }
 
-TEST(HintsTest, EachButtonOfTheToolbarHasItsTip) {
+TEST(HintsTest, EachToolbarButtonHasATooltip) {
   struct Tip {
     int command;
     const char16_t* text;
@@ -81,7 +81,7 @@ int InkIn(const RunningWindow& window, int control) {
   return ink;
 }
 
-TEST(HintsTest, TheEmptyBoxSaysWhatItIsForAlsoWhileItHasTheFocus) {
+TEST(HintsTest, TheEmptyBoxShowsItsCueEvenWithTheFocus) {
   const RunningWindow window;
   const HWND box = window.Control(IDC_EXPECTED);
   const RemoteMemory memory(box, MaxText * sizeof(wchar_t));

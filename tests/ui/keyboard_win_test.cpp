@@ -48,7 +48,7 @@ const FocusCase focusCases[] = {
     {IDC_COPY, {0}, ID_REMOVE},
 };
 
-TEST_F(KeyboardTest, TheFocusLeavesAButtonThatCanNoLongerBePressed) {
+TEST_F(KeyboardTest, TheFocusLeavesADisabledButton) {
   for (const FocusCase& test : focusCases) {
     SCOPED_TRACE(test.button);
     window_.SelectOnly(test.selected);
@@ -60,7 +60,7 @@ TEST_F(KeyboardTest, TheFocusLeavesAButtonThatCanNoLongerBePressed) {
   }
 }
 
-TEST_F(KeyboardTest, TabAndDeleteGoOnWorkingThere) {
+TEST_F(KeyboardTest, TabAndDeleteKeepWorkingThere) {
   window_.SelectOnly({0});
   window_.FocusOn(IDC_VIRUSTOTAL);
   window_.TypeChord({VK_CONTROL, 'A'});
@@ -94,7 +94,7 @@ TEST_F(KeyboardTest, ALetterGoesToTheNextRowThatBeginsWithIt) {
   }
 }
 
-TEST_F(KeyboardTest, LettersInARowAreOneWord) {
+TEST_F(KeyboardTest, LettersTypedQuicklyAreOneWord) {
   window_.SelectOnly({0});
   window_.FocusOn(IDC_LIST);
   window_.TypeChord({'B'});
@@ -170,7 +170,7 @@ TEST_F(KeyboardTest, ABoxIsReadAndNotToggled) {
 
 // ---- The toolbar, whose buttons are always enabled.
 
-TEST_F(KeyboardTest, TheToolbarHasNoPicturesForButtonsThatCanNotBePressed) {
+TEST_F(KeyboardTest, TheToolbarHasNoImagesForDisabledButtons) {
   EXPECT_EQ(AskWindow(window_.Control(IDC_TOOLBAR), TB_GETDISABLEDIMAGELIST), 0);
   EXPECT_NE(AskWindow(window_.Control(IDC_TOOLBAR), TB_GETIMAGELIST), 0);
 }

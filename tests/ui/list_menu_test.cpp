@@ -89,7 +89,7 @@ TEST_F(ListMenuTest, OffersWhatTheSelectionAllows) {
   }
 }
 
-TEST_F(ListMenuTest, CopiesToTheByte) {
+TEST_F(ListMenuTest, CopiesTheExactText) {
   const std::u16string md5(DigestsOfAbc.md5);
   const std::u16string sha256(DigestsOfAbc.sha256);
   const std::u16string otherMd5(DigestsOfDigits.md5);

@@ -41,7 +41,7 @@ TEST_F(PickersTest, ACancelledDialogAddsNothing) {
   }
 }
 
-TEST_F(PickersTest, AddFilesTakesSeveral) {
+TEST_F(PickersTest, AddFilesAcceptsSeveral) {
   const ProgramDialog dialog = Open(ID_ADD_FILES, u"Add Files");
   dialog.SetFileName(u'"' + abc_ + u"\" \"" + digits_ + u'"');
   dialog.Press(IDOK);
@@ -53,7 +53,7 @@ TEST_F(PickersTest, AddFilesTakesSeveral) {
   EXPECT_EQ(window_.Cell(1, u"SHA-256"), DigestsOfDigits.sha256);
 }
 
-TEST_F(PickersTest, AddFolderTakesAFolderWithAllItsFiles) {
+TEST_F(PickersTest, AddFolderAddsAllItsFiles) {
   const ProgramDialog dialog = Open(ID_ADD_FOLDER, u"Add Folder");
   dialog.SetFileName(tree_.Path(u"d"));
   dialog.Press(IDOK);

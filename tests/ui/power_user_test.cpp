@@ -93,7 +93,7 @@ ProcessResources Least(const ProcessResources& a, const ProcessResources& b) {
           .userObjects = std::min(a.userObjects, b.userObjects)};
 }
 
-TEST_F(PowerUserTest, NothingIsLeakedAgainstTheStart) {
+TEST_F(PowerUserTest, RepeatedSessionsLeakNothing) {
   // In the first session the system's own libraries fill their caches.
   Session(u"first.sha256");
   Session(u"second.sha256");

@@ -14,7 +14,7 @@
 namespace app::testing {
 namespace {
 
-TEST(ProgramStartTest, AStartWithoutAWindowIsMadeThreeTimes) {
+TEST(ProgramStartTest, AStartWithoutAWindowIsTriedThreeTimes) {
   wchar_t path[MAX_PATH] = {};
   const DWORD length = GetModuleFileNameW(nullptr, path, MAX_PATH);
   const std::string option = BrowserOption;
@@ -40,7 +40,7 @@ TEST(ProgramStartTest, AStartWithoutAWindowIsMadeThreeTimes) {
   EXPECT_EQ(OpenedAddress(), u"https://start.example/");
 }
 
-TEST(ProgramStartTest, AProgramThatIsNotThereIsSaidSo) {
+TEST(ProgramStartTest, AMissingProgramIsReported) {
   EXPECT_THROW(swr::testing::StartProgramWithWindow({.program = u"C:\\nowhere\\Sumwright.exe"}),
                std::runtime_error);
 }

@@ -123,7 +123,7 @@ TEST(RealFaultsTest, ADriveIsRemovedWhileItsFilesAreHashed) {
 
 // ---- Another process, which is this one.
 
-TEST(RealFaultsTest, AFileThatAnotherProcessCutsIsMarked) {
+TEST(RealFaultsTest, AFileThatAnotherProcessTruncatesIsMarked) {
   TempTree tree;
   const std::u16string path = tree.AddFile(u"1 long");
   const std::u16string next = tree.AddFile(u"2 short", "abc");

@@ -27,8 +27,11 @@ SHOWN_FINDINGS = 20
 
 def copy_tree(target, file_count):
     """Copies real folders, links as links, until there are that many files, an equal share from each. Returns
-    their number.""" copied = 0 for number, source in enumerate(SOURCES, 1): copied += copy_files(source,
-    target, file_count * number // len(SOURCES) - copied) return copied
+    their number."""
+    copied = 0
+    for number, source in enumerate(SOURCES, 1):
+        copied += copy_files(source, target, file_count * number // len(SOURCES) - copied)
+    return copied
 
 
 def copy_files(source, target, file_count):
@@ -65,10 +68,15 @@ def add_special_files(target):
 
 def expected_files(target):
     """Full paths of all files that the window must list. Hidden files are left out, links to folders are not
-    entered, and a broken link is not a file.""" found = [] for folder, folders, names in os.walk(target):
-    folders[:] = [name for name in folders if not name.startswith(".")] for name in names: path =
-    os.path.join(folder, name) if not name.startswith(".") and os.path.isfile(path): found.append(path) return
-    found
+    entered, and a broken link is not a file."""
+    found = []
+    for folder, folders, names in os.walk(target):
+        folders[:] = [name for name in folders if not name.startswith(".")]
+        for name in names:
+            path = os.path.join(folder, name)
+            if not name.startswith(".") and os.path.isfile(path):
+                found.append(path)
+    return found
 
 
 def digests_by(tool, paths):
@@ -144,12 +152,17 @@ def check_completeness(rows, expected, findings):
 
 def natural_compare(a, b):
     """-1, 0 or 1 for names of letters and digits only: digits compare as numbers, ignoring case. None for
-    other names, whose order depends on the system.""" if not (re.fullmatch("[A-Za-z0-9]+", a) and
-    re.fullmatch("[A-Za-z0-9]+", b)): return None pieces = [[(int(piece), "") if piece.isdigit() else (-1,
-    piece) for piece in re.findall(r"\d+|[a-z]", name.lower())] for name in (a, b)] for left, right in
-    zip(*pieces): if left != right: if (left[0] < 0) != (right[0] < 0): return -1 if left[0] >= 0 else 1 #
-    digits come before letters return -1 if left < right else 1 return (len(pieces[0]) > len(pieces[1])) -
-    (len(pieces[0]) < len(pieces[1]))
+    other names, whose order depends on the system."""
+    if not (re.fullmatch("[A-Za-z0-9]+", a) and re.fullmatch("[A-Za-z0-9]+", b)):
+        return None
+    pieces = [[(int(piece), "") if piece.isdigit() else (-1, piece)
+               for piece in re.findall(r"\d+|[a-z]", name.lower())] for name in (a, b)]
+    for left, right in zip(*pieces):
+        if left != right:
+            if (left[0] < 0) != (right[0] < 0):
+                return -1 if left[0] >= 0 else 1  # digits come before letters
+            return -1 if left < right else 1
+    return (len(pieces[0]) > len(pieces[1])) - (len(pieces[0]) < len(pieces[1]))
 
 
 def check_order(rows, target, findings):

@@ -29,7 +29,7 @@ TEST(RelativePathsTest, OfTheCommandLineBecomeFullOnes) {
 
 // The files in a folder are identified by their path from the walk, which begins with the folder as
 // it was given.
-TEST(RelativePathsTest, AFolderInAnotherFormGivesItsFilesASecondTime) {
+TEST(RelativePathsTest, AFolderInAnotherFormAddsItsFilesAgain) {
   TempTree tree;
   tree.AddFile(u"folder/a.txt", DigestsOfAbc.input);
   std::u16string slashed = tree.Path(u"folder");

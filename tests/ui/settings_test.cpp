@@ -56,7 +56,7 @@ TEST(SettingsTest, AreWrittenWhenTheWindowCloses) {
   EXPECT_TRUE(options[3].isChecked);
 }
 
-TEST(SettingsTest, EachBadValueFallsBackAlone) {
+TEST(SettingsTest, OnlyTheInvalidValueFallsBack) {
   const auto widths = [](const RunningWindow& window) {
     const std::vector<int> all = window.ColumnWidths();
     return std::vector<int>{all[0], all[1], all[2], all.back()};
@@ -96,7 +96,7 @@ TEST(SettingsTest, LegacyAlgorithmsAloneBecomeTheDefault) {
                                          u"Status"}));
 }
 
-TEST(SettingsTest, TheWindowComesBackWhereItWas) {
+TEST(SettingsTest, TheWindowReopensWhereItWas) {
   Size size;
   RECT place = {};
   {
@@ -115,7 +115,7 @@ TEST(SettingsTest, TheWindowComesBackWhereItWas) {
   EXPECT_EQ(now.top, place.top);
 }
 
-TEST(SettingsTest, AMaximizedWindowComesBackMaximized) {
+TEST(SettingsTest, AMaximizedWindowReopensMaximized) {
   {
     RunningWindow window;
     ShowWindowAsync(window.Handle(), SW_SHOWMAXIMIZED);
@@ -127,14 +127,14 @@ TEST(SettingsTest, AMaximizedWindowComesBackMaximized) {
   EXPECT_TRUE(WaitFor([&] { return IsZoomed(again.Handle()) != FALSE; }));
 }
 
-TEST(SettingsTest, AStartAsMinimizedStaysMinimizedThoughTheWindowWasMaximized) {
+TEST(SettingsTest, AMinimizedStartStaysMinimizedAfterAMaximizedWindow) {
   ForgetSettings();
   WriteSetting(u"Window", BytesOf({50, 50, 1500, 1500, 1}));
   const RunningWindow window({.minimized = true, .keepSettings = true});
   EXPECT_TRUE(window.IsMinimized());
 }
 
-TEST(SettingsTest, APlaceThatCanNotBeIsIgnored) {
+TEST(SettingsTest, AnImpossiblePlacementIsIgnored) {
   Size usual;
   {
     const RunningWindow window;

@@ -136,7 +136,7 @@ TEST_F(ShellEntriesTest, TheSendToLinkIsAddedAndRemoved) {
   EXPECT_TRUE(window.TakesInput()) << "no dialog shows";
 }
 
-TEST_F(ShellEntriesTest, AnEntryOfAnotherCopyIsNotCheckedAndIsTakenOver) {
+TEST_F(ShellEntriesTest, AnEntryOfAnotherCopyIsNotCheckedAndCanBeReplaced) {
   const std::u16string one = CopyTo(u"one");
   const std::u16string two = CopyTo(u"two");
   {
@@ -192,7 +192,7 @@ TEST_F(ShellEntriesTest, AProgramThatHasMovedRepairsItsEntriesWithOneClick) {
   ExpectSendToLink(moved);
 }
 
-TEST_F(ShellEntriesTest, OrRemovesThem) {
+TEST_F(ShellEntriesTest, RemoveThemRemovesTheEntries) {
   const RunningWindow window({.program = MovedCopy()});
   ASSERT_TRUE(window.IsShown(IDC_BANNER));
   window.FollowBannerLink(RejectLink);
@@ -202,7 +202,7 @@ TEST_F(ShellEntriesTest, OrRemovesThem) {
   EXPECT_EQ(ReadSendToLink(), std::nullopt);
 }
 
-TEST_F(ShellEntriesTest, OrLeavesThemAsTheyAre) {
+TEST_F(ShellEntriesTest, DismissKeepsTheEntries) {
   const RunningWindow window({.program = MovedCopy()});
   ASSERT_TRUE(window.IsShown(IDC_BANNER));
   window.FollowBannerLink(DismissLink);
@@ -223,7 +223,7 @@ TEST_F(ShellEntriesTest, ALinkThatCantBeReadIsOfferedForRepair) {
 }
 
 // A folder has the link's name.
-TEST_F(ShellEntriesTest, ALinkThatCantBeWrittenIsSaid) {
+TEST_F(ShellEntriesTest, ALinkThatCantBeWrittenIsReported) {
   ASSERT_TRUE(CreateDirectoryW(swr::AsWide(SendToLinkPath()), nullptr));
   const RunningWindow window;
   window.PostCommand(ID_SEND_TO);

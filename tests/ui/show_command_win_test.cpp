@@ -66,7 +66,7 @@ class ShowCommandTest : public ::testing::Test {
   }
 };
 
-TEST_F(ShowCommandTest, TheWindowComesUpAsItIsAskedTo) {
+TEST_F(ShowCommandTest, TheWindowOpensAsRequested) {
   constexpr ShowCase cases[] = {
       {"hidden", SW_HIDE, Shown::Not},
       {"normal", SW_SHOWNORMAL, Shown::Normal},
@@ -83,7 +83,7 @@ TEST_F(ShowCommandTest, TheWindowComesUpAsItIsAskedTo) {
   for (const ShowCase& test : cases) ExpectState(test, false);
 }
 
-TEST_F(ShowCommandTest, AWindowClosedMaximizedComesBackSo) {
+TEST_F(ShowCommandTest, AWindowClosedMaximizedReopensMaximized) {
   constexpr ShowCase cases[] = {
       {"normal", SW_SHOWNORMAL, Shown::Maximized},
       {"maximized", SW_SHOWMAXIMIZED, Shown::Maximized},
@@ -93,7 +93,7 @@ TEST_F(ShowCommandTest, AWindowClosedMaximizedComesBackSo) {
   for (const ShowCase& test : cases) ExpectState(test, true);
 }
 
-TEST_F(ShowCommandTest, AWindowClosedMaximizedObeysWhateverElseItIsAsked) {
+TEST_F(ShowCommandTest, AnyOtherShowCommandOverridesMaximized) {
   constexpr ShowCase cases[] = {
       {"hidden", SW_HIDE, Shown::Not},
       {"minimized", SW_SHOWMINIMIZED, Shown::Minimized},

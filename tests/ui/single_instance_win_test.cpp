@@ -74,7 +74,7 @@ TEST(SingleInstanceTest, TwentyStartsAtOnceGiveOneWindowWithTwentyRows) {
   EXPECT_EQ(window.Close(), 0);
 }
 
-TEST(SingleInstanceTest, RelativePathsMeanTheSendersFolder) {
+TEST(SingleInstanceTest, RelativePathsReferToTheSendersFolder) {
   TempTree tree;
   tree.AddFile(u"here/a.txt", "a");
   tree.AddFile(u"here/b.txt", "b");
@@ -89,7 +89,7 @@ TEST(SingleInstanceTest, RelativePathsMeanTheSendersFolder) {
   EXPECT_EQ(window.Column(u"Status"), (Names{u"Done", u"Done", u"Missing"}));
 }
 
-TEST(SingleInstanceTest, AStartWithoutPathsOpensAnotherWindowWhichThenTakesThem) {
+TEST(SingleInstanceTest, AStartWithoutPathsOpensAnotherWindowWhichThenReceivesThem) {
   TempTree tree;
   const std::u16string one = tree.AddFile(u"one", "1");
   const std::u16string two = tree.AddFile(u"two", "2");
@@ -145,7 +145,7 @@ TEST(SingleInstanceTest, AWindowThatHangsLosesNothing) {
 }
 
 // The published value is not a window: it is missing, a closed window, or shorter than eight bytes.
-TEST(SingleInstanceTest, WithoutAWindowToBeFoundThePathsGetTheirOwn) {
+TEST(SingleInstanceTest, WithoutAPublishedWindowThePathsGetANewOne) {
   TempTree tree;
   const std::u16string file = tree.AddFile(u"one", "1");
   const HANDLE instance = CreateMutexW(nullptr, FALSE, InstanceName);
@@ -169,7 +169,7 @@ TEST(SingleInstanceTest, WithoutAWindowToBeFoundThePathsGetTheirOwn) {
   CloseHandle(instance);
 }
 
-TEST(SingleInstanceTest, AMessageIsReadWhateverItHolds) {
+TEST(SingleInstanceTest, AnyMessageIsParsed) {
   TempTree tree;
   const std::u16string a = tree.AddFile(u"a", "1");
   const std::u16string b = tree.AddFile(u"b", "2");
@@ -222,7 +222,7 @@ TEST(SingleInstanceTest, AnEmptyMessageRaisesTheWindow) {
   EXPECT_EQ(window.RowCount(), 0);
 }
 
-TEST(SingleInstanceTest, PathsArriveBehindADialog) {
+TEST(SingleInstanceTest, PathsArriveWhileADialogIsOpen) {
   TempTree tree;
   const std::u16string file = tree.AddFile(u"a", "1");
   const RunningWindow window;

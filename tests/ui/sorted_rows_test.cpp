@@ -29,7 +29,7 @@ bool WaitForColours(const RunningWindow& window, const std::vector<uint32_t>& co
   });
 }
 
-TEST(SortedRowsTest, EachRowTakesItsColourAlong) {
+TEST(SortedRowsTest, ColoursMoveWithTheirRows) {
   TempTree tree;
   tree.AddFile(u"a.bin", DigestsOfAbc.input);
   tree.AddFile(u"b.bin", DigestsOfAbc.input);

@@ -108,7 +108,7 @@ bool Overlap(const Rect& a, const Rect& b) {
 }
 
 // Including the progress bar and the Cancel button, which show while files are hashed.
-TEST(StartTest, NothingOverlapsAndNothingIsCut) {
+TEST(StartTest, NothingOverlapsAndNothingIsCutOff) {
   const RunningWindow window;
   const Size client = window.ClientSize();
   for (const DesignedControl& a : designed) {
@@ -245,7 +245,7 @@ TEST(StartTest, PathsOfTheCommandLineAreHashedInTheirOrder) {
   EXPECT_EQ(window.Text(IDC_STATUS_TEXT), u"3 files, 12 bytes");
 }
 
-TEST(StartTest, AMissingFileIsARowThatSaysSo) {
+TEST(StartTest, AMissingFileHasARowThatSaysSo) {
   TempTree tree;
   const RunningWindow window({.arguments = {tree.Path(u"nowhere.bin")}});
   window.WaitUntilIdle();
@@ -255,7 +255,7 @@ TEST(StartTest, AMissingFileIsARowThatSaysSo) {
   EXPECT_EQ(window.Text(IDC_STATUS_TEXT), u"1 file, 0 bytes");
 }
 
-TEST(StartTest, AWindowAskedToStartMinimizedDoes) {
+TEST(StartTest, StartsMinimizedOnRequest) {
   TempTree tree;
   const std::u16string file = tree.AddFile(u"abc", DigestsOfAbc.input);
   RunningWindow window({.arguments = {file}, .minimized = true});

@@ -65,7 +65,7 @@ TEST_F(VerifyTest, TheCommandAsksForChecksumFiles) {
   EXPECT_EQ(window_.Text(IDC_DETAILS), u"3 files. Select one to see its details.");
 }
 
-TEST_F(VerifyTest, SeveralFilesAreTakenOneAfterTheOther) {
+TEST_F(VerifyTest, SeveralFilesAreVerifiedInTurn) {
   const std::u16string md5 = tree_.AddFile(u"a.md5", Line(DigestsOfAbc.md5, "good.bin"));
   const std::u16string sha1 = tree_.AddFile(u"b.sha1", Line(DigestsOfAbc.sha1, "bad.bin"));
   window_.PostCommand(ID_VERIFY_FILE);
@@ -130,7 +130,7 @@ TEST_F(VerifyTest, RowsHaveTheColourOfTheirVerdict) {
       << std::hex << window_.RowBackground(2);
 }
 
-TEST_F(VerifyTest, DetailsTellWhatIsExpected) {
+TEST_F(VerifyTest, DetailsShowWhatIsExpected) {
   window_.Drop({AddList()});
   window_.FollowBannerLink(AcceptLink);
   ASSERT_TRUE(WaitFor([&] { return window_.RowCount() == 3; }));
@@ -146,7 +146,7 @@ TEST_F(VerifyTest, DetailsTellWhatIsExpected) {
                              u" (SHA256SUMS, line 2)"));
 }
 
-TEST_F(VerifyTest, AFileThatCantBeReadIsSaidSo) {
+TEST_F(VerifyTest, AFileThatCantBeReadIsReported) {
   const std::u16string list = AddList();
   window_.Drop({list});
   window_.WaitUntilIdle();

@@ -2,7 +2,7 @@
 // the digests in the order of the columns, and path, separated by tabs.
 //
 //   --wait              waits until the window has no work left
-//   --screenshot-ready  makes the window paint itself first
+//   --screenshot-ready  repaints the window first
 //   --close             closes the window instead of printing, and waits until the program ends
 //   --start PROGRAM.exe [PATH...]
 //                       as the last option: first starts the program with these paths, again if no
@@ -83,8 +83,8 @@ void WaitForAnswer(HWND window) {
   }
 }
 
-// The window appears before it adds the paths of its command line and is idle until then, so only a
-// window that stays idle for a while has no work left.
+// The window appears, idle, before it adds the paths of its command line, so only a window that
+// stays idle for a while has no work left.
 void WaitUntilIdle(HWND window, const RemoteList& list) {
   const HWND cancel = GetDlgItem(window, IDC_CANCEL);
   int idlePolls = 0;
@@ -107,7 +107,7 @@ void WaitUntilIdle(HWND window, const RemoteList& list) {
 void HavePainted(HWND window) {
   RedrawWindow(window, nullptr, nullptr,
                RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW);
-  Sleep(500);  // it takes a moment until the screen shows it
+  Sleep(500);  // it takes a moment to appear on the screen
 }
 
 std::string ToUtf8(std::u16string text) {

@@ -72,7 +72,7 @@ struct ChoosingWindow : FakeWindow {
 
 // ---- The list's menu, while files are handed over.
 
-TEST(RowsAtChoiceTest, RemoveTakesTheRowsOfTheMenu) {
+TEST(RowsAtChoiceTest, RemoveActsOnTheRowsOfTheMenu) {
   ChoosingWindow window;
   window.view.whileMenuShows = [&] { window.TakeLateFile(); };
   window.ChooseFor({0}, ID_CTX_REMOVE);
@@ -99,7 +99,7 @@ TEST(RowsAtChoiceTest, CopyingTakesTheRowsOfTheMenu) {
   }
 }
 
-TEST(RowsAtChoiceTest, CompareTakesTheRowsOfTheMenu) {
+TEST(RowsAtChoiceTest, CompareActsOnTheRowsOfTheMenu) {
   ChoosingWindow window;
   window.view.whileMenuShows = [&] { window.TakeLateFile(); };
   window.ChooseFor({0, 1}, ID_CTX_COMPARE);

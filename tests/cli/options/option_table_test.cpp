@@ -11,7 +11,7 @@
 namespace cli::testing {
 namespace {
 
-TEST(OptionTableTest, EachOptionIsInItsPlaceAndHasNamesOfItsOwn) {
+TEST(OptionTableTest, OptionsAreInOrderAndHaveUniqueNames) {
   std::set<std::string_view> longNames;
   std::set<char> shortNames;
   for (size_t i = 0; i < AllOptions().size(); ++i) {
@@ -28,7 +28,7 @@ TEST(OptionTableTest, EachOptionIsInItsPlaceAndHasNamesOfItsOwn) {
   }
 }
 
-TEST(OptionTableTest, TheHelpNamesEachOptionAndFitsATerminal) {
+TEST(OptionTableTest, TheHelpListsEveryOptionIn80Columns) {
   const std::string help = HelpText();
   for (const OptionRow& row : AllOptions()) {
     EXPECT_NE(help.find("--" + std::string(row.longName)), help.npos) << row.longName;

@@ -22,7 +22,7 @@ std::string Refused(const Arguments& arguments) {
   return error == nullptr ? "" : error->text;
 }
 
-TEST(ParseOptionsTest, OperandsAreTakenAsTheyAre) {
+TEST(ParseOptionsTest, KeepsOperandsUnchanged) {
   const std::vector<std::u16string> odd = {u"{}", u"%%", u"[a,b]", u"-", u"a=b", u"", u" "};
   const Options options = Parsed({"{}", "%%", "[a,b]", "-", "a=b", "", " "});
   EXPECT_EQ(options.mode, Mode::Hash);
@@ -48,7 +48,7 @@ TEST(ParseOptionsTest, AlgorithmsAddUp) {
   EXPECT_EQ(Refused({"-a", "sha3", "f"}), "no such algorithm: 'sha3'");
 }
 
-TEST(ParseOptionsTest, EachModeHasItsOptions) {
+TEST(ParseOptionsTest, RejectsOptionsOfOtherModes) {
   EXPECT_EQ(Parsed({"-c", "L"}).mode, Mode::Check);
   EXPECT_EQ(
       Parsed({"-c", "--quiet", "--status", "--ignore-missing", "--strict", "-w", "--extra"}).mode,
@@ -65,7 +65,7 @@ TEST(ParseOptionsTest, EachModeHasItsOptions) {
   EXPECT_EQ(Refused({"--prune", "x"}), "--prune is only possible with --update");
 }
 
-TEST(ParseOptionsTest, FormatsHoldCertainAlgorithms) {
+TEST(ParseOptionsTest, FormatsLimitTheAlgorithms) {
   using swr::ExportFormat;
   EXPECT_EQ(Parsed({"--format", "json", "f"}).format, ExportFormat::Json);
   EXPECT_EQ(Parsed({"--tag", "f"}).format, ExportFormat::Tagged);
@@ -78,7 +78,7 @@ TEST(ParseOptionsTest, FormatsHoldCertainAlgorithms) {
             "--format sfv holds CRC32 checksums only");
 }
 
-TEST(ParseOptionsTest, TheExpectedHashIsReadAtOnce) {
+TEST(ParseOptionsTest, ParsesTheExpectedHash) {
   const Options options = Parsed({"--expect", "900150983CD24FB0D6963F7D28E17F72", "f"});
   ASSERT_TRUE(options.expected);
   EXPECT_EQ(options.expected->candidates.size(), 4u);
@@ -91,7 +91,7 @@ TEST(ParseOptionsTest, TheExpectedHashIsReadAtOnce) {
             "This doesn't look like a hash. Paste the hex or base64 value from the website.");
 }
 
-TEST(ParseOptionsTest, RefusesWhatItCannotUnderstand) {
+TEST(ParseOptionsTest, RejectsInvalidCommandLines) {
   EXPECT_EQ(Refused({"--foo", "f"}), "no such option: '--foo'");
   EXPECT_EQ(Refused({"-x"}), "no such option: '-x'");
   EXPECT_EQ(Refused({"-a"}), "--algorithm needs a value");

@@ -80,7 +80,7 @@ TEST(OrderedWorkTest, ReportsInTheOrderOfSubmission) {
   }
 }
 
-TEST(OrderedWorkTest, AllJobsBehindASlowOneAreDoneMeanwhile) {
+TEST(OrderedWorkTest, RunsLaterJobsWhileOneIsSlow) {
   Trace trace;
   OrderedWork work(2);
   class SlowJob final : public Job {
@@ -119,12 +119,12 @@ TEST(OrderedWorkTest, TheProducerWaitsAtTheCapacity) {
   EXPECT_LE(most, 8u);
 }
 
-TEST(OrderedWorkTest, NothingSubmittedIsSoonOver) {
+TEST(OrderedWorkTest, EndsAtOnceWithoutJobs) {
   OrderedWork work(4);
   work.Run([](const OrderedWork::Submit&) {}, noTick);
 }
 
-TEST(OrderedWorkTest, AnExceptionEndsTheWorkAndComesOut) {
+TEST(OrderedWorkTest, RethrowsAnExceptionAndEndsTheWork) {
   class ThrowingJob final : public Job {
    public:
     void Run(WorkTools& /*tools*/) override { throw std::runtime_error("job"); }
@@ -152,7 +152,7 @@ TEST(OrderedWorkTest, AnExceptionEndsTheWorkAndComesOut) {
 
 // Cancelled from another thread at a random moment: the reported jobs are a prefix of the submitted
 // ones, and no job leaks.
-TEST(OrderedWorkTest, ACancelAtAnyMomentLeavesTheBeginning) {
+TEST(OrderedWorkTest, ACancelLeavesAPrefixOfTheReports) {
   std::mt19937 random(20261121);
   const uint64_t rounds = swr::testing::NumberFromEnvironment("SUMWRIGHT_WORK_ROUNDS", 100);
   for (uint64_t round = 0; round < rounds; ++round) {

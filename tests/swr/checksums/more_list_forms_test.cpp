@@ -19,7 +19,7 @@ constexpr std::u16string_view sha256 =
 struct FormCase {
   std::u16string line;
   std::u16string list;  // the list's path
-  std::u16string name;  // empty where the line is none of the forms
+  std::u16string name;  // empty if the line has none of the forms
   std::vector<AlgoId> candidates;
 };
 
@@ -48,7 +48,7 @@ const FormCase formCases[] = {
     {Text(u"", md5, u"\t"), u"L", u"", {}},
     {u"12345\ta", u"L", u"", {}},
     {u"123456\ta", u"L", u"", {}},
-    // Base64 behind a tag.
+    // Base64 after a tag.
     {u"MD5 (a) = kAFQmDzST7DWlj99KOF/cg==", u"L", u"a", {AlgoId::Md5}},
     {u"MD5 (a) = kAFQmDzST7DWlj99KOF/cg", u"L", u"a", {AlgoId::Md5}},
     {u"\\MD5 (a\\nb) = kAFQmDzST7DWlj99KOF/cg==", u"L", u"a\nb", {AlgoId::Md5}},
@@ -85,7 +85,7 @@ TEST(MoreListFormsTest, ReadsWhatOtherToolsWrite) {
   }
 }
 
-TEST(MoreListFormsTest, NeedsTheChoiceOfTheCaller) {
+TEST(MoreListFormsTest, AreUsedOnlyOnRequest) {
   for (const FormCase& row : formCases) {
     if (row.candidates.empty()) continue;
     SCOPED_TRACE(WideToUtf8(row.line) + " in " + WideToUtf8(row.list));
@@ -99,7 +99,7 @@ TEST(MoreListFormsTest, NeedsTheChoiceOfTheCaller) {
   }
 }
 
-// What the usual forms read has the same meaning with the others switched on.
+// Lines in the usual forms have the same result with the other forms enabled.
 TEST(MoreListFormsTest, LeavesTheUsualFormsAsTheyAre) {
   const std::u16string lines[] = {
       Text(u"", md5, u"  a\tb"),

@@ -28,7 +28,7 @@ TEST(VerdictTextTest, AnExpectedHash) {
   EXPECT_EQ(swr::CannotCompareText(u"a"), u"a can't be read, so it can't be compared.");
 }
 
-TEST(VerdictTextTest, AFileIsWantedForAHash) {
+TEST(VerdictTextTest, AHashNeedsAFile) {
   const swr::ParsedHash named = {.candidates = {AlgoId::Md5}, .explicitAlgo = true};
   EXPECT_EQ(swr::FileWantedText(named), u"Add the file to compare with this MD5 hash.");
   const swr::ParsedHash bare = {.candidates = {three.begin(), three.end()}};

@@ -88,8 +88,8 @@ TEST(FolderWalkPosixTest, ADeepTreeNeedsNoMoreStack) {
   EXPECT_EQ(*paths, Names{relative + u"file"});
 }
 
-// A link of unknown type is reported as a file, which fails later if it is none; a link to a folder
-// is never entered.
+// A link of unknown type is reported as a file, which fails later if it is not one; a link to a
+// folder is never entered.
 TEST(FolderWalkPosixTest, ALinkOfUnknownTypeIsAFile) {
   TempTree tree;
   tree.AddFile(u"folder/inside");

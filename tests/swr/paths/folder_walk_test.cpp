@@ -140,7 +140,7 @@ TEST(FolderWalkTest, ARelativeRootStartsFromTheCurrentFolder) {
   const CurrentFolder current(tree.Path(u"sub"));
   struct RootCase {
     std::u16string root;
-    std::vector<std::u16string> paths;  // the root as given, joined with what lies below it
+    std::vector<std::u16string> paths;  // the root as given, joined with the names below it
   };
   const std::u16string deeper = JoinPath(u"deeper", u"2");
   const RootCase cases[] = {

@@ -1,4 +1,4 @@
-// The search for a catalog that lists a file, with trust services that answer as the test wants.
+// The search for a catalog that lists a file, with fake trust services.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -22,7 +22,7 @@ constexpr auto UnknownProvider = static_cast<uint32_t>(TRUST_E_PROVIDER_UNKNOWN)
 constexpr auto BadDigest = static_cast<uint32_t>(TRUST_E_BAD_DIGEST);
 constexpr auto UntrustedRoot = static_cast<uint32_t>(CERT_E_UNTRUSTEDROOT);
 
-// What one way to look for a catalog, by SHA-256 or by the classic hash, comes to.
+// The result of looking for a catalog in one way: by SHA-256 or by the classic hash.
 struct CatalogAnswers {
   bool hasFunctions = true;  // the two that older systems lack
   bool acquires = true;
@@ -32,7 +32,8 @@ struct CatalogAnswers {
   uint32_t verdict = 0;
 };
 
-// The answers to give, and what was asked. One per test; the functions below refer to it.
+// The answers of the fakes, and a record of their calls. One per test; the functions below refer to
+// it.
 struct FakeTrust {
   uint32_t fileVerdict = NoSignature;
   DWORD lastError = 0;
@@ -51,7 +52,7 @@ struct FakeTrust {
 
 FakeTrust* fake = nullptr;
 
-// Handles that the functions below give out: an administrator for each way, and a catalog.
+// Handles that the functions below return: an administrator for each way, and a catalog.
 const HCATADMIN sha256Admin = reinterpret_cast<HCATADMIN>(0x256);
 const HCATADMIN classicAdmin = reinterpret_cast<HCATADMIN>(0x1);
 const HCATINFO catalogContext = reinterpret_cast<HCATINFO>(0xCA7);
@@ -75,7 +76,7 @@ LONG WINAPI Verify(HWND window, GUID* action, void* argument) {
     EXPECT_EQ(data.hWVTStateData, verificationState);
     fake->closed.push_back(data);
     fake->calls.push_back("close");
-    SetLastError(4711);  // must not be taken for that of the verification
+    SetLastError(4711);  // must not be reported as that of the verification
     return 0;
   }
   EXPECT_EQ(data.dwStateAction, 1u);
@@ -181,7 +182,7 @@ HCATINFO WINAPI FindCatalog(HCATADMIN admin, BYTE* hash, DWORD size, DWORD, HCAT
   return AnswersOf(admin).finds ? catalogContext : nullptr;
 }
 
-// Called between FindCatalog and ReleaseCatalog of the same way, so the last one acquired counts.
+// Called between FindCatalog and ReleaseCatalog of the same way, so the last one acquired is meant.
 BOOL WINAPI DescribeCatalog(HCATINFO context, CATALOG_INFO* info, DWORD) {
   EXPECT_EQ(context, catalogContext);
   EXPECT_EQ(info->cbStruct, 524u);
@@ -319,13 +320,13 @@ TEST(SignatureCatalogTest, AStepThatFailsLeadsToTheClassicHash) {
   }
 }
 
-TEST(SignatureCatalogTest, WithoutACatalogTheVerdictOnTheFileStands) {
+TEST(SignatureCatalogTest, WithoutACatalogTheVerdictOnTheFileIsKept) {
   TempTree tree;
   const std::u16string path = tree.AddFile(u"driver.sys", "content");
   for (const StepCase& row : stepCases) {
     SCOPED_TRACE(row.description);
     FakeTrust answers = {.sha256 = row.answers, .classic = row.answers};
-    if (!row.answers.hasFunctions) answers.classic.finds = false;  // these every system has
+    if (!row.answers.hasFunctions) answers.classic.finds = false;  // which every system has
     EXPECT_EQ(Check(answers, path),
               (SignatureResult{.state = SignatureState::NotSigned, .errorCode = NoSignature}));
   }

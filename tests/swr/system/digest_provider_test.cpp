@@ -131,7 +131,7 @@ TEST(DigestProviderTest, FailsToMakeOneHashAndMakesTheNext) {
     const InstalledFaults faults({{.call = SystemCall::CreateDigest, .nth = 1, .code = 8}});
     try {
       ProviderHash failing(row.algorithm);
-      ADD_FAILURE() << "made";
+      ADD_FAILURE() << "created although the call failed";
     } catch (const std::runtime_error& failure) {
       EXPECT_STREQ(failure.what(), "BCryptCreateHash failed");
     }
@@ -143,14 +143,14 @@ TEST(DigestProviderTest, FailsToMakeOneHashAndMakesTheNext) {
 
 // --- A provider that can't be opened ------------------------------------------------------------
 
-// Providers are opened once a process, so these tests run in processes of their own, which
-// GoogleTest starts with nothing but the one test in them.
+// Providers are opened once per process, so each of these tests runs in a process of its own,
+// started by GoogleTest as a death test.
 class UnavailableProviderTest : public ::testing::Test {
  protected:
   void SetUp() override { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
 };
 
-constexpr int succeeded = 17;  // no exit code that comes about by itself
+constexpr int succeeded = 17;  // an exit code that does not occur otherwise
 
 void Require(bool condition, const char* description) {
   if (condition) return;
@@ -197,7 +197,7 @@ TEST_F(UnavailableProviderTest, StaysUnavailable) {
   std::exit(succeeded);
 }
 
-TEST_F(UnavailableProviderTest, LeavesTheOthersAlone) {
+TEST_F(UnavailableProviderTest, DoesNotAffectTheOthers) {
   EXPECT_EXIT(CheckThatTheOthersWork(), ::testing::ExitedWithCode(succeeded), "");
 }
 
@@ -221,7 +221,7 @@ TEST_F(UnavailableProviderTest, LeavesTheOthersAlone) {
   std::exit(code);
 }
 
-TEST_F(UnavailableProviderTest, MakesFilesFailWhole) {
+TEST_F(UnavailableProviderTest, FailsWholeFiles) {
   EXPECT_EXIT(CheckThatFilesFailWhole(), ::testing::ExitedWithCode(succeeded), "");
 }
 

@@ -44,7 +44,7 @@ TEST(DirectoryTest, ReportsTheEntries) {
   EXPECT_EQ(entries[2].size, 0u);
 }
 
-TEST(DirectoryTest, AppendsToWhatIsThere) {
+TEST(DirectoryTest, KeepsEarlierEntries) {
   TempTree tree;
   tree.AddFile(u"file");
   std::vector<DirectoryEntry> entries = {{.name = u"before"}};

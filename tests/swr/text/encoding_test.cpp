@@ -72,7 +72,7 @@ TEST(DecodeTextBytesTest, DetectsTheEncoding) {
   }
 }
 
-TEST(DecodeTextBytesTest, AMarkCommitsToUtf8) {
+TEST(DecodeTextBytesTest, AByteOrderMarkSelectsUtf8) {
   const std::u16string text = DecodeTextBytes(Bytes({0xEF, 0xBB, 0xBF, 'a', 0xFF, 'z'}));
   EXPECT_NE(text.find(u'\uFFFD'), text.npos);
   EXPECT_EQ(text.find(u'\u00FF'), text.npos);
@@ -109,7 +109,7 @@ const ConversionCase conversionCases[] = {
     {"a null", Bytes({'a', 0, 'b'}), Units({'a', 0, 'b'})},
 };
 
-TEST(Utf8Test, GoesToTextAndBack) {
+TEST(Utf8Test, RoundTripsThroughText) {
   for (const ConversionCase& row : conversionCases) {
     SCOPED_TRACE(row.description);
     EXPECT_EQ(Utf8ToWide(row.bytes), row.text);
@@ -120,7 +120,7 @@ TEST(Utf8Test, GoesToTextAndBack) {
   }
 }
 
-TEST(Utf8Test, ReplacesWhatIsInvalid) {
+TEST(Utf8Test, ReplacesInvalidInput) {
   EXPECT_NE(Utf8ToWide("a\xFFz").find(u'\uFFFD'), std::u16string::npos);
   EXPECT_EQ(WideToUtf8(Units({'a', 0xD800, 'z'})), "a\xEF\xBF\xBDz");
   EXPECT_EQ(WideToUtf8(Units({0xDFFF})), "\xEF\xBF\xBD");

@@ -1,4 +1,4 @@
-// A checksum file is read and decoded in one piece; this is what that costs at most.
+// A checksum file is read and decoded as a whole; this is the limit of the memory for that.
 #include <gtest/gtest.h>
 
 #include <string>

@@ -59,7 +59,7 @@ TEST(ReadTextFileTest, DoesNotReadAnEmptyFile) {
   EXPECT_EQ(calls.Count(SystemCall::ReadFile), 0u);
 }
 
-TEST(ReadTextFileTest, TakesLongPaths) {
+TEST(ReadTextFileTest, AcceptsLongPaths) {
   TempTree tree;
   ExpectText(AddFileWithLongPath(tree, 1100, "far below"), u"far below");
 }
@@ -149,7 +149,7 @@ TEST(ReadTextFileTest, ReportsWhyItCannotRead) {
   EXPECT_EQ(ReadTextFile(path, nullptr), std::nullopt);
 }
 
-// Some drivers fail without saying why; the bytes that were not read are no text all the same.
+// Some drivers fail without an error code; the text is incomplete all the same.
 TEST(ReadTextFileTest, AFailureWithoutACodeIsAFailure) {
   TempTree tree;
   const std::u16string path = tree.AddFile(u"file", "text");

@@ -20,7 +20,7 @@ bool Grows(size_t count, SampleAt sampleAt) {
   return series.Evaluate().hasGrown;
 }
 
-TEST(ResourceSeriesTest, WhatStaysDoesNotGrow) {
+TEST(ResourceSeriesTest, ConstantUseIsNotGrowth) {
   for (const size_t count : {ShortRun, AnHour}) {
     EXPECT_FALSE(Grows(count, [](size_t i) {
       return ResourceSample{.handles = 53 + i % 2, .privateBytes = 30 * MiB};
@@ -28,7 +28,7 @@ TEST(ResourceSeriesTest, WhatStaysDoesNotGrow) {
   }
 }
 
-TEST(ResourceSeriesTest, ALeakEachTimeGrows) {
+TEST(ResourceSeriesTest, ALeakEveryTimeIsGrowth) {
   for (const size_t count : {ShortRun, AnHour}) {
     EXPECT_TRUE(Grows(count, [](size_t i) { return ResourceSample{.handles = i}; }));
     EXPECT_TRUE(Grows(count, [](size_t i) { return ResourceSample{.gdiObjects = i}; }));
@@ -37,12 +37,12 @@ TEST(ResourceSeriesTest, ALeakEachTimeGrows) {
   }
 }
 
-TEST(ResourceSeriesTest, ALeakNowAndThenGrowsInAnHour) {
+TEST(ResourceSeriesTest, AnOccasionalLeakIsGrowthWithinAnHour) {
   EXPECT_TRUE(Grows(AnHour, [](size_t i) { return ResourceSample{.handles = i / 10}; }));
   EXPECT_TRUE(Grows(AnHour, [](size_t i) { return ResourceSample{.privateBytes = i * MiB / 20}; }));
 }
 
-TEST(ResourceSeriesTest, StepsOfTheHeapAreNoGrowthWhileItSettles) {
+TEST(ResourceSeriesTest, StepsOfTheHeapAreNotGrowthWhileItSettles) {
   EXPECT_FALSE(Grows(ShortRun, [](size_t i) {
     return ResourceSample{.privateBytes = (i < 6 ? 18 : i < 10 ? 24 : 30) * MiB};
   }));
@@ -53,12 +53,12 @@ TEST(ResourceSeriesTest, StepsOfTheHeapAreNoGrowthWhileItSettles) {
       AnHour, [](size_t i) { return ResourceSample{.privateBytes = (i < 30 ? 24 : 30) * MiB}; }));
 }
 
-TEST(ResourceSeriesTest, AStepThatStaysGrowsOnceTheHeapHasSettled) {
+TEST(ResourceSeriesTest, ALastingStepIsGrowthOnceTheHeapHasSettled) {
   EXPECT_TRUE(Grows(
       AnHour, [](size_t i) { return ResourceSample{.privateBytes = (i < 100 ? 24 : 30) * MiB}; }));
 }
 
-TEST(ResourceSeriesTest, WhatComesAndGoesIsNoGrowth) {
+TEST(ResourceSeriesTest, TemporaryUseIsNotGrowth) {
   EXPECT_FALSE(Grows(AnHour, [](size_t i) {
     const uint64_t peak = i < AnHour / 2 ? 30 : 60;
     return ResourceSample{.privateBytes = (i % 3 == 0 ? 24 : peak) * MiB};
