@@ -1,12 +1,12 @@
 ; The setup program: installs Sumwright for the user who runs it, without elevation. It is a 32-bit
-; program itself, which every Windows runs, and installs the build that fits.
+; program, which every version of Windows runs, and installs the build that fits the system.
 ;
 ;   makensis -DSTAGING=... -DICON=... -DPICTURE=... -DOUTPUT=... setup.nsi
 ;
-; STAGING is the folder with the programs and texts as ./package names them, ICON the program's icon,
-; PICTURE the bitmap of 164 by 314 pixels beside the last page, OUTPUT the setup program to be
-; written. /S installs and uninstalls without a window, /D=FOLDER (last, without quotes) says where,
-; and /EXPLORER has Explorer's menu offer Sumwright too.
+; STAGING is the folder with the programs and texts as ./package names them, ICON the program's
+; icon, PICTURE the bitmap of 164 by 314 pixels on the last page, OUTPUT the setup program to write.
+; /S installs and uninstalls silently, /D=FOLDER (last, without quotes) sets the folder, and
+; /EXPLORER adds the entry to Explorer's menu.
 Target x86-unicode
 SetCompressor /SOLID lzma
 SetDateSave off ; the same files give the same bytes, whenever they were built
@@ -19,7 +19,7 @@ SetDateSave off ; the same files give the same bytes, whenever they were built
 !include Win\COM.nsh
 !define /ifndef SLGP_RAWPATH 4
 
-; Of these, the project has one place each.
+; Read from where the project defines them.
 !searchparse /file "..\CMakeLists.txt" "project(Sumwright VERSION " VERSION " LANGUAGES"
 !searchparse /file "..\src\app\install\setup_id.h" 'u"{' SETUP_ID '}_is1"'
 !searchparse /file "..\src\app\desktop\addresses.h" 'ProductPage = u"' PRODUCT_PAGE '"'
@@ -58,7 +58,7 @@ VIAddVersionKey "LegalCopyright" "Copyright © 2026 the Sumwright authors"
 !insertmacro MUI_UNPAGE_INSTFILES
 !insertmacro MUI_LANGUAGE "English"
 
-; What is installed beside Sumwright.exe, under the names of the staging folder.
+; The files installed beside Sumwright.exe, by their names in the staging folder.
 !macro ForEachOtherFile ACTION
   !insertmacro ${ACTION} "LICENSE.txt"
   !insertmacro ${ACTION} "NOTICE.txt"
@@ -73,7 +73,7 @@ VIAddVersionKey "LegalCopyright" "Copyright © 2026 the Sumwright authors"
   Delete "$INSTDIR\${NAME}"
 !macroend
 
-; A program that runs can't be replaced. Goes on once it can, or ends the setup.
+; A running program can't be replaced. Continues once it can be, or ends the setup.
 !macro WaitUntilProgramCanBeWritten
   ${DoWhile} ${FileExists} "$INSTDIR\Sumwright.exe"
     ClearErrors
@@ -95,7 +95,7 @@ VIAddVersionKey "LegalCopyright" "Copyright © 2026 the Sumwright authors"
   WriteRegStr HKCU "${KEY}\command" "" '"$INSTDIR\Sumwright.exe" "%1"'
 !macroend
 
-; An entry of another copy stays.
+; An entry of another copy is kept.
 !macro RemoveOwnExplorerEntry KEY
   ReadRegStr $0 HKCU "${KEY}\command" ""
   ${If} $0 == '"$INSTDIR\Sumwright.exe" "%1"'
@@ -107,7 +107,7 @@ Section "Sumwright" SectionProgram
   SectionIn RO
   !insertmacro WaitUntilProgramCanBeWritten
   SetOutPath "$INSTDIR"
-  ; Windows for ARM processors runs the 32-bit program in every version.
+  ; Every version of Windows for ARM processors runs the 32-bit program.
   ${If} ${IsNativeAMD64}
     File "${STAGING}/Sumwright.exe"
   ${Else}
@@ -152,7 +152,7 @@ Function .onInit
   ${EndIf}
 FunctionEnd
 
-; A link of another copy stays. Leaves registers alone.
+; A link of another copy is kept. Preserves registers.
 Function un.RemoveOwnSendToLink
   Push $0
   Push $1
@@ -176,8 +176,7 @@ Function un.RemoveOwnSendToLink
   Pop $0
 FunctionEnd
 
-; Takes away what the setup and the program have written, and nothing else: a folder that holds
-; other files stays.
+; Removes only what the setup and the program have written: a folder with other files is kept.
 Section "Uninstall"
   !insertmacro WaitUntilProgramCanBeWritten
   !insertmacro RemoveOwnExplorerEntry "${FILE_ENTRY}"
