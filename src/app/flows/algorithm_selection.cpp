@@ -36,7 +36,7 @@ void AlgorithmSelection::SelectOne(swr::AlgoId id, bool isSelected) {
 void AlgorithmSelection::FollowBox(swr::AlgoId id) { SelectOne(id, uses_.menu.IsAlgoChecked(id)); }
 
 void AlgorithmSelection::ChooseFromMenu() {
-  // The choice is about what the menu showed, whatever has changed while it was open.
+  // The choice applies to the state that the menu showed, whatever has changed since it was opened.
   const swr::AlgoMask shown = uses_.options.algorithms;
   const auto algo = uses_.popups.ChooseAlgo(shown, uses_.options.showLegacy);
   if (algo) SelectOne(*algo, (shown & swr::MaskOf(*algo)) == 0);

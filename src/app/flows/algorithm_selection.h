@@ -30,12 +30,12 @@ class AlgorithmSelection {
   };
   explicit AlgorithmSelection(const Uses& uses) : uses_(uses) {}
 
-  // The only way to change the selection; an empty one becomes SHA-256 alone. Columns follow, and
-  // every row is hashed with what it lacks.
+  // The only way to change the selection; an empty one becomes SHA-256. Updates the columns, and
+  // queues the digests that rows lack.
   void Select(swr::AlgoMask mask);
-  // Selects or deselects the algorithm as its check box is now.
+  // Selects or deselects the algorithm according to its check box.
   void FollowBox(swr::AlgoId id);
-  // Lets the user select or deselect one in the menu of all algorithms.
+  // Shows the menu of all algorithms, in which the user can select or deselect one.
   void ChooseFromMenu();
 
  private:

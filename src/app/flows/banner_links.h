@@ -1,4 +1,4 @@
-// What a click on a link in a banner does.
+// Carries out clicks on the links in banners.
 #pragma once
 
 #include <string_view>
@@ -18,7 +18,7 @@ class BannerLinks {
   BannerLinks(Banners& banners, ClipboardWatch& clipboard, ListEdits& edits,
               Verification& verification, ShellEntries& shellEntries, ExpectedView& expected);
 
-  // `link` is one of link_ids.h.
+  // `link` is one of the ids in link_ids.h.
   void Follow(std::u16string_view link);
 
  private:

@@ -1,5 +1,5 @@
-// The banner: the line above the list that offers something and never blocks. There is one at a
-// time; what its links do is decided in banner_links.h.
+// The banner: the line above the list that makes an offer without blocking the user. At most one
+// shows at a time; banner_links.h has the effects of its links.
 #pragma once
 
 #include <cstdint>
@@ -22,7 +22,7 @@ class Banners {
   // The view must outlive the object.
   explicit Banners(BannerView& view) : view_(view) {}
 
-  // Replaces the banner that shows, if any. The payload is what the banner's offer is about.
+  // Replaces the current banner, if any. The payload is the subject of the offer, such as a path.
   void Show(BannerKind kind, const std::u16string& markup, const std::u16string& payload);
   void Hide();
 

@@ -21,7 +21,7 @@ std::u16string HashLabel(const swr::ParsedHash& hash) {
 
 void ClipboardWatch::Check() {
   const uint32_t sequence = clipboard_.ClipboardSequence();
-  // From here on this content is not looked at again, whatever comes of it.
+  // From now on this content is not checked again, whatever the result.
   if (std::exchange(sequence_, sequence) == sequence) return;
   const std::optional<std::u16string> text = clipboard_.ReadClipboardText();
   if (!text) return;

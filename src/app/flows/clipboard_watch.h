@@ -1,5 +1,5 @@
 // Offers to compare a hash that the user copied elsewhere, when the window becomes active and once
-// for each content of the clipboard. Nothing reaches the Expected hash box unasked.
+// for each content of the clipboard. The Expected hash box never changes by itself.
 #pragma once
 
 #include <cstdint>
@@ -19,14 +19,14 @@ class ClipboardWatch {
 
   // To be called when the window becomes active.
   void Check();
-  // The user does not want this text offered; it is not offered again.
+  // The user has dismissed this text; it is not offered again.
   void Dismiss(const std::u16string& text) { dismissed_ = text; }
 
  private:
   Clipboard& clipboard_;
   Banners& banners_;
   const ExpectedView& expected_;
-  uint32_t sequence_ = 0;  // of the content that was looked at last
+  uint32_t sequence_ = 0;  // of the content checked last
   std::u16string dismissed_;
 };
 

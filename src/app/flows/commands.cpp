@@ -41,7 +41,7 @@ void LookUpOnline(T targets, const RowIds& rows) { targets.lookUp.Start(rows); }
 void OpenFolder(T targets, const RowIds& rows) {
   const Row* row = rows.size() == 1 ? targets.rows.Find(rows.front()) : nullptr;
   if (row == nullptr) return;
-  // The row can go while the file manager is asked.
+  // The row can be removed while the file manager is called.
   const std::u16string path = row->path;
   const std::u16string folder = row->folder;
   targets.shell.ShowInFolder(path, folder);
@@ -67,7 +67,7 @@ constexpr Command commands[] = {
     Act(ID_VERIFY_FILE, [](T t) { t.verification.VerifyChosenFiles(); }),
     ActOn(ID_SAVE_CHECKSUMS, [](T t, const RowIds& rows) { t.saving.Save(rows); }),
     Act(ID_EXIT, [](T t) { t.frame.CloseWindow(); }),
-    // The Edit menu. In an edit box with the focus its keys edit the text.
+    // The Edit menu. While an edit box has the focus, its keys edit the text.
     ActOn(ID_COPY_HASHES,
           [](T t, const RowIds& rows) {
             if (!t.edit.CopyFromFocusedEdit()) t.copying.CopyHashes(rows);

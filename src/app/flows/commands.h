@@ -27,14 +27,14 @@ class ShellEntries;
 class Verification;
 struct Options;
 
-// What the availability of commands depends on.
+// The state that the availability of commands depends on.
 struct CommandState {
   size_t selectedRows = 0;
   bool singleRowFailed = false;  // meaningful with one selected row
   bool explorerMenuIsMachineWide = false;
 };
 
-// What commands work with. All must outlive the Commands.
+// The objects that commands work on. All must outlive the Commands.
 struct CommandTargets {
   const RowTable& rows;
   const Selection& selection;
@@ -57,8 +57,8 @@ struct CommandTargets {
 };
 
 struct Command {
-  uint32_t id;  // of resource_ids.h
-  // One of these two; the second is given the rows to work on.
+  uint32_t id;  // from resource_ids.h
+  // Exactly one of these is set; the second receives the rows to work on.
   void (*act)(const CommandTargets& targets);
   void (*actOn)(const CommandTargets& targets, const RowIds& rows);
   // Null for a command that is always available.
@@ -68,17 +68,17 @@ struct Command {
 // Every command of the main window, each once.
 std::span<const Command> AllCommands();
 
-// True for a command that is always available, false for an id that is none.
+// False for an id that is not a command.
 bool IsCommandAvailable(uint32_t id, const CommandState& state);
 
 class Commands {
  public:
   explicit Commands(const CommandTargets& targets) : targets_(targets) {}
 
-  // Carries the command out, on the selected rows if it works on rows. False for an id that is no
-  // command.
+  // Carries out the command, on the selected rows if it works on rows. False for an id that is not
+  // a command.
   bool Run(uint32_t id);
-  // The same on these rows, whatever is selected now.
+  // The same on these rows, independently of the current selection.
   bool RunOn(uint32_t id, const RowIds& rows);
 
  private:

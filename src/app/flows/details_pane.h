@@ -1,5 +1,5 @@
-// The pane under the list: all that is known of the selected file, or a sum of several. It has the
-// signature and the origin of a file looked up when the file is first shown.
+// The pane below the list: everything known about the selected file, or totals of several. The
+// signature and the origin of a file are looked up when the file is first shown.
 #pragma once
 
 #include <cstdint>
@@ -19,12 +19,12 @@ class DetailsPane {
   DetailsPane(RowTable& rows, const Selection& selection, const Options& options,
               SignatureChecks& signatures, DetailsView& view);
 
-  // To be called after every change of the selection or of a selected row.
+  // Call after every change of the selection or of a selected row.
   void Refresh();
   void OnSignatureResult(uint64_t rowId, const swr::SignatureResult& signature);
 
  private:
-  // Asks for what is known elsewhere of the row.
+  // Looks up the row's signature and origin, if that has not been done.
   void LookInto(const Row& row);
 
   RowTable& rows_;

@@ -31,7 +31,7 @@ void ExpectedHash::Compare() {
   ResultLine line;
   bool queued = false;
   if (trimmed.empty()) {
-    // Rows whose results are still on their way are not called unchecked.
+    // Rows whose results have not arrived yet must not be reported as unchecked.
     const WorkerSnapshot snapshot = hashing_.Snapshot();
     line =
         VerificationLine(rows_.Counters().Verification(), snapshot.active || snapshot.finishedWait);
@@ -40,8 +40,8 @@ void ExpectedHash::Compare() {
   } else if (rows_.IsEmpty()) {
     line = FileWantedLine(*expected);
   } else {
-    // This is the one place where a pasted value changes what is hashed. Only a new value takes up
-    // again what the user has cancelled; otherwise Cancel would have no effect.
+    // This is the only place where a pasted value changes what is hashed. Only a new value resumes
+    // what the user has cancelled; otherwise Cancel would have no effect.
     const RowCounters& counters = rows_.Counters();
     if (counters.Matches() == 0 && (isNew || counters.WantsCandidates())) {
       queued = hashing_.QueueCandidates(*expected, isNew);
@@ -49,12 +49,13 @@ void ExpectedHash::Compare() {
     line = ExpectedHashLine(rows_, *expected);
   }
   view_.SetResultLine(line.text, line.kind);
-  // The value shows in the rows' texts and colours.
+  // The texts and colours of the rows depend on the value.
   if (isNew || queued) list_.RedrawRows();
 }
 
 void ExpectedHash::OnEdited() {
-  // The same value entered again counts as a new one, and what the list shows of the old one goes.
+  // The same value entered again is treated as a new one, and the list stops showing the old
+  // verdicts.
   if (rows_.Expected()) {
     rows_.CompareWith(std::nullopt);
     list_.RedrawRows();

@@ -1,5 +1,5 @@
-// The Expected hash box: what the pasted value is, whether the rows must be hashed further to find
-// out, and what the result line says. With an empty box the line sums up a verification.
+// The Expected hash box: parses its value, compares the rows with it, queues the candidates that
+// they lack, and sets the result line. With an empty box the line sums up a verification.
 #pragma once
 
 #include "app/desktop/clipboard.h"
@@ -18,10 +18,10 @@ class ExpectedHash {
   ExpectedHash(RowTable& rows, Hashing& hashing, ProgressDisplay& progress, Banners& banners,
                Clipboard& clipboard, ListView& list, ExpectedView& view);
 
-  // Reads the box again, has the worker compute what is missing, and states the verdict. To be
-  // called after every change of the rows.
+  // Reads the box, queues missing digests, and states the verdict. Call after every change of the
+  // rows.
   void Compare();
-  // After a change of the box.
+  // Call after every change of the box.
   void OnEdited();
   // Puts the clipboard's text into the box.
   void Paste();

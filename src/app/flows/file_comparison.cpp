@@ -23,7 +23,7 @@ TaskDialogSpec SizesDiffer(const Row& first, const Row& second) {
                        line(first) + line(second) + u"\nTheir sizes differ.");
 }
 
-// For two rows that have their digests or can't have them.
+// For two rows that have their digests or can't get them.
 TaskDialogSpec Answer(const Row& first, const Row& second) {
   if (first.status == RowStatus::Failed || second.status == RowStatus::Failed) {
     return MessageDialog(TaskDialogIcon::Error, u"One of the files can't be read.");
@@ -61,7 +61,7 @@ void FileComparison::Start(const RowIds& selection) {
       list_.RedrawRow(*rows_.IndexOf(row->id));
     }
   }
-  // A cancelled row is pending again.
+  // A cancelled row becomes pending again.
   expected_.Compare();
   Finish();
 }
@@ -75,7 +75,7 @@ void FileComparison::Finish() {
     return;
   }
   if (!IsSettled(*first) || !IsSettled(*second)) return;
-  // Before the message, for further results come in while it is open.
+  // Before the message, because further results arrive while it is open.
   waitsFor_.reset();
   messages_.ShowTaskDialog(Answer(*first, *second));
 }

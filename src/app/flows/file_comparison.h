@@ -1,5 +1,5 @@
-// Whether two files have the same content: their sizes decide where these differ, otherwise
-// SHA-256, whatever algorithms are selected.
+// Tells the user whether two files have the same content: by their sizes if these differ, otherwise
+// by SHA-256, independently of the selected algorithms.
 #pragma once
 
 #include <cstdint>
@@ -24,7 +24,7 @@ class FileComparison {
   // Compares the two selected rows and shows the answer in a message, as soon as their digests are
   // known. Only the last request waits. Does nothing for any other number of rows.
   void Start(const RowIds& selection);
-  // Answers if both digests are known by now. To be called after every result.
+  // Answers if both digests are known now. Call after every result.
   void Finish();
   bool IsWaiting() const { return waitsFor_.has_value(); }
   void Forget() { waitsFor_.reset(); }

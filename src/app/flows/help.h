@@ -15,7 +15,7 @@ class Help {
 
   void ShowAbout();
   void ShowCommandLineTool();
-  // An installed copy has its folder to show; a portable one offers the setup instead.
+  // An installed copy opens its folder; a portable one offers the setup instead.
   void OpenProgramFolder();
   void OpenProductPage();
   void OpenMakerPage();

@@ -17,9 +17,10 @@ class ListCells {
   ListCells(const RowTable& rows, const ListColumns& columns, const Options& options)
       : rows_(rows), columns_(columns), options_(options) {}
 
-  // Empty outside the list, for the list view can ask after rows have gone.
+  // Empty for an index outside the list, because the list view can ask for rows that were just
+  // removed.
   std::u16string TextOf(size_t row, size_t column) const;
-  // None outside the list.
+  // None for an index outside the list.
   RowTint TintOf(size_t row) const;
 
  private:

@@ -7,12 +7,12 @@
 namespace app {
 namespace {
 
-// Room for the digits in the list's font, up to where a digest is better read in the details.
+// Wide enough for the digits in the list's font; longer digests are better read in the details.
 uint32_t DigestColumnWidth(swr::AlgoId id) {
   return std::min<uint32_t>(swr::GetAlgo(id).digestSize * 14 + 16, 260);
 }
 
-// The place of the column in FixedColumns, if it is one of them.
+// The index of the column in FixedColumns, if it is one of them.
 std::optional<size_t> FixedPlace(ColumnKind kind) {
   for (size_t i = 0; i < FixedColumns.size(); ++i) {
     if (FixedColumns[i].kind == kind) return i;

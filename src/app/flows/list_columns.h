@@ -1,4 +1,4 @@
-// The columns of the list: which there are for a selection of algorithms, and how wide.
+// The columns of the list and their widths, for a selection of algorithms.
 #pragma once
 
 #include <array>
@@ -18,12 +18,12 @@ struct ColumnDef {
   swr::AlgoId algo = {};  // meaningful for Digest only
 };
 
-// The columns that a user can size and whose widths are kept. A digest's column always follows the
-// length of the digest.
+// The columns whose widths the user can change and the settings keep. The width of a digest's
+// column always follows from the length of the digest.
 struct FixedColumn {
   ColumnKind kind;
   const char16_t* heading;
-  uint32_t width;  // at first; pixels at 96 DPI
+  uint32_t width;  // initially; pixels at 96 DPI
   bool rightAligned;
 };
 inline constexpr std::array<FixedColumn, 4> FixedColumns = {{
@@ -48,12 +48,12 @@ class ListColumns {
 
   // Replaces the columns by those for this selection. The fixed ones keep their widths.
   void Rebuild(swr::AlgoMask mask);
-  // Takes over the widths that the user has given the fixed columns.
+  // Reads the widths that the user has given the fixed columns.
   void ReadWidths();
   // By column index.
   const std::vector<ColumnDef>& Defs() const { return defs_; }
   const FixedColumnWidths& Widths() const { return widths_; }
-  // To be called before the first Rebuild.
+  // Call before the first Rebuild.
   void SetWidths(const FixedColumnWidths& widths) { widths_ = widths; }
 
  private:

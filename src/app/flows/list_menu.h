@@ -17,8 +17,8 @@ class ListMenu {
   ListMenu(const RowTable& rows, const Selection& selection, Commands& commands, Copying& copying,
            PopupMenus& popups);
 
-  // Shows the menu of the selected rows at this place, or beside the focused row, and carries out
-  // the choice on the rows that were selected when the menu opened. Does nothing without a
+  // Shows the menu for the selected rows at this point, or beside the focused row, and carries out
+  // the chosen command on the rows that were selected when the menu opened. Does nothing without a
   // selection.
   void Show(std::optional<ScreenPoint> at);
 

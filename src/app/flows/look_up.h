@@ -22,11 +22,11 @@ class LookUp {
   // Opens the page of the one selected row, as soon as its digest is known. Only the last request
   // waits. Does nothing for any other number of rows.
   void Start(const RowIds& selection);
-  // Whether the page of this row waits for its digest.
+  // Whether the look-up of this row is waiting for its digest.
   bool WaitsFor(uint64_t rowId) const { return waitsFor_ == rowId; }
   bool IsWaiting() const { return waitsFor_.has_value(); }
-  // To be called after a result for the row that is waited for, before the row is asked for more.
-  // The address of the page to open now, if any.
+  // Call after each result for the row of a waiting look-up, before more is queued for it. Returns
+  // the address of the page to open now, if any.
   std::optional<std::u16string> Finish();
   void Forget() { waitsFor_.reset(); }
 

@@ -1,4 +1,4 @@
-// The options that the menu turns on and off, and how the menu shows them.
+// The options that the menu turns on and off.
 #pragma once
 
 #include "app/flows/algorithm_selection.h"
@@ -17,7 +17,7 @@ class OptionSwitches {
       : options_(options), algorithms_(algorithms), details_(details), menu_(menu), list_(list) {}
 
   void ToggleUppercase();
-  // Without legacy algorithms none of them stays selected.
+  // Hiding the legacy algorithms deselects them.
   void ToggleShowLegacy();
   void ToggleIncludeHidden();
   void ToggleCrLf();

@@ -1,4 +1,4 @@
-// What the user has chosen and keeps from one run to the next.
+// The user's options, which are kept between runs.
 #pragma once
 
 #include "swr/hash/algorithms.h"
@@ -8,8 +8,8 @@ namespace app {
 struct Options {
   swr::AlgoMask algorithms = swr::DefaultAlgoMask;  // never empty
   bool uppercase = false;                           // hexadecimal digits
-  bool showLegacy = false;                          // MD2 and MD4 are on offer
-  bool includeHidden = false;                       // folders are walked with hidden files
+  bool showLegacy = false;                          // MD2 and MD4 are offered
+  bool includeHidden = false;                       // in folders, add hidden files too
   bool crLf = false;                                // line ends of saved files
 };
 

@@ -1,5 +1,4 @@
-// What the main menu shows of the options, of the shell's entries and of how the program was
-// installed.
+// Shows in the main menu the options, the shell's entries and how the program was installed.
 #pragma once
 
 #include "app/flows/options.h"
@@ -14,9 +13,9 @@ class OptionsMenu {
   OptionsMenu(const Options& options, const Installation& installation, MenuView& view)
       : options_(options), installation_(installation), view_(view) {}
 
-  // Adapts the menu to the kind of installation. To be called once, at the start.
+  // Adapts the menu to the kind of installation. Call once, at the start.
   void Prepare();
-  // Brings the menu in line with the options and with the shell's entries.
+  // Updates the check marks to match the options and the shell's entries.
   void Show();
 
  private:

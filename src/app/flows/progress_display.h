@@ -1,4 +1,4 @@
-// The status line and the progress bar, and the rows that show as being hashed.
+// The status line and the progress bar, and the rows that are shown as being hashed.
 #pragma once
 
 #include "app/rows/row_table.h"
@@ -16,7 +16,7 @@ class ProgressDisplay {
   // Brings the status line and the bar up to date.
   void Update() { Show(queue_.GetSnapshot()); }
   void Show(const WorkerSnapshot& snapshot);
-  // Shows the rows of the file that the worker is reading as such.
+  // Shows the rows of the file that the worker is reading as being hashed.
   void MarkRunningRows(const WorkerSnapshot& snapshot);
 
  private:

@@ -1,4 +1,4 @@
-// What every change of the rows ends with.
+// The updates that follow every change of the rows.
 #pragma once
 
 #include "app/flows/details_pane.h"

@@ -17,11 +17,11 @@ constexpr char16_t CrLfName[] = u"CrLf";
 constexpr char16_t ColumnsName[] = u"Columns";
 constexpr char16_t WindowName[] = u"Window";
 
-// No person leaves a column narrower or wider than this.
+// No user makes a column narrower or wider than this.
 constexpr uint32_t NarrowestColumn = 30;
 constexpr uint32_t WidestColumn = 2000;
 
-// Numbers of 32 bits, one after the other, each with its lowest byte first.
+// Consecutive 32-bit little-endian numbers.
 template <size_t Count>
 std::array<uint8_t, Count * 4> BytesOf(const std::array<uint32_t, Count>& numbers) {
   std::array<uint8_t, Count* 4> bytes = {};

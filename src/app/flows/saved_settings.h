@@ -1,4 +1,4 @@
-// What is kept from one run of the program to the next.
+// Reads and writes the settings that are kept between runs.
 #pragma once
 
 #include "app/desktop/settings_store.h"
@@ -15,10 +15,10 @@ class SavedSettings {
                 SettingsStore& store)
       : options_(options), columns_(columns), placement_(placement), store_(store) {}
 
-  // Missing and impossible values leave the defaults. To be called before anything is shown.
+  // Missing and invalid values leave the defaults. Call before anything is shown.
   void Read();
-  // Moves the window to where it was. Its size must be final but for this. True when the window is
-  // to be shown maximized.
+  // Moves the window to its last position and size. Call when its initial size is final. True when
+  // the window must be shown maximized.
   bool RestorePlacement();
   void Write();
 

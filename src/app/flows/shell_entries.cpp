@@ -4,7 +4,7 @@
 
 namespace app {
 
-// An entry that starts another copy counts as off: turning it on takes it over.
+// An entry that starts another copy is treated as off: turning it on replaces it.
 void ShellEntries::ToggleExplorerMenu() {
   const bool enable = installation_.GetExplorerState() != ExplorerState::ThisCopy;
   if (!installation_.SetExplorerMenu(enable)) {

@@ -17,7 +17,7 @@ class ShellEntries {
   // Turn the entry on or off.
   void ToggleExplorerMenu();
   void ToggleSendTo();
-  // Offers to repair entries that start a copy which is gone. The last step of the start.
+  // Offers to repair entries that start a copy that no longer exists. The last step of the start.
   void OfferRepair();
   // Makes such entries start this copy, or removes them.
   void Repair(bool enable);

@@ -10,8 +10,8 @@
 namespace app {
 namespace {
 
-// A text that names are compared with, ignoring case. Most names differ in their first letter, so
-// each is read no further than necessary: a list can have a million.
+// A text that names are compared with, ignoring case. Names are read only as far as necessary,
+// because a list can have a million and most differ in the first letter.
 class TypedText {
  public:
   TypedText(std::u16string_view typed, bool whole)
@@ -20,8 +20,8 @@ class TypedText {
   }
 
   bool Fits(std::u16string_view name) const {
-    // Characters that can't be shown appear as something in brackets; other names appear as they
-    // are.
+    // Characters that can't be displayed appear as a code in brackets; other names are displayed
+    // unchanged.
     return mayBeEscape_
                ? FitsText(swr::EscapeForDisplay(whole_ ? name : name.substr(0, upper_.size())))
                : FitsText(name);
@@ -41,7 +41,7 @@ class TypedText {
   bool mayBeEscape_;
 };
 
-// The first row that fits from `begin` on and before `end`.
+// The first matching row in [begin, end).
 std::optional<size_t> FirstFit(const RowTable& rows, size_t begin, size_t end,
                                const TypedText& text) {
   // After a sort the next row can be anywhere in memory, so the next rows, and then their names,

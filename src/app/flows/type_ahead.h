@@ -9,8 +9,9 @@
 
 namespace app {
 
-// The first row from the index `first` on, and then from the top, whose name as it is shown begins
-// with the typed text, or with `whole` equals it, ignoring case. Nothing for an empty text.
+// The first row, searching from the index `first` to the end and then from the top, whose displayed
+// name begins with the typed text or, with `whole`, equals it, ignoring case. Nothing for an empty
+// text.
 std::optional<size_t> FindRowNamed(const RowTable& rows, std::u16string_view typed, size_t first,
                                    bool whole);
 

@@ -17,7 +17,7 @@ class DetailsView {
  public:
   virtual ~DetailsView() = default;
 
-  // Lines end in CR LF; a tab leads to the column of values.
+  // Lines end in CR LF; a tab precedes the column of values.
   virtual void SetDetails(const std::u16string& text, const DetailButtons& buttons) = 0;
 };
 

@@ -20,8 +20,8 @@ std::u16string HexOf(const Row& row, swr::AlgoId id, bool uppercase) {
   return text;
 }
 
-// A file's name on a line of a checksum file. It is escaped as in a saved file, so that a line end
-// within the name can't pass for another line.
+// A file's name for a line of a checksum file. It is escaped as in a saved file, so that a line end
+// in the name can't forge another line.
 class LineName {
  public:
   explicit LineName(std::u16string_view name) : text_(name) {
@@ -72,7 +72,7 @@ std::u16string HashesText(const CopiedRows& rows, swr::AlgoMask mask, bool upper
   return text;
 }
 
-// One algorithm for all lines, so that together they make a checksum file.
+// One algorithm for all lines, so that together they form a checksum file.
 std::u16string LinesText(const CopiedRows& rows, swr::AlgoMask mask, bool uppercase) {
   swr::AlgoMask common = rows.empty() ? 0 : mask;
   size_t nameUnits = 0;
@@ -83,7 +83,7 @@ std::u16string LinesText(const CopiedRows& rows, swr::AlgoMask mask, bool upperc
   if (common == 0) return {};
   const swr::AlgoId algo = swr::IdsFromMask(common).front();
   std::u16string text;
-  // Without this, a text of a million lines would be moved often while it grows.
+  // Without this, a text of a million lines would be copied often while it grows.
   text.reserve(nameUnits + rows.size() * (2 * swr::GetAlgo(algo).digestSize + 4));
   ForEachRow(rows, [&](const Row& row) {
     const LineName name(row.name);
@@ -105,7 +105,7 @@ std::u16string TaggedText(const CopiedRows& rows, swr::AlgoMask mask, bool upper
 std::u16string PathsText(const CopiedRows& rows) {
   std::u16string text;
   ForEachRow(rows, [&](const Row& row) {
-    // Windows opens no path with a line end in it, but a checksum file can name one.
+    // Windows can't open a path with a line end in it, but a checksum file can contain one.
     const bool looksLikeTwo =
         rows.size() > 1 && row.path.find_first_of(u"\r\n") != std::u16string::npos;
     text += looksLikeTwo ? swr::EscapeForDisplay(row.path) : row.path;

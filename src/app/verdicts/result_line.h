@@ -27,16 +27,16 @@ struct ResultLine {
   bool operator==(const ResultLine&) const = default;
 };
 
-// All rows compared with `expected`, the value that the table compares them with. The table must
-// not be empty.
+// The verdict on all rows. `expected` is the value that the table compares them with. The table
+// must not be empty.
 ResultLine ExpectedHashLine(const RowTable& rows, const swr::ParsedHash& expected);
 // For an empty list.
 ResultLine FileWantedLine(const swr::ParsedHash& expected);
 // For a text that is not a hash.
 ResultLine NotAHashLine();
 
-// The summary of a verification: all rows that a checksum file expects something of. Empty when
-// there are none. `isHashing` says whether the worker has anything to do.
+// The summary of a verification: all rows with an expected digest from a checksum file. Empty when
+// there are none. `isHashing`: whether the worker still has work or undelivered results.
 ResultLine VerificationLine(const swr::VerificationCounts& counts, bool isHashing);
 
 }  // namespace app

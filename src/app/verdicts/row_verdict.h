@@ -1,5 +1,5 @@
-// The words of a row's Status column and its background. Nothing is stored; both are worked out
-// each time they are asked for.
+// The text of a row's Status column and its background. Nothing is stored; both are computed on
+// demand.
 #pragma once
 
 #include <cstdint>
@@ -10,8 +10,8 @@
 
 namespace app {
 
-// `expected` is the value in the Expected hash box, or null. The digest that a checksum file
-// expects of the row takes precedence over it.
+// `expected` is the value in the Expected hash box, or null. The row's own expected digest from a
+// checksum file takes precedence.
 
 // The text of the Status column.
 std::u16string RowStatusText(const Row& row, const swr::ParsedHash* expected);

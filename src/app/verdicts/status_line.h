@@ -1,4 +1,4 @@
-// The words and figures of the status line.
+// The texts and progress figures of the status line.
 #pragma once
 
 #include <cstdint>
