@@ -1,6 +1,6 @@
-// The numbers of the program's resources, controls and commands, shared by the resource compiler
-// and the C++ code; hence plain defines and nothing else. The numbers of dialogs, controls and
-// commands are what other processes see of the window, so they stay as they are.
+// The ids of the program's resources, controls and commands, shared by the resource compiler and
+// the C++ code; hence only plain defines. Other processes see the ids of dialogs, controls and
+// commands, so they must not change.
 #pragma once
 
 // Dialogs, menus and accelerators.
@@ -97,6 +97,6 @@
 #define ID_CTX_COMPARE 40106
 #define ID_CTX_COPY_PATH 40107
 
-// Commands of menu entries that are made at run time. The AlgoId is added to the number.
+// Commands of menu entries created at run time. The AlgoId is added to the number.
 #define ID_ALGO_FIRST 41000
 #define ID_COPY_DIGEST_FIRST 41100

@@ -58,14 +58,14 @@ TEST(RegistrySettingsTest, ReadsWhatItWrote) {
   EXPECT_FALSE(settings.ReadBinarySetting(u"Bytes", shorter));
   std::array<uint8_t, 5> longer = {7, 7, 7, 7, 7};
   EXPECT_FALSE(settings.ReadBinarySetting(u"Bytes", longer));
-  EXPECT_EQ(shorter, (std::array<uint8_t, 3>{7, 7, 7})) << "left alone";
+  EXPECT_EQ(shorter, (std::array<uint8_t, 3>{7, 7, 7})) << "unchanged";
   EXPECT_EQ(longer, (std::array<uint8_t, 5>{7, 7, 7, 7, 7}));
   EXPECT_EQ(settings.ReadDwordSetting(u"Bytes"), std::nullopt) << "of another type";
   EXPECT_FALSE(settings.ReadBinarySetting(u"Number", bytes));
 }
 
-// A value that can't be read counts as missing, one that can't be written stays as it was, and
-// neither affects the other.
+// A value that can't be read is treated as missing, one that can't be written is unchanged, and
+// neither affects other values.
 class SettingsScenario {
  public:
   SettingsScenario() {

@@ -1,4 +1,4 @@
-// What the program opens, with the real shell.
+// Opening files and folders with the real shell.
 #include "app/desktop/shell_win.h"
 
 #include <gtest/gtest.h>
@@ -39,7 +39,7 @@ TEST(ShowInFileManagerTest, DoesNotStartAFolderThatIsAProgram) {
   WindowsShell().ShowInFolder(program + u"\\setup.exe", program);
   EXPECT_FALSE(Appears(mark, milliseconds(1500)));
 
-  // By now its traces would be there.
+  // By now its traces would exist.
   OpenWithShell(program);
   EXPECT_TRUE(Appears(mark, std::chrono::seconds(20)));
   // The command prompt closes the program's file a moment later.

@@ -39,7 +39,7 @@ TEST(TextToHashBytesTest, EncodingAndBreaks) {
       {u"a", {.lfBreaks = false, .finalBreak = true}, {'a', '\r', '\n'}},
       {u"a\r\n", {.finalBreak = true}, {'a', '\n', '\n'}},
       {u"a\r", {.finalBreak = true}, {'a', '\r', '\n'}},
-      // UTF-16, lowest byte first and without a mark.
+      // UTF-16, little-endian and without a byte-order mark.
       {u"a\u00E9", utf16Lf, {'a', 0, 0xE9, 0}},
       {u"\U0001F600", utf16Lf, {0x3D, 0xD8, 0x00, 0xDE}},
       {u"a\r\nb", utf16Lf, {'a', 0, '\n', 0, 'b', 0}},
@@ -92,7 +92,7 @@ TEST(HashTextResultTest, OneLineForEachAlgorithmAndTheCount) {
   }
 }
 
-TEST(HashTextResultTest, WhatIsCopiedAreTheDigestsAlone) {
+TEST(HashTextResultTest, OnlyTheDigestsAreCopied) {
   EXPECT_EQ(DigestLines(u"MD5:\t00\r\nSHA-1:\t11\r\n\r\n3 bytes"), u"MD5:\t00\r\nSHA-1:\t11");
   EXPECT_EQ(DigestLines(u"MD5:\t00"), u"MD5:\t00");
   EXPECT_EQ(DigestLines(u""), u"");

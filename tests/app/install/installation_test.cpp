@@ -39,7 +39,7 @@ TEST_F(InstallationTest, TheFolderEndsBeforeTheLastSeparator) {
   }
 }
 
-TEST_F(InstallationTest, WhatLiesInTheProgramsFolderIsThisCopy) {
+TEST_F(InstallationTest, AnyProgramInTheSameFolderIsThisCopy) {
   const std::vector<std::pair<std::u16string, bool>> rows = {
       {u"C:\\Tools\\Sumwright\\Sumwright.exe", true},
       {u"c:\\TOOLS\\sumwright\\SUMWRIGHT.EXE", true},
@@ -76,7 +76,7 @@ TEST_F(InstallationTest, TheCommandTellsTheStateOfTheExplorerEntry) {
   }
 }
 
-TEST_F(InstallationTest, AnEntryForAllUsersCountsOnlyWhereTheUserHasNone) {
+TEST_F(InstallationTest, AnEntryForAllUsersIsUsedOnlyWhereTheUserHasNone) {
   const FakeInstallSystem::Place machine = {RegistryHive::LocalMachine, RegistryView::Own,
                                             FileCommand, u""};
   EXPECT_EQ(installation.GetExplorerState(), ExplorerState::None);
@@ -90,7 +90,7 @@ TEST_F(InstallationTest, AnEntryForAllUsersCountsOnlyWhereTheUserHasNone) {
   EXPECT_EQ(installation.GetExplorerState(), ExplorerState::Stale);
 }
 
-TEST_F(InstallationTest, TheEntryOfFoldersAloneIsNone) {
+TEST_F(InstallationTest, AnEntryForFoldersOnlyIsIgnored) {
   system.registry[FakeInstallSystem::User(FolderCommand, u"")] =
       u"\"C:\\Tools\\Sumwright\\Sumwright.exe\" \"%1\"";
   EXPECT_EQ(installation.GetExplorerState(), ExplorerState::None);
@@ -197,7 +197,7 @@ TEST_F(InstallationTest, ACopyIsInstalledInTheFolderThatTheSetupRecorded) {
   EXPECT_FALSE(installation.IsInstalledCopy());
 }
 
-TEST_F(InstallationTest, APlaceThatDoesNotMatchIsPassedOver) {
+TEST_F(InstallationTest, ALocationThatDoesNotMatchIsIgnored) {
   const auto record = [&](RegistryHive hive, RegistryView view, const char16_t* location) {
     system.registry[{hive, view, UninstallEntry, u"InstallLocation"}] = location;
   };
@@ -215,7 +215,7 @@ TEST_F(InstallationTest, AnEmptyLocationMatchesAnEmptyFolder) {
   EXPECT_TRUE(installation.IsInstalledCopy());
 }
 
-TEST_F(InstallationTest, ACompanionLiesBesideTheProgram) {
+TEST_F(InstallationTest, ACompanionIsInTheProgramsFolder) {
   EXPECT_FALSE(installation.HasCompanion(u"swrhash.exe"));
   system.files = {u"C:\\Tools\\Sumwright\\swrhash.exe"};
   EXPECT_TRUE(installation.HasCompanion(u"swrhash.exe"));

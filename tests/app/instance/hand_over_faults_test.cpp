@@ -1,5 +1,4 @@
-// Fault injection: each system call fails in turn while a start hands its paths to the window that
-// is there.
+// Fault injection: each system call fails in turn while a start hands its paths to the open window.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -18,8 +17,8 @@ using swr::testing::HasFailed;
 using swr::testing::MaybeFailed;
 using namespace std::string_literals;
 
-// No path is ever lost: either the other window gets all of them, or this process keeps them for a
-// window of its own.
+// No path is ever lost: either the other window receives all of them, or this process keeps them
+// for its own window.
 class HandOverScenario {
  public:
   HandOverScenario() { instances_.fullPaths = {{u"a", u"C:\\a"}, {u"b", u"C:\\b"}}; }

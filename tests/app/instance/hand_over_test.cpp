@@ -44,7 +44,7 @@ TEST(HandOverPayloadTest, IsReadPathByPath) {
   for (const auto& [payload, paths] : rows) EXPECT_EQ(Read(payload), paths);
 }
 
-TEST(HandOverPayloadTest, ComesBackAsItWasSent) {
+TEST(HandOverPayloadTest, RoundTrips) {
   const Paths paths = {u"C:\\a.txt", u"\\\\server\\share\\b c.bin", u"Z:\\\u00E9\U0001F600"};
   EXPECT_EQ(Read(HandOverPayload(paths)), paths);
 }
@@ -60,7 +60,7 @@ TEST(HandOverPayloadTest, AForeignMarkOrAnOddLengthIsNotOurs) {
   EXPECT_EQ(ReadHandOver(HandOverMark, std::span(payload).first(1)), std::nullopt);
 }
 
-TEST(HandOverPayloadTest, MayLieAtAnyAddress) {
+TEST(HandOverPayloadTest, MayBeUnaligned) {
   const std::vector<std::byte> payload = BytesOf(u"C:\\a.txt\0C:\\b"s);
   std::vector<std::byte> shifted(payload.size() + 1);
   std::memcpy(shifted.data() + 1, payload.data(), payload.size());
@@ -73,7 +73,7 @@ struct ForwardTest : ::testing::Test {
   bool Forward(const Paths& paths = {u"a"}) { return ForwardToFirstInstance(instances, paths); }
 };
 
-TEST_F(ForwardTest, PathsGoToTheWindowThatIsThere) {
+TEST_F(ForwardTest, PathsGoToTheOpenWindow) {
   instances.fullPaths = {{u"a.txt", u"C:\\here\\a.txt"}};
   EXPECT_TRUE(Forward({u"a.txt", u"what can't be made full"}));
   EXPECT_EQ(instances.deliveries,
@@ -82,7 +82,7 @@ TEST_F(ForwardTest, PathsGoToTheWindowThatIsThere) {
   EXPECT_EQ(instances.waits, 0);
 }
 
-TEST_F(ForwardTest, TheFirstProcessKeepsItsPathsAndLeavesTheSign) {
+TEST_F(ForwardTest, TheFirstProcessKeepsItsPathsAndOpensTheMutex) {
   instances.anotherExists = false;
   EXPECT_FALSE(Forward());
   EXPECT_TRUE(instances.signLeft);
@@ -90,14 +90,14 @@ TEST_F(ForwardTest, TheFirstProcessKeepsItsPathsAndLeavesTheSign) {
   EXPECT_EQ(instances.waits, 0);
 }
 
-TEST_F(ForwardTest, WithoutPathsAWindowOpensBesideTheOther) {
+TEST_F(ForwardTest, WithoutPathsAnotherWindowOpens) {
   EXPECT_FALSE(Forward({}));
   EXPECT_TRUE(instances.signLeft);
   EXPECT_TRUE(instances.deliveries.empty());
   EXPECT_EQ(instances.waits, 0);
 }
 
-TEST_F(ForwardTest, AWindowThatIsYetToComeIsWaitedFor) {
+TEST_F(ForwardTest, WaitsForAWindowThatIsNotOpenYet) {
   instances.publishedAfter = 49;
   EXPECT_TRUE(Forward());
   EXPECT_EQ(instances.waits, 49);
@@ -110,7 +110,7 @@ TEST_F(ForwardTest, AfterFiftyTriesThePathsStayHere) {
   EXPECT_TRUE(instances.deliveries.empty());
 }
 
-TEST_F(ForwardTest, ADeadWindowIsWaitedForLikeNone) {
+TEST_F(ForwardTest, ADeadWindowIsTreatedAsNone) {
   instances.aliveAfter = 3;
   EXPECT_TRUE(Forward());
   EXPECT_EQ(instances.waits, 3);
@@ -122,7 +122,7 @@ TEST_F(ForwardTest, ADeadWindowIsWaitedForLikeNone) {
   EXPECT_TRUE(dead.deliveries.empty());
 }
 
-TEST_F(ForwardTest, APayloadThatIsNotTakenStaysHere) {
+TEST_F(ForwardTest, APayloadThatIsNotAcceptedStaysHere) {
   instances.takes = false;
   EXPECT_FALSE(Forward());
   EXPECT_EQ(instances.deliveries.size(), 1u);

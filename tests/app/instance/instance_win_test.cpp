@@ -1,5 +1,4 @@
-// The hand-over through the system's real named objects, with a window of this process as the one
-// that takes the paths.
+// The hand-over through the system's real named objects, to a window of this process.
 #include "app/instance/instance_win.h"
 
 #include <gtest/gtest.h>
@@ -22,7 +21,7 @@ using swr::testing::HasFailed;
 using swr::testing::MaybeFailed;
 using Paths = std::vector<std::u16string>;
 
-// An invisible window on a thread of its own, which records the paths that it is sent.
+// An invisible window on a separate thread, which records the paths that it receives.
 class ReceivingWindow {
  public:
   ReceivingWindow() : thread_([this] { Run(); }) {
@@ -84,7 +83,7 @@ class ReceivingWindow {
   std::thread thread_;  // last: it uses all of the above
 };
 
-// This process both opens the mutex and looks for it.
+// This process both creates the mutex and looks for it.
 class HandOverScenario {
  public:
   HandOverScenario() { instances_.AnotherInstanceExists(); }
@@ -105,14 +104,14 @@ class HandOverScenario {
   }
 
  private:
-  // The window published before is that of the last run, which is gone. So the paths stay here,
-  // after the five seconds of waiting for a window.
+  // The published window is that of the previous run, which no longer exists. So the paths stay
+  // here, after waiting five seconds for a window.
   static bool IsUnpublished(const MaybeFailed& failed) {
     return HasFailed(failed, SystemCall::MapView, 1);
   }
 
   ReceivingWindow window_;
-  // No window will come, so none is waited for.
+  // There will be no window, so the test does not wait for one.
   class Instances final : public InstanceSystem {
    public:
     bool AnotherInstanceExists() override { return system_.AnotherInstanceExists(); }
@@ -133,7 +132,7 @@ class HandOverScenario {
   bool handedOver_ = false;
 };
 
-// First, for a process makes the mapping only once.
+// First, because a process creates the mapping only once.
 TEST(InstanceWinTest, AMappingThatCannotBeMadePublishesNothing) {
   ReceivingWindow window;
   WindowsInstanceSystem system;

@@ -338,7 +338,7 @@ TEST(RowTintTest, Table) {
 }
 
 // The box decides only while the row's own digests are still pending.
-TEST(RowTintTest, TheBoxSpeaksWhileTheOwnDigestIsUnknown) {
+TEST(RowTintTest, TheBoxDecidesWhileTheOwnDigestIsUnknown) {
   Row row = MakeRow(RowStatus::Waiting, {AlgoId::Sha256});
   row.hasExpected = true;
   row.expectedBytes = Bytes(16);

@@ -47,7 +47,7 @@ std::u16string Replaced(std::u16string text, std::u16string_view by) {
   return text;
 }
 
-// All texts that a window shows of its first row, in each state of the row.
+// All texts that a window shows for its first row, in each state of the row.
 std::vector<std::u16string> Shown(const std::u16string& name, RowStatus status, uint32_t error) {
   FakeWindow window;
   Row& row = window.AddRow(u"C:\\" + name);
@@ -87,7 +87,7 @@ std::vector<std::u16string> Shown(const std::u16string& name, RowStatus status, 
   return texts;
 }
 
-TEST(DeceptiveNamesTest, AreSpelledOutWhereverTheyAreShown) {
+TEST(DeceptiveNamesTest, AreEscapedWhereverTheyAreShown) {
   const std::pair<RowStatus, uint32_t> fates[] = {{RowStatus::Done, 0},
                                                   {RowStatus::Failed, swr::ErrorFileNotFound},
                                                   {RowStatus::Failed, swr::ErrorAccessDenied}};
@@ -122,7 +122,7 @@ TEST(DeceptiveNamesTest, MessagesAboutAFileKeepTheirLines) {
   }
 }
 
-// A line of a checksum file may escape a line end; the row of such a name stays readable.
+// A line of a checksum file may contain an escaped line end; the row of such a name stays readable.
 TEST(DeceptiveNamesTest, AListedNameForgesNoLineOfTheDetails) {
   TempTree tree;
   const std::u16string list =
@@ -166,12 +166,12 @@ TEST(DeceptiveNamesTest, ForgeNoLineOfWhatIsCopied) {
             u"C:a[U+000D][U+000A]00000000  b\r\n"
             u"C:c\u202Ed\r\n"
             u"C:e\r\n");
-  // One path is copied as it is: it can't be mistaken for two.
+  // A single path is copied unchanged: it can't be mistaken for two.
   window.view.selected = {0};
   EXPECT_EQ(copied(ID_CTX_COPY_PATH), u"C:a\r\n00000000  b");
 }
 
-// What looks like a link to a program in a message leads nowhere.
+// In a message, text that looks like a link to a program has no effect.
 TEST(DeceptiveNamesTest, MessagesLinkToTheProgramsOwnAddressesOnly) {
   EXPECT_TRUE(MayLinkTo(ProductPage));
   EXPECT_TRUE(MayLinkTo(u"mailto:support@sumwright.example"));

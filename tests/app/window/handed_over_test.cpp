@@ -1,5 +1,6 @@
-// What leaves the machine: an address, on an explicit command, which reveals nothing of a file but
-// its digest. Long random use, with names and clipboard contents that would be recognised.
+// What leaves the machine: only an address, on an explicit command, which reveals nothing about a
+// file but its digest. Tested in long random use, with names and clipboard contents that would be
+// recognised.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -58,7 +59,7 @@ class RandomUse {
       ++pages;
       return;
     }
-    // At once, or when the awaited digest came.
+    // At once, or when the awaited digest arrived.
     ASSERT_TRUE(told == Told::LookUp || (told == Told::Result && wasPending));
     ASSERT_LE(++lookUps, asked_);
     const std::u16string digest = address.substr(VirusTotalFilePage.size());
@@ -129,7 +130,7 @@ class RandomUse {
   FakeWindow window_;
   std::mt19937 random_;
   std::vector<std::u16string> files_;
-  size_t asked_ = 0;  // look-ups that the user asked for
+  size_t asked_ = 0;  // look-ups that the user requested
 };
 
 TEST(HandedOverTest, OnlyAnAddressOnACommandWithNothingButADigestInIt) {

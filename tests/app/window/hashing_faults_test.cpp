@@ -1,5 +1,5 @@
 // Fault injection: each system call fails in turn while files are hashed, and while a checksum file
-// is read and verified. The rows report it, and the next file is hashed all the same.
+// is read and verified. The rows report it, and the next file is hashed nevertheless.
 #include <gtest/gtest.h>
 
 #include <array>
@@ -125,20 +125,20 @@ class HashingScenario {
         errors.at(index / ProviderAlgos) = swr::ErrorNotSupported;
         break;
       case SystemCall::ReadFile: {
-        // Each file ends with a read of nothing. The short ones have one before that, and the long
-        // one two.
+        // Each file ends with a read of 0 bytes. Before that, the short ones have one read and the
+        // long one two.
         constexpr size_t fileOfRead[] = {0, 0, 1, 1, 1, 2, 2};
         errors.at(fileOfRead[index]) = failed->code;
         break;
       }
       case SystemCall::PathInfo:
-        // The system is asked about every path twice: whether it is a folder, and for the row's
-        // file info. When the first call fails, the path is taken as a file.
+        // The system is queried about every path twice: whether it is a folder, and for the row's
+        // file info. When the first call fails, the path is treated as a file.
         if (index % 2 == 1) errors.at(index / 2) = failed->code;
         break;
       default:
-        // Without file info a change of the file is not noticed, and a path that can't be made full
-        // is used as it is.
+        // Without file info a change of the file goes unnoticed, and a path that can't be made full
+        // is used unchanged. Where the provider makes no reusable hash, another kind is made.
         EXPECT_TRUE(failed->call == SystemCall::FileInfo || failed->call == SystemCall::FullPath ||
                     failed->call == SystemCall::CreateReusableDigest);
         break;
@@ -181,7 +181,7 @@ class VerifyScenario {
       return;
     }
     EXPECT_TRUE(window_.desktop.messages.empty());
-    EXPECT_TRUE(window_.view.banner) << "a line is no checksum";
+    EXPECT_TRUE(window_.view.banner) << "a line is not a checksum";
     const std::array<uint32_t, 3> errors = RowErrors(failed);
     Texts statuses;
     for (size_t i = 1; i < window_.rows.Size(); ++i) statuses.push_back(window_.StatusCell(i));
@@ -200,7 +200,7 @@ class VerifyScenario {
     }
     return HasFailed(failed, SystemCall::FileInfo, 1) ? swr::ErrorFileTooLarge : 0;
   }
-  // Those of the files that it lists. The third does not exist.
+  // The errors of the listed files. The third does not exist.
   static std::array<uint32_t, 3> RowErrors(const MaybeFailed& failed) {
     std::array<uint32_t, 3> errors = {0, 0, swr::ErrorFileNotFound};
     if (!failed) return errors;

@@ -51,7 +51,7 @@ Texts Statuses(const WorkingWindow& window) {
   return statuses;
 }
 
-// The window's status cells for these paths once all is done.
+// The window's status cells for these paths once everything is hashed.
 Texts StatusesOf(const Texts& paths) {
   WorkingWindow window;
   window.adding.AddPaths(paths);
@@ -64,7 +64,7 @@ TaskDialogSpec SaveFailure(const std::u16string& path, uint32_t error) {
                        path + u"\n\n" + FormatErrorText(error) + u".");
 }
 
-// The message when the checksums of one file are saved there.
+// The message after saving the checksums of one file to this path.
 std::vector<TaskDialogSpec> SaveTo(const std::u16string& path) {
   FakeWindow window;
   window.algorithms.Select(swr::MaskOf(AlgoId::Md5));
@@ -82,7 +82,7 @@ std::string ContentOf(const std::u16string& path) {
   return bytes;
 }
 
-// Runs it in a process of its own, which as root first gives up root's permissions.
+// Runs the test in a separate process, which drops root's permissions first.
 void RunAsOrdinaryUser(const std::function<void()>& check) {
   std::fflush(nullptr);
   const pid_t child = fork();
@@ -100,13 +100,13 @@ void RunAsOrdinaryUser(const std::function<void()>& check) {
   EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << status;
 }
 
-// ---- No room.
+// ---- No space on the disk.
 
 TEST_F(RealFaultsTest, SavingToAFullDisk) {
   EXPECT_EQ(SaveTo(u"/dev/full"), std::vector{SaveFailure(u"/dev/full", swr::ErrorDiskFull)});
 }
 
-// The disk is full in the middle of the file; what was written stays.
+// The disk becomes full in the middle of the file; what was written is kept.
 TEST_F(RealFaultsTest, SavingWhereLittleRoomIsLeft) {
   const std::u16string path = tree.AddFile(u"out.md5", "(as before)");
   rlimit limit;
@@ -123,7 +123,7 @@ TEST_F(RealFaultsTest, SavingWhereLittleRoomIsLeft) {
   EXPECT_EQ(ContentOf(path), "01010101010101010101010101010101  a\n");
 }
 
-// ---- No rights.
+// ---- No permissions.
 
 TEST_F(RealFaultsTest, FilesAndFoldersWithoutRights) {
   tree.AddFile(u"a/open", "abc");
@@ -135,7 +135,7 @@ TEST_F(RealFaultsTest, FilesAndFoldersWithoutRights) {
   SetMode(u"", 0755);
   SetMode(u"a/shut", 0);
   SetMode(u"b", 0);
-  SetMode(u"c", 0444);  // names can be read, and nothing more
+  SetMode(u"c", 0444);  // only names can be read
   SetMode(u"e", 0555);
   SetMode(u"e/kept.md5", 0444);
   const std::u16string denied = FormatErrorText(swr::ErrorAccessDenied);
@@ -162,7 +162,7 @@ TEST_F(RealFaultsTest, FilesAndFoldersWithoutRights) {
 
 // ---- Other processes.
 
-TEST_F(RealFaultsTest, AFileThatAnotherProcessCuts) {
+TEST_F(RealFaultsTest, AFileThatAnotherProcessTruncates) {
   const std::u16string path = tree.AddFile(u"file", swr::testing::CountingBytes(10 << 20));
   for (const off_t length : {0, 100, 5 << 20, (10 << 20) - 1}) {
     SCOPED_TRACE(length);
@@ -186,7 +186,7 @@ TEST_F(RealFaultsTest, AFileThatAnotherProcessCuts) {
   }
 }
 
-// ---- What is no file.
+// ---- Paths that are not files.
 
 TEST_F(RealFaultsTest, PipesAndDevicesAmongThePaths) {
   const std::u16string first = tree.AddFile(u"first", "abc");

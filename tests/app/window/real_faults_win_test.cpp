@@ -36,7 +36,7 @@ bool Exists(const std::u16string& path) {
   return GetFileAttributesW(AsWide(path)) != INVALID_FILE_ATTRIBUTES;
 }
 
-// The window's status cells for these paths once all is done.
+// The window's status cells for these paths once everything is hashed.
 Texts StatusesOf(const Texts& paths) {
   WorkingWindow window;
   window.adding.AddPaths(paths);
@@ -74,13 +74,13 @@ TEST(RealFaultsTest, APipeAmongThePaths) {
                                       PipeName + (u"\n\n" + no) + u".")});
 }
 
-// Whatever the system reports of them: none is taken as a file, and none is waited for.
+// Whatever the system reports for them: none is treated as a file, and none blocks.
 TEST(RealFaultsTest, DevicesAmongThePaths) {
   TempTree tree;
   const std::u16string last = tree.AddFile(u"last", "abc");
   Texts devices = {u"\\\\.\\nul", u"\\\\.\\com1", u"\\\\.\\con", u"\\\\?\\nul", u"\\\\?\\com1",
                    u"nul",        u"con",         u"com1",       u"C:\\nul",    u"C:\\com1.txt"};
-  // Under Wine the host's devices are visible, among them one that is endless.
+  // Under Wine the host's devices are visible, including an endless one.
   if (Exists(u"Z:\\dev")) devices.push_back(u"Z:\\dev\\zero");
   for (const std::u16string& device : devices) {
     SCOPED_TRACE(::testing::PrintToString(device));
@@ -100,7 +100,7 @@ TEST(RealFaultsTest, DevicesAmongThePaths) {
 
 TEST(RealFaultsTest, SavingToAFullDisk) {
   const std::u16string full = u"Z:\\dev\\full";
-  if (!Exists(u"Z:\\dev")) GTEST_SKIP() << "there is no disk that is full";
+  if (!Exists(u"Z:\\dev")) GTEST_SKIP() << "there is no full disk";
   FakeWindow window;
   window.algorithms.Select(swr::MaskOf(AlgoId::Md5));
   AddRow(window, {.name = u"a", .digests = {{AlgoId::Md5, 1}}});

@@ -1,4 +1,5 @@
-// How the result line is drawn, pixel by pixel: on a bitmap, independent of the screen's colours.
+// How the result line is drawn, pixel by pixel, on a bitmap that is independent of the screen's
+// colours.
 #include "app/window/result_control_win.h"
 
 #include <gtest/gtest.h>
@@ -66,7 +67,7 @@ class ResultControlTest : public ::testing::Test {
     const uint32_t pixel = pixels_[y * Width + x];
     return RGB(pixel >> 16 & 0xFF, pixel >> 8 & 0xFF, pixel & 0xFF);
   }
-  // Pixels of exactly this colour, from this column on.
+  // The number of pixels of exactly this colour, from this column on.
   int Count(COLORREF color, int firstX) const {
     int count = 0;
     for (int y = 0; y < Height; ++y) {
@@ -84,7 +85,7 @@ class ResultControlTest : public ::testing::Test {
   ResultControl control_;
 };
 
-constexpr int TextLeft = 16 + 6;  // behind the picture
+constexpr int TextLeft = 16 + 6;  // after the icon
 
 TEST_F(ResultControlTest, EachVerdictHasItsColourUnlessContrastIsHigh) {
   struct Case {
@@ -104,7 +105,7 @@ TEST_F(ResultControlTest, EachVerdictHasItsColourUnlessContrastIsHigh) {
   };
   for (const Case& test : cases) {
     SCOPED_TRACE(test.description);
-    // Without font smoothing, whatever the system's setting.
+    // Without font smoothing, regardless of the system's setting.
     control_.Set(u"\u2588\u2588 IIII ||||", test.kind);
     Draw(test.highContrast);
     for (const COLORREF color : {Green, Red, text}) {
@@ -138,7 +139,7 @@ TEST_F(ResultControlTest, ALongSentenceEndsInDots) {
   control_.Set(std::u16string(400, u'W'), ResultKind::Hint);
   Draw(false);
   EXPECT_EQ(std::vector<uint32_t>(pixels_, pixels_ + Width * Height), drawn);
-  // An ellipsis leaves the right edge nearly empty, where a cut letter would be.
+  // An ellipsis leaves the right edge nearly empty, where a letter would be cut off otherwise.
   int onRightEdge = 0;
   for (int y = 0; y < Height; ++y) {
     onRightEdge += PixelAt(Width - 1, y) != GetSysColor(COLOR_BTNFACE) ? 1 : 0;

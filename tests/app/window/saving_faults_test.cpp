@@ -45,7 +45,7 @@ class SaveScenario {
                 (std::vector<TaskDialogSpec>{
                     MessageDialog(TaskDialogIcon::Error, u"The checksums couldn't be saved.",
                                   target_ + u"\n\n" + swr::FormatErrorText(failed->code) + u".")}));
-      // Creating the file empties the old one; when a later call fails, what was written stays.
+      // Creating the file empties the old one; when a later call fails, what was written is kept.
       EXPECT_EQ(Content(), failed->call == SystemCall::CreateNewFile ? "(as before)" : "");
     } else {
       EXPECT_TRUE(window_.desktop.messages.empty());
@@ -84,7 +84,7 @@ const std::vector<uint8_t> ColumnBytes = {101, 0, 0, 0, 102, 0, 0, 0, 103, 0, 0,
 const std::vector<uint8_t> WindowBytes = {1, 0, 0, 0,    2, 0, 0, 0, 0x84, 3,
                                           0, 0, 0, 0x20, 3, 0, 1, 0, 0,    0};
 
-// Each value that can't be read falls back by itself.
+// Each value that can't be read falls back independently.
 class ReadSettingsScenario {
  public:
   ReadSettingsScenario() {
@@ -131,7 +131,7 @@ TEST(SettingsFaultsTest, EachReadFailsWithEachCode) {
   swr::testing::FailEachCall<ReadSettingsScenario>();
 }
 
-// A value that can't be written stays as it was; the others are written.
+// A value that can't be written is unchanged; the others are written.
 class WriteSettingsScenario {
  public:
   WriteSettingsScenario() {

@@ -5,8 +5,8 @@
 namespace app {
 namespace {
 
-TEST(StartShowCommandTest, OnlyAnOrdinaryStartBringsAMaximizedWindowBackSo) {
-  // Windows has 0 to 11; whatever else comes is its own matter.
+TEST(StartShowCommandTest, OnlyAnOrdinaryStartRestoresAMaximizedWindow) {
+  // Windows defines 0 to 11; other values are passed through.
   for (int asked = -1; asked <= 12; ++asked) {
     SCOPED_TRACE(asked);
     EXPECT_EQ(StartShowCommand(asked, false), asked);

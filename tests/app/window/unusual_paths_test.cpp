@@ -1,5 +1,6 @@
-// Paths at and beyond what systems allow: deep trees, names of 255 units, paths of tens of
-// thousands. What can be read is read; the rest are rows that say so, and the next file follows.
+// Paths at and beyond the limits of systems: deep trees, names of 255 units, paths of tens of
+// thousands. Files that can be read are read; the others become failed rows, and the next file
+// follows.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -91,7 +92,7 @@ TEST_F(UnusualPathsTest, PathsThatAreTooLong) {
   }
 }
 
-TEST_F(UnusualPathsTest, AListThatNamesAFileTooFarAway) {
+TEST_F(UnusualPathsTest, AListThatNamesAPathThatIsTooLong) {
   tree.AddFile(u"good", "abc");
   const std::string line = "900150983cd24fb0d6963f7d28e17f72  ";
   const std::u16string list =

@@ -1,6 +1,6 @@
-// The window against its rules said from scratch: whatever happens, in whatever order, the Status
-// column, the colours, the result line, the details, the banner and the jobs are what the rules
-// say, and what is on the screen is up to date.
+// Compares the window with a reference model: after any sequence of random events, the Status
+// column, the colours, the result line, the details, the banner and the jobs are those of the
+// model, and the screen is up to date.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -23,11 +23,11 @@ void ExpectRuns(uint32_t runs, int steps, size_t longestList) {
   }
 }
 
-TEST(VerdictModelTest, WhateverHappensAllVerdictsFollowTheRules) { ExpectRuns(600, 60, 3); }
+TEST(VerdictModelTest, AfterRandomEventsAllVerdictsFollowTheRules) { ExpectRuns(600, 60, 3); }
 
 // The running counts of a long list against a reference model that counts from scratch after each
 // event.
-TEST(VerdictModelTest, SoTheyDoInLongLists) {
+TEST(VerdictModelTest, AfterRandomEventsInLongListsToo) {
   ExpectRuns(40, 60, 60);
   ExpectRuns(3, 60, 2000);
 }

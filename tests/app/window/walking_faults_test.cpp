@@ -1,4 +1,4 @@
-// Every call of the system that fails while a folder is taken into the list.
+// Fault injection: each system call fails in turn while a folder is added to the list.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -36,7 +36,7 @@ struct WalkedTree {
                  tree.AddFile(u"root/sub/deeper/f", "7"), tree.AddFile(u"root/tail/g", "8")};
   Texts folders = {tree.Path(u"root"), tree.Path(u"root/sub"), tree.Path(u"root/sub/deep"),
                    tree.Path(u"root/sub/deeper"), tree.Path(u"root/tail")};
-  // How many looks for a next entry each listing takes, found by a walk with nothing failing.
+  // The number of calls for a next entry in each listing, found by a walk without failures.
   std::vector<uint32_t> looks = [this] {
     std::vector<uint32_t> counts;
     for (const std::u16string& folder : folders) {
@@ -59,9 +59,9 @@ class WalkScenario {
 
   void Check(const MaybeFailed& failed) {
     const WalkedTree& walked = WalkedTree::Get();
-    EXPECT_TRUE(window_.desktop.messages.empty()) << "a folder that can't be read says nothing";
+    EXPECT_TRUE(window_.desktop.messages.empty()) << "a folder that can't be read shows no message";
     EXPECT_FALSE(window_.view.banner);
-    EXPECT_FALSE(window_.desktop.waiting) << "the cursor is what it was";
+    EXPECT_FALSE(window_.desktop.waiting) << "the wait cursor is gone";
     if (HasFailed(failed, SystemCall::PathInfo, 1)) {
       CheckTheFolderAsAFile();
     } else if (HasFailed(failed, SystemCall::ListDirectory)) {
@@ -83,15 +83,15 @@ class WalkScenario {
     return paths;
   }
 
-  // A folder that can't be recognised as one is taken as a file, and fails there as a folder.
+  // A path that can't be recognised as a folder is treated as a file, and fails when it is opened.
   void CheckTheFolderAsAFile() {
     EXPECT_EQ(Paths(), Texts{WalkedTree::Get().folders[0]});
     window_.HashQueuedFiles();
     EXPECT_EQ(window_.StatusCell(0), swr::FormatErrorText(swr::ErrorIsDirectory));
   }
 
-  // An error in the middle of a listing counts as its end: what was listed before is added with
-  // everything below it, and all other folders are added completely.
+  // An error in the middle of a listing is treated as its end: the entries before it are added with
+  // everything below them, and all other folders are added completely.
   void CheckAListingThatIsCut(uint32_t nth) {
     const WalkedTree& walked = WalkedTree::Get();
     size_t cut = 0;

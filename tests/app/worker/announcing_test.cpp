@@ -1,5 +1,5 @@
-// What the worker's thread does when a job has ended: the result is there first, and is announced
-// when no lock is held any more.
+// What the worker's thread does when a job has ended: it stores the result first, and announces it
+// without holding a lock.
 #include <gtest/gtest.h>
 
 #include <atomic>
@@ -19,7 +19,7 @@ using namespace std::chrono_literals;
 
 constexpr swr::AlgoMask Md5 = swr::MaskOf(swr::AlgoId::Md5);
 
-// The window can ask the worker, and take results, while an announcement is being made.
+// The window can query the worker, and take results, during an announcement.
 TEST(AnnouncingTest, HoldsNoLock) {
   TempTree tree;
   const std::u16string path = tree.AddFile(u"a", "abc");
@@ -60,7 +60,7 @@ TEST(AnnouncingTest, HoldsNoLock) {
   EXPECT_TRUE(sawResult);
 }
 
-// A snapshot knows of the running job or of its result at any moment.
+// At any moment a snapshot includes either the running job or its result.
 TEST(AnnouncingTest, NoSnapshotMissesBoth) {
   TempTree tree;
   const std::u16string path = tree.AddFile(u"a", "abc");

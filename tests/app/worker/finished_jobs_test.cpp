@@ -14,7 +14,7 @@ std::unique_ptr<FinishedJob> MakeResult(uint64_t rowId) {
   return result;
 }
 
-// As the worker does it.
+// As the worker does.
 void Post(FinishedJobQueue& queue, uint64_t rowId) {
   queue.AddFinished(MakeResult(rowId));
   queue.AnnounceFinished();
@@ -53,7 +53,7 @@ TEST(FinishedJobQueueTest, AnnouncesOnceUntilTheWindowFoundNothing) {
   EXPECT_EQ(counted.Take(), (Ids{1, 2}));
 
   counted.Post(3);
-  EXPECT_EQ(counted.told, 1) << "the window comes back by itself";
+  EXPECT_EQ(counted.told, 1) << "the window polls by itself";
   EXPECT_EQ(counted.Take(), Ids{3});
   EXPECT_EQ(counted.Take(), Ids{});
 
@@ -73,7 +73,7 @@ TEST(FinishedJobQueueTest, AFailedAnnouncementIsTriedAgainAndNothingIsLost) {
   EXPECT_EQ(counted.Take(), (Ids{1, 2, 3}));
 }
 
-TEST(FinishedJobQueueTest, WhatTheWindowHasTakenByItselfIsNotAnnounced) {
+TEST(FinishedJobQueueTest, JobsAlreadyTakenAreNotAnnounced) {
   CountedQueue counted;
   counted.queue.AddFinished(MakeResult(1));
   EXPECT_EQ(counted.Take(), Ids{1});
@@ -104,7 +104,7 @@ TEST(FinishedJobQueueTest, EveryResultArrivesOnceAndInOrder) {
   uint64_t next = 0;
   while (next < count) {
     if (!announced.exchange(false)) continue;
-    // As the window does it: take until there is nothing.
+    // As the window does: takes jobs until there are none.
     while (true) {
       const auto results = queue.Take();
       if (results.empty()) break;

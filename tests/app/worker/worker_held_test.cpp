@@ -1,5 +1,5 @@
-// What the worker shows, and how it ends, while it is held at the opening of a file: a moment that
-// is too short to be met by chance.
+// The worker's figures and its end while it is held in the opening of a file, a moment too short to
+// be hit by chance.
 #include <gtest/gtest.h>
 
 #include <chrono>
@@ -25,7 +25,7 @@ using namespace std::chrono_literals;
 
 constexpr swr::AlgoMask Md5 = swr::MaskOf(swr::AlgoId::Md5);
 
-// Stops the thread that comes to it until it is opened.
+// Blocks the thread that reaches it until it is opened.
 class Gate {
  public:
   void Pass() {
@@ -101,7 +101,7 @@ class HeldWorker {
   InstalledFaults faults_;
 
  public:
-  std::unique_ptr<Worker> worker;  // goes first: its thread uses the others
+  std::unique_ptr<Worker> worker;  // last, so destroyed first: its thread uses the others
 };
 
 TEST(HeldWorkerTest, TheBytesReadOfOneFileDoNotCountForTheNext) {
@@ -116,7 +116,7 @@ TEST(HeldWorkerTest, TheBytesReadOfOneFileDoNotCountForTheNext) {
   EXPECT_EQ(snapshot.totalBytes, 20u);
 }
 
-TEST(HeldWorkerTest, AtItsEndTheJobsThatWaitAreDropped) {
+TEST(HeldWorkerTest, AtItsEndWaitingJobsAreDropped) {
   constexpr uint64_t count = 1000;
   HeldWorker held(1);
   const HashJob job = held.Job(0, u"file");
@@ -130,7 +130,7 @@ TEST(HeldWorkerTest, AtItsEndTheJobsThatWaitAreDropped) {
 
   const Worker& ending = *held.worker;
   std::thread ender([&] { held.worker.reset(); });
-  // It can't end before the held job does, but by then has dropped the others.
+  // It can't end before the held job does, but has dropped the others by then.
   const auto deadline = std::chrono::steady_clock::now() + 10s;
   while (ending.GetSnapshot().remainingJobs > 1 && std::chrono::steady_clock::now() < deadline) {
     std::this_thread::sleep_for(1ms);

@@ -1,5 +1,5 @@
-// Random schedules of everything that the window's thread does to the worker, the end included,
-// while files are hashed. Under ThreadSanitizer that is what its runs are for.
+// Random schedules of everything that the window's thread does with the worker, including ending
+// it, while files are hashed. Mainly for ThreadSanitizer.
 //
 // SUMWRIGHT_SCHEDULES sets how many schedules each test runs, SUMWRIGHT_SEED the number of the
 // first. A schedule depends on its number alone, which a failure reports.
@@ -47,7 +47,7 @@ class Chance {
     return static_cast<std::make_unsigned_t<Number>>(engine_() % static_cast<uint64_t>(bound));
   }
   bool OneIn(uint64_t count) { return Below(count) == 0; }
-  // Lets the other threads get on: not at all, a little, or far.
+  // Lets the other threads run: not at all, briefly, or for long.
   void Pause() {
     const uint64_t kind = Below(4u);
     if (kind == 0) std::this_thread::yield();
@@ -114,7 +114,7 @@ bool IsRight(const swr::DigestSlot& slot, const swr::Digest& known) {
   return slot.length == known.length && slot.bytes == known.bytes;
 }
 
-// ---- The worker by itself.
+// ---- Only the worker.
 
 class Results final : public WorkerSink {
  public:

@@ -83,7 +83,7 @@ class WorkerTest : public ::testing::Test {
   HashJob Job(uint64_t rowId, const std::u16string& name, uint64_t size = 10) {
     return {.rowId = rowId, .path = tree.AddFile(name, "0123456789"), .mask = Md5, .size = size};
   }
-  // Enqueues a job and holds the worker in the middle of it.
+  // Queues a job and holds the worker in the middle of it.
   void StartHeld(HashJob job) {
     const int before = sink.progressCount();
     worker.AcknowledgeProgress();
@@ -153,8 +153,8 @@ TEST_F(WorkerTest, FiguresDuringAJob) {
   EXPECT_EQ(snapshot.remainingJobs, 0u);
 }
 
-// At every moment a job is running, waiting or finished and not taken yet.
-TEST_F(WorkerTest, TellsOfResultsThatWait) {
+// At any moment a job is running, waiting, or finished but not taken.
+TEST_F(WorkerTest, ReportsWaitingResults) {
   EXPECT_FALSE(worker.GetSnapshot().finishedWait);
   const HashJob job = Job(1, u"a");
   for (int round = 0; round < 200; ++round) {
@@ -202,7 +202,7 @@ TEST_F(WorkerTest, AJobAfterTheQueueRanEmptyStartsANewBatch) {
   sink.Release();
 }
 
-TEST_F(WorkerTest, AFileThatGrewPushesTheTotalAlong) {
+TEST_F(WorkerTest, AFileThatGrewRaisesTheTotal) {
   StartHeld(Job(1, u"a", 4));
   const WorkerSnapshot snapshot = worker.GetSnapshot();
   EXPECT_EQ(snapshot.currentSize, 4u);
@@ -271,7 +271,7 @@ TEST_F(WorkerTest, CancelAllOfAnIdleWorkerIsForgotten) {
   EXPECT_FALSE(results[0]->outcome.cancelled);
 }
 
-TEST_F(WorkerTest, AtMostOneProgressMessageIsOnItsWay) {
+TEST_F(WorkerTest, AtMostOneProgressMessageIsPending) {
   for (uint64_t i = 1; i <= 3; ++i) worker.Enqueue(Job(i, u"a"));
   sink.Wait(3);
   EXPECT_EQ(sink.progressCount(), 1);
