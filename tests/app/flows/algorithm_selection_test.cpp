@@ -24,7 +24,7 @@ TEST(AlgoSelectionTest, StartsWithTheDefault) {
   EXPECT_EQ(window.view.moreText, u"&More...");
 }
 
-// A program can set a box, or send its message, without a click.
+// A program can set a check box, or send its message, without a click.
 TEST(AlgoSelectionTest, ABoxIsReadAndNotToggled) {
   for (const AlgoBox& box : AlgoBoxes) {
     for (const bool isChecked : {true, false}) {
@@ -60,7 +60,7 @@ TEST(AlgoSelectionTest, TheLastBoxLeavesSha256) {
   EXPECT_EQ(window.options.algorithms, Sha256);
 }
 
-TEST(AlgoSelectionTest, TheMoreButtonCountsWhatHasNoBox) {
+TEST(AlgoSelectionTest, TheMoreButtonCountsAlgorithmsWithoutABox) {
   struct Case {
     AlgoMask mask;
     std::u16string text;

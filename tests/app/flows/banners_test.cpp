@@ -42,7 +42,7 @@ TEST(ShowBannerTest, KeepsKindAndPayloadUntilItIsHidden) {
   EXPECT_EQ(window.banners.Payload(), u"");
 }
 
-TEST(ShowBannerTest, HidingNothingLeavesTheScreenAlone) {
+TEST(ShowBannerTest, HidingNoBannerDoesNothing) {
   FakeWindow window;
   window.view.banner = u"untouched";
   window.banners.Hide();
@@ -67,7 +67,7 @@ TEST(ShowBannerTest, ANewOneReplacesTheOld) {
 
 // ---- The offer of a file that looks like a checksum file.
 
-TEST(ChecksumFileOfferTest, ComesForOneNewFileOfSuchAName) {
+TEST(ChecksumFileOfferTest, IsMadeForASingleNewFileWithSuchAName) {
   struct Case {
     const char* description;
     std::vector<std::u16string> listed;  // added before, below the tree
@@ -130,7 +130,7 @@ struct OfferedList {
 
 using TextList = std::vector<std::u16string>;
 
-TEST(ChecksumFileOfferTest, FollowingItPutsTheListedFilesInPlaceOfTheList) {
+TEST(ChecksumFileOfferTest, FollowingItReplacesTheListByTheListedFiles) {
   OfferedList offered;
   const uint64_t listId = offered.window.rows[0].id;
   offered.window.bannerLinks.Follow(u"a");
@@ -145,7 +145,7 @@ TEST(ChecksumFileOfferTest, FollowingItPutsTheListedFilesInPlaceOfTheList) {
   EXPECT_EQ(offered.window.Result(), (ResultLine{u"The file is OK.", ResultKind::Good}));
 }
 
-TEST(ChecksumFileOfferTest, OnlyTheFirstPlainRowOfThePathGoes) {
+TEST(ChecksumFileOfferTest, OnlyTheFirstPlainRowOfThePathIsRemoved) {
   OfferedList offered;
   FakeWindow& window = offered.window;
   // Besides the row itself: the same file from a checksum file, and again as a plain row.
@@ -158,7 +158,7 @@ TEST(ChecksumFileOfferTest, OnlyTheFirstPlainRowOfThePathGoes) {
   EXPECT_EQ(offered.Names(), (TextList{u"listed", u"second", u"a.bin"}));
 }
 
-TEST(ChecksumFileOfferTest, ARowOfThePathInOtherLettersIsTheOne) {
+TEST(ChecksumFileOfferTest, TheRowIsFoundIgnoringCase) {
   OfferedList offered;
   std::u16string path = offered.list;
   for (char16_t& unit : path) {
@@ -170,7 +170,7 @@ TEST(ChecksumFileOfferTest, ARowOfThePathInOtherLettersIsTheOne) {
   EXPECT_EQ(offered.Names(), TextList{u"a.bin"});
 }
 
-TEST(ChecksumFileOfferTest, StillHoldsWhenTheRowIsGone) {
+TEST(ChecksumFileOfferTest, WorksAfterTheRowWasRemoved) {
   OfferedList offered;
   offered.window.RemoveRows({0});
   EXPECT_EQ(offered.window.view.banner, Offer);
@@ -178,7 +178,7 @@ TEST(ChecksumFileOfferTest, StillHoldsWhenTheRowIsGone) {
   EXPECT_EQ(offered.Names(), TextList{u"a.bin"});
 }
 
-TEST(ChecksumFileOfferTest, AListWithoutChecksumsIsToldAndItsRowIsGoneAllTheSame) {
+TEST(ChecksumFileOfferTest, AListWithoutChecksumsIsReportedAndItsRowRemoved) {
   OfferedList offered("rubbish\n");
   bool bannerStood = true;
   offered.window.desktop.whileMessageShows = [&] {
@@ -197,7 +197,7 @@ TEST(ChecksumFileOfferTest, AListWithoutChecksumsIsToldAndItsRowIsGoneAllTheSame
   EXPECT_EQ(offered.window.view.rowCount, 0u);
 }
 
-TEST(ChecksumFileOfferTest, SkippedLinesTakeItsPlace) {
+TEST(ChecksumFileOfferTest, ABannerAboutSkippedLinesReplacesIt) {
   OfferedList offered("rubbish\n900150983cd24fb0d6963f7d28e17f72  a.bin\n");
   offered.window.bannerLinks.Follow(u"a");
   EXPECT_EQ(offered.window.view.banner,
@@ -254,7 +254,7 @@ TEST(BannerLinksTest, AnyLinkOfSkippedLinesOnlyHides) {
   EXPECT_TRUE(window.desktop.messages.empty());
 }
 
-TEST(BannerLinksTest, ALinkOfABannerThatIsGoneDoesNothing) {
+TEST(BannerLinksTest, ALinkOfAHiddenBannerDoesNothing) {
   FakeWindow window;
   window.bannerLinks.Follow(u"a");
   window.bannerLinks.Follow(u"x");

@@ -19,7 +19,7 @@ std::u16string Banner(std::u16string_view label) {
          u".  <a id=\"a\">Compare</a>    <a id=\"x\">Dismiss</a>";
 }
 
-// Lets the window become active with this on the clipboard.
+// Activates the window with this text on the clipboard.
 void ComeBackWith(FakeWindow& window, const std::optional<std::u16string>& text) {
   window.desktop.Copy(text);
   window.clipboardWatch.Check();
@@ -79,7 +79,7 @@ TEST(CheckClipboardTest, OffersWhatLooksLikeAHash) {
   }
 }
 
-TEST(CheckClipboardTest, EachContentIsLookedAtOnce) {
+TEST(CheckClipboardTest, EachContentIsCheckedOnce) {
   FakeWindow window;
   window.clipboardWatch.Check();
   EXPECT_EQ(window.desktop.clipboardReads, 0) << "nothing was ever copied";
@@ -91,7 +91,7 @@ TEST(CheckClipboardTest, EachContentIsLookedAtOnce) {
   EXPECT_FALSE(window.view.banner);
 }
 
-TEST(CheckClipboardTest, ContentThatCouldNotBeReadIsSpent) {
+TEST(CheckClipboardTest, UnreadableContentIsNotCheckedAgain) {
   FakeWindow window;
   ComeBackWith(window, std::nullopt);
   window.desktop.clipboard = Hash(32);
@@ -100,7 +100,7 @@ TEST(CheckClipboardTest, ContentThatCouldNotBeReadIsSpent) {
   EXPECT_EQ(window.desktop.clipboardReads, 1);
 }
 
-TEST(CheckClipboardTest, WhatWasCopiedBeforeTheStartIsLookedAt) {
+TEST(CheckClipboardTest, ContentCopiedBeforeTheStartIsChecked) {
   FakeWindow window;
   window.desktop.clipboard = Hash(32);
   window.desktop.clipboardSequence = 4711;
@@ -118,7 +118,7 @@ TEST(CheckClipboardTest, ALaterHashReplacesTheOffer) {
   EXPECT_EQ(window.view.banner, Banner(u"a 160-bit hash")) << "words leave it standing";
 }
 
-TEST(CheckClipboardTest, EveryOtherBannerComesFirst) {
+TEST(CheckClipboardTest, EveryOtherBannerTakesPrecedence) {
   for (const BannerKind kind :
        {BannerKind::ChecksumFileOffer, BannerKind::StaleExplorer, BannerKind::SkippedLines}) {
     FakeWindow window;
@@ -134,7 +134,7 @@ TEST(CheckClipboardTest, EveryOtherBannerComesFirst) {
   }
 }
 
-// ---- When it keeps silent.
+// ---- When nothing is offered.
 
 TEST(CheckClipboardTest, ADismissedTextIsNotOfferedAgain) {
   FakeWindow window;
@@ -195,7 +195,7 @@ TEST(CheckClipboardTest, OnlyDismissIsADismissal) {
   }
 }
 
-TEST(CheckClipboardTest, WhatStandsInTheBoxIsNotOffered) {
+TEST(CheckClipboardTest, TheContentOfTheBoxIsNotOffered) {
   struct Case {
     const char* description;
     std::u16string box;
@@ -220,7 +220,7 @@ TEST(CheckClipboardTest, WhatStandsInTheBoxIsNotOffered) {
   }
 }
 
-TEST(CheckClipboardTest, WhatWasComparedStandsInTheBoxAndIsSilent) {
+TEST(CheckClipboardTest, AComparedHashIsNotOfferedAgain) {
   FakeWindow window;
   ComeBackWith(window, Hash(32) + u"\n");
   window.bannerLinks.Follow(u"a");

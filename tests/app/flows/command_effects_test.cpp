@@ -1,4 +1,4 @@
-// Each command by its number, and what is different once it has been carried out.
+// Each command by its id, and its effect.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -19,8 +19,8 @@ using swr::AlgoId;
 const std::u16string CopiedText = u"copied elsewhere";
 const std::u16string PickedFile = u"no such file";
 
-// Two files in the list, hashed with the algorithms selected, the first of which is selected; and
-// something to be got from each question that a command asks.
+// Two files in the list, hashed with the selected algorithms, the first one selected; and an answer
+// to each question that a command asks.
 struct UsedWindow : FakeWindow {
   UsedWindow() {
     for (const char16_t* name : {u"a", u"b"}) {
@@ -162,7 +162,7 @@ TEST(CommandEffectsTest, EachCommandDoesWhatItSays) {
   }
 }
 
-// The one that wants two rows.
+// The command that needs two rows.
 TEST(CommandEffectsTest, CompareTheseTwoFiles) {
   UsedWindow window;
   window.view.selected = {0, 1};
@@ -170,7 +170,7 @@ TEST(CommandEffectsTest, CompareTheseTwoFiles) {
   EXPECT_EQ(window.Message(), u"The two files are identical.");
 }
 
-TEST(CommandEffectsTest, OtherNumbersAreNoCommands) {
+TEST(CommandEffectsTest, OtherIdsAreNotCommands) {
   FakeWindow window;
   for (uint32_t id = 0; id <= 0xFFFF; ++id) {
     const bool isCommand = std::ranges::find(commands, id, &CommandCase::id) != std::end(commands);

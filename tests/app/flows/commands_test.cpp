@@ -47,7 +47,7 @@ TEST(CommandsTest, EachCommandRunsWhateverIsSelected) {
   EXPECT_FALSE(FakeWindow().commands.Run(4711));
 }
 
-TEST(CommandsTest, OneOnRowsWorksOnThoseItIsGiven) {
+TEST(CommandsTest, ARowCommandWorksOnTheGivenRows) {
   FakeWindow window;
   const uint64_t a = window.AddRow(u"a").id;
   window.AddRow(u"b");
@@ -108,7 +108,7 @@ TEST(CommandsTest, ExitClosesTheWindow) {
   EXPECT_TRUE(window.desktop.closed);
 }
 
-TEST(CommandsTest, RemoveTakesTheSelectionAway) {
+TEST(CommandsTest, RemoveRemovesTheSelection) {
   FakeWindow window;
   window.AddRow(u"a");
   window.AddRow(u"b");

@@ -83,7 +83,7 @@ TEST(DetailsTest, NothingSelectedAndSeveral) {
   }
 }
 
-TEST(DetailsTest, FailedRowsCountWithTheSizeTheyHave) {
+TEST(DetailsTest, FailedRowsAreIncludedWithTheirSize) {
   FakeWindow window;
   window.AddRow(u"a", 3);
   AddRow(window, {.name = u"b", .status = RowStatus::Failed, .error = 2});
@@ -129,7 +129,7 @@ TEST(DetailsTest, Sizes) {
 }
 
 TEST(DetailsTest, TimesAreLocalAndPadded) {
-  // One time in summer and one in winter, in units of 100 ns since 1601.
+  // A time in summer and one in winter, in units of 100 ns since 1601.
   for (const swr::FileTime time : {134129610000000000U, 127489752060000000U}) {
     OneRow one;
     one.row.modified = time;
@@ -143,7 +143,7 @@ TEST(DetailsTest, TimesAreLocalAndPadded) {
   }
 }
 
-TEST(DetailsTest, DigestsStandInTheOrderOfTheCatalogue) {
+TEST(DetailsTest, DigestsAreInCatalogueOrder) {
   CheckOneRow({
       {"none", [](OneRow&) {}, Head + u"\r\nSize:\t5 bytes" + Signature},
       {"the selection plays no part",
@@ -189,7 +189,7 @@ TEST(DetailsTest, WhatIsExpected) {
   });
 }
 
-TEST(DetailsTest, AFailedRowTellsItsErrorAndLittleElse) {
+TEST(DetailsTest, AFailedRowShowsItsErrorAndLittleElse) {
   const auto fail = [](OneRow& one, uint32_t error) {
     one.row.status = RowStatus::Failed;
     one.row.error = error;
@@ -276,7 +276,7 @@ TEST(DetailsTest, Signatures) {
   });
 }
 
-TEST(DetailsTest, TheSignatureIsCheckedOnceAtTheFirstLook) {
+TEST(DetailsTest, TheSignatureIsCheckedOnceWhenFirstShown) {
   OneRow one;
   one.row.signature.reset();
   const std::u16string start = Head + u"\r\nSize:\t5 bytes\r\nSignature:\t";
@@ -290,7 +290,7 @@ TEST(DetailsTest, TheSignatureIsCheckedOnceAtTheFirstLook) {
   EXPECT_EQ(one.window.desktop.signatureChecks.size(), 1u);
 }
 
-TEST(DetailsTest, AResultForAnotherRowOrNoneLeavesThePaneAlone) {
+TEST(DetailsTest, AResultForAnotherRowOrNoneDoesNotChangeThePane) {
   OneRow one;
   Row& other = one.window.AddRow(u"other");
   one.Details();
@@ -341,7 +341,7 @@ TEST(DetailsTest, AllOfIt) {
                 FilledHex(32, 0x34) + u" (SHA256SUMS, line 12)");
 }
 
-// ---- When the pane follows.
+// ---- When the pane is updated.
 
 TEST(DetailsTest, ARealFile) {
   swr::testing::TempTree tree;

@@ -72,7 +72,7 @@ TEST_F(ExpectedHashTest, NoHash) {
   });
 }
 
-TEST_F(ExpectedHashTest, WithoutRowsAFileIsWanted) {
+TEST_F(ExpectedHashTest, WithoutRowsAFileIsAskedFor) {
   const auto wanted = [](std::u16string text) { return ResultLine{text, ResultKind::Hint}; };
   Check({
       {"one candidate",
@@ -274,7 +274,7 @@ TEST_F(ExpectedHashTest, NoMatchAmongSeveral) {
   });
 }
 
-TEST_F(ExpectedHashTest, WhileADigestIsUnknownNothingIsSaid) {
+TEST_F(ExpectedHashTest, NoVerdictWhileADigestIsUnknown) {
   const ResultLine checking = {u"Checking...", ResultKind::Busy};
   Check({
       {"a waiting row", {{.name = u"a", .status = RowStatus::Waiting}}, WantedHex(20), checking},
@@ -294,7 +294,7 @@ TEST_F(ExpectedHashTest, WhileADigestIsUnknownNothingIsSaid) {
   });
 }
 
-// Forms in which web pages and files give a hash.
+// The forms of hashes on web pages and in files.
 TEST_F(ExpectedHashTest, Spellings) {
   const std::vector<RowSetup> rows = {{.name = u"a.iso", .digests = {{AlgoId::Sha256, Wanted}}}};
   const ResultLine match = {u"Match. The SHA-256 of a.iso is the expected hash.", ResultKind::Good};
@@ -329,7 +329,7 @@ struct PasteCase {
   uint32_t command;
   bool editHasFocus;
   std::optional<std::u16string> clipboard;
-  std::u16string box;  // holds "before" at first
+  std::u16string box;  // initially "before"
   int pastesIntoEdit;
 };
 

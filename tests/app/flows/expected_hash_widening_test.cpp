@@ -31,7 +31,7 @@ const std::vector<FilledDigest>& Other32() {
   return digests;
 }
 
-// What was queued since the last call: for each job its row's name and the algorithms.
+// The jobs queued since the last call: for each its row's name and the algorithms.
 using Asked = std::vector<std::pair<std::u16string, AlgoMask>>;
 Asked TakeJobs(FakeWindow& window) {
   Asked asked;
@@ -40,9 +40,9 @@ Asked TakeJobs(FakeWindow& window) {
   return asked;
 }
 
-// ---- What is asked for.
+// ---- What is queued.
 
-TEST(WideningTest, ARowIsAskedForAllCandidatesUntilTheyAreKnown) {
+TEST(WideningTest, QueuesAllCandidatesUntilTheyAreKnown) {
   FakeWindow window;
   Row& row = AddRow(window, {.name = u"a.iso", .digests = Filled({AlgoId::Sha256}, Other)});
   window.view.SetExpectedText(WantedHex(16));
@@ -118,7 +118,7 @@ TEST(WideningTest, Table) {
   }
 }
 
-TEST(WideningTest, WhatIsQueuedAlreadyIsNotAskedForAgain) {
+TEST(WideningTest, QueuedDigestsAreNotQueuedAgain) {
   FakeWindow window;
   Row& row = AddRow(window, {.name = u"a", .status = RowStatus::Waiting});
   window.hashing.QueueRow(row.id, MaskOf(AlgoId::Sha256));
@@ -154,13 +154,13 @@ TEST(WideningTest, TheFirstMatchEndsIt) {
   window.expected.Compare();
   EXPECT_EQ(window.queue.jobs.size(), 1u);
 
-  // Without the match the other candidates are wanted again.
+  // Without the match the other candidates are queued again.
   window.RemoveRows({0});
   EXPECT_EQ(TakeJobs(window), (Asked{{u"b", MaskOf(AlgoId::Sha1)}, {u"c", MaskOf(AlgoId::Sha1)}}));
   EXPECT_EQ(window.Result(), (ResultLine{u"Checking...", ResultKind::Busy}));
 }
 
-TEST(WideningTest, RowsAddedLaterAreCaught) {
+TEST(WideningTest, RowsAddedLaterAreIncluded) {
   swr::testing::TempTree tree;
   const std::u16string first = tree.AddFile(u"first", "1");
   const std::u16string second = tree.AddFile(u"second", "2");
@@ -177,7 +177,7 @@ TEST(WideningTest, RowsAddedLaterAreCaught) {
   EXPECT_EQ(TakeJobs(window), (Asked{{second, swr::DefaultAlgoMask}, {second, of64}}));
 }
 
-TEST(WideningTest, EachNewValueAsksForItsOwn) {
+TEST(WideningTest, EachNewValueQueuesItsOwnCandidates) {
   FakeWindow window;
   Row& row = AddRow(window, {.name = u"a"});
   window.view.SetExpectedText(WantedHex(4));
@@ -187,7 +187,7 @@ TEST(WideningTest, EachNewValueAsksForItsOwn) {
   EXPECT_EQ(row.pendingMask, MaskOf(AlgoId::Crc32) | MaskOf(AlgoId::Sha1));
 }
 
-TEST(WideningTest, TheRoadOfADownload) {
+TEST(WideningTest, ADownloadFromAddingToVerdict) {
   FakeWindow window;
   window.algorithms.Select(MaskOf(AlgoId::Sha256));
   Row& row = window.AddRow(u"a.iso");
@@ -242,7 +242,7 @@ TEST(CancelWithABoxTest, TheLineGoesStraightToNoMatchAndNothingIsQueuedAgain) {
   EXPECT_EQ(TakeJobs(window), again);
 }
 
-TEST(CancelWithABoxTest, TheSameValueAfterAnEmptyBoxIsANewQuestion) {
+TEST(CancelWithABoxTest, TheSameValueAfterAnEmptyBoxIsANewOne) {
   FakeWindow window;
   AddRow(window, {.name = u"a"});
   window.view.SetExpectedText(WantedHex(20));
@@ -252,7 +252,7 @@ TEST(CancelWithABoxTest, TheSameValueAfterAnEmptyBoxIsANewQuestion) {
   EXPECT_EQ(TakeJobs(window), (Asked{{u"a", MaskOf(AlgoId::Sha1)}}));
 }
 
-TEST(CancelWithABoxTest, ACancelledRowDoesNotHoldTheLineBack) {
+TEST(CancelWithABoxTest, ACancelledRowDoesNotDelayTheVerdict) {
   FakeWindow window;
   AddRow(window, {.name = u"a", .status = RowStatus::Cancelled});
   Row& b = AddRow(window, {.name = u"b"});
@@ -266,9 +266,9 @@ TEST(CancelWithABoxTest, ACancelledRowDoesNotHoldTheLineBack) {
   EXPECT_EQ(window.Result(), (ResultLine{u"Checking...", ResultKind::Busy}));
 }
 
-// ---- What else follows the box.
+// ---- Other effects of the box.
 
-TEST(ExpectedEditedTest, TheListIsRedrawnWhenAValueComesOrGoes) {
+TEST(ExpectedEditedTest, TheListIsRedrawnWhenAValueAppearsOrDisappears) {
   FakeWindow window;
   AddRow(window, {.name = u"a", .digests = {{AlgoId::Md5, Wanted}}});
   struct Case {
@@ -294,7 +294,7 @@ TEST(ExpectedEditedTest, TheListIsRedrawnWhenAValueComesOrGoes) {
   }
 }
 
-TEST(ExpectedEditedTest, RubbishLeavesNoRowColoured) {
+TEST(ExpectedEditedTest, InvalidTextLeavesNoRowColoured) {
   FakeWindow window;
   AddRow(window, {.name = u"a", .digests = {{AlgoId::Md5, Wanted}}});
   window.view.SetExpectedText(WantedHex(16));

@@ -49,7 +49,7 @@ struct TwoRows {
   Row& b;
 };
 
-TEST(CompareTwoFilesTest, WantsExactlyTwo) {
+TEST(CompareTwoFilesTest, NeedsExactlyTwoRows) {
   for (const std::vector<size_t>& selected :
        {std::vector<size_t>{}, std::vector<size_t>{1}, std::vector<size_t>{0, 1, 2}}) {
     TwoRows two;
@@ -90,7 +90,7 @@ TEST(CompareTwoFilesTest, SizesAloneAreEnough) {
   }
 }
 
-TEST(CompareTwoFilesTest, DigestsThatAreThereAnswerAtOnce) {
+TEST(CompareTwoFilesTest, KnownDigestsAnswerAtOnce) {
   for (const bool equal : {true, false}) {
     TwoRows two;
     PutDigest(two.a, {AlgoId::Sha256, 1});
@@ -105,7 +105,7 @@ TEST(CompareTwoFilesTest, DigestsThatAreThereAnswerAtOnce) {
   }
 }
 
-TEST(CompareTwoFilesTest, WhatIsMissingIsHashedFirst) {
+TEST(CompareTwoFilesTest, MissingDigestsAreHashedFirst) {
   for (const bool equal : {true, false}) {
     TwoRows two;
     two.window.algorithms.Select(MaskOf(AlgoId::Md5));
@@ -180,7 +180,7 @@ struct FailedCase {
   bool secondFailed;
   bool otherIsKnown;
   uint64_t secondSize = 100;  // the first has 100
-  size_t jobs;                // before the answer comes
+  size_t jobs;                // before the answer
 };
 
 TEST(CompareTwoFilesTest, AFailedRowMakesItUnanswerable) {
@@ -243,7 +243,7 @@ TEST(CompareTwoFilesTest, ClearingTheListEndsIt) {
   EXPECT_FALSE(two.window.comparison.IsWaiting());
 }
 
-TEST(CompareTwoFilesTest, CancelLetsItWaitForWhoeverHashesTheFilesNext) {
+TEST(CompareTwoFilesTest, AfterCancelItWaitsUntilTheFilesAreHashedAgain) {
   TwoRows two;
   two.window.AddRow(u"c.bin");
   two.Compare();
@@ -263,7 +263,7 @@ TEST(CompareTwoFilesTest, CancelLetsItWaitForWhoeverHashesTheFilesNext) {
   EXPECT_EQ(two.window.desktop.messages.size(), 1u);
 }
 
-TEST(CompareTwoFilesTest, AnotherComparisonTakesItsPlace) {
+TEST(CompareTwoFilesTest, AnotherComparisonReplacesIt) {
   TwoRows two;
   Row& c = two.window.AddRow(u"c.bin");
   c.status = RowStatus::Done;
@@ -280,7 +280,7 @@ TEST(CompareTwoFilesTest, AnotherComparisonTakesItsPlace) {
                               u"b.bin\nc.bin\n\nCompared by SHA-256; the sizes are equal too.")}));
 }
 
-TEST(CompareTwoFilesTest, DifferentSizesLeaveAWaitingOneAlone) {
+TEST(CompareTwoFilesTest, DifferentSizesDoNotAffectAWaitingOne) {
   TwoRows two;
   two.window.AddRow(u"c.bin", 5);
   two.Compare();
@@ -295,7 +295,7 @@ TEST(CompareTwoFilesTest, DifferentSizesLeaveAWaitingOneAlone) {
   EXPECT_EQ(two.window.desktop.messages[1], Identical);
 }
 
-TEST(CompareTwoFilesTest, ResultsThatComeWhileTheMessageShowsDoNotRepeatIt) {
+TEST(CompareTwoFilesTest, ResultsDuringTheMessageDoNotRepeatIt) {
   TwoRows two;
   two.window.AddRow(u"c.bin");
   two.Compare();
@@ -321,8 +321,8 @@ TEST(CompareTwoFilesTest, BothResultsInOneBatchGiveOneAnswer) {
   EXPECT_EQ(two.window.desktop.messages, Messages{Identical});
 }
 
-// A cancelled row that is queued again no longer counts as not checked.
-TEST(CompareTwoFilesTest, TheVerdictFollowsTheRowsThatAreAtWorkAgain) {
+// A cancelled row that is queued again is no longer reported as not checked.
+TEST(CompareTwoFilesTest, TheVerdictFollowsRowsThatAreHashedAgain) {
   TwoRows two;
   Expect(two.a, FilledBytes(32, 1), {AlgoId::Sha256});
   two.a.status = RowStatus::Cancelled;

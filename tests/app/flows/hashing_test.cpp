@@ -14,7 +14,7 @@ constexpr swr::AlgoMask Md5 = MaskOf(AlgoId::Md5);
 constexpr swr::AlgoMask Sha256 = MaskOf(AlgoId::Sha256);
 constexpr swr::AlgoMask Blake3 = MaskOf(AlgoId::Blake3);
 
-TEST(QueueRowTest, AsksOnlyForWhatTheRowLacksAndNobodyAskedFor) {
+TEST(QueueRowTest, QueuesOnlyDigestsThatAreNeitherKnownNorQueued) {
   FakeWindow window;
   Row& row = window.AddRow(u"a", 7);
   row.digests.Make(swr::IndexOf(AlgoId::Md5)).present = true;

@@ -1,4 +1,4 @@
-// Several results that arrive at once: each takes effect, wherever it is among the others.
+// Several results that arrive at once: each takes effect, whatever its position in the batch.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -17,7 +17,7 @@ using swr::AlgoId;
 constexpr swr::AlgoMask Md5 = swr::MaskOf(AlgoId::Md5);
 constexpr size_t RowCount = 3;
 
-// Three rows that wait to be hashed with MD5 and nothing else.
+// Three rows that wait to be hashed with MD5 only.
 struct BatchWindow : FakeWindow {
   BatchWindow() {
     algorithms.Select(Md5);
@@ -68,7 +68,7 @@ TEST(ResultBatchTest, TheDetailsFollowAResultAnywhereInTheBatch) {
   }
 }
 
-// A file can have another size by the time it is read.
+// The size of a file can change before it is read.
 TEST(ResultBatchTest, TheSumOfSizesFollowsEachResult) {
   BatchWindow window;
   window.hashing.QueueAll();

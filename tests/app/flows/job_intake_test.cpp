@@ -47,7 +47,7 @@ TEST(JobIntakeTest, ChangedIsSticky) {
   EXPECT_TRUE(one.row.changed);
 }
 
-TEST(JobIntakeTest, WithBitsLeftTheRowWaitsAgain) {
+TEST(JobIntakeTest, WithDigestsPendingTheRowWaitsAgain) {
   OneRow one;
   one.window.hashing.QueueRow(one.row.id, Sha256);
   one.row.status = RowStatus::Hashing;
@@ -86,7 +86,7 @@ TEST(JobIntakeTest, CancelledWithNothingLeft) {
   EXPECT_FALSE(one.row.digests[swr::IndexOf(AlgoId::Md5)].present);
 }
 
-TEST(JobIntakeTest, CancelledWithBitsLeftKeepsTheStatus) {
+TEST(JobIntakeTest, CancelledWithDigestsPendingKeepsTheStatus) {
   OneRow one;
   one.window.hashing.QueueRow(one.row.id, Sha256);
   one.row.status = RowStatus::Hashing;
@@ -95,7 +95,7 @@ TEST(JobIntakeTest, CancelledWithBitsLeftKeepsTheStatus) {
   EXPECT_EQ(one.row.pendingMask, Sha256);
 }
 
-TEST(JobIntakeTest, AJobThatFinishedBeforeTheCancelStillCounts) {
+TEST(JobIntakeTest, AJobThatFinishedBeforeTheCancelIsStillUsed) {
   OneRow one;
   const HashJob job = one.window.queue.jobs.front();
   one.window.edits.CancelAll();

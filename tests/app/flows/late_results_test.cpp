@@ -1,5 +1,5 @@
-// Results that come when the window has moved on: the file was cancelled and is hashed again, or
-// the value in the Expected hash box has the row hashed further.
+// Results that arrive late: the file was cancelled and is being hashed again, or the value in the
+// Expected hash box has queued more digests of the row.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -22,7 +22,7 @@ constexpr swr::AlgoMask Sha256 = MaskOf(AlgoId::Sha256);
 
 const ResultLine Checking = {u"Checking...", ResultKind::Busy};
 
-// ---- A cancelled read returns after its file was queued again.
+// ---- A cancelled read ends after its file was queued again.
 
 // A row whose running job, which covers the candidate of the value in the box, was cancelled.
 struct CancelledWindow : FakeWindow {
@@ -58,7 +58,7 @@ TEST(LateCancelTest, AFileThatIsHashedAgainIsNotCalledAMismatch) {
   EXPECT_EQ(window.StatusCell(0), u"Done");
 }
 
-TEST(LateCancelTest, WhatTheUserCancelledStaysSo) {
+TEST(LateCancelTest, CancelledRowsStayCancelled) {
   CancelledWindow window;
   window.ReturnCancelled();
   window.intake.OnTimer();
@@ -67,7 +67,7 @@ TEST(LateCancelTest, WhatTheUserCancelledStaysSo) {
   EXPECT_EQ(window.Result().kind, ResultKind::Bad);
 }
 
-TEST(LateCancelTest, WhatIsCancelledASecondTimeStaysSo) {
+TEST(LateCancelTest, RowsCancelledTwiceStayCancelled) {
   CancelledWindow window;
   window.hashing.QueueAll();
   window.commands.Run(IDC_CANCEL);
@@ -78,9 +78,9 @@ TEST(LateCancelTest, WhatIsCancelledASecondTimeStaysSo) {
   EXPECT_EQ(window.Result().kind, ResultKind::Bad);
 }
 
-// ---- A look-up waits for a digest that does not come, and the box asks for the row again.
+// ---- A look-up waits for a digest that does not arrive, and the box queues the row again.
 
-TEST(LateLookUpTest, ThePageOpensWithTheResultThatItWaitsForNotAfterAnother) {
+TEST(LateLookUpTest, ThePageOpensOnlyWithTheAwaitedResult) {
   FakeWindow window;
   window.algorithms.Select(Md5);
   Row& row = window.AddRow(u"a.iso");

@@ -20,7 +20,7 @@ std::vector<std::u16string> Headings(const std::vector<ColumnSpec>& columns) {
   return headings;
 }
 
-TEST(ColumnsTest, StandForTheSelectionInCatalogueOrder) {
+TEST(ColumnsTest, FollowTheSelectionInCatalogueOrder) {
   FakeWindow window;
   EXPECT_EQ(Headings(window.view.columns),
             (std::vector<std::u16string>{u"Name", u"Folder", u"Size", u"MD5", u"SHA-1", u"SHA-256",

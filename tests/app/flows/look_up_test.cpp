@@ -19,7 +19,7 @@ std::u16string PageOfFake() {
   return u"https://www.virustotal.com/gui/file/" + FakeDigestText(AlgoId::Sha256);
 }
 
-// A window with one selected row, hashed with MD5 alone.
+// A window with one selected row, hashed with MD5 only.
 struct LookUpWindow : FakeWindow {
   LookUpWindow() {
     algorithms.Select(swr::MaskOf(AlgoId::Md5));
@@ -66,7 +66,7 @@ TEST(LookUpTest, OnlyOneReadableRowCanBeLookedUp) {
   EXPECT_FALSE(window.lookUp.IsWaiting());
 }
 
-TEST(LookUpTest, AnotherRowsResultIsNoAnswer) {
+TEST(LookUpTest, AnotherRowsResultDoesNotOpenThePage) {
   LookUpWindow window;
   window.commands.Run(IDC_VIRUSTOTAL);
   Row& other = window.AddRow(u"b");
@@ -128,7 +128,7 @@ TEST(WebPagesTest, OpenInTheBrowser) {
       (std::vector<std::u16string>{u"https://sumwright.example/", u"https://zendrik.example/"}));
 }
 
-TEST(HashTextTest, TakesTheSelectionAndTheCaseAlong) {
+TEST(HashTextTest, PassesOnSelectionAndCase) {
   FakeWindow window;
   window.algorithms.Select(Sha256);
   window.options.uppercase = true;

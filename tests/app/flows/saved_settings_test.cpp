@@ -21,7 +21,7 @@ struct NewWindow : FakeParts, WindowFlows {
   NewWindow() : WindowFlows(main) {}
 };
 
-// 32-bit numbers as they are stored, each with its lowest byte first.
+// Consecutive 32-bit little-endian numbers, as they are stored.
 std::vector<uint8_t> Bytes(const std::vector<uint32_t>& numbers) {
   std::vector<uint8_t> bytes;
   for (const uint32_t number : numbers) {
@@ -83,7 +83,7 @@ TEST(ReadSettingsTest, Algorithms) {
   }
 }
 
-TEST(ReadSettingsTest, EachFlagIsItsOwn) {
+TEST(ReadSettingsTest, FlagsAreIndependent) {
   struct Case {
     std::u16string name;
     bool Options::*flag;
@@ -186,8 +186,8 @@ TEST(RestorePlacementTest, Table) {
   }
 }
 
-// One bad value falls back by itself.
-TEST(ReadSettingsTest, ABadValueSpoilsNoOther) {
+// Only the invalid value falls back.
+TEST(ReadSettingsTest, ABadValueDoesNotAffectOthers) {
   const std::map<std::u16string, uint32_t> flags = {{u"Algorithms", 1},
                                                     {u"Uppercase", 1},
                                                     {u"ShowLegacy", 1},
@@ -259,7 +259,7 @@ TEST(WriteSettingsTest, AWindowThatIsNotMaximizedAndTheOtherFlags) {
   EXPECT_EQ(window.desktop.binarySettings[u"Window"], Bytes({1, 2, 3, 4, 0}));
 }
 
-TEST(WriteSettingsTest, AnUnknownPlaceLeavesTheOldOne) {
+TEST(WriteSettingsTest, AnUnknownPlacementKeepsTheOldOne) {
   FakeWindow window;
   window.desktop.binarySettings[u"Window"] = {1, 2, 3};
   window.settings.Write();
@@ -274,7 +274,7 @@ TEST(WriteSettingsTest, NothingIsWrittenBefore) {
   EXPECT_TRUE(window.desktop.settingsWritten.empty());
 }
 
-TEST(SettingsTest, TheNextWindowIsAsThisOneWasLeft) {
+TEST(SettingsTest, TheNextWindowReopensAsThisOneWasClosed) {
   FakeWindow first;
   first.commands.Run(ID_SHOW_LEGACY);
   first.commands.Run(ID_CRLF);

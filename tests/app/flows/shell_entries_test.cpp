@@ -91,7 +91,7 @@ TEST(ShellEntriesTest, TurningTheExplorerEntryOnSaysWhereItIs) {
   EXPECT_FALSE(window.view.options.shellEntries->explorerMenu);
 }
 
-TEST(ShellEntriesTest, TheSendToLinkNeedsNoWords) {
+TEST(ShellEntriesTest, TheSendToLinkShowsNoMessage) {
   FakeWindow window;
   window.commands.Run(ID_SEND_TO);
   EXPECT_EQ(window.installation.GetSendToState(), SendToState::ThisCopy);
@@ -102,7 +102,7 @@ TEST(ShellEntriesTest, TheSendToLinkNeedsNoWords) {
   EXPECT_TRUE(window.desktop.messages.empty());
 }
 
-TEST(ShellEntriesTest, AnEntryOfAnotherCopyIsTakenOver) {
+TEST(ShellEntriesTest, AnEntryOfAnotherCopyIsReplaced) {
   for (const bool exists : {true, false}) {
     FakeWindow window;
     if (exists) window.installSystem.files = {GoneProgram};
@@ -115,7 +115,7 @@ TEST(ShellEntriesTest, AnEntryOfAnotherCopyIsTakenOver) {
   }
 }
 
-TEST(ShellEntriesTest, AChangeThatFailsIsSaid) {
+TEST(ShellEntriesTest, AFailedChangeIsReported) {
   FakeWindow window;
   window.installSystem.failingKey = u"Software";
   window.installSystem.linksFail = true;
@@ -283,7 +283,7 @@ const std::u16string ToolText =
     u"md5,sha256 -r C:\\Downloads > checksums.txt\nswrhash -c SHA256SUMS\nswrhash --expect <hash> "
     u"setup.exe\n\nRun swrhash --help for all options.";
 
-TEST(ShellEntriesTest, TheCommandLineToolIsOfferedWhereItIsNotThere) {
+TEST(ShellEntriesTest, AMissingCommandLineToolIsOffered) {
   FakeWindow window;
   window.commands.Run(ID_CLI_TOOL);
   EXPECT_EQ(window.desktop.messages,
@@ -298,7 +298,7 @@ TEST(ShellEntriesTest, TheCommandLineToolIsOfferedWhereItIsNotThere) {
                       .customIcon = IDI_COMMAND_LINE_TOOL}}));
 }
 
-TEST(ShellEntriesTest, TheCommandLineToolOpensWhereItIs) {
+TEST(ShellEntriesTest, TheCommandLineToolIsOpenedWhereItExists) {
   FakeWindow window;
   window.installSystem.files = {u"C:\\Tools\\Sumwright\\swrhash.exe"};
   window.commands.Run(ID_CLI_TOOL);
@@ -318,7 +318,7 @@ TEST(ShellEntriesTest, TheCommandLineToolOpensWhereItIs) {
                 .customIcon = IDI_COMMAND_LINE_TOOL}}));
 }
 
-TEST(ShellEntriesTest, TheAnswerAboutTheToolIsActedOn) {
+TEST(ShellEntriesTest, TheAnswerAboutTheToolIsCarriedOut) {
   using Prompts = std::vector<std::pair<std::u16string, std::u16string>>;
   struct Row {
     int answer;

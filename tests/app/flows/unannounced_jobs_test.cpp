@@ -1,4 +1,4 @@
-// Results whose announcement the system did not take, so that nobody tells the window of them.
+// Results whose announcement failed, so that the window does not learn of them by a message.
 #include <gtest/gtest.h>
 
 #include <string>
