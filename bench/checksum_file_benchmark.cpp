@@ -1,6 +1,6 @@
-// What the window's thread spends on loading a checksum file, without the hashing: into an empty
-// list, and into one that already contains all the listed files, so that each row is replaced. The
-// files do not exist; looking for them costs the same.
+// The time that the window's thread takes to load a checksum file, without the hashing: into an
+// empty list, and into one that already contains all the listed files, so that each row is
+// replaced. The files do not exist; looking for them costs the same.
 #include <benchmark/benchmark.h>
 
 #include <memory>

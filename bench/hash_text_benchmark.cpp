@@ -1,4 +1,4 @@
-// What a keystroke costs in the Hash Text dialog, without the dialog itself.
+// The cost of a keystroke in the Hash Text dialog, without the dialog itself.
 #include <benchmark/benchmark.h>
 
 #include <string>

@@ -1,4 +1,4 @@
-// Speed of each hasher on bytes in memory.
+// The speed of each hasher on bytes in memory.
 #include <benchmark/benchmark.h>
 
 #include <cstdint>

@@ -1,14 +1,14 @@
-// What a long list costs, with the real flows of the window, the real worker and real files, and a
-// stand-in for the screen. Times are in seconds and do not include making the list of names.
+// The cost of a long list: the real window flows, worker and files, with a fake screen. Times are
+// in seconds and do not include making the list of names.
 //
-//   long_list hash FOLDER        SHA-256 of each file by HashFile alone, in a plain loop
+//   long_list hash FOLDER        SHA-256 of each file by a FileHasher alone, in a plain loop
 //   long_list hash-twice FOLDER  the same, and once more for SHA3-256 and BLAKE3
 //   long_list window FOLDER      the folder dropped on the window, until all is hashed
-//   long_list box FOLDER         the same with a value in the Expected hash box that no file has
+//   long_list box FOLDER         the same, with a value of no file in the Expected hash box
 //   long_list verify FILE        a checksum file opened in the window, until all is verified
 //   long_list load FILE          the same, until its rows are in the window
-//   long_list memory ROWS        bytes for a row, without its texts, in a list of this many
-//   long_list actions ROWS       what one action costs in a list of this many hashed rows
+//   long_list memory ROWS        bytes per row, without its texts, in a list of this many
+//   long_list actions ROWS       the cost of single actions in a list of this many hashed rows
 #include <chrono>
 #include <condition_variable>
 #include <cstdio>
@@ -47,7 +47,7 @@ double SecondsSince(Clock::time_point start) {
   return std::chrono::duration<double>(Clock::now() - start).count();
 }
 
-// What a window with a real worker is made of.
+// The parts of a window with a real worker.
 class LoopParts {
  public:
   app::testing::FakeView view;
@@ -73,8 +73,8 @@ class LoopParts {
                         worker_, installation_};
 };
 
-// The window as its dialog runs it: finished jobs are announced to a loop, which takes them every
-// 15 milliseconds, and a timer ticks every 200 while it is on.
+// Runs the window as its dialog does: finished jobs are announced to a loop, which takes them every
+// 15 milliseconds, and while it is on a timer ticks every 200.
 class Loop : public LoopParts, public app::testing::WindowFlows {
  public:
   Loop() : WindowFlows(main_) {
@@ -100,11 +100,11 @@ class Loop : public LoopParts, public app::testing::WindowFlows {
     }
   }
 
-  // The longest that one message kept the window, in milliseconds.
+  // The longest time for which one message occupied the window, in milliseconds.
   double longestTurn = 0;
 
  private:
-  // As much as the dialog takes in one turn. False when there was nothing.
+  // As much as the dialog takes in one turn. False if there was nothing.
   bool TakeResults() {
     auto taken = finished_.Take(1000);
     if (taken.empty()) return false;
@@ -187,7 +187,7 @@ double ResidentBytes() {
   return 0;
 }
 
-// Rows as of files that were hashed, whose texts are `textBytes` long altogether.
+// Rows of hashed files, whose texts are `textBytes` long in total.
 void FillList(FakeWindow& window, size_t count, double& textBytes) {
   const auto name = [](size_t i) { return u"photograph " + swr::DecimalText(i) + u".jpg"; };
   const std::u16string folder = u"/srv/archive/pictures of the year";

@@ -2,10 +2,8 @@
 //
 //   window_list hash FOLDER             SHA-256 of each file by a FileHasher alone, in a plain loop
 //   window_list hash-twice FOLDER       the same, then SHA3-256 and BLAKE3 of each file
-//   window_list drop SUMWRIGHT FOLDER   the folder dropped on the window, until all files are
-//   hashed window_list box SUMWRIGHT FOLDER    the same, with a value in the Expected hash box that
-//   matches
-//                                       no file
+//   window_list drop SUMWRIGHT FOLDER   the folder dropped on the window, until all is hashed
+//   window_list box SUMWRIGHT FOLDER    the same, with a value of no file in the Expected hash box
 //   window_list verify SUMWRIGHT LIST   a checksum file verified, until each row has a verdict
 //
 // "longest message" is the longest time, in milliseconds, for which the window did not handle

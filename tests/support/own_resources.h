@@ -18,7 +18,7 @@ OwnResources CountOwnResources();
 // Counts repeatedly until the count is as expected, for at most 250 ms: a thread can outlive its
 // join for a moment. Returns the last count.
 OwnResources WaitForResources(const OwnResources& expected);
-// The same for the threads alone. Wine opens handles of its own at the first use of some functions.
+// The same for threads only, because Wine opens handles at the first use of some functions.
 size_t WaitForThreads(size_t expected);
 
 }  // namespace swr::testing

@@ -23,7 +23,7 @@ struct DigestSlot : Digest {
   bool present = false;
 };
 
-// The digests of one file by the index of the algorithm (IndexOf of algorithms.h). Sparse, because
+// The digests of one file, by the index of the algorithm (IndexOf of algorithms.h). Sparse, because
 // most files have one to three of the fifteen.
 class DigestSlots {
  public:
@@ -44,7 +44,7 @@ class DigestSlots {
     return entries_.back().slot;
   }
 
-  // Makes room for this many, so that making them moves none.
+  // Makes room for this many, so that Make moves none of them.
   void Reserve(size_t count) { entries_.reserve(count); }
 
   bool IsEmpty() const { return entries_.empty(); }

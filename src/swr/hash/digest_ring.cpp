@@ -13,13 +13,13 @@ constexpr bool IsLarge(uint32_t capacity) { return capacity >= 65536; }
 
 void Prefetch(const std::byte* data, uint32_t size) {
   constexpr uint32_t cacheLine = 64;
-  // For reading, and no nearer than the second-level cache.
+  // For reading, into the second-level cache.
   for (uint32_t i = 0; i < size; i += cacheLine) __builtin_prefetch(data + i, 0, 2);
 }
 
-// For a chunk that another core has written. Fetching it from there line by line would cost a fast
-// algorithm a third of its speed, so each piece is asked for while the one before is digested. The
-// pieces are long enough for the widest variants of BLAKE3.
+// For a chunk that another core has written. Loading it from that core's cache line by line would
+// cost a fast algorithm a third of its speed, so each piece is prefetched while the previous one is
+// digested. The pieces are long enough for the widest variants of BLAKE3.
 bool DigestDistantChunk(Hasher& hasher, const Chunk& chunk, const std::atomic<bool>* stop) {
   constexpr uint32_t pieceSize = 16384;
   const std::byte* data = chunk.data.get();
@@ -47,7 +47,7 @@ void ChunkDeleter::operator()(std::byte* data) const noexcept {
 
 void Chunk::Reserve(uint32_t size) {
   if (Capacity() >= size) return;
-  // Files that are each a little longer than the one before shall not each allocate anew.
+  // Doubled, so that a series of files of growing length does not allocate for each of them.
   const uint32_t room = std::max(size, std::min(Capacity(), UsualChunkSize / 2) * 2);
   data.reset();
   auto* bytes = IsLarge(room) ? static_cast<std::byte*>(AllocatePages(room)) : new std::byte[room];
@@ -79,7 +79,7 @@ bool DigestRing::Start(std::span<Hasher* const> hashers, const std::atomic<bool>
   return isRunning_;
 }
 
-// One thread for each hasher, less the reader's own once it has nothing left to read.
+// At most one thread for each hasher. When everything is read, the reader is one of them.
 void DigestRing::AskForHelp() {
   const size_t most = feeds_.size() - (isLastPublished_ ? 1 : 0);
   while (threads_.Lend(*this, most)) {
@@ -89,7 +89,7 @@ void DigestRing::AskForHelp() {
 Chunk* DigestRing::NextFree() {
   std::unique_lock lock(mutex_);
   while (published_ - DigestedChunks() == Length) {
-    // Helpers begin with the slowest hasher, because it sets the pace and should never wait.
+    // Helpers prefer the slowest hasher, which sets the pace and should never wait.
     Feed* feed = FindWork(false);
     if (feed == nullptr) {
       WaitAsReader(lock);
@@ -153,11 +153,12 @@ void DigestRing::Help() {
       --waitingHelpers_;
     }
   }
-  // What this thread leaves is for others.
+  // Another thread can take over what this one leaves.
   WakeSomebodyForWork();
 }
 
-// Among those that are equally far, `slowestFirst` prefers the first hasher, else the last.
+// The hasher that is furthest behind and has a chunk to digest. Of several, the slowest if
+// `slowestFirst`, otherwise the fastest.
 DigestRing::Feed* DigestRing::FindWork(bool slowestFirst) {
   Feed* found = nullptr;
   for (Feed& feed : feeds_) {
@@ -169,7 +170,7 @@ DigestRing::Feed* DigestRing::FindWork(bool slowestFirst) {
   return found;
 }
 
-// How many chunks all hashers have left behind.
+// How many chunks all hashers have finished.
 uint64_t DigestRing::DigestedChunks() const {
   return std::ranges::min_element(feeds_, {}, &Feed::next)->next;
 }
@@ -195,7 +196,7 @@ void DigestRing::WaitAsReader(std::unique_lock<std::mutex>& lock) {
   readerWaits_ = false;
 }
 
-// If there is more work than the calling thread takes.
+// Called by a thread that has taken some work: if there is more, another one is woken for it.
 void DigestRing::WakeSomebodyForWork() {
   if (waitingHelpers_ == 0 && !readerWaits_) return;
   if (FindWork(true) == nullptr) return;

@@ -1,9 +1,8 @@
 // A ring of chunks of one file, which one thread fills while others digest them.
 //
-// Each chunk goes to every hasher, and each hasher takes the chunks in order; which thread feeds it
-// the next one does not matter. So any number of threads can work on any number of hashers: whoever
-// is free takes the hasher that is furthest behind. The reading thread does the same while there is
-// no room to read ahead.
+// Every hasher gets every chunk, in order, but not always on the same thread: a thread that is free
+// takes the hasher that is furthest behind. So any number of threads can serve any number of
+// hashers. The reading thread digests too while the ring is full.
 #pragma once
 
 #include <array>
@@ -21,8 +20,8 @@
 
 namespace swr {
 
-// Frees the memory of a chunk. Short ones come from the heap. Large ones do not, because the heap
-// may keep what it gets back.
+// Frees the memory of a chunk. Short chunks come from the heap, long ones straight from the system,
+// because the heap may keep what is freed.
 struct ChunkDeleter {
   uint32_t capacity = 0;
   void operator()(std::byte* data) const noexcept;
@@ -35,15 +34,16 @@ struct Chunk {
   bool last = false;  // the file ends with this chunk
 
   uint32_t Capacity() const { return data == nullptr ? 0 : data.get_deleter().capacity; }
-  // Makes room for `size` bytes. If there was less before, the bytes are lost.
+  // Makes room for `size` bytes. If the memory has to grow, its content is lost.
   void Reserve(uint32_t size);
 };
 
-// Feeds the chunk to the hasher. Returns false, with the hasher's digest spoilt, when `stop`, which
-// may be null, becomes true meanwhile.
+// Feeds the chunk to the hasher. `stop` may be null; if it becomes true meanwhile, the result is
+// false and the hasher has seen only part of the chunk.
 bool DigestChunk(Hasher& hasher, const Chunk& chunk, const std::atomic<bool>* stop);
 
-// All public functions belong to one thread, the reader. A run goes from Start to Finish or Stop.
+// All public functions are called on one thread, the reader. A run lasts from Start to Finish or
+// Stop.
 class DigestRing final : public HelpedWork {
  public:
   static constexpr size_t Length = 4;
@@ -51,40 +51,41 @@ class DigestRing final : public HelpedWork {
   // `threads` must outlive the ring.
   explicit DigestRing(DigestThreads& threads) : threads_(threads) {}
 
-  // Starts a run unless no thread can be lent for it. `hashers`, at least one, begins with the
-  // slowest. `cancel`, which may be null, is looked at while the reader digests. The first chunk
-  // may be filled before or afterwards, and is then published.
+  // Starts a run and returns true if a thread can be lent for it. `hashers` has at least one entry
+  // and begins with the slowest. `cancel` may be null; it is checked while the reader digests. The
+  // first chunk may be filled before or after this call, and then has to be published.
   bool Start(std::span<Hasher* const> hashers, const std::atomic<bool>* cancel);
   bool IsRunning() const { return isRunning_; }
   Chunk& First() { return chunks_[0]; }
 
-  // The next chunk to fill, once all hashers have left it; until then the reader digests too. Null
-  // when `cancel` was seen.
+  // Waits until all hashers have finished with the next chunk, digesting meanwhile, and returns it
+  // to be filled. Null if `cancel` became true.
   Chunk* NextFree();
   // Hands that chunk, or the first one, to the hashers.
   void Publish();
 
-  // Called once the last chunk is published. Returns when all is digested.
+  // To be called after the last chunk is published. Returns when everything is digested.
   void Finish();
-  // Ends the run early and leaves the digests spoilt. Without effect when there is no run.
+  // Ends the run early; the hashers have then seen only part of the file. Does nothing if there is
+  // no run.
   void Stop();
 
-  // Frees the memory of the chunks. Not during a run.
+  // Frees the memory of the chunks. Not to be called during a run.
   void ReleaseMemory();
 
  private:
   struct Feed {
     Hasher* hasher;
-    uint64_t next = 0;  // number of the chunk that it takes next
+    uint64_t next = 0;  // number of the chunk that it gets next
     bool isBusy = false;
   };
 
   void Help() override;
   void AskForHelp();
-  // The others under mutex_.
+  // The next four are called under mutex_.
   Feed* FindWork(bool slowestFirst);
   uint64_t DigestedChunks() const;
-  // Unlocks meanwhile. False when `stop` became true.
+  // Unlocks the mutex while it digests. False if `stop` became true.
   bool DigestNext(Feed& feed, std::unique_lock<std::mutex>& lock, const std::atomic<bool>* stop);
   void WaitAsReader(std::unique_lock<std::mutex>& lock);
   void WakeSomebodyForWork();
@@ -97,13 +98,13 @@ class DigestRing final : public HelpedWork {
   std::mutex mutex_;
   std::condition_variable helperWake_;
   std::condition_variable readerWake_;
-  // From here on: under mutex_.
+  // The rest is under mutex_.
   std::vector<Feed> feeds_;
   uint64_t published_ = 0;
   bool isLastPublished_ = false;
   size_t waitingHelpers_ = 0;
   bool readerWaits_ = false;
-  std::atomic<bool> stop_ = false;  // written under mutex_, read without it too
+  std::atomic<bool> stop_ = false;  // written under mutex_, also read without it
 };
 
 }  // namespace swr

@@ -53,7 +53,7 @@ bool DigestThreads::Lend(HelpedWork& work, size_t most) {
 
 void DigestThreads::TakeBack(HelpedWork& work) {
   std::unique_lock lock(mutex_);
-  // Threads that have not come yet need not come any more.
+  // Requests that no thread has taken yet are withdrawn.
   const size_t withdrawn = std::erase(requests_, &work);
   work.helpers_ -= withdrawn;
   atWork_ -= static_cast<uint32_t>(withdrawn);

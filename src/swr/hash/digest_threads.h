@@ -1,5 +1,6 @@
 // The threads that help FileHashers to digest long files. One object serves a whole front end: its
-// hashers share the threads, and a core that one of them leaves idle goes to another's file.
+// FileHashers share the threads, so that a core which one of them leaves idle works on the file of
+// another.
 #pragma once
 
 #include <atomic>
@@ -13,12 +14,12 @@
 
 namespace swr {
 
-// Work that threads can join and leave while it goes on.
+// Work that threads can join and leave while it is in progress.
 class HelpedWork {
  public:
   virtual ~HelpedWork() = default;
-  // Does a share of the work and returns when there is none left. Called on any number of threads
-  // at once.
+  // Does a share of the work and returns when none is left. Called on any number of threads at
+  // once.
   virtual void Help() = 0;
 
  private:
@@ -29,20 +30,19 @@ class HelpedWork {
 // All functions may be called on any thread.
 class DigestThreads {
  public:
-  // One for each core, and at least two, so that a file can be read ahead on a single core too.
+  // One for each core, but at least two, so that files are read ahead on a single core too.
   static uint32_t UsualLimit();
 
-  // `limit`: how many threads may be hashing at the same time, counting the callers of FileHashers.
-  // With 1, or with as many callers at work as the limit, every caller hashes on its own. No thread
-  // is started before a file needs it.
+  // `limit`: how many threads may be hashing at the same time, including the callers of
+  // FileHashers. When as many callers are hashing, each does so without help; with a limit of 1
+  // that is always the case. Threads are started when a file first needs them.
   explicit DigestThreads(uint32_t limit = UsualLimit());
-  // Ends the threads. No FileHasher may still use them.
+  // Ends the threads. No FileHasher may be using them any more.
   ~DigestThreads();
   DigestThreads(const DigestThreads&) = delete;
   DigestThreads& operator=(const DigestThreads&) = delete;
 
-  // Ends the threads that wait for a file, and waits until they have ended. They are started again
-  // as they are needed.
+  // Ends the threads that have no work, and waits for that. New ones are started when needed.
   void EndIdleThreads();
 
   uint32_t Limit() const { return limit_; }
@@ -62,14 +62,15 @@ class DigestThreads {
   };
 
   bool IsBelowLimit() const { return atWork_.load(std::memory_order_relaxed) < limit_; }
-  // Helpers leave their work then: a caller has come back for the core that they were given.
+  // True after a caller came back for a core that was lent: a helper then leaves its work.
   bool IsAboveLimit() const { return atWork_.load(std::memory_order_relaxed) > limit_; }
 
-  // Has one more thread call `work.Help()`, unless the limit is reached or the work has `most`
-  // helpers. Throws std::system_error, without any effect, when a thread can't be started.
+  // Makes one more thread call `work.Help()` and returns true, unless the limit is reached or the
+  // work already has `most` helpers. Throws std::system_error, with no effect, if a thread can't be
+  // started.
   bool Lend(HelpedWork& work, size_t most);
-  // Returns when no thread is in `work.Help()` or will enter it. The work must have told its
-  // helpers to return.
+  // Returns when no thread is in `work.Help()` or about to enter it. The work must have made its
+  // helpers return.
   void TakeBack(HelpedWork& work);
 
  private:
@@ -80,11 +81,11 @@ class DigestThreads {
   std::atomic<uint32_t> atWork_ = 0;  // callers and lent threads
 
   std::mutex mutex_;
-  std::condition_variable wake_;      // for threads without work
+  std::condition_variable wake_;      // wakes threads without work
   std::condition_variable returned_;  // a work has lost its last helper
   std::condition_variable ended_;     // a thread has ended
-  // From here on: under mutex_. There are at least as many waiting threads as requests and threads
-  // that are to end.
+  // The rest is under mutex_. There are never fewer waiting threads than requests and threads that
+  // are to end.
   std::deque<HelpedWork*> requests_;
   std::vector<std::thread> threads_;
   std::vector<std::thread> endedThreads_;  // to be joined

@@ -16,9 +16,8 @@
 namespace swr {
 namespace {
 
-// Nanoseconds that a current processor takes for a KiB, by bench/hasher_benchmark. Only their
-// ratios matter, and only roughly: they say which hasher is the slowest and whether help is worth
-// its while.
+// Nanoseconds for a KiB on a current processor, measured with bench/hasher_benchmark. They decide
+// which hasher is the slowest and whether help pays, for which rough ratios are enough.
 constexpr std::array<uint32_t, AlgoCount> digestCosts = {
     40,     // CRC32
     1400,   // MD5
@@ -36,21 +35,21 @@ constexpr std::array<uint32_t, AlgoCount> digestCosts = {
     85000,  // MD2
     780,    // MD4
 };
-constexpr uint32_t readCost = 100;  // of a copy out of the system's cache
+constexpr uint32_t readCost = 100;  // the same, for copying from the system's file cache
 
-// What the algorithms of a mask cost together and how far a second thread can share it.
+// What the algorithms of a mask cost, and whether a second thread pays.
 struct Workload {
   uint32_t total = 0;
   uint32_t slowest = 0;
 
-  // The hashers of one chunk, which has been read, are spread over two threads.
+  // For a file of one chunk, which has been read: the hashers are divided between two threads.
   bool IsHelpWorthwhileForOneChunk(uint32_t length) const {
     constexpr uint64_t costOfHelp = 100'000;  // ns: to wake a thread and to wait for it
     const uint64_t saved = total - std::max(slowest, total / 2);
     return saved * length / 1024 > costOfHelp;
   }
-  // Further chunks are read meanwhile. The bytes then have to move from core to core, which costs a
-  // fast algorithm more than it gains.
+  // For a longer file, which is read at the same time. The bytes then move from core to core, which
+  // costs a fast algorithm more than it gains.
   bool IsHelpWorthwhileForMany() const {
     constexpr uint32_t moveCost = 40;
     const uint32_t all = total + readCost;
@@ -58,15 +57,15 @@ struct Workload {
   }
 };
 
-// Reads until the chunk holds `size` bytes or the file ends: a short read alone does not end the
-// chunk, and a full chunk does not show yet that the file ends there. The result is an error code.
+// Reads until the chunk holds `size` bytes or the file ends: a short read does not end the chunk,
+// and a full chunk can be the last one without showing it. Returns an error code.
 uint32_t ReadChunk(File& file, Chunk& chunk, uint32_t size) {
   chunk.Reserve(size);
   chunk.length = 0;
   chunk.last = false;
   while (chunk.length < size) {
     const ReadResult read = file.Read(chunk.data.get() + chunk.length, size - chunk.length);
-    // A failure without a code can't be reported; the chunk counts as full.
+    // A failure without a code can't be reported; the chunk is treated as full.
     if (!read.succeeded && read.error != ErrorBrokenPipe && read.error != ErrorHandleEof) {
       return read.error;
     }
@@ -87,7 +86,8 @@ void ReportProgress(const HashOptions& options, uint64_t bytesRead) {
   if (options.progress) options.progress(bytesRead);
 }
 
-// A short file is not worth a whole chunk of memory; the one byte more is what lets its end show.
+// A short file does not need the memory of a whole chunk. With room for one byte more, the end of
+// the file is found.
 uint32_t FirstChunkSize(const std::optional<FileInfo>& info, uint32_t chunkSize) {
   if (!info || info->size >= chunkSize) return chunkSize;
   return static_cast<uint32_t>(info->size) + 1;
@@ -112,10 +112,10 @@ struct FileHasher::State {
 
   DigestThreads& threads;
   DigestRing ring;
-  std::array<std::unique_ptr<Hasher>, AlgoCount> hashers;  // those that were needed so far
-  AlgoMask mask = 0;                                       // of the current or the last file
+  std::array<std::unique_ptr<Hasher>, AlgoCount> hashers;  // those needed so far
+  AlgoMask mask = 0;                                       // of the current or previous file
   std::vector<AlgoId> ids;                                 // of the mask
-  std::vector<AlgoId> slowestFirst;                        // the same
+  std::vector<AlgoId> slowestFirst;                        // of the mask, ordered by cost
   Workload workload;                                       // of the mask
 };
 
@@ -162,12 +162,12 @@ HashOutcome FileHasher::State::Hash(File& file, AlgoMask newMask, const HashOpti
   }
   const DigestThreads::CallerAtWork atWork(threads);
   const uint32_t chunkSize = options.chunkSize != 0 ? options.chunkSize : UsualChunkSize;
-  // However this function is left, no other thread uses the hashers afterwards.
+  // No other thread uses the hashers after this function, even if it throws.
   struct EndOfRun {
     DigestRing& ring;
     ~EndOfRun() { ring.Stop(); }
   } const endOfRun{ring};
-  // A thread that is called now is there when the first chunk is.
+  // A thread that is woken now is ready when the first chunk is.
   if (info && info->size >= chunkSize && workload.IsHelpWorthwhileForMany()) StartRing(options);
 
   Chunk& chunk = ring.First();
@@ -185,7 +185,7 @@ HashOutcome FileHasher::State::Hash(File& file, AlgoMask newMask, const HashOpti
   return outcome;
 }
 
-// The ring's first chunk has been read. Digests it and the rest of the file; goes over to the ring
+// The ring's first chunk has been read. Digests it and the rest of the file; switches to the ring
 // as soon as a thread can be lent.
 void FileHasher::State::DigestFromFirst(File& file, const HashOptions& options, uint32_t chunkSize,
                                         HashOutcome& outcome) {

@@ -1,9 +1,9 @@
 // Hashes one file after another and keeps what the next file can use: buffers, hashers and, through
 // DigestThreads, threads. A front end keeps one FileHasher for each thread that hashes files.
 //
-// The calling thread reads. A short file it digests as well, and so it does with any file if the
-// algorithms are as fast as the reading, or if all cores are at work. Otherwise other threads
-// digest a chunk while the next ones are read, so that the slowest algorithm sets the pace.
+// The calling thread reads the file. It also digests it if the file is short, if the algorithms are
+// as fast as the reading or if all cores are busy. Otherwise other threads digest each chunk while
+// the next ones are read, so that the slowest algorithm sets the pace.
 #pragma once
 
 #include <memory>
@@ -28,10 +28,11 @@ class FileHasher {
   HashOutcome HashFile(const std::u16string& path, AlgoMask mask, const HashOptions& options);
 
   // Reads `file` from its current position to its end; it can be a pipe. The outcome is that of
-  // HashFile, except that `changed` is never set. A cancel is not seen while a read waits for data.
+  // HashFile, except that `changed` is never set. A cancel is not noticed while a read waits for
+  // data.
   HashOutcome HashStream(File& file, AlgoMask mask, const HashOptions& options);
 
-  // Frees the hashers and the buffers, which are four chunks at most.
+  // Frees the hashers and the buffers, which are at most four chunks.
   void ReleaseMemory();
 
  private:

@@ -14,12 +14,12 @@ namespace swr {
 class Hasher {
  public:
   virtual ~Hasher() = default;
-  // Takes any number of bytes, also none, in pieces of any size.
+  // Takes any number of bytes, including none, in pieces of any size.
   virtual void Update(const void* data, uint64_t size) = 0;
   // The digest of all bytes so far. After it, only Reset may be called.
   virtual Digest Final() = 0;
-  // Makes the hasher as good as new, finished or not. Throws as MakeHasher does; a hasher whose
-  // reset failed can only be destroyed.
+  // Returns the hasher to its initial state, whether it was finished or not. Throws as MakeHasher
+  // does; a hasher whose reset failed can only be destroyed.
   virtual void Reset() = 0;
 };
 

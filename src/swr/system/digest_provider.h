@@ -16,8 +16,8 @@ inline constexpr size_t ProviderAlgorithmCount = 7;
 // every later use.
 class ProviderHash {
  public:
-  // Throws std::runtime_error "Windows cryptography provider unavailable" when the algorithm's
-  // provider can't be opened, and "BCryptCreateHash failed" when it gives no hash object.
+  // Throws std::runtime_error "Windows cryptography provider unavailable" if the algorithm's
+  // provider can't be opened, and "BCryptCreateHash failed" if it makes no hash object.
   explicit ProviderHash(ProviderAlgorithm algorithm);
   ~ProviderHash();
   ProviderHash(const ProviderHash&) = delete;
@@ -27,8 +27,9 @@ class ProviderHash {
   // Writes the digest to the start of `bytes` and returns its length. After it, only Restart may be
   // called.
   uint8_t Finish(std::array<uint8_t, 64>& bytes);
-  // Forgets what was hashed so far, finished or not. Throws std::runtime_error "BCryptCreateHash
-  // failed" when the provider refuses; the object can only be destroyed then.
+  // Returns the hash to its initial state, whether it was finished or not. Throws
+  // std::runtime_error "BCryptCreateHash failed" if the provider refuses; the object can only be
+  // destroyed then.
   void Restart();
 
  private:

@@ -1,8 +1,8 @@
 #include "swr/system/digest_provider.h"
 
-// The plain functions, not the envelope around them that OpenSSL recommends: that one reads a
-// configuration file and builds tables of providers, which takes longer than the digest of a small
-// file, and allocates for each file.
+// The low-level functions instead of the EVP interface that OpenSSL recommends: EVP reads a
+// configuration file and builds tables of providers, which takes longer than hashing a small file,
+// and allocates memory for each file.
 #define OPENSSL_SUPPRESS_DEPRECATED
 
 #include <nettle/md2.h>
@@ -20,7 +20,7 @@ namespace swr {
 namespace {
 
 // One algorithm's provider, opened at its first use and kept until the process ends. There is
-// nothing to open here, but a test can make it fail as on Windows.
+// nothing to open here, but tests can make it fail as on Windows.
 struct Provider {
   std::once_flag once = {};
   bool isOpen = false;

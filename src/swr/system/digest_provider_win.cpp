@@ -91,7 +91,7 @@ constexpr uint64_t LongestPiece = 0x40000000;
 
 }  // namespace
 
-// The hash handle works inside `objectBuffer`, and so is declared after it, to be destroyed first.
+// The hash handle uses `objectBuffer`, so it is declared after it in order to be destroyed first.
 struct ProviderHash::State {
   explicit State(const CngProvider& openProvider)
       : provider(openProvider), objectBuffer(openProvider.objectLength) {}
@@ -105,7 +105,7 @@ struct ProviderHash::State {
   UniqueHandle<HashHandleTraits> hash;
   bool isReusable = true;  // finishing the hash makes it ready for the next file
   bool isUsed = false;     // since it was made or finished
-  bool hasFailed = false;  // so what is left in it would get into the next digest
+  bool hasFailed = false;  // so that the next digest could contain data of this one
 };
 
 // Replaces the hash, if there is one. Windows 7 refuses to make reusable hashes.

@@ -27,7 +27,7 @@ enum class SystemCall : uint8_t {
   FullPath,
   OpenDigestProvider,
   CreateDigest,
-  CreateReusableDigest,  // if it fails, one that can't be reused is made (Windows only)
+  CreateReusableDigest,  // on Windows; after a failure digests for one file each are made
   // In the program, outside the core.
   ReadSetting,
   WriteSetting,

@@ -1,14 +1,14 @@
-// Memory in whole pages, straight from the system. Unlike the heap's, it is the system's again as
-// soon as it is freed.
+// Memory in whole pages, straight from the system, and returned to it at once when it is freed. The
+// heap may keep freed memory.
 #pragma once
 
 #include <cstddef>
 
 namespace swr {
 
-// Zeros, or null when there is no memory left. `size` in bytes, not 0.
+// Filled with zeros; null if there is no memory left. `size` is in bytes and not 0.
 void* AllocatePages(size_t size) noexcept;
-// `size` is the one that was allocated.
+// `size` is the size that was allocated.
 void FreePages(void* pages, size_t size) noexcept;
 
 }  // namespace swr

@@ -1,5 +1,5 @@
-// What the worker keeps of memory and threads between files, and that it gives both back. The
-// figures are those of the system, so this is not for builds with a sanitizer.
+// The memory and threads that the worker keeps between files, and that it gives them back. The
+// figures come from the system, so sanitizer builds leave this test out.
 #include <gtest/gtest.h>
 #include <unistd.h>
 
@@ -44,7 +44,7 @@ class LastFinishedJob final : public WorkerSink {
   std::unique_ptr<FinishedJob> job_;
 };
 
-// Resident memory of this process that no file backs, in bytes.
+// Resident memory of this process without mapped files, in bytes.
 long OwnMemory() {
   std::ifstream file("/proc/self/statm");
   long size = 0;

@@ -1,4 +1,4 @@
-// Lending threads to a work, and the ring that they work on.
+// Lending threads, and the ring of chunks on which they work.
 #include "swr/hash/digest_threads.h"
 
 #include <gtest/gtest.h>
@@ -19,7 +19,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// Opens once.
+// Closed until Open is called.
 class Gate {
  public:
   void Open() {
@@ -42,7 +42,7 @@ class Gate {
   bool isOpen_ = false;
 };
 
-// Holds its helpers until it is let go.
+// Work whose helpers stay until the gate is opened.
 class HeldWork final : public HelpedWork {
  public:
   void Help() override {
@@ -117,7 +117,7 @@ TEST(DigestThreadsTest, StartsNoMoreThreadsThanItNeeds) {
     EXPECT_EQ(WaitForThreads(before), before);
     threads.EndIdleThreads();
 
-    // A thread at work is left alone.
+    // A thread that is helping is not ended.
     HeldWork work;
     threads.Lend(work, 1);
     work.WaitForHelpers(1);
@@ -142,7 +142,7 @@ TEST(DigestThreadsTest, LeavesNoHandleOpen) {
       threads.EndIdleThreads();
     }
   };
-  // The thread library opens some at its first use and keeps them.
+  // The thread library opens some handles at its first use and keeps them.
   for (int i = 0; i < 3; ++i) lendToOneWork();
   const OwnResources before = CountOwnResources();
   for (int i = 0; i < 10; ++i) lendToOneWork();
@@ -151,7 +151,7 @@ TEST(DigestThreadsTest, LeavesNoHandleOpen) {
 
 // --- The ring -----------------------------------------------------------------------------------
 
-// Waits at a gate before its first piece, and notes what it is fed.
+// Waits at a gate before each piece, and records what it is fed.
 class GatedHasher final : public Hasher {
  public:
   explicit GatedHasher(Gate& gate) : gate_(gate) {}

@@ -15,7 +15,7 @@ struct DigestVectors {
   std::string_view ofAbc;         // "abc"
   std::string_view ofNineDigits;  // "123456789"
   std::string_view ofMillionA;    // "a", a million times
-  // SHA-256 of the digests of all lengths from 0 to LongestVectorLength, one behind the other. The
+  // SHA-256 of the digests of all lengths from 0 to LongestVectorLength, one after the other. The
   // inputs are CountingBytes.
   std::string_view ofAllLengths;
 };

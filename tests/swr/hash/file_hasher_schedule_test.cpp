@@ -1,6 +1,5 @@
 // Random schedules of FileHashers that share their threads: files of every kind, cancels, failing
-// reads, memory given back and hashers closed, all at once. Under ThreadSanitizer that is what its
-// runs are for.
+// reads, released memory and closed hashers, all at the same time. Meant for ThreadSanitizer.
 //
 // SUMWRIGHT_SCHEDULES sets how many schedules are run, SUMWRIGHT_SEED the seed of the first one. A
 // failure names the seed of its schedule.
@@ -48,7 +47,7 @@ class Chance {
   std::mt19937_64 engine_;
 };
 
-// Fails one in so many reads and new digests; none for 0.
+// Makes one in `oneIn` reads and new digests fail, or none if it is 0.
 class SparseFaults final : public FaultPlan {
  public:
   explicit SparseFaults(uint64_t oneIn, uint64_t seed) : oneIn_(oneIn), state_(seed) {
@@ -100,7 +99,7 @@ std::vector<ScheduledFile> MakeFiles(TempTree& tree) {
   add(3000, AllAlgosMask, 64);
   add(3000, MaskOf(AlgoId::Sha256), 100);
   add(3000, MaskOf(AlgoId::Xxh128), 100);
-  // Of one chunk, and shared.
+  // Of one chunk that is shared with a helper.
   add(200'000, AllButMd2, UsualChunkSize);
   add(400'000, DefaultAlgoMask, 65536);
   return files;
@@ -116,7 +115,7 @@ void ExpectDigestsOf(const HashOutcome& outcome, const ScheduledFile& file) {
   }
 }
 
-// One thread of a front end.
+// What one thread of a front end does.
 void HashSome(const std::vector<ScheduledFile>& files, DigestThreads& threads, uint64_t seed) {
   SCOPED_TRACE("caller of seed " + std::to_string(seed));
   Chance chance(seed);

@@ -1,4 +1,4 @@
-// A FileHasher that is kept for many files: no file sees what another one left.
+// A FileHasher that is kept for many files: no file affects another.
 #include "swr/hash/file_hasher.h"
 
 #include <gtest/gtest.h>
@@ -24,7 +24,7 @@ constexpr AlgoMask Sha256 = MaskOf(AlgoId::Sha256);
 
 class FileHasherTest : public ::testing::Test {
  protected:
-  // With both, the usual file goes through the ring.
+  // With this chunk size and mask the usual file goes through the ring.
   HashOutcome Hash(AlgoMask mask = AllAlgosMask) {
     return hasher.HashFile(path, mask, {.chunkSize = SmallChunk});
   }
@@ -58,7 +58,7 @@ TEST_F(FileHasherTest, GivesTheDigestsOfEachOfManyFiles) {
   }
 }
 
-// Long enough to be shared with another thread although it is a single chunk.
+// A file of a single chunk that takes long enough to be shared with another thread.
 TEST_F(FileHasherTest, SharesAFileOfOneChunk) {
   const std::string bytes = CountingBytes(300'000);
   const std::u16string file = tree.AddFile(u"file", bytes);
@@ -71,7 +71,7 @@ TEST_F(FileHasherTest, SharesAFileOfOneChunk) {
   }
 }
 
-TEST_F(FileHasherTest, TakesAChunkSizeOfZeroForTheUsualOne) {
+TEST_F(FileHasherTest, UsesTheUsualChunkSizeInsteadOfZero) {
   std::vector<uint64_t> progress;
   const HashOutcome outcome = hasher.HashFile(
       path, AllAlgosMask,
@@ -80,7 +80,7 @@ TEST_F(FileHasherTest, TakesAChunkSizeOfZeroForTheUsualOne) {
   EXPECT_EQ(progress, std::vector<uint64_t>{content.size()});
 }
 
-TEST_F(FileHasherTest, HashesOnTheCallingThreadAloneWithALimitOfOne) {
+TEST_F(FileHasherTest, HashesOnTheCallingThreadWithALimitOfOne) {
   DigestThreads none(1);
   FileHasher alone(none);
   const OwnResources before = CountOwnResources();
@@ -91,7 +91,7 @@ TEST_F(FileHasherTest, HashesOnTheCallingThreadAloneWithALimitOfOne) {
   ExpectDigestsOf(outcome, AllAlgosMask, content);
 }
 
-TEST_F(FileHasherTest, HashesAloneWhileAllCoresAreAtWork) {
+TEST_F(FileHasherTest, HashesAloneWhileAllCoresAreBusy) {
   const OwnResources before = CountOwnResources();
   DigestThreads two(2);
   const DigestThreads::CallerAtWork other(two);
@@ -101,7 +101,7 @@ TEST_F(FileHasherTest, HashesAloneWhileAllCoresAreAtWork) {
   EXPECT_EQ(CountOwnResources().threads, before.threads);
 }
 
-// The other caller finishes in the middle of the file.
+// Another caller finishes in the middle of the file.
 TEST_F(FileHasherTest, GetsHelpAsSoonAsACoreIsFree) {
   const OwnResources before = CountOwnResources();
   DigestThreads two(2);
@@ -117,7 +117,7 @@ TEST_F(FileHasherTest, GetsHelpAsSoonAsACoreIsFree) {
   EXPECT_EQ(CountOwnResources().threads, before.threads + 1);
 }
 
-// And comes back.
+// More callers start in the middle of the file.
 TEST_F(FileHasherTest, GivesTheHelpBack) {
   std::unique_ptr<DigestThreads::CallerAtWork> others[4];
   const HashOutcome outcome =
@@ -133,7 +133,7 @@ TEST_F(FileHasherTest, GivesTheHelpBack) {
   ExpectDigestsOf(outcome, AllAlgosMask, content);
 }
 
-TEST_F(FileHasherTest, KeepsItsThreadsUntilTheyAreToEnd) {
+TEST_F(FileHasherTest, KeepsItsThreadsUntilTheyAreEnded) {
   const size_t before = CountOwnResources().threads;
   for (int i = 0; i < 20; ++i) {
     Hash();
@@ -145,7 +145,7 @@ TEST_F(FileHasherTest, KeepsItsThreadsUntilTheyAreToEnd) {
   ExpectDigestsOf(Hash(), AllAlgosMask, content);
 }
 
-// --- What goes wrong with one file leaves no trace in the next ----------------------------------
+// --- A failure in one file does not affect the next ---------------------------------------------
 
 TEST_F(FileHasherTest, GoesOnAfterACancel) {
   for (const uint32_t chunk : {1u, 2u, 7u, 20u}) {
@@ -183,7 +183,7 @@ TEST_F(FileHasherTest, GoesOnAfterAFileThatDoesNotOpen) {
   ExpectDigestsOf(Hash(), AllAlgosMask, content);
 }
 
-// With hashes that can't be reused, so that the provider is asked for each file.
+// With hashes that can't be reused, so that the provider makes one for each file.
 TEST_F(FileHasherTest, GoesOnAfterAProviderThatRefuses) {
   const PlannedFault notReusable{.call = SystemCall::CreateReusableDigest, .nth = 0, .code = 87};
   for (const bool areHashersKept : {false, true}) {
@@ -208,8 +208,8 @@ TEST_F(FileHasherTest, GoesOnAfterAProviderThatRefuses) {
   }
 }
 
-// With hashes that can be reused if the provider has them.
-TEST_F(FileHasherTest, KeepsTheHashersThatAreGoodAfterARefusal) {
+// With reusable hashes where the provider has them.
+TEST_F(FileHasherTest, KeepsItsOtherHashersAfterARefusal) {
   for (const uint32_t failing : {1u, 2u, 5u, 7u}) {
     SCOPED_TRACE(failing);
     hasher.ReleaseMemory();
@@ -261,7 +261,7 @@ TEST_F(FileHasherTest, SharesItsThreadsWithOthers) {
 
 // --- Streams ------------------------------------------------------------------------------------
 
-TEST_F(FileHasherTest, HashesAStreamFromWhereItStands) {
+TEST_F(FileHasherTest, HashesAStreamFromItsCurrentPosition) {
   for (const uint32_t chunkSize : {SmallChunk, UsualChunkSize, 0u}) {
     File file;
     ASSERT_EQ(File::Open(path, FileSharing::Everything, file), 0u);

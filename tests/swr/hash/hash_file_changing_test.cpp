@@ -1,8 +1,9 @@
-// Files that somebody else cuts, grows or rewrites at a random moment while they are hashed: an
-// outcome without the mark has the digests of the file as it stood, before the change or after it.
+// Files that are truncated, extended or rewritten at a random moment while they are hashed: an
+// outcome that is not marked as changed has the digests of the whole file, before the change or
+// after it.
 //
-// SUMWRIGHT_CHANGES says how many times each change is made, SUMWRIGHT_CHANGED_MIB how long the
-// long file is, and SUMWRIGHT_SEED with which number chance begins; the test prints it.
+// SUMWRIGHT_CHANGES sets how many times each change is made, SUMWRIGHT_CHANGED_MIB the length of
+// the long file and SUMWRIGHT_SEED the seed, which the test prints.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -37,12 +38,12 @@ constexpr struct {
   const char* name;
 } changes[] = {{Change::Cut, "cut"}, {Change::Grow, "grown"}, {Change::Rewrite, "rewritten"}};
 
-// How often the change came when.
+// How many changes came when.
 struct Moments {
-  int before = 0;  // wholly before the file was opened
+  int before = 0;  // before the file was opened
   int marked = 0;
-  int after = 0;     // wholly after the end
-  int unmarked = 0;  // at the same time, and yet the file was read as it stood before or after
+  int after = 0;     // after the end
+  int unmarked = 0;  // during the run, but what was read is the file before or after the change
 };
 
 class ChangingFile {
@@ -64,14 +65,14 @@ class ChangingFile {
     std::thread other([&] {
       while (!begins) std::this_thread::yield();
       const auto due = steady_clock::now() + delay;
-      // A sleep would be over late by more than a short file takes.
+      // A sleep could end later than a short file takes.
       while (steady_clock::now() < due) std::this_thread::yield();
       changeStart = steady_clock::now();
       Make(change, position);
       changeEnd = steady_clock::now();
     });
     begins = true;
-    // Now and then the change comes first.
+    // Sometimes the change comes first.
     if (random_() % 8 == 0) std::this_thread::sleep_for(delay / 2);
     const auto hashStart = steady_clock::now();
     const HashOutcome outcome = HashFile(path_, Algos, {});
@@ -80,7 +81,7 @@ class ChangingFile {
 
     EXPECT_EQ(outcome.error, 0u);
     EXPECT_FALSE(outcome.cancelled);
-    // Nobody writes to the file any more.
+    // The file does not change any more.
     const HashOutcome again = HashFile(path_, Algos, {});
     EXPECT_FALSE(again.changed);
     const std::string changed = Hash(again);
@@ -92,7 +93,7 @@ class ChangingFile {
       EXPECT_EQ(found, changed);
     } else if (changeStart > hashEnd) {
       ++moments.after;
-      // How long it takes without a change; the first time took longer.
+      // The time without a change; the first run takes longer.
       duration_ = std::chrono::duration_cast<microseconds>(hashEnd - hashStart);
       EXPECT_FALSE(outcome.changed);
       EXPECT_EQ(found, original_);
@@ -105,13 +106,13 @@ class ChangingFile {
   }
 
  private:
-  // Zeros, which take no space, and so long untouched that any write shows in the file's time.
+  // Zeros, which take no space, with a time so old that every write changes it.
   void MakeAnew() {
     WriteBytes(path_, "");
     ResizeFile(path_, size_);
     SetModifiedTime(path_, ModifiedTime(path_) - 36'000'000'000);
   }
-  // One call of the system, so that there is nothing between before and after.
+  // One system call, so that there is no state between before and after.
   void Make(Change change, uint64_t position) {
     switch (change) {
       case Change::Cut:
@@ -142,7 +143,7 @@ class ChangingFile {
   microseconds duration_{0};
 };
 
-// Returns how many changes came in time to be marked, of each kind.
+// Returns how many changes of each kind came in time to be marked.
 std::vector<int> HashWhileItChanges(uint64_t size, uint64_t rounds) {
   const uint64_t seed = NumberFromEnvironment("SUMWRIGHT_SEED", 20261121);
   ChangingFile file(size, seed);
@@ -164,15 +165,15 @@ std::vector<int> HashWhileItChanges(uint64_t size, uint64_t rounds) {
   return marked;
 }
 
-TEST(HashFileChangingTest, ALongFileIsMarkedUnlessItWasReadAsItStood) {
+TEST(HashFileChangingTest, MarksALongFileUnlessItWasReadWhole) {
   const std::vector<int> marked =
       HashWhileItChanges(NumberFromEnvironment("SUMWRIGHT_CHANGED_MIB", UsualMiB) << 20,
                          NumberFromEnvironment("SUMWRIGHT_CHANGES", UsualChanges));
   for (const int count : marked) EXPECT_GT(count, 0) << "no change came in time";
 }
 
-// It is read in one go, on one thread, and so fast that most changes come too late.
-TEST(HashFileChangingTest, AShortFileIsMarkedUnlessItWasReadAsItStood) {
+// It is read in one call, on one thread, and so fast that most changes come too late.
+TEST(HashFileChangingTest, MarksAShortFileUnlessItWasReadWhole) {
   HashWhileItChanges(600'000, 5 * NumberFromEnvironment("SUMWRIGHT_CHANGES", UsualChanges));
 }
 

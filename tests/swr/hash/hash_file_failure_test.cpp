@@ -1,5 +1,5 @@
-// How hashing a file ends when something goes wrong, when it is called off, and when the file
-// changes meanwhile.
+// How hashing a file ends when something fails, when it is cancelled, and when the file changes
+// meanwhile.
 #include <gtest/gtest.h>
 
 #include <atomic>
@@ -41,7 +41,7 @@ TEST(HashFileFailureTest, ReportsWhyTheFileCannotBeOpened) {
   }
 }
 
-TEST(HashFileFailureTest, ReportsAFileThatIsNotThere) {
+TEST(HashFileFailureTest, ReportsAMissingFile) {
   TempTree tree;
   ExpectFailure(HashFile(tree.Path(u"absent"), DefaultAlgoMask, {}), ErrorFileNotFound, 0);
   const HashOutcome outcome = HashFile(tree.Path(u"absent/file"), DefaultAlgoMask, {});
@@ -49,7 +49,7 @@ TEST(HashFileFailureTest, ReportsAFileThatIsNotThere) {
   ExpectFailure(outcome, outcome.error, 0);
 }
 
-TEST(HashFileFailureTest, ReportsAFileThatGoesBetweenListingAndHashing) {
+TEST(HashFileFailureTest, ReportsAFileThatIsDeletedBeforeItIsHashed) {
   TempTree tree;
   const std::u16string path = tree.AddFile(u"file", "content");
   const InstalledFaults faults(
@@ -87,7 +87,7 @@ const DeniedCase deniedCases[] = {
      ErrorSharingViolation},
 };
 
-TEST(HashFileFailureTest, TellsAFolderFromWhatIsDenied) {
+TEST(HashFileFailureTest, DistinguishesAFolderFromDeniedAccess) {
   TempTree tree;
   tree.AddFolder(u"folder");
   tree.AddFile(u"file", "content");
@@ -163,7 +163,7 @@ TEST(HashFileFailureTest, ReportsNoProgressForAReadThatFails) {
   EXPECT_EQ(progress, (std::vector<uint64_t>{64, 128}));
 }
 
-TEST(HashFileFailureTest, TakesTwoFailuresForTheEndOfTheFile) {
+TEST(HashFileFailureTest, TreatsTwoFailuresAsTheEndOfTheFile) {
   TempTree tree;
   const std::string content = CountingBytes(FileSize);
   const std::u16string path = tree.AddFile(u"file", content);
@@ -186,7 +186,7 @@ TEST(HashFileFailureTest, TakesTwoFailuresForTheEndOfTheFile) {
 struct CancelCase {
   std::string_view description;
   uint64_t size;
-  uint32_t progressCall;  // the one in which the flag is set; 0 for before the call
+  uint32_t progressCall;  // the one in which the flag is set; 0 if it is set before the call
   uint64_t bytesRead;
 };
 
@@ -201,7 +201,7 @@ const CancelCase cancelCases[] = {
     {"at the last chunk that has bytes", FileSize, 10, FileSize},
 };
 
-TEST(HashFileFailureTest, StopsWhenItIsCalledOff) {
+TEST(HashFileFailureTest, StopsWhenItIsCancelled) {
   TempTree tree;
   for (const CancelCase& row : cancelCases) {
     SCOPED_TRACE(row.description);
@@ -221,7 +221,7 @@ TEST(HashFileFailureTest, StopsWhenItIsCalledOff) {
   }
 }
 
-TEST(HashFileFailureTest, IsFinishedWhenItIsCalledOffTooLate) {
+TEST(HashFileFailureTest, FinishesWhenItIsCancelledTooLate) {
   TempTree tree;
   const std::string content = CountingBytes(FileSize + 1);
   std::atomic<bool> cancel = false;
@@ -233,7 +233,7 @@ TEST(HashFileFailureTest, IsFinishedWhenItIsCalledOffTooLate) {
   ExpectDigestsOf(outcome, AllAlgosMask, content);
 }
 
-TEST(HashFileFailureTest, IsNotCalledOffAndFailedAtOnce) {
+TEST(HashFileFailureTest, IsNeverBothCancelledAndFailed) {
   TempTree tree;
   const std::u16string path = tree.AddFile(u"file", CountingBytes(FileSize));
   for (const uint32_t failingRead : {1u, 3u}) {
@@ -260,7 +260,7 @@ struct ChangeCase {
   uint64_t bytesRead;
 };
 
-// Files are changed while the third chunk has just been read.
+// Files are changed when the third chunk has just been read.
 constexpr uint64_t ChangePosition = 3 * ChunkSize;
 
 void KeepingTime(const std::u16string& path, const std::function<void()>& change) {
@@ -293,7 +293,7 @@ const ChangeCase changeCases[] = {
 };
 
 HashOutcome HashWhileChanging(const std::u16string& path, const Change& change) {
-  // Old enough that a write now shows in the time, however coarse the file system's clock is.
+  // So old that a write changes the time, however coarse the file system's clock is.
   SetModifiedTime(path, ModifiedTime(path) - 36'000'000'000);
   return HashFile(path, DefaultAlgoMask,
                   {.progress =
@@ -349,7 +349,7 @@ TEST(HashFileFailureTest, DoesNotWarnWithoutFileInfo) {
   }
 }
 
-TEST(HashFileFailureTest, DoesNotWarnWhenItFailedOrWasCalledOff) {
+TEST(HashFileFailureTest, DoesNotWarnWhenItFailedOrWasCancelled) {
   TempTree tree;
   const std::u16string path = tree.AddFile(u"file", CountingBytes(FileSize));
   {

@@ -24,28 +24,28 @@ struct NameCase {
   std::u16string_view name;
 };
 
-// Windows keeps lone surrogates in names too, but Wine, where the Windows build is tested, refuses
-// to make such files.
+// Windows allows lone surrogates in names too, but Wine, on which the Windows build is tested,
+// refuses to make such files.
 constexpr char16_t loneSurrogates[] = {u'a', 0xD83D, u'b', 0xDE00, 0};
 // A byte that is not UTF-8 appears as U+DC00 + byte.
 constexpr char16_t invalidBytes[] = {u'x', 0xDCFF, 0xDCE9, u'.', u'm', u'd', u'5', 0};
 
 const NameCase nameCases[] = {
-    // The Windows system takes these for other names: see hash_file_win_test.cpp.
+    // Windows reads these as other names: see hash_file_win_test.cpp.
     {"blank at the end", u"blank "},
     {"full stop at the end", u"stop."},
     {"blanks and full stops at the end", u"both. . "},
     {"only full stops", u"..."},
     {"the name of a device", u"CON"},
     {"the name of a device with an ending", u"nul.txt"},
-    // Windows has no such names.
+    // Not possible on Windows.
     {"lone surrogates", loneSurrogates},
     {"bytes that are not UTF-8", invalidBytes},
     {"backslash, colon, star and question mark", u"a\\b:c*d?e"},
     {"line end and tab", u"a\nb\tc"},
 };
 
-TEST(HashFilePosixTest, TakesNamesAsTheyAre) {
+TEST(HashFilePosixTest, UsesNamesAsTheyAre) {
   TempTree tree;
   for (const NameCase& row : nameCases) {
     SCOPED_TRACE(row.description);
@@ -54,7 +54,7 @@ TEST(HashFilePosixTest, TakesNamesAsTheyAre) {
   }
 }
 
-TEST(HashFilePosixTest, RefusesWhatHasNoContentThatEnds) {
+TEST(HashFilePosixTest, RefusesPipesAndDevices) {
   TempTree tree;
   const std::u16string pipe = tree.Path(u"pipe");
   ASSERT_EQ(mkfifo(PathBytesFromText(pipe).c_str(), 0600), 0);
@@ -66,7 +66,7 @@ TEST(HashFilePosixTest, RefusesWhatHasNoContentThatEnds) {
   }
 }
 
-// The standard input of this process is replaced for a while.
+// Replaces the standard input of this process while it exists.
 class PipedInput {
  public:
   PipedInput() : saved_(dup(STDIN_FILENO)) {
@@ -83,7 +83,7 @@ class PipedInput {
   PipedInput(const PipedInput&) = delete;
   PipedInput& operator=(const PipedInput&) = delete;
 
-  // In pieces that fit neither the pipe nor a chunk.
+  // In pieces that divide neither the pipe's capacity nor a chunk.
   void WriteAndClose(std::string_view bytes) {
     while (!bytes.empty()) {
       const ssize_t written = write(writeEnd_, bytes.data(), std::min<size_t>(bytes.size(), 1000));
@@ -98,7 +98,7 @@ class PipedInput {
   int writeEnd_;
 };
 
-TEST(HashFilePosixTest, HashesWhatComesThroughAPipe) {
+TEST(HashFilePosixTest, HashesAPipe) {
   DigestThreads threads;
   FileHasher hasher(threads);
   for (const size_t size : {size_t{0}, size_t{5}, size_t{100'000}, size_t{3'000'000}}) {

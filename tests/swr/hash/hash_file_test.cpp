@@ -23,24 +23,24 @@ constexpr uint32_t DefaultChunk = 1048576;
 struct LengthCase {
   size_t size;
   uint32_t chunkSize;
-  uint32_t reads;  // calls of the system
+  uint32_t reads;  // system calls
   std::vector<uint64_t> progress;
 };
 
-// A chunk that is full does not tell that the file ends behind it, so an exact multiple is followed
-// by an empty chunk.
+// A full chunk does not show that the file ends after it, so an exact multiple is followed by an
+// empty chunk.
 const LengthCase lengthCases[] = {
     // Inside one chunk: hashed on the calling thread.
     {.size = 0, .chunkSize = SmallChunk, .reads = 1, .progress = {0}},
     {.size = 1, .chunkSize = SmallChunk, .reads = 2, .progress = {1}},
     {.size = 63, .chunkSize = SmallChunk, .reads = 2, .progress = {63}},
     {.size = 1048575, .chunkSize = DefaultChunk, .reads = 2, .progress = {1048575}},
-    // One full chunk and what is behind it: the ring.
+    // One full chunk and more: the ring.
     {.size = 64, .chunkSize = SmallChunk, .reads = 2, .progress = {64, 64}},
     {.size = 65, .chunkSize = SmallChunk, .reads = 3, .progress = {64, 65}},
     {.size = 1048576, .chunkSize = DefaultChunk, .reads = 2, .progress = {1048576, 1048576}},
     {.size = 1048577, .chunkSize = DefaultChunk, .reads = 3, .progress = {1048576, 1048577}},
-    // As many chunks as the ring has places, one fewer and one more.
+    // As many chunks as the ring has, one fewer and one more.
     {.size = 192, .chunkSize = SmallChunk, .reads = 4, .progress = {64, 128, 192, 192}},
     {.size = 255, .chunkSize = SmallChunk, .reads = 5, .progress = {64, 128, 192, 255}},
     {.size = 256, .chunkSize = SmallChunk, .reads = 5, .progress = {64, 128, 192, 256, 256}},
@@ -50,7 +50,7 @@ const LengthCase lengthCases[] = {
      .chunkSize = DefaultChunk,
      .reads = 6,
      .progress = {1048576, 2097152, 3145728, 4194304, 4194305}},
-    // The smallest chunk there is.
+    // The smallest chunk.
     {.size = 5, .chunkSize = 1, .reads = 6, .progress = {1, 2, 3, 4, 5, 5}},
 };
 
@@ -150,9 +150,9 @@ TEST(HashFileTest, RunsSeveralTimesAtOnce) {
   for (const HashOutcome& outcome : outcomes) ExpectDigestsOf(outcome, AllAlgosMask, content);
 }
 
-// A failing read without a code passes for a full chunk, so a read that gave less than it was asked
-// for can be made: what follows joins on without a gap.
-TEST(HashFileTest, GoesOnBehindAFailureWithoutACode) {
+// A failing read without a code is treated as a full chunk, which leaves a chunk that is shorter
+// than the others. The next one continues where it ended.
+TEST(HashFileTest, GoesOnAfterAFailureWithoutACode) {
   TempTree tree;
   const std::string content = CountingBytes(500);
   const std::u16string path = tree.AddFile(u"file", content);
@@ -166,7 +166,7 @@ TEST(HashFileTest, GoesOnBehindAFailureWithoutACode) {
     ExpectDigestsOf(outcome, AllAlgosMask, content);
     EXPECT_EQ(outcome.bytesRead, 500u);
     EXPECT_FALSE(outcome.changed);
-    // The chunk that failed is one more, and empty where its first read failed.
+    // The failed chunk is one more; it is empty if its first read failed.
     std::vector<uint64_t> expected = {64, 128, 192, 256, 320, 384, 448, 500};
     expected.insert(expected.begin() + (failing - 1), (failing - 1) * 64);
     EXPECT_EQ(progress, expected);
@@ -192,7 +192,7 @@ const NameCase nameCases[] = {
     {"right-to-left mark", u"\u202Etxt.exe"},
 };
 
-TEST(HashFileTest, TakesNamesAsTheyAre) {
+TEST(HashFileTest, UsesNamesAsTheyAre) {
   TempTree tree;
   for (const NameCase& row : nameCases) {
     SCOPED_TRACE(row.description);

@@ -32,9 +32,9 @@ Handle OpenByOther(const std::u16string& path, DWORD access, DWORD share) {
 
 // --- Names that the system reads as others ------------------------------------------------------
 
-// Making a path full drops blanks and full stops at its end and turns the names of devices into
-// paths of devices. A path that has the long prefix already is taken as it is.
-TEST(HashFileWinTest, TakesOddNamesBehindTheLongPrefix) {
+// GetFullPathName drops spaces and full stops at the end of a path and turns device names into
+// device paths. A path that already has the long prefix is used as it is.
+TEST(HashFileWinTest, TakesUnusualNamesAfterTheLongPrefix) {
   TempTree tree;
   for (const std::u16string_view name :
        {u"blank ", u"stop.", u"both. . ", u"CON", u"nul.txt", u"com1"}) {

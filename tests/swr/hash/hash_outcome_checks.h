@@ -1,4 +1,4 @@
-// What the tests of HashFile expect of an outcome's digests.
+// Checks of the digests in a HashOutcome.
 #pragma once
 
 #include <gtest/gtest.h>

@@ -151,7 +151,7 @@ TEST_P(EachAlgorithmTest, AgreesWithOtherToolsAtEveryLength) {
   EXPECT_EQ(DigestToHex(collected->Final(), false), VectorsOf(GetParam()).ofAllLengths);
 }
 
-TEST_P(EachAlgorithmTest, LeavesZerosBehindTheDigest) {
+TEST_P(EachAlgorithmTest, LeavesZerosAfterTheDigest) {
   const Digest digest = HashBytes(GetParam(), AsBytes("abc"));
   EXPECT_EQ(digest.length, GetAlgo(GetParam()).digestSize);
   for (size_t i = digest.length; i < digest.bytes.size(); ++i) {
@@ -173,7 +173,7 @@ TEST_P(EachAlgorithmTest, IgnoresEmptyPieces) {
   EXPECT_EQ(DigestToHex(hasher->Final(), false), VectorsOf(GetParam()).ofAbc);
 }
 
-TEST_P(EachAlgorithmTest, IsAsGoodAsNewAfterAReset) {
+TEST_P(EachAlgorithmTest, StartsOverAfterAReset) {
   const std::string input = CountingBytes(LongestVectorLength);
   const auto hasher = Make();
   hasher->Reset();
@@ -200,10 +200,10 @@ TEST_P(EachAlgorithmTest, TakesSingleBytes) {
   EXPECT_EQ(DigestToHex(hasher->Final(), false), Hex(input));
 }
 
-// Lengths around the ends of every block and chunk that the algorithms have inside: 64 and 128
+// Lengths around the boundaries of every block and chunk inside the algorithms: 64 and 128
 // (MD and SHA-2), 136, 104 and 72 (SHA-3), 1024 (BLAKE3's chunk, XXH3's stripes), 240 and 256
 // (XXH3's ranges and buffer).
-TEST_P(EachAlgorithmTest, MayBeCutAnywhere) {
+TEST_P(EachAlgorithmTest, TakesTwoPiecesCutAnywhere) {
   constexpr size_t blockLengths[] = {16, 64, 72, 104, 128, 136, 240, 256, 1024};
   const std::string input = CountingBytes(1024 + 1);
   for (const size_t block : blockLengths) {
@@ -284,10 +284,10 @@ struct FreeMemory {
   void operator()(void* memory) const { std::free(memory); }
 };
 
-// Not SHA-1: Wine's provider miscounts pieces of 512 MiB and more of it.
-TEST(HasherTest, SplitsAnInputThatIsTooLongForOneCall) {
+// Not SHA-1: Wine's provider counts its pieces of 512 MiB and more wrongly.
+TEST(HasherTest, SplitsAnInputTooLongForOneCall) {
   constexpr size_t size = ProviderPieceLimit + LongestVectorLength;
-  // Zeros straight from the system: only the pages that are written to take memory.
+  // Zeros straight from the system: only pages that are written to take memory.
   const std::unique_ptr<char, FreeMemory> memory(static_cast<char*>(std::calloc(size, 1)));
   ASSERT_NE(memory, nullptr);
   memory.get()[0] = 1;
@@ -313,7 +313,7 @@ constexpr AlgoMask providerAlgos = MaskOf(AlgoId::Md2) | MaskOf(AlgoId::Md4) | M
                                    MaskOf(AlgoId::Sha1) | MaskOf(AlgoId::Sha256) |
                                    MaskOf(AlgoId::Sha384) | MaskOf(AlgoId::Sha512);
 
-TEST(HasherTest, FailsWhereTheProviderGivesNoHash) {
+TEST(HasherTest, FailsIfTheProviderMakesNoHash) {
   {
     const InstalledFaults faults({{.call = SystemCall::CreateDigest, .nth = 0, .code = 8}});
     for (const AlgoInfo& info : AllAlgos()) {
@@ -325,7 +325,7 @@ TEST(HasherTest, FailsWhereTheProviderGivesNoHash) {
   for (const AlgoInfo& info : AllAlgos()) EXPECT_EQ(FailureOf(info.id), "none") << info.tag;
 }
 
-TEST(HasherTest, PassesTheProvidersFailureOnFromHashBytes) {
+TEST(HasherTest, PassesOnTheProvidersFailureFromHashBytes) {
   const InstalledFaults faults({{.call = SystemCall::CreateDigest, .nth = 0, .code = 8}});
   EXPECT_THROW(HashBytes(AlgoId::Sha256, AsBytes("abc")), std::runtime_error);
 }

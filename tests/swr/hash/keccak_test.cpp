@@ -31,13 +31,13 @@ struct AbsorbCase {
   decltype(&KeccakAbsorb) absorb;
 };
 
-// The two are the same function on a processor without BMI.
+// On a processor without BMI both are the same function.
 constexpr AbsorbCase absorbCases[] = {
     {"for this processor", KeccakAbsorb},
     {"portable", KeccakAbsorbPortable},
 };
 
-TEST(KeccakTest, AbsorbsBlocksOneAfterTheOther) {
+TEST(KeccakTest, AbsorbsBlocksInOrder) {
   for (const AbsorbCase& row : absorbCases) {
     for (const uint32_t rate : {72u, 104u, 136u}) {
       SCOPED_TRACE(std::string(row.description) + ", rate " + std::to_string(rate));

@@ -5,7 +5,7 @@
         > tests/swr/hash/digest_vectors.h
 
 MD5, SHA-1, SHA-2 and SHA-3 come from Python's hashlib, CRC32 from its zlib, MD4 from rhash, BLAKE3
-from b3sum and the xxHash family from xxhsum. No tool at hand offers MD2, so it is written out below
+from b3sum and the xxHash family from xxhsum. None of these offers MD2, so it is written out below
 after RFC 1319 and checked against the test suite of that document.
 """
 
@@ -193,7 +193,7 @@ struct DigestVectors {
   std::string_view ofAbc;         // "abc"
   std::string_view ofNineDigits;  // "123456789"
   std::string_view ofMillionA;    // "a", a million times
-  // SHA-256 of the digests of all lengths from 0 to LongestVectorLength, one behind the other. The
+  // SHA-256 of the digests of all lengths from 0 to LongestVectorLength, one after the other. The
   // inputs are CountingBytes.
   std::string_view ofAllLengths;
 };

@@ -17,8 +17,8 @@ using Clock = std::chrono::steady_clock;
 constexpr uint32_t chunkSize = 1048576;
 constexpr size_t chunkCount = 10;
 
-// The moment before each read. MD2 is the slowest algorithm by far: it needs many times as long for
-// a chunk as reading it takes.
+// The time just before each read. MD2 is by far the slowest algorithm: digesting a chunk takes many
+// times as long as reading it.
 std::vector<Clock::time_point> ReadTimes(const std::u16string& path) {
   std::vector<Clock::time_point> times;
   const InstalledFaults calls(
@@ -29,8 +29,8 @@ std::vector<Clock::time_point> ReadTimes(const std::u16string& path) {
   return times;
 }
 
-// Whether the first four chunks were read without a wait, and the fifth after the slowest algorithm
-// had finished the first.
+// Whether the first four chunks were read without waiting, and the fifth after the slowest
+// algorithm had finished the first.
 bool ReadsFourChunksAhead(const std::vector<Clock::time_point>& times) {
   const auto chunkTime = (times[chunkCount - 1] - times[4]) / (chunkCount - 5);
   return times[3] - times[0] < chunkTime / 2 && times[4] - times[3] > chunkTime / 2;
@@ -46,7 +46,7 @@ TEST(ReadAheadTest, IsFourChunksDeep) {
     ASSERT_EQ(times.size(), chunkCount + 1);  // the last one finds the end
     if (ReadsFourChunksAhead(times)) return;
   }
-  ADD_FAILURE() << "the reader waits after another number of chunks than four";
+  ADD_FAILURE() << "the reader does not wait after four chunks";
 }
 
 }  // namespace

@@ -14,7 +14,7 @@ bool hasNoMemory = false;
 
 }  // namespace
 
-// These names are the linker's.
+// The linker prescribes these names.
 extern "C" XXH3_state_s* __real_XXH3_createState();
 extern "C" XXH3_state_s* __wrap_XXH3_createState() {
   return hasNoMemory ? nullptr : __real_XXH3_createState();

@@ -106,7 +106,7 @@ TEST(DigestProviderTest, RestartsFinishedOrNot) {
   }
 }
 
-// A hash that can be reused needs no new one from the provider.
+// A reusable hash restarts without the provider.
 TEST(DigestProviderTest, ReportsARefusalToRestart) {
   for (const ProviderCase& row : providerCases) {
     SCOPED_TRACE(row.name);
@@ -143,18 +143,17 @@ TEST(DigestProviderTest, FailsToMakeOneHashAndMakesTheNext) {
 
 // --- A provider that can't be opened ------------------------------------------------------------
 
-// Providers are opened once per process, so each of these tests runs in a process of its own,
-// started by GoogleTest as a death test.
+// Providers are opened once per process, so each of these tests runs in a process of its own.
 class UnavailableProviderTest : public ::testing::Test {
  protected:
   void SetUp() override { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
 };
 
-constexpr int succeeded = 17;  // an exit code that does not occur otherwise
+constexpr int succeeded = 17;  // an exit code that has no other cause
 
 void Require(bool condition, const char* description) {
   if (condition) return;
-  std::fprintf(stderr, "not so: %s\n", description);
+  std::fprintf(stderr, "not true: %s\n", description);
   std::exit(1);
 }
 

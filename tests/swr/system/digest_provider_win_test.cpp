@@ -1,4 +1,4 @@
-// Which of the provider's hashes are reused. Windows 7 has none that can be; Wine has them.
+// Reusing the provider's hashes. Wine supports it, Windows 7 does not.
 #include <gtest/gtest.h>
 
 #include <array>
