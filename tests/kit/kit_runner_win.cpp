@@ -17,7 +17,7 @@
 #include "app/desktop/addresses.h"
 #include "swr/system/wide_text_win.h"
 #include "swr/text/encoding.h"
-#include "tests/kit/computer_facts_win.h"
+#include "tests/kit/computer_info_win.h"
 #include "tests/kit/file_bytes_win.h"
 #include "tests/kit/saved_state_win.h"
 #include "tests/kit/test_session_win.h"
@@ -233,7 +233,7 @@ SessionOptions OptionsOfSession(const Options& options) {
 int TestAndReport(const Options& options, const SessionFolders& folders) {
   Report report = {.version = SUMWRIGHT_VERSION, .started = LocalTime()};
   const ULONGLONG begin = GetTickCount64();
-  report.computer = ComputerFacts(folders.work);
+  report.computer = ComputerInfo(folders.work);
   AllowForeground();
   SetThreadExecutionState(ES_CONTINUOUS | ES_SYSTEM_REQUIRED | ES_DISPLAY_REQUIRED);
   try {

@@ -68,8 +68,8 @@ std::string Verdict(const Report& report) {
   return verdict;
 }
 
-const std::vector<std::string>& LooksForAPerson() {
-  static const std::vector<std::string> looks = {
+const std::vector<std::string>& PointsForAPerson() {
+  static const std::vector<std::string> points = {
       "Drag a folder from Explorer onto the window, then some files onto its list: they appear and "
       "are hashed.",
       "While a large file is hashed, Sumwright's button on the taskbar shows the progress. After "
@@ -93,7 +93,7 @@ const std::vector<std::string>& LooksForAPerson() {
       "Close the window on a second screen, unplug that screen, start again: the window opens "
       "where you can see it.",
   };
-  return looks;
+  return points;
 }
 
 std::string Redacted(std::string text, const std::vector<Redaction>& redactions) {
@@ -116,7 +116,7 @@ std::string Redacted(std::string text, const std::vector<Redaction>& redactions)
 
 void Redact(Report& report, const std::vector<Redaction>& redactions) {
   const auto redact = [&](std::string& text) { text = Redacted(std::move(text), redactions); };
-  for (Fact& fact : report.computer) redact(fact.value);
+  for (Property& property : report.computer) redact(property.value);
   for (ProgramReport& program : report.programs) {
     redact(program.problem);
     for (TestResult& result : program.results) redact(result.detail);

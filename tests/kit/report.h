@@ -11,7 +11,7 @@ namespace kit {
 
 // All texts here are UTF-8.
 
-struct Fact {
+struct Property {
   std::string name;
   std::string value;
 };
@@ -45,7 +45,7 @@ struct Report {
   std::string version;  // of Sumwright
   std::string started;  // "2026-11-22 14:05", local time
   int seconds = 0;
-  std::vector<Fact> computer;
+  std::vector<Property> computer;
   std::vector<ProgramReport> programs;
   std::vector<SpeedRow> speed;
   std::vector<Picture> pictures;
@@ -68,7 +68,7 @@ bool IsGood(const Report& report);
 std::string Verdict(const Report& report);
 
 // What only a person can judge: at most ten points, each a sentence or two.
-const std::vector<std::string>& LooksForAPerson();
+const std::vector<std::string>& PointsForAPerson();
 
 // Lines end in "\r\n". `mailbox` is the address to send the report to.
 std::string TextReport(const Report& report, const std::string& mailbox);

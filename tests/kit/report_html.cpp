@@ -23,8 +23,8 @@ pre { background: #f4f4f4; padding: 0.6em; white-space: pre-wrap; word-wrap: bre
 .bad { background: #fae3e3; border-color: #b33030; }
 .failed { color: #b01818; font-weight: bold; }
 .nothere { color: #666; }
-.looks label { display: block; margin: 0.6em 0; padding-left: 1.8em; text-indent: -1.8em; }
-.looks input { width: 1.2em; margin: 0 0.6em 0 0; }
+.points label { display: block; margin: 0.6em 0; padding-left: 1.8em; text-indent: -1.8em; }
+.points input { width: 1.2em; margin: 0 0.6em 0 0; }
 textarea { width: 100%; box-sizing: border-box; height: 7em; font: inherit; }
 button { font: inherit; padding: 0.3em 1em; margin-top: 0.7em; }
 img { max-width: 100%; border: 1px solid #999; }
@@ -111,8 +111,8 @@ std::string NumberCell(const std::string& text) {
 
 std::string ComputerTable(const Report& report) {
   std::string html = "<h2>This computer</h2>\n<table>\n";
-  for (const Fact& fact : report.computer) {
-    html += "<tr>" + Cell(fact.name) + Cell(fact.value) + "</tr>\n";
+  for (const Property& property : report.computer) {
+    html += "<tr>" + Cell(property.name) + Cell(property.value) + "</tr>\n";
   }
   return html + "</table>\n";
 }
@@ -187,12 +187,12 @@ std::string SpeedTable(const Report& report) {
   return html + "</table>\n";
 }
 
-std::string Looks(const std::string& mailbox) {
+std::string Points(const std::string& mailbox) {
   std::string html =
       "<h2>For you to look at</h2>\n<p>No program can judge these. Tick what you have tried and "
-      "found right; write down what was not. Leave the rest.</p>\n<div class=\"looks\">\n";
-  for (const std::string& look : LooksForAPerson()) {
-    html += "<label><input type=\"checkbox\">" + Escaped(look) + "</label>\n";
+      "found right; write down what was not. Leave the rest.</p>\n<div class=\"points\">\n";
+  for (const std::string& point : PointsForAPerson()) {
+    html += "<label><input type=\"checkbox\">" + Escaped(point) + "</label>\n";
   }
   return html +
          "<p><textarea id=\"remarks\" placeholder=\"Your remarks\"></textarea>\n<br>"
@@ -237,7 +237,7 @@ std::string HtmlReport(const Report& report, const std::string& mailbox) {
          "</script>\n</head>\n<body>\n" + "<h1>" + title + "</h1>\n<p class=\"verdict " +
          (IsGood(report) ? "good" : "bad") + "\">" + Escaped(Verdict(report)) + "</p>\n<p>" +
          Escaped(report.putBack) + " Started " + Escaped(report.started) + ", took " +
-         std::to_string(report.seconds) + " s.</p>\n" + Looks(mailbox) + ComputerTable(report) +
+         std::to_string(report.seconds) + " s.</p>\n" + Points(mailbox) + ComputerTable(report) +
          ProgramTable(report) + Failures(report) + NotHere(report) + Figures(report) +
          SpeedTable(report) + Pictures(report) + EachTest(report) + "</body>\n</html>\n";
 }

@@ -95,11 +95,11 @@ TEST(ReportTest, SpeedIsARatioOrAReason) {
 }
 
 TEST(ReportTest, APersonJudgesAtMostTenPoints) {
-  EXPECT_LE(LooksForAPerson().size(), 10u);
+  EXPECT_LE(PointsForAPerson().size(), 10u);
   const std::string page = HtmlReport(Sample(), Mailbox);
   size_t boxes = 0;
   for (size_t at = 0; (at = page.find("<input type=\"checkbox\">", at)) != page.npos; ++at) ++boxes;
-  EXPECT_EQ(boxes, LooksForAPerson().size());
+  EXPECT_EQ(boxes, PointsForAPerson().size());
 }
 
 TEST(RedactionTest, ReplacesFoldersInAnyCaseAndWithEitherSeparator) {

@@ -89,7 +89,9 @@ std::string TextReport(const Report& report, const std::string& mailbox) {
   lines.Add("Please send report.html, which has the pictures in it, to " + mailbox + ".");
 
   lines.Heading("This computer");
-  for (const Fact& fact : report.computer) lines.Add("  " + Padded(fact.name, 20) + fact.value);
+  for (const Property& property : report.computer) {
+    lines.Add("  " + Padded(property.name, 20) + property.value);
+  }
 
   lines.Heading("Test programs");
   for (const ProgramReport& program : report.programs) {
@@ -115,7 +117,7 @@ std::string TextReport(const Report& report, const std::string& mailbox) {
     AddSpeed(lines, report.speed);
   }
   lines.Heading("For you to look at");
-  for (const std::string& look : LooksForAPerson()) lines.Add("  [ ] " + look);
+  for (const std::string& point : PointsForAPerson()) lines.Add("  [ ] " + point);
 
   lines.Heading("Each test");
   for (const ProgramReport& program : report.programs) {

@@ -11,7 +11,7 @@
 #include "app/system/window_handles_win.h"
 #include "swr/system/wide_text_win.h"
 #include "swr/text/encoding.h"
-#include "tests/kit/computer_facts_win.h"
+#include "tests/kit/computer_info_win.h"
 
 namespace kit {
 namespace {

@@ -8,7 +8,7 @@
 
 #include "swr/system/wide_text_win.h"
 #include "swr/text/encoding.h"
-#include "tests/kit/computer_facts_win.h"
+#include "tests/kit/computer_info_win.h"
 #include "tests/kit/file_bytes_win.h"
 #include "tests/kit/program_run_win.h"
 #include "tests/kit/speed_win.h"

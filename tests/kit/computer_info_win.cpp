@@ -1,4 +1,4 @@
-#include "tests/kit/computer_facts_win.h"
+#include "tests/kit/computer_info_win.h"
 
 #include "swr/system/windows_api_win.h"
 
@@ -176,24 +176,25 @@ std::string FileSystem(const std::wstring& folder) {
 
 }  // namespace
 
-std::vector<Fact> ComputerFacts(const std::wstring& workFolder) {
-  std::vector<Fact> facts = {{"Windows", WindowsName()}, {"Kind", Architecture()}};
+std::vector<Property> ComputerInfo(const std::wstring& workFolder) {
+  std::vector<Property> properties = {{"Windows", WindowsName()}, {"Kind", Architecture()}};
   if (const std::string wine = WineVersion(); !wine.empty()) {
-    facts.push_back({"Not a real Windows", "Wine " + wine});
+    properties.push_back({"Not a real Windows", "Wine " + wine});
   }
-  facts.push_back({"Processor", Processor()});
-  facts.push_back({"Memory", std::to_string((MemorySize() + (1 << 29)) >> 30) + " GiB"});
-  facts.push_back({"Screens", Screens()});
-  facts.push_back({"Theme", Theme()});
-  facts.push_back({"Language", Language()});
-  facts.push_back({"Disk of the tests", FileSystem(workFolder)});
-  facts.push_back({"Administrator rights", IsUserAnAdmin() ? "yes" : "no"});
+  properties.push_back({"Processor", Processor()});
+  properties.push_back({"Memory", std::to_string((MemorySize() + (1 << 29)) >> 30) + " GiB"});
+  properties.push_back({"Screens", Screens()});
+  properties.push_back({"Theme", Theme()});
+  properties.push_back({"Language", Language()});
+  properties.push_back({"Disk of the tests", FileSystem(workFolder)});
+  properties.push_back({"Administrator rights", IsUserAnAdmin() ? "yes" : "no"});
   std::string products;
   for (const std::string& product : SecurityProducts()) {
     products += (products.empty() ? "" : "; ") + product;
   }
-  facts.push_back({"Security products", products.empty() ? "none that can be named" : products});
-  return facts;
+  properties.push_back(
+      {"Security products", products.empty() ? "none that can be named" : products});
+  return properties;
 }
 
 uint64_t MemorySize() {

@@ -10,7 +10,7 @@
 namespace kit {
 
 // The process should be DPI-aware (BecomeDpiAware), otherwise sizes are not those of the screen.
-std::vector<Fact> ComputerFacts(const std::wstring& workFolder);
+std::vector<Property> ComputerInfo(const std::wstring& workFolder);
 
 // Names of the antivirus programs and firewalls registered with Windows; empty where Windows has no
 // such list (servers) or does not return it.
