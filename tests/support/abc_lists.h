@@ -47,7 +47,7 @@ class VerificationTest : public ::testing::Test {
   }
   TextList Names() const {
     TextList names;
-    for (const Row& row : window.rows) names.push_back(row.name);
+    for (const Row& row : window.rows) names.push_back(row.Name());
     return names;
   }
 

@@ -389,7 +389,6 @@ struct FakeWindow : FakeParts, WindowFlows {
   Row& AddRow(const std::u16string& path, uint64_t size = 100) {
     Row row;
     row.path = path;
-    row.name = path;
     row.size = size;
     rows.Append(std::move(row));
     view.SetRowCount(rows.Size());

@@ -40,18 +40,19 @@ inline std::u16string FilledHex(size_t bytes, uint8_t fill) {
 }
 
 inline void PutDigest(RowState& row, const FilledDigest& digest) {
-  swr::DigestSlot& slot = row.digests.Make(swr::IndexOf(digest.algo));
+  swr::DigestSlot slot;
   slot.present = true;
   slot.length = static_cast<uint8_t>(swr::GetAlgo(digest.algo).digestSize);
   std::fill_n(slot.bytes.begin(), slot.length, digest.fill);
+  row.digests.Set(swr::IndexOf(digest.algo), slot);
 }
 
 inline void Expect(RowState& row, std::vector<uint8_t> bytes, std::vector<swr::AlgoId> algos) {
   row.hasExpected = true;
-  row.expectedBytes = std::move(bytes);
-  row.expectedAlgos = std::move(algos);
-  row.checksumFile = u"C:\\SHA256SUMS";
-  row.checksumLine = 1;
+  row.extras.Make().expectedBytes = std::move(bytes);
+  row.extras.Make().expectedAlgos = std::move(algos);
+  row.extras.Make().checksumFile = u"C:\\SHA256SUMS";
+  row.extras.Make().checksumLine = 1;
 }
 
 struct RowSetup {

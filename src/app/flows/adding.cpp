@@ -38,7 +38,7 @@ class KnownFiles {
     const auto isPathOf = [&](size_t index) {
       const Row& row = rows_[index];
       return !walkedOtherwise_.contains(row.id) &&
-             swr::ToLowerText(row.path) == swr::ToLowerText(path);
+             swr::ToLowerText(row.Path()) == swr::ToLowerText(path);
     };
     return std::ranges::any_of(rows_.IndexesOfPath(path), isPathOf) ||
            (!walkedPaths_.empty() && walkedPaths_.contains(swr::ToLowerText(path)));
@@ -46,7 +46,7 @@ class KnownFiles {
 
   // The row was made from this path of a walk.
   void AddWalked(const std::u16string& walked, const Row& row) {
-    if (walked == row.path) return;
+    if (walked == row.Path()) return;
     walkedPaths_.insert(swr::ToLowerText(walked));
     walkedOtherwise_.insert(row.id);
   }
@@ -90,11 +90,12 @@ void Adding::AddPaths(const std::vector<std::u16string>& paths) {
         });
       } else {
         Row row = NewRow(path);
-        if (known.Has(row.path)) {
+        if (known.Has(row.Path())) {
           rows_.SkipId();
           continue;
         }
-        if (paths.size() == 1 && swr::IsChecksumFileName(row.path)) checksumCandidate = row.path;
+        if (paths.size() == 1 && swr::IsChecksumFileName(row.Path()))
+          checksumCandidate = row.Path();
         newRows.Append(std::move(row));
       }
     }

@@ -42,8 +42,8 @@ void OpenFolder(T targets, const RowIds& rows) {
   const Row* row = rows.size() == 1 ? targets.rows.Find(rows.front()) : nullptr;
   if (row == nullptr) return;
   // The row can be removed while the file manager is called.
-  const std::u16string path = row->path;
-  const std::u16string folder = row->folder;
+  const std::u16string path = row->Path();
+  const std::u16string folder(row->Folder());
   targets.shell.ShowInFolder(path, folder);
 }
 void Paste(T targets) { targets.expected.Paste(); }

@@ -37,13 +37,13 @@ void DetailsPane::Refresh() {
 
 void DetailsPane::LookInto(const Row& row) {
   if (row.status == RowStatus::Failed) return;
-  if (!row.signature && !row.signatureRequested) {
+  if (!row.extras->signature && !row.signatureRequested) {
     rows_.Update(row.id, [](RowState& state) { state.signatureRequested = true; });
-    signatures_.StartSignatureCheck(row.id, row.path);
+    signatures_.StartSignatureCheck(row.id, row.Path());
   }
-  if (!row.zone) {
-    const swr::ZoneRecord zone = swr::ReadZoneRecord(row.path);
-    rows_.Update(row.id, [&](RowState& state) { state.zone = zone; });
+  if (!row.extras->zone) {
+    const swr::ZoneRecord zone = swr::ReadZoneRecord(row.Path());
+    rows_.Update(row.id, [&](RowState& state) { state.extras.Make().zone = zone; });
   }
 }
 
@@ -51,7 +51,7 @@ void DetailsPane::OnSignatureResult(uint64_t rowId, const swr::SignatureResult& 
   const Row* row = rows_.Find(rowId);
   if (row == nullptr) return;  // removed meanwhile
   rows_.Update(rowId, [&](RowState& state) {
-    state.signature = signature;
+    state.extras.Make().signature = signature;
     state.signatureRequested = false;
   });
   if (row == selection_.SingleRow()) Refresh();

@@ -11,13 +11,13 @@ namespace {
 
 constexpr swr::AlgoId CompareAlgo = swr::AlgoId::Sha256;
 
-const swr::DigestSlot& SlotOf(const Row& row) { return row.digests[swr::IndexOf(CompareAlgo)]; }
+swr::DigestSlot SlotOf(const Row& row) { return row.digests[swr::IndexOf(CompareAlgo)]; }
 
 bool IsSettled(const Row& row) { return row.status == RowStatus::Failed || SlotOf(row).present; }
 
 TaskDialogSpec SizesDiffer(const Row& first, const Row& second) {
   const auto line = [](const Row& row) {
-    return swr::EscapeForDisplay(row.name) + u" (" + swr::FormatSize(row.size) + u")\n";
+    return swr::EscapeForDisplay(row.Name()) + u" (" + swr::FormatSize(row.size) + u")\n";
   };
   return MessageDialog(TaskDialogIcon::Warning, u"The two files are different.",
                        line(first) + line(second) + u"\nTheir sizes differ.");
@@ -28,8 +28,8 @@ TaskDialogSpec Answer(const Row& first, const Row& second) {
   if (first.status == RowStatus::Failed || second.status == RowStatus::Failed) {
     return MessageDialog(TaskDialogIcon::Error, u"One of the files can't be read.");
   }
-  const std::u16string compared = swr::EscapeForDisplay(first.name) + u"\n" +
-                                  swr::EscapeForDisplay(second.name) + u"\n\nCompared by " +
+  const std::u16string compared = swr::EscapeForDisplay(first.Name()) + u"\n" +
+                                  swr::EscapeForDisplay(second.Name()) + u"\n\nCompared by " +
                                   std::u16string(swr::GetAlgo(CompareAlgo).name);
   if (swr::DigestEquals(SlotOf(first), SlotOf(second).View())) {
     return MessageDialog(TaskDialogIcon::Information, u"The two files are identical.",

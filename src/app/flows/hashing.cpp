@@ -17,7 +17,7 @@ std::optional<HashJob> Hashing::JobFor(size_t index, swr::AlgoMask mask) {
     state.cancelledByUser = false;
     if (state.status != RowStatus::Hashing) state.status = RowStatus::Waiting;
   });
-  return HashJob{.rowId = row.id, .path = row.path, .mask = newMask, .size = row.size};
+  return HashJob{.rowId = row.id, .path = row.Path(), .mask = newMask, .size = row.size};
 }
 
 bool Hashing::QueueJobs(std::vector<HashJob> jobs) {
@@ -40,7 +40,7 @@ void Hashing::QueueFrom(size_t first) {
   std::vector<HashJob> jobs;
   for (size_t i = first; i < rows_.Size(); ++i) {
     swr::AlgoMask mask = options_.algorithms;
-    if (rows_[i].hasExpected) mask |= swr::CandidateMask(rows_[i].expectedAlgos);
+    if (rows_[i].hasExpected) mask |= swr::CandidateMask(rows_[i].extras->expectedAlgos);
     if (auto job = JobFor(i, mask & swr::AllAlgosMask)) jobs.push_back(*std::move(job));
   }
   QueueJobs(std::move(jobs));

@@ -39,12 +39,8 @@ void JobIntake::TakeOne(FinishedJob& job) {
       row.error = outcome.error;
       row.pendingMask = 0;
     } else {
-      if (row.digests.IsEmpty()) {
-        row.digests = std::move(outcome.digests);
-      } else {
-        for (const swr::AlgoId id : swr::IdsFromMask(job.mask)) {
-          row.digests.Make(swr::IndexOf(id)) = outcome.digests[swr::IndexOf(id)];
-        }
+      for (const swr::AlgoId id : swr::IdsFromMask(job.mask)) {
+        row.digests.Set(swr::IndexOf(id), outcome.digests[swr::IndexOf(id)]);
       }
       row.changed = row.changed || outcome.changed;
       row.size = outcome.bytesRead;

@@ -12,14 +12,15 @@ std::u16string ListCells::TextOf(size_t row, size_t column) const {
   const ColumnDef& def = columns_.Defs()[column];
   switch (def.kind) {
     case ColumnKind::Name:
-      return swr::EscapeForDisplay(shown.name);
+      return swr::EscapeForDisplay(shown.Name());
     case ColumnKind::Folder:
-      return swr::EscapeForDisplay(shown.folder);
+      return swr::EscapeForDisplay(shown.Folder());
     case ColumnKind::Size:
       return shown.status == RowStatus::Failed ? u"" : swr::FormatSize(shown.size);
     case ColumnKind::Digest: {
-      const swr::DigestSlot& slot = shown.digests[swr::IndexOf(def.algo)];
-      return slot.present ? swr::DigestToWideHex(slot, options_.uppercase) : u"";
+      std::u16string text;
+      swr::AppendHex(shown.digests.View(swr::IndexOf(def.algo)), options_.uppercase, text);
+      return text;
     }
     case ColumnKind::Status:
       break;

@@ -60,8 +60,8 @@ SaveRequest RequestFor(const std::vector<SaveChoice>& choices, const SavedRows& 
   }
   constexpr size_t starAndStop = 2;
   request.defaultExtension = choices[request.filter].filter.pattern.substr(starAndStop);
-  request.fileName = targets.size() == 1 ? targets.front()->name : u"checksums";
-  request.folder = targets.front()->folder;
+  request.fileName = targets.size() == 1 ? targets.front()->Name() : u"checksums";
+  request.folder = targets.front()->Folder();
   return request;
 }
 
@@ -86,9 +86,12 @@ uint32_t WriteChecksums(const std::u16string& path, const SavedRows& targets, sw
   bool isFirst = true;
   piece = writer.Head();
   swr::ExportRow exported;
+  std::u16string fullPath;
   ForEachRow(targets, [&](const Row& row) {
     if (error != 0) return;
-    exported.name = swr::ToForwardSlashes(std::u16string(relative.Of(row.path)));
+    fullPath.clear();
+    row.path.AppendTo(fullPath);
+    exported.name = swr::ToForwardSlashes(std::u16string(relative.Of(fullPath)));
     exported.size = row.size;
     exported.digests.clear();
     for (const swr::AlgoId id : ids) {

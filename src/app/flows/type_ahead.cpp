@@ -48,9 +48,9 @@ std::optional<size_t> FirstFit(const RowTable& rows, size_t begin, size_t end,
   // are prefetched.
   constexpr size_t ahead = 8;
   for (size_t i = begin; i < end; ++i) {
-    if (i + 2 * ahead < end) __builtin_prefetch(&rows[i + 2 * ahead].name);
-    if (i + ahead < end) __builtin_prefetch(rows[i + ahead].name.data());
-    if (text.Fits(rows[i].name)) return i;
+    if (i + 2 * ahead < end) __builtin_prefetch(&rows[i + 2 * ahead].Name());
+    if (i + ahead < end) __builtin_prefetch(rows[i + ahead].Name().data());
+    if (text.Fits(rows[i].Name())) return i;
   }
   return std::nullopt;
 }

@@ -44,10 +44,11 @@ TaskDialogSpec NoChecksums(const std::u16string& path) {
 Row RowOf(swr::ChecksumLine line, const std::u16string& checksumFile) {
   Row row = NewRow(swr::ResolveListedPath(checksumFile, line.name));
   row.hasExpected = true;
-  row.expectedBytes = std::move(line.digest);
-  row.expectedAlgos = std::move(line.candidates);
-  row.checksumFile = checksumFile;
-  row.checksumLine = line.lineNumber;
+  RowExtras& extras = row.extras.Make();
+  extras.expectedBytes = std::move(line.digest);
+  extras.expectedAlgos = std::move(line.candidates);
+  extras.checksumFile = checksumFile;
+  extras.checksumLine = line.lineNumber;
   return row;
 }
 

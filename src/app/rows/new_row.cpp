@@ -8,11 +8,9 @@ namespace app {
 
 Row NewRow(const std::u16string& path) {
   Row row;
-  row.path = swr::SystemFullPath(path).value_or(path);
-  const swr::PathParts parts = swr::SplitPath(row.path);
-  row.name = parts.name;
-  row.folder = parts.folder;
-  if (const auto info = swr::QueryFileInfo(swr::ToLongPath(row.path), row.error)) {
+  const std::u16string full = swr::SystemFullPath(path).value_or(path);
+  row.path = full;
+  if (const auto info = swr::QueryFileInfo(swr::ToLongPath(full), row.error)) {
     row.size = info->size;
     row.modified = info->modified;
   } else {

@@ -4,10 +4,13 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
+#include "app/rows/on_demand.h"
+#include "app/rows/shared_path.h"
 #include "swr/hash/algorithms.h"
-#include "swr/hash/digest.h"
+#include "swr/hash/packed_digests.h"
 #include "swr/provenance/signature.h"
 #include "swr/provenance/zone_record.h"
 #include "swr/system/file.h"
@@ -18,36 +21,45 @@ enum class RowStatus : uint8_t { Waiting = 0, Hashing = 1, Done = 2, Failed = 3,
 
 // Never changes while the row lives.
 struct RowIdentity {
-  uint64_t id = 0;        // given by the table; never 0 and never reused
-  std::u16string path;    // full where the system could make it full
-  std::u16string name;    // the part of `path` after its last separator
-  std::u16string folder;  // the part of `path` before that separator
+  uint64_t id = 0;  // given by the table; never 0 and never reused
+  SharedPath path;  // full where the system could make it full
+
+  std::u16string Path() const { return path.Text(); }
+  // The parts of the path after and before its last separator.
+  const std::u16string& Name() const { return path.Name(); }
+  std::u16string_view Folder() const { return path.Folder(); }
 };
 
-// Changed through RowTable only, which keeps its counters in step.
-struct RowState {
-  uint64_t size = 0;  // bytes; from the file system first, then as many as hashing read
-  swr::FileTime modified = 0;
-  // Kept for as long as the row lives, whichever algorithms are selected.
-  swr::DigestSlots digests;
-  swr::AlgoMask pendingMask = 0;  // queued for this row and not yet reported
-  RowStatus status = RowStatus::Waiting;
-  // The user cancelled what was queued for this row, and nothing was queued for it since. A row
-  // that is Cancelled without this has a later job; the result of an earlier one hides that.
-  bool cancelledByUser = false;
-  uint32_t error = 0;    // Windows error code of a failed row
-  bool changed = false;  // the file changed while some pass was reading it
+// What few rows have, or rows that the user looked at.
+struct RowExtras {
   // What a checksum file expects of this file. `expectedAlgos` holds the algorithms that the digest
   // may belong to, in the order of comparison.
-  bool hasExpected = false;
   std::vector<uint8_t> expectedBytes;
   std::vector<swr::AlgoId> expectedAlgos;
   std::u16string checksumFile;  // full path
   uint32_t checksumLine = 0;    // from 1
   // Both are looked up when the details of the row are first shown.
   std::optional<swr::SignatureResult> signature;
-  bool signatureRequested = false;  // a check is in progress
   std::optional<swr::ZoneRecord> zone;
+};
+
+// Changed through RowTable only, which keeps its counters in step. A list can have a million rows,
+// so each byte counts.
+struct RowState {
+  uint64_t size = 0;  // bytes; from the file system first, then as many as hashing read
+  swr::FileTime modified = 0;
+  // Kept for as long as the row lives, whichever algorithms are selected.
+  swr::PackedDigests digests;
+  swr::AlgoMask pendingMask = 0;  // queued for this row and not yet reported
+  uint32_t error = 0;             // Windows error code of a failed row
+  RowStatus status = RowStatus::Waiting;
+  // The user cancelled what was queued for this row, and nothing was queued for it since. A row
+  // that is Cancelled without this has a later job; the result of an earlier one hides that.
+  bool cancelledByUser = false;
+  bool changed = false;             // the file changed while some pass was reading it
+  bool hasExpected = false;         // a checksum file expects something of it; see the extras
+  bool signatureRequested = false;  // a check is in progress
+  OnDemand<RowExtras> extras;
 };
 
 struct Row : RowIdentity, RowState {};
@@ -59,8 +71,7 @@ inline void PrefetchRow(const Row& row) {
   for (size_t i = 0; i < sizeof row; i += line) __builtin_prefetch(bytes + i);
 }
 inline void PrefetchRowTexts(const Row& row) {
-  __builtin_prefetch(row.name.data());
-  __builtin_prefetch(row.path.data());
+  __builtin_prefetch(row.Name().data());
   row.digests.Prefetch();
 }
 

@@ -13,7 +13,7 @@ CompareResult CompareRow(const Row& row, std::span<const uint8_t> expectedBytes,
 }
 
 CompareResult CompareWithOwn(const Row& row) {
-  return CompareRow(row, row.expectedBytes, row.expectedAlgos);
+  return CompareRow(row, row.extras->expectedBytes, row.extras->expectedAlgos);
 }
 
 }  // namespace app

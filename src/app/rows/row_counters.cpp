@@ -80,11 +80,11 @@ RowCounters::Contribution RowCounters::ContributionOf(const Row& row) const {
   const CompareResult compared = CompareRow(row, expected_->digest, expected_->candidates);
   contribution.expected = compared.outcome;
   contribution.expectedAlgo = compared.algo;
-  contribution.isNamed = !expected_->name.empty() && swr::EqualsNoCase(row.name, expected_->name);
+  contribution.isNamed = !expected_->name.empty() && swr::EqualsNoCase(row.Name(), expected_->name);
   contribution.wantsCandidates =
       row.status != RowStatus::Failed && !row.cancelledByUser &&
       std::ranges::any_of(expected_->candidates, [&](swr::AlgoId id) {
-        return !row.digests[swr::IndexOf(id)].present && (row.pendingMask & swr::MaskOf(id)) == 0;
+        return !row.digests.Has(swr::IndexOf(id)) && (row.pendingMask & swr::MaskOf(id)) == 0;
       });
   return contribution;
 }

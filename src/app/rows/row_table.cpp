@@ -10,10 +10,6 @@ size_t RowTable::PathHash::operator()(std::u16string_view path) const {
   return static_cast<size_t>(swr::CaseHash(path));
 }
 
-bool RowTable::PathEqual::operator()(std::u16string_view a, std::u16string_view b) const {
-  return swr::EqualsNoCase(a, b);
-}
-
 std::optional<size_t> RowTable::IndexOf(uint64_t id) const {
   if (id < firstId_ || id - firstId_ >= indexes_.size()) return std::nullopt;
   const size_t index = indexes_[static_cast<size_t>(id - firstId_)];
@@ -44,6 +40,7 @@ const Row& RowTable::Append(Row row) {
   rows_.push_back(std::make_unique<Row>(std::move(row)));
   Row& added = *rows_.back();
   added.id = nextId_++;
+  added.path.ShareFolder(folders_);
   if (rows_.size() == 1) firstId_ = added.id;
   indexes_.resize(static_cast<size_t>(added.id - firstId_), NoRow);  // ids that were skipped
   indexes_.push_back(rows_.size() - 1);
@@ -74,6 +71,7 @@ void RowTable::Remove(std::span<const uint64_t> ids) {
     ++kept;
   }
   rows_.resize(kept);
+  folders_.DropUnused();
   counters_.Remove(isRemoved);
   MoveIndexes(newIndexes);
 }
@@ -83,6 +81,7 @@ void RowTable::Clear() {
   indexedPaths_ = 0;
   rows_.clear();
   rows_.shrink_to_fit();
+  folders_.DropUnused();
   indexes_.clear();
   indexes_.shrink_to_fit();
   counters_.Reset(counters_.Expected());

@@ -75,14 +75,13 @@ class RowTable {
   struct PathHash {
     using is_transparent = void;
     size_t operator()(std::u16string_view path) const;
-    size_t operator()(const Row* row) const { return (*this)(row->path); }
+    size_t operator()(const Row* row) const { return static_cast<size_t>(row->path.CaseHash()); }
   };
   struct PathEqual {
     using is_transparent = void;
-    bool operator()(const Row* a, const Row* b) const { return (*this)(a->path, b->path); }
-    bool operator()(std::u16string_view a, const Row* b) const { return (*this)(a, b->path); }
-    bool operator()(const Row* a, std::u16string_view b) const { return (*this)(a->path, b); }
-    bool operator()(std::u16string_view a, std::u16string_view b) const;
+    bool operator()(const Row* a, const Row* b) const { return a->path.EqualsNoCase(b->path); }
+    bool operator()(std::u16string_view a, const Row* b) const { return b->path.EqualsNoCase(a); }
+    bool operator()(const Row* a, std::u16string_view b) const { return a->path.EqualsNoCase(b); }
   };
   using RowsByPath = std::unordered_multiset<const Row*, PathHash, PathEqual>;
   static constexpr size_t NoRow = SIZE_MAX;
@@ -95,6 +94,7 @@ class RowTable {
   void CountAll(const std::optional<swr::ParsedHash>& expected);
 
   std::vector<std::unique_ptr<Row>> rows_;
+  FolderTexts folders_;
   uint64_t nextId_ = 1;
   // Ids ascend, so a plain table does for a map: the index of the row with id `firstId_` + i, or
   // NoRow where that row is gone.

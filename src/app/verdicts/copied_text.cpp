@@ -11,7 +11,7 @@ namespace app {
 namespace {
 
 void AppendHexOf(const Row& row, swr::AlgoId id, bool uppercase, std::u16string& text) {
-  swr::AppendHex(row.digests[swr::IndexOf(id)].View(), uppercase, text);
+  swr::AppendHex(row.digests.View(swr::IndexOf(id)), uppercase, text);
 }
 
 std::u16string HexOf(const Row& row, swr::AlgoId id, bool uppercase) {
@@ -44,7 +44,7 @@ class LineName {
 
 // "SHA256 (name) = hex" for each digest of `mask` that the row has.
 void AppendTaggedLines(const Row& row, swr::AlgoMask mask, bool uppercase, std::u16string& text) {
-  const LineName name(row.name);
+  const LineName name(row.Name());
   for (const swr::AlgoId id : PresentAlgos(row, mask)) {
     text += name.Mark();
     const std::string_view tag = swr::GetAlgo(id).upperTag;
@@ -78,7 +78,7 @@ std::u16string LinesText(const CopiedRows& rows, swr::AlgoMask mask, bool upperc
   size_t nameUnits = 0;
   ForEachRow(rows, [&](const Row& row) {
     common &= row.digests.PresentMask();
-    nameUnits += row.name.size();
+    nameUnits += row.Name().size();
   });
   if (common == 0) return {};
   const swr::AlgoId algo = swr::IdsFromMask(common).front();
@@ -86,7 +86,7 @@ std::u16string LinesText(const CopiedRows& rows, swr::AlgoMask mask, bool upperc
   // Without this, a text of a million lines would be copied often while it grows.
   text.reserve(nameUnits + rows.size() * (2 * swr::GetAlgo(algo).digestSize + 4));
   ForEachRow(rows, [&](const Row& row) {
-    const LineName name(row.name);
+    const LineName name(row.Name());
     text += name.Mark();
     AppendHexOf(row, algo, uppercase, text);
     text += u"  ";
@@ -106,10 +106,13 @@ std::u16string PathsText(const CopiedRows& rows) {
   std::u16string text;
   ForEachRow(rows, [&](const Row& row) {
     // Windows can't open a path with a line end in it, but a checksum file can contain one.
-    const bool looksLikeTwo =
-        rows.size() > 1 && row.path.find_first_of(u"\r\n") != std::u16string::npos;
-    text += looksLikeTwo ? swr::EscapeForDisplay(row.path) : row.path;
-    if (rows.size() > 1) text += u"\r\n";
+    const size_t start = text.size();
+    row.path.AppendTo(text);
+    if (rows.size() == 1) return;
+    if (text.find_first_of(u"\r\n", start) != text.npos) {
+      text.replace(start, text.npos, swr::EscapeForDisplay(row.Path()));
+    }
+    text += u"\r\n";
   });
   return text;
 }

@@ -38,11 +38,11 @@ std::u16string TimeText(const swr::CalendarTime& time) {
 }
 
 std::u16string ExpectedValueText(const Row& row, bool uppercase) {
-  const std::string hex = swr::BytesToHex(row.expectedBytes, uppercase);
+  const std::string hex = swr::BytesToHex(row.extras->expectedBytes, uppercase);
   std::u16string text(hex.begin(), hex.end());
   text += u" (";
-  text += swr::EscapeForDisplay(swr::SplitPath(row.checksumFile).name);
-  return text + u", line " + swr::DecimalText(row.checksumLine) + u")";
+  text += swr::EscapeForDisplay(swr::SplitPath(row.extras->checksumFile).name);
+  return text + u", line " + swr::DecimalText(row.extras->checksumLine) + u")";
 }
 
 // The outcome of a finished check.
@@ -68,8 +68,9 @@ std::u16string SignatureResultText(const swr::SignatureResult& signature) {
 }
 
 std::u16string SignatureText(const Row& row) {
-  return row.signatureRequested || !row.signature ? u"Checking..."
-                                                  : SignatureResultText(*row.signature);
+  return row.signatureRequested || !row.extras->signature
+             ? u"Checking..."
+             : SignatureResultText(*row.extras->signature);
 }
 
 // Where the file was downloaded from, if that was recorded.
@@ -83,14 +84,14 @@ std::u16string OriginText(const swr::ZoneRecord& zone) {
 }  // namespace
 
 std::u16string RowDetailsText(const Row& row, bool uppercase) {
-  std::u16string text = swr::EscapeForDisplay(row.name);
+  std::u16string text = swr::EscapeForDisplay(row.Name());
   const auto add = [&](std::u16string_view label, std::u16string_view value) {
     text += u"\r\n";
     text += label;
     text += u":\t";
     text += value;
   };
-  add(u"Folder", swr::EscapeForDisplay(row.folder));
+  add(u"Folder", swr::EscapeForDisplay(row.Folder()));
   if (row.status == RowStatus::Failed) {
     add(u"Error", swr::FormatErrorText(row.error) + u".");
   } else {
@@ -100,10 +101,10 @@ std::u16string RowDetailsText(const Row& row, bool uppercase) {
       add(swr::GetAlgo(id).name, swr::DigestToWideHex(row.digests[swr::IndexOf(id)], uppercase));
     }
     add(u"Signature", swr::EscapeForDisplay(SignatureText(row)));
-    if (row.zone && row.zone->found) {
-      add(u"Downloaded from", swr::EscapeForDisplay(OriginText(*row.zone)));
-      if (!row.zone->hostUrl.empty() && !row.zone->referrerUrl.empty()) {
-        add(u"From the page", swr::EscapeForDisplay(row.zone->referrerUrl));
+    if (row.extras->zone && row.extras->zone->found) {
+      add(u"Downloaded from", swr::EscapeForDisplay(OriginText(*row.extras->zone)));
+      if (!row.extras->zone->hostUrl.empty() && !row.extras->zone->referrerUrl.empty()) {
+        add(u"From the page", swr::EscapeForDisplay(row.extras->zone->referrerUrl));
       }
     }
   }

@@ -8,7 +8,7 @@ namespace app {
 ResultLine ExpectedHashLine(const RowTable& rows, const swr::ParsedHash& expected) {
   const RowCounters& counters = rows.Counters();
   if (counters.Matches() == 1) {
-    return {swr::MatchText(rows[counters.FirstMatch()].name, counters.MatchAlgo()),
+    return {swr::MatchText(rows[counters.FirstMatch()].Name(), counters.MatchAlgo()),
             ResultKind::Good};
   }
   if (counters.Matches() > 1) {
@@ -19,8 +19,8 @@ ResultLine ExpectedHashLine(const RowTable& rows, const swr::ParsedHash& expecte
     return {swr::NoMatchAmongText(rows.Size()), ResultKind::Bad};
   }
   const Row& row = rows[counters.Named().value_or(0)];
-  if (row.status == RowStatus::Failed) return {swr::CannotCompareText(row.name), ResultKind::Bad};
-  return {swr::NoMatchText(row.name, expected.candidates), ResultKind::Bad};
+  if (row.status == RowStatus::Failed) return {swr::CannotCompareText(row.Name()), ResultKind::Bad};
+  return {swr::NoMatchText(row.Name(), expected.candidates), ResultKind::Bad};
 }
 
 ResultLine FileWantedLine(const swr::ParsedHash& expected) {

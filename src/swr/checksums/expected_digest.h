@@ -9,6 +9,7 @@
 
 #include "swr/hash/algorithms.h"
 #include "swr/hash/digest.h"
+#include "swr/hash/packed_digests.h"
 
 namespace swr {
 
@@ -31,6 +32,8 @@ struct CompareResult {
 // candidate whose digest is known and equal decides, even if others are still unknown. Without
 // candidates the result is Mismatch.
 CompareResult CompareDigests(const DigestSlots& digests, std::span<const uint8_t> expectedBytes,
+                             std::span<const AlgoId> candidates);
+CompareResult CompareDigests(const PackedDigests& digests, std::span<const uint8_t> expectedBytes,
                              std::span<const AlgoId> candidates);
 
 // The outcome for a file that could not be read: Missing or Unreadable. `error` is a Windows error

@@ -48,7 +48,6 @@ class DigestSlots {
   void Reserve(size_t count) { entries_.reserve(count); }
 
   bool IsEmpty() const { return entries_.empty(); }
-  void Prefetch() const { __builtin_prefetch(entries_.data()); }
   // Bit n is set if the slot of index n is present.
   uint32_t PresentMask() const {
     uint32_t mask = 0;

@@ -37,9 +37,11 @@ bool EqualsNoCase(std::u16string_view a, std::u16string_view b) {
   return SystemEqualsNoCase(a.substr(same), b.substr(same));
 }
 
-uint64_t CaseHash(std::u16string_view text) {
-  // FNV-1a, over code units.
-  uint64_t hash = 0xCBF29CE484222325;
+// FNV-1a, over code units.
+uint64_t CaseHash(std::u16string_view text) { return CaseHash(text, 0xCBF29CE484222325); }
+
+uint64_t CaseHash(std::u16string_view text, uint64_t start) {
+  uint64_t hash = start;
   for (const char16_t unit : text) hash = (hash ^ ToUpperUnit(unit)) * 0x100000001B3;
   return hash;
 }

@@ -17,6 +17,8 @@ std::u16string_view TrimText(std::u16string_view text);
 bool EqualsNoCase(std::u16string_view a, std::u16string_view b);
 // A hash value that is the same for texts that are EqualsNoCase.
 uint64_t CaseHash(std::u16string_view text);
+// The hash value of a text that ends with this one; `start` is that of what comes before.
+uint64_t CaseHash(std::u16string_view text, uint64_t start);
 bool EndsWithNoCase(std::u16string_view text, std::u16string_view suffix);
 
 // Converts A to Z to lower case. Other letters keep their case, so that paths which differ only in

@@ -76,7 +76,7 @@ TEST(AddRelativePathsTest, RowsHoldFullPathsAndWalksTheirOwn) {
     FakeWindow window;
     for (const TextList& call : test.calls) window.adding.AddPaths(call);
     TextList paths;
-    for (const Row& row : window.rows) paths.push_back(row.path);
+    for (const Row& row : window.rows) paths.push_back(row.Path());
     EXPECT_EQ(paths, test.paths);
   }
 }

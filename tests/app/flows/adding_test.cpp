@@ -24,7 +24,7 @@ std::u16string AddHiddenFile(TempTree& tree, std::u16string_view relative) {
 // The names of the rows, in order.
 std::vector<std::u16string> Names(const FakeWindow& window) {
   std::vector<std::u16string> names;
-  for (const Row& row : window.rows) names.push_back(row.name);
+  for (const Row& row : window.rows) names.push_back(row.Name());
   return names;
 }
 
@@ -34,9 +34,9 @@ TEST(NewRowTest, ReadsFileInfo) {
   TempTree tree;
   const std::u16string path = tree.AddFile(u"a.bin", "12345");
   const Row row = NewRow(path);
-  EXPECT_EQ(row.path, path);
-  EXPECT_EQ(row.name, u"a.bin");
-  EXPECT_EQ(row.folder, tree.Root());
+  EXPECT_EQ(row.Path(), path);
+  EXPECT_EQ(row.Name(), u"a.bin");
+  EXPECT_EQ(row.Folder(), tree.Root());
   EXPECT_EQ(row.size, 5u);
   EXPECT_NE(row.modified, 0u);
   EXPECT_EQ(row.status, RowStatus::Waiting);
@@ -49,15 +49,15 @@ TEST(NewRowTest, AMissingFileIsBornFailed) {
   const Row row = NewRow(tree.Path(u"gone.bin"));
   EXPECT_EQ(row.status, RowStatus::Failed);
   EXPECT_EQ(row.error, swr::ErrorFileNotFound);
-  EXPECT_EQ(row.name, u"gone.bin");
+  EXPECT_EQ(row.Name(), u"gone.bin");
   EXPECT_EQ(row.size, 0u);
 }
 
 TEST(NewRowTest, AnEmptyPathStaysAsItIs) {
   const Row row = NewRow(u"");
-  EXPECT_EQ(row.path, u"");
-  EXPECT_EQ(row.name, u"");
-  EXPECT_EQ(row.folder, u"");
+  EXPECT_EQ(row.Path(), u"");
+  EXPECT_EQ(row.Name(), u"");
+  EXPECT_EQ(row.Folder(), u"");
   EXPECT_EQ(row.status, RowStatus::Failed);
 }
 
@@ -150,7 +150,7 @@ TEST(AddPathsTest, AFolderSpelledDifferentlyGivesItsFilesASecondTime) {
   window.adding.AddPaths({file});
   window.adding.AddPaths({tree.Path(u"./sub")});
   ASSERT_EQ(window.rows.Size(), 2u);
-  EXPECT_EQ(window.rows[1].path, window.rows[0].path) << "rows hold full paths";
+  EXPECT_EQ(window.rows[1].Path(), window.rows[0].Path()) << "rows hold full paths";
 }
 
 TEST(AddPathsTest, ARemovedRowCanBeAddedAgain) {

@@ -119,7 +119,7 @@ struct OfferedList {
   }
   std::vector<std::u16string> Names() const {
     std::vector<std::u16string> names;
-    for (const Row& row : window.rows) names.push_back(row.name);
+    for (const Row& row : window.rows) names.push_back(row.Name());
     return names;
   }
 
@@ -151,11 +151,14 @@ TEST(ChecksumFileOfferTest, OnlyTheFirstPlainRowOfThePathIsRemoved) {
   // Besides the row itself: the same file from a checksum file, and again as a plain row.
   Row& listed = window.AddRow(offered.list);
   Expect(listed, FilledBytes(16, 1), {AlgoId::Md5});
-  listed.name = u"listed";
+  const uint64_t listedId = listed.id;
   window.rows.Reorder(std::vector<size_t>{1, 0});
-  window.AddRow(offered.list).name = u"second";
+  const uint64_t secondId = window.AddRow(offered.list).id;
   window.bannerLinks.Follow(u"a");
-  EXPECT_EQ(offered.Names(), (TextList{u"listed", u"second", u"a.bin"}));
+  ASSERT_EQ(window.rows.Size(), 3u);
+  EXPECT_EQ(window.rows[0].id, listedId);
+  EXPECT_EQ(window.rows[1].id, secondId);
+  EXPECT_EQ(window.rows[2].Name(), u"a.bin");
 }
 
 TEST(ChecksumFileOfferTest, TheRowIsFoundIgnoringCase) {

@@ -23,9 +23,8 @@ const std::u16string PickedFile = u"no such file";
 // to each question that a command asks.
 struct UsedWindow : FakeWindow {
   UsedWindow() {
-    for (const char16_t* name : {u"a", u"b"}) {
-      Row& row = AddRow(name);
-      row.folder = u"folder";
+    for (const char16_t* path : {u"folder/a", u"folder/b"}) {
+      Row& row = AddRow(path);
       hashing.QueueRow(row.id, options.algorithms);
       Finish();
     }
@@ -45,7 +44,7 @@ struct UsedWindow : FakeWindow {
     return desktop.openedAddresses.size() == 1 && desktop.openedAddresses[0].starts_with(start);
   }
   bool HasPicked(const std::u16string& title) const {
-    return desktop.pickerTitle == title && rows[rows.Size() - 1].name == PickedFile;
+    return desktop.pickerTitle == title && rows[rows.Size() - 1].Name() == PickedFile;
   }
   bool Selects(AlgoId id) const { return (options.algorithms & swr::MaskOf(id)) != 0; }
 };
@@ -140,7 +139,7 @@ const CommandCase commands[] = {
     {ID_CTX_COPY_ALL, "Copy All Hashes",
      [](const UsedWindow& window) { return window.HasCopied(u"MD5 (a) = "); }},
     {ID_CTX_COPY_PATH, "Copy Path",
-     [](const UsedWindow& window) { return window.desktop.clipboard == u"a"; }},
+     [](const UsedWindow& window) { return window.desktop.clipboard == u"folder/a"; }},
     {ID_CTX_VIRUSTOTAL, "Look Up on VirusTotal",
      [](const UsedWindow& window) { return window.HasOpened(VirusTotalFilePage); }},
     {ID_CTX_OPEN_FOLDER, "Open Containing Folder",

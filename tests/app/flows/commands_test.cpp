@@ -54,7 +54,7 @@ TEST(CommandsTest, ARowCommandWorksOnTheGivenRows) {
   window.view.selected = {1};
   window.commands.RunOn(ID_REMOVE, {a});
   ASSERT_EQ(window.rows.Size(), 1u);
-  EXPECT_EQ(window.rows[0].path, u"b");
+  EXPECT_EQ(window.rows[0].Path(), u"b");
   window.commands.RunOn(ID_CLEAR_LIST, {});
   EXPECT_TRUE(window.rows.IsEmpty());
 }
@@ -115,7 +115,7 @@ TEST(CommandsTest, RemoveRemovesTheSelection) {
   window.view.selected = {1};
   window.commands.Run(ID_REMOVE);
   ASSERT_EQ(window.rows.Size(), 1u);
-  EXPECT_EQ(window.rows[0].path, u"a");
+  EXPECT_EQ(window.rows[0].Path(), u"a");
 }
 
 TEST(CommandsTest, SelectAllThenRemoveEmptiesTheList) {

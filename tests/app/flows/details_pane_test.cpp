@@ -24,11 +24,9 @@ using swr::SignatureState;
 // One row and its details.
 struct OneRow {
   OneRow() : row(window.AddRow(u"C:\\Downloads\\setup.exe", 5)) {
-    row.name = u"setup.exe";
-    row.folder = u"C:\\Downloads";
     row.status = RowStatus::Done;
-    row.zone = swr::ZoneRecord{};
-    row.signature = swr::SignatureResult{.state = SignatureState::NotSigned};
+    row.extras.Make().zone = swr::ZoneRecord{};
+    row.extras.Make().signature = swr::SignatureResult{.state = SignatureState::NotSigned};
     window.view.selected = {0};
   }
   std::u16string Details() {
@@ -170,8 +168,8 @@ TEST(DetailsTest, WhatIsExpected) {
   const auto expect = [](std::u16string file, uint32_t line) {
     return [file, line](OneRow& one) {
       Expect(one.row, {0xAB, 0xCD, 0xEF, 0x01}, {AlgoId::Crc32});
-      one.row.checksumFile = file;
-      one.row.checksumLine = line;
+      one.row.extras.Make().checksumFile = file;
+      one.row.extras.Make().checksumLine = line;
     };
   };
   const std::u16string start = Head + u"\r\nSize:\t5 bytes" + Signature + u"\r\nExpected:\t";
@@ -194,8 +192,8 @@ TEST(DetailsTest, AFailedRowShowsItsErrorAndLittleElse) {
     one.row.status = RowStatus::Failed;
     one.row.error = error;
     one.row.modified = 134129610000000000U;
-    one.row.signature.reset();
-    one.row.zone.reset();
+    one.row.extras.Make().signature.reset();
+    one.row.extras.Make().zone.reset();
     PutDigest(one.row, {AlgoId::Crc32, 1});
   };
   const auto error = [](uint32_t code) {
@@ -210,8 +208,8 @@ TEST(DetailsTest, AFailedRowShowsItsErrorAndLittleElse) {
        [&](OneRow& one) {
          fail(one, 2);
          Expect(one.row, {0x12, 0x34}, {AlgoId::Crc32});
-         one.row.checksumFile = u"C:\\SUMS";
-         one.row.checksumLine = 3;
+         one.row.extras.Make().checksumFile = u"C:\\SUMS";
+         one.row.extras.Make().checksumLine = 3;
        },
        error(2) + u"\r\nExpected:\t1234 (SUMS, line 3)"},
   });
@@ -219,7 +217,7 @@ TEST(DetailsTest, AFailedRowShowsItsErrorAndLittleElse) {
   fail(one, 2);
   one.Details();
   EXPECT_TRUE(one.window.desktop.signatureChecks.empty());
-  EXPECT_FALSE(one.row.zone) << "its origin is not looked for";
+  EXPECT_FALSE(one.row.extras->zone) << "its origin is not looked for";
 }
 
 TEST(DetailsTest, Buttons) {
@@ -245,7 +243,7 @@ TEST(DetailsTest, Buttons) {
 TEST(DetailsTest, Signatures) {
   const auto of = [](SignatureState state, std::u16string signer, bool viaCatalog) {
     return [=](OneRow& one) {
-      one.row.signature =
+      one.row.extras.Make().signature =
           swr::SignatureResult{.state = state, .signer = signer, .viaCatalog = viaCatalog};
     };
   };
@@ -278,12 +276,12 @@ TEST(DetailsTest, Signatures) {
 
 TEST(DetailsTest, TheSignatureIsCheckedOnceWhenFirstShown) {
   OneRow one;
-  one.row.signature.reset();
+  one.row.extras.Make().signature.reset();
   const std::u16string start = Head + u"\r\nSize:\t5 bytes\r\nSignature:\t";
   EXPECT_EQ(one.Details(), start + u"Checking...");
   EXPECT_EQ(one.Details(), start + u"Checking...");
   EXPECT_EQ(one.window.desktop.signatureChecks,
-            (std::vector<std::pair<uint64_t, std::u16string>>{{one.row.id, one.row.path}}));
+            (std::vector<std::pair<uint64_t, std::u16string>>{{one.row.id, one.row.Path()}}));
   one.window.details.OnSignatureResult(one.row.id, {.state = SignatureState::NotSigned});
   EXPECT_EQ(one.window.view.details, start + u"Not signed") << "at once";
   one.Details();
@@ -298,12 +296,12 @@ TEST(DetailsTest, AResultForAnotherRowOrNoneDoesNotChangeThePane) {
   one.window.details.OnSignatureResult(other.id, {.state = SignatureState::NotSigned});
   one.window.details.OnSignatureResult(4711, {.state = SignatureState::NotSigned});
   EXPECT_EQ(one.window.view.detailRefreshes, refreshes);
-  EXPECT_TRUE(other.signature);
+  EXPECT_TRUE(other.extras->signature);
 }
 
 TEST(DetailsTest, Origins) {
   const auto of = [](swr::ZoneRecord record) {
-    return [record](OneRow& one) { one.row.zone = record; };
+    return [record](OneRow& one) { one.row.extras.Make().zone = record; };
   };
   const std::u16string start = Head + u"\r\nSize:\t5 bytes" + Signature;
   const std::u16string host = u"https://example.com/setup.exe";
@@ -329,11 +327,12 @@ TEST(DetailsTest, AllOfIt) {
   OneRow one;
   one.row.size = 1572864;
   PutDigest(one.row, {AlgoId::Sha256, 0x12});
-  one.row.signature = swr::SignatureResult{.state = SignatureState::Valid, .signer = u"Example"};
-  one.row.zone = swr::ZoneRecord{
+  one.row.extras.Make().signature =
+      swr::SignatureResult{.state = SignatureState::Valid, .signer = u"Example"};
+  one.row.extras.Make().zone = swr::ZoneRecord{
       .found = true, .zoneId = 3, .hostUrl = u"https://h/", .referrerUrl = u"https://r/"};
   Expect(one.row, FilledBytes(32, 0x34), {AlgoId::Sha256});
-  one.row.checksumLine = 12;
+  one.row.extras.Make().checksumLine = 12;
   EXPECT_EQ(one.Details(),
             Head + u"\r\nSize:\t1.5 MB (1,572,864 bytes)\r\nSHA-256:\t" + FilledHex(32, 0x12) +
                 u"\r\nSignature:\tSigned by Example, valid\r\nDownloaded from:\thttps://h/"
@@ -364,7 +363,7 @@ TEST(DetailsTest, AResultRefreshesThePaneOfItsRowOnly) {
   FakeWindow window;
   Row& a = window.AddRow(u"a");
   Row& b = window.AddRow(u"b");
-  a.zone = b.zone = swr::ZoneRecord{};
+  a.extras.Make().zone = b.extras.Make().zone = swr::ZoneRecord{};
   window.hashing.QueueRow(a.id, MaskOf(AlgoId::Crc32));
   window.hashing.QueueRow(b.id, MaskOf(AlgoId::Crc32));
   window.view.selected = {1};

@@ -153,7 +153,6 @@ TEST(CompareTwoFilesTest, FirstIsTheUpperRow) {
 TEST(CompareTwoFilesTest, TheSameFileInTwoRows) {
   TwoRows two;
   two.b.path = two.a.path;
-  two.b.name = two.a.name;
   two.Compare();
   two.Finish(7);
   two.Finish(7);

@@ -17,7 +17,9 @@ constexpr swr::AlgoMask Blake3 = MaskOf(AlgoId::Blake3);
 TEST(QueueRowTest, QueuesOnlyDigestsThatAreNeitherKnownNorQueued) {
   FakeWindow window;
   Row& row = window.AddRow(u"a", 7);
-  row.digests.Make(swr::IndexOf(AlgoId::Md5)).present = true;
+  swr::DigestSlot known;
+  known.present = true;
+  row.digests.Set(swr::IndexOf(AlgoId::Md5), known);
   row.status = RowStatus::Done;
 
   window.hashing.QueueRow(row.id, Md5 | Sha256);
@@ -71,7 +73,7 @@ TEST(QueueAllRowsTest, AddsWhatAChecksumFileExpects) {
   window.AddRow(u"plain");
   Row& listed = window.AddRow(u"listed");
   listed.hasExpected = true;
-  listed.expectedAlgos = {AlgoId::Blake3, AlgoId::Md4};
+  listed.extras.Make().expectedAlgos = {AlgoId::Blake3, AlgoId::Md4};
   window.options.algorithms = Sha256;
   window.hashing.QueueAll();
   ASSERT_EQ(window.queue.jobs.size(), 2u);

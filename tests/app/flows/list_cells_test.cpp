@@ -73,8 +73,7 @@ TEST(ColumnsTest, ARebuildKeepsTheFixedWidthsAndNoOther) {
 
 TEST(CellTextTest, EachColumn) {
   FakeWindow window;
-  Row& row = window.AddRow(u"a.bin", 1536);
-  row.folder = u"C:\\folder";
+  Row& row = window.AddRow(u"C:\\folder\\a.bin", 1536);
   window.algorithms.Select(MaskOf(AlgoId::Md5) | MaskOf(AlgoId::Crc32));
   EXPECT_EQ(window.cells.TextOf(0, 0), u"a.bin");
   EXPECT_EQ(window.cells.TextOf(0, 1), u"C:\\folder");
@@ -88,7 +87,9 @@ TEST(CellTextTest, EachColumn) {
   EXPECT_EQ(window.cells.TextOf(0, 4), FakeDigestText(AlgoId::Md5));
   EXPECT_EQ(window.cells.TextOf(0, 5), u"Done");
 
-  row.digests.Make(swr::IndexOf(AlgoId::Crc32)).bytes.fill(0xAB);
+  swr::DigestSlot letters = row.digests[swr::IndexOf(AlgoId::Crc32)];
+  letters.bytes.fill(0xAB);
+  row.digests.Set(swr::IndexOf(AlgoId::Crc32), letters);
   window.commands.Run(ID_UPPERCASE);
   EXPECT_EQ(window.cells.TextOf(0, 3), u"ABABABAB");
 }

@@ -21,8 +21,8 @@ TEST(RemoveRowsTest, RemovesTheRowsAndTellsTheWorker) {
   window.RemoveRows({0, 2});
   EXPECT_EQ(window.queue.removed, (std::vector<uint64_t>{ids[0], ids[2]}));
   ASSERT_EQ(window.rows.Size(), 2u);
-  EXPECT_EQ(window.rows[0].path, u"b");
-  EXPECT_EQ(window.rows[1].path, u"d");
+  EXPECT_EQ(window.rows[0].Path(), u"b");
+  EXPECT_EQ(window.rows[1].Path(), u"d");
   EXPECT_EQ(window.rows.Find(ids[3]), &window.rows[1]);
   EXPECT_EQ(window.rows.Find(ids[2]), nullptr);
   EXPECT_EQ(window.view.rowCount, 2u);

@@ -12,10 +12,11 @@ namespace {
 using swr::AlgoId;
 
 void Give(Row& row, AlgoId algo) {
-  swr::DigestSlot& slot = row.digests.Make(swr::IndexOf(algo));
+  swr::DigestSlot slot;
   slot.present = true;
   slot.length = static_cast<uint8_t>(swr::GetAlgo(algo).digestSize);
   slot.bytes.fill(0xAB);
+  row.digests.Set(swr::IndexOf(algo), slot);
 }
 
 TEST(ListMenuTest, NothingSelectedHasNoMenu) {
@@ -82,7 +83,7 @@ TEST(ListMenuTest, AChoiceIsCarriedOut) {
   window.view.listMenuChoice = ListMenuChoice{.command = ID_CTX_REMOVE};
   window.listMenu.Show(std::nullopt);
   ASSERT_EQ(window.rows.Size(), 1u);
-  EXPECT_EQ(window.rows[0].path, u"b");
+  EXPECT_EQ(window.rows[0].Path(), u"b");
 }
 
 }  // namespace

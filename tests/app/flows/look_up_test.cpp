@@ -107,7 +107,7 @@ TEST(LookUpTest, ClearListForgetsIt) {
 TEST(OpenFolderTest, ShowsTheFileWhateverItsStatus) {
   LookUpWindow window;
   window.RemoveRows({0});
-  window.AddRow(u"C:\\d\\a").folder = u"C:\\d";
+  window.AddRow(u"C:\\d\\a");
   window.view.selected = {0};
   window.RowAt(0).status = RowStatus::Failed;
   window.commands.Run(IDC_OPEN_FOLDER);

@@ -33,7 +33,6 @@ struct ChoosingWindow : FakeWindow {
   void AddDoneRow(const std::u16string& name) {
     Row& row = AddRow(RowSetup{.name = name, .digests = {{AlgoId::Sha256, Fill}}});
     row.path = u"/d/" + name;
-    row.folder = u"/d";
     Recount();
   }
   // As files do that another start hands over: they are selected, and nothing else is.
@@ -44,7 +43,7 @@ struct ChoosingWindow : FakeWindow {
   // The row of this name goes, and with it the selection.
   void LoseRow(const std::u16string& name) {
     for (size_t i = 0; i < rows.Size(); ++i) {
-      if (rows[i].name != name) continue;
+      if (rows[i].Name() != name) continue;
       view.selected = {i};
       commands.Run(ID_REMOVE);
       return;
@@ -62,7 +61,7 @@ struct ChoosingWindow : FakeWindow {
   }
   Texts Names() const {
     Texts names;
-    for (const Row& row : rows) names.push_back(row.name);
+    for (const Row& row : rows) names.push_back(row.Name());
     return names;
   }
 

@@ -190,7 +190,7 @@ TEST(SaveOfferTest, Table) {
     SCOPED_TRACE(test.description);
     FakeWindow window;
     window.options.algorithms = test.selected;
-    for (const RowSetup& setup : test.rows) AddRow(window, setup).folder = u"C:\\" + setup.name;
+    for (const RowSetup& setup : test.rows) AddRow(window, setup).path = u"C:\\d\\" + setup.name;
     window.view.selected = test.selection;
     Save(window);
     if (test.filters.empty()) {
@@ -212,9 +212,9 @@ TEST(SaveOfferTest, Table) {
 TEST(SaveOfferTest, OpensWhereTheFirstSavedRowLies) {
   FakeWindow window;
   window.options.algorithms = Md5;
-  AddRow(window, {.name = u"w", .status = RowStatus::Waiting}).folder = u"C:\\waiting";
-  AddRow(window, {.name = u"a", .digests = {{AlgoId::Md5, 1}}}).folder = u"C:\\first";
-  AddRow(window, {.name = u"b", .digests = {{AlgoId::Md5, 1}}}).folder = u"C:\\second";
+  AddRow(window, {.name = u"C:\\waiting\\w", .status = RowStatus::Waiting});
+  AddRow(window, {.name = u"C:\\first\\a", .digests = {{AlgoId::Md5, 1}}});
+  AddRow(window, {.name = u"C:\\second\\b", .digests = {{AlgoId::Md5, 1}}});
   Save(window);
   ASSERT_EQ(window.desktop.saveRequests.size(), 1u);
   EXPECT_EQ(window.desktop.saveRequests[0].folder, u"C:\\first");
@@ -232,9 +232,6 @@ class SavingTest : public ::testing::Test {
   }
   void Add(const std::u16string& path, uint8_t fill, uint64_t size) {
     Row& row = window.AddRow(path, size);
-    const swr::PathParts parts = swr::SplitPath(row.path);
-    row.name = parts.name;
-    row.folder = parts.folder;
     row.status = RowStatus::Done;
     for (const FilledDigest& digest :
          Filled({AlgoId::Crc32, AlgoId::Md5, AlgoId::Sha256, AlgoId::Blake3}, fill)) {

@@ -18,7 +18,7 @@ constexpr size_t Status = 6;
 
 Texts Names(const FakeWindow& window) {
   Texts names;
-  for (const Row& row : window.rows) names.push_back(row.name);
+  for (const Row& row : window.rows) names.push_back(row.Name());
   return names;
 }
 
@@ -85,8 +85,10 @@ TEST(SortingTest, EqualRowsKeepTheirOrderInBothDirections) {
 TEST(SortingTest, RowsWithoutADigestComeFirst) {
   FakeWindow window;
   Row& done = window.AddRow(u"done");
-  done.digests.Make(swr::IndexOf(swr::AlgoId::Md5)).present = true;
-  done.digests.Make(swr::IndexOf(swr::AlgoId::Md5)).length = 16;
+  swr::DigestSlot zeros;
+  zeros.present = true;
+  zeros.length = 16;
+  done.digests.Set(swr::IndexOf(swr::AlgoId::Md5), zeros);
   window.AddRow(u"waiting");
   window.sorting.SortBy(Md5);
   EXPECT_EQ(Names(window), (Texts{u"waiting", u"done"}));
@@ -118,8 +120,8 @@ TEST(SortingTest, RowsAreFoundByTheirIdAfterwards) {
   const uint64_t b = window.AddRow(u"b").id;
   const uint64_t a = window.AddRow(u"a").id;
   window.sorting.SortBy(Name);
-  EXPECT_EQ(window.rows.Find(a)->name, u"a");
-  EXPECT_EQ(window.rows.Find(b)->name, u"b");
+  EXPECT_EQ(window.rows.Find(a)->Name(), u"a");
+  EXPECT_EQ(window.rows.Find(b)->Name(), u"b");
 }
 
 TEST(SortingTest, LaterRowsLandAtTheEnd) {

@@ -208,7 +208,7 @@ TEST_F(ListedFilesTest, Encodings) {
     FakeWindow other;
     other.verification.VerifyFile(tree.AddFile(u"list.sha256", test.bytes));
     ASSERT_EQ(other.rows.Size(), 2u);
-    EXPECT_EQ(other.rows[1].path, tree.Path(u"caf\u00E9.bin"));
+    EXPECT_EQ(other.rows[1].Path(), tree.Path(u"caf\u00E9.bin"));
     other.HashQueuedFiles();
     EXPECT_EQ(other.Result(), (ResultLine{u"All 2 files are OK.", ResultKind::Good}));
     EXPECT_FALSE(other.view.banner);
@@ -244,7 +244,7 @@ TEST_F(ListedFilesTest, LineEnds) {
     FakeWindow other;
     other.verification.VerifyFile(tree.AddFile(u"list.sha256", test.text));
     TextList names;
-    for (const Row& row : other.rows) names.push_back(row.name);
+    for (const Row& row : other.rows) names.push_back(row.Name());
     EXPECT_EQ(names, test.names);
     other.HashQueuedFiles();
     EXPECT_EQ(other.Result(), test.line);

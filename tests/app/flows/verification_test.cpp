@@ -54,16 +54,16 @@ TEST_F(VerificationTest, EachLineBecomesARowThatKnowsItsDigest) {
   for (size_t i = 0; i < 3; ++i) {
     const Row& row = window.rows[i];
     SCOPED_TRACE(swr::WideToUtf8(expected[i].name));
-    EXPECT_EQ(row.name, expected[i].name);
-    EXPECT_EQ(row.path, tree.Path(expected[i].name));
-    EXPECT_EQ(row.folder, tree.Root());
+    EXPECT_EQ(row.Name(), expected[i].name);
+    EXPECT_EQ(row.Path(), tree.Path(expected[i].name));
+    EXPECT_EQ(row.Folder(), tree.Root());
     EXPECT_EQ(row.size, 3u);
     EXPECT_EQ(row.status, RowStatus::Waiting);
     EXPECT_TRUE(row.hasExpected);
-    EXPECT_EQ(swr::BytesToHex(row.expectedBytes, false), expected[i].digest);
-    EXPECT_EQ(row.expectedAlgos, expected[i].algos);
-    EXPECT_EQ(row.checksumFile, list);
-    EXPECT_EQ(row.checksumLine, expected[i].line);
+    EXPECT_EQ(swr::BytesToHex(row.extras->expectedBytes, false), expected[i].digest);
+    EXPECT_EQ(row.extras->expectedAlgos, expected[i].algos);
+    EXPECT_EQ(row.extras->checksumFile, list);
+    EXPECT_EQ(row.extras->checksumLine, expected[i].line);
     EXPECT_EQ(window.queue.jobs[i].rowId, row.id);
     EXPECT_EQ(window.queue.jobs[i].mask, expected[i].asked);
     EXPECT_EQ(window.rows.Find(row.id), &row);
@@ -127,8 +127,8 @@ TEST_F(VerificationTest, NamesStandBesideTheChecksumFile) {
   window.HashQueuedFiles();
   EXPECT_EQ(StatusCells(), (TextList{u"OK (SHA-256)", u"OK (SHA-256)", u"OK (SHA-256)",
                                      u"OK (SHA-256)", u"Missing"}));
-  EXPECT_EQ(window.rows[1].path, tree.Path(u"lists/sub/d.bin"));
-  EXPECT_EQ(window.rows[2].path, tree.Path(u"a.bin"));
+  EXPECT_EQ(window.rows[1].Path(), tree.Path(u"lists/sub/d.bin"));
+  EXPECT_EQ(window.rows[2].Path(), tree.Path(u"a.bin"));
 }
 
 TEST_F(VerificationTest, ACancelledRunIsNotChecked) {
@@ -322,7 +322,6 @@ TEST_F(VerificationTest, ReplacementAndScrolling) {
     for (const auto* names : {&test.plain, &test.listedBefore}) {
       for (const std::u16string& name : *names) {
         Row& row = other.AddRow(tree.Path(name));
-        row.name = name.substr(name.rfind(u'/') + 1);
         if (names == &test.listedBefore) Expect(row, FilledBytes(32, 1), {AlgoId::Sha256});
       }
     }
@@ -330,7 +329,7 @@ TEST_F(VerificationTest, ReplacementAndScrolling) {
     for (const std::u16string& line : test.lines) text += Line(AbcSha256, swr::WideToUtf8(line));
     other.verification.VerifyFile(tree.AddFile(u"list", text));
     TextList names;
-    for (const Row& row : other.rows) names.push_back(row.name);
+    for (const Row& row : other.rows) names.push_back(row.Name());
     EXPECT_EQ(names, test.names);
     EXPECT_EQ(other.view.scrolledTo, test.scrolledTo);
     EXPECT_EQ(other.view.rowCount, test.names.size());
@@ -382,7 +381,7 @@ TEST_F(VerificationTest, TheIndexReplacesWhatTheRuleReplaces) {
     for (size_t i = pick(30); i > 0; --i) {
       Row& row = other.AddRow(tree.Path(name()));
       if (pick(3) == 0) Expect(row, FilledBytes(32, 1), {AlgoId::Sha256});
-      expected.push_back({.path = row.path, .id = row.id, .expected = row.hasExpected});
+      expected.push_back({.path = row.Path(), .id = row.id, .expected = row.hasExpected});
     }
     std::vector<uint64_t> removed;
     std::string text;
@@ -397,12 +396,12 @@ TEST_F(VerificationTest, TheIndexReplacesWhatTheRuleReplaces) {
     ASSERT_EQ(other.rows.Size(), expected.size());
     for (size_t i = 0; i < expected.size(); ++i) {
       const Row& row = other.rows[i];
-      EXPECT_EQ(row.path, expected[i].path) << i;
+      EXPECT_EQ(row.Path(), expected[i].path) << i;
       EXPECT_EQ(row.hasExpected, expected[i].expected) << i;
       if (expected[i].id != 0) {
         EXPECT_EQ(row.id, expected[i].id) << i;
       } else {
-        EXPECT_EQ(row.checksumLine, expected[i].line) << i;
+        EXPECT_EQ(row.extras->checksumLine, expected[i].line) << i;
       }
     }
     std::ranges::sort(removed);

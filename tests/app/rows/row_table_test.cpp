@@ -20,7 +20,6 @@ using Indexes = std::vector<size_t>;
 Row RowOf(const std::u16string& path, uint64_t size = 1) {
   Row row;
   row.path = path;
-  row.name = path;
   row.size = size;
   return row;
 }
@@ -80,7 +79,7 @@ TEST(RowTableTest, ReferencesStayValidWhileTheRowLives) {
   const Row& first = rows.Append(RowOf(u"first"));
   for (int i = 0; i < 1000; ++i) rows.Append(RowOf(u"x"));
   rows.Remove(Ids{2, 3, 4});
-  EXPECT_EQ(first.path, u"first");
+  EXPECT_EQ(first.Path(), u"first");
   EXPECT_EQ(rows.Find(1), &first);
 }
 
@@ -117,7 +116,7 @@ void ExpectCounted(const RowTable& rows) {
     const swr::AlgoMask known = row.digests.PresentMask() | row.pendingMask;
     isWanting = isWanting || (row.status != RowStatus::Failed && !row.cancelledByUser &&
                               (swr::CandidateMask(expected->candidates) & ~known) != 0);
-    if (swr::EqualsNoCase(row.name, expected->name)) named = i;
+    if (swr::EqualsNoCase(row.Name(), expected->name)) named = i;
   }
   const RowCounters& counters = rows.Counters();
   EXPECT_EQ(counters.TotalSize(), size);
@@ -132,10 +131,11 @@ void ExpectCounted(const RowTable& rows) {
 }
 
 void PutDigest(RowState& row, swr::AlgoId id, uint8_t fill) {
-  swr::DigestSlot& slot = row.digests.Make(swr::IndexOf(id));
+  swr::DigestSlot slot;
   slot.present = true;
   slot.length = static_cast<uint8_t>(swr::GetAlgo(id).digestSize);
   std::fill_n(slot.bytes.begin(), slot.length, fill);
+  row.digests.Set(swr::IndexOf(id), slot);
 }
 
 TEST(RowTableTest, LookupsAndCountersFollowWhateverHappens) {
@@ -153,8 +153,9 @@ TEST(RowTableTest, LookupsAndCountersFollowWhateverHappens) {
           Row row = RowOf(std::u16string(1, static_cast<char16_t>(u'a' + pick(4))), pick(9));
           if (pick(2) == 0) {
             row.hasExpected = true;
-            row.expectedBytes = std::vector<uint8_t>(16, static_cast<uint8_t>(1 + pick(2)));
-            row.expectedAlgos = {algos[pick(2)]};
+            row.extras.Make().expectedBytes =
+                std::vector<uint8_t>(16, static_cast<uint8_t>(1 + pick(2)));
+            row.extras.Make().expectedAlgos = {algos[pick(2)]};
           }
           rows.Append(std::move(row));
           break;
@@ -199,7 +200,7 @@ TEST(RowTableTest, LookupsAndCountersFollowWhateverHappens) {
       for (const char16_t* path : {u"a", u"B", u"c"}) {
         Indexes found;
         for (size_t i = 0; i < rows.Size(); ++i) {
-          if (swr::EqualsNoCase(rows[i].path, path)) found.push_back(i);
+          if (swr::EqualsNoCase(rows[i].Path(), path)) found.push_back(i);
         }
         EXPECT_EQ(rows.IndexesOfPath(path), found);
       }

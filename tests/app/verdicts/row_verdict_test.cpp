@@ -21,10 +21,11 @@ Row MakeRow(RowStatus status, std::initializer_list<AlgoId> present) {
   Row row;
   row.status = status;
   for (const AlgoId id : present) {
-    swr::DigestSlot& slot = row.digests.Make(swr::IndexOf(id));
+    swr::DigestSlot slot;
     slot.present = true;
     slot.length = static_cast<uint8_t>(swr::GetAlgo(id).digestSize);
     std::fill_n(slot.bytes.begin(), slot.length, GoodByte);
+    row.digests.Set(swr::IndexOf(id), slot);
   }
   return row;
 }
@@ -124,7 +125,7 @@ TEST(CompareRowTest, Table) {
     Row row = MakeRow(test.status, {});
     row.error = test.error;
     for (const AlgoId id : test.present) {
-      row.digests.Make(swr::IndexOf(id)) = MakeRow(test.status, {id}).digests[swr::IndexOf(id)];
+      row.digests.Set(swr::IndexOf(id), MakeRow(test.status, {id}).digests[swr::IndexOf(id)]);
     }
     const CompareResult result = CompareRow(row, test.expected, test.candidates);
     EXPECT_EQ(result.outcome, test.outcome);
@@ -205,8 +206,8 @@ TEST(RowStatusTextTest, Table) {
     row.changed = test.changed;
     if (test.expected) {
       row.hasExpected = true;
-      row.expectedBytes = Bytes(32, *test.expected);
-      row.expectedAlgos = {AlgoId::Sha256};
+      row.extras.Make().expectedBytes = Bytes(32, *test.expected);
+      row.extras.Make().expectedAlgos = {AlgoId::Sha256};
     }
     std::optional<swr::ParsedHash> box;
     if (test.box) {
@@ -325,8 +326,8 @@ TEST(RowTintTest, Table) {
     row.error = test.error;
     if (test.expected) {
       row.hasExpected = true;
-      row.expectedBytes = Bytes(32, *test.expected);
-      row.expectedAlgos = {AlgoId::Sha256};
+      row.extras.Make().expectedBytes = Bytes(32, *test.expected);
+      row.extras.Make().expectedAlgos = {AlgoId::Sha256};
     }
     std::optional<swr::ParsedHash> box;
     if (test.box) {
@@ -341,8 +342,8 @@ TEST(RowTintTest, Table) {
 TEST(RowTintTest, TheBoxDecidesWhileTheOwnDigestIsUnknown) {
   Row row = MakeRow(RowStatus::Waiting, {AlgoId::Sha256});
   row.hasExpected = true;
-  row.expectedBytes = Bytes(16);
-  row.expectedAlgos = {AlgoId::Md5};
+  row.extras.Make().expectedBytes = Bytes(16);
+  row.extras.Make().expectedAlgos = {AlgoId::Md5};
   const swr::ParsedHash box = {.digest = Bytes(32), .candidates = {AlgoId::Sha256}};
   EXPECT_EQ(RowTintOf(row, nullptr), RowTint::None);
   EXPECT_EQ(RowTintOf(row, &box), RowTint::Good);
@@ -354,10 +355,10 @@ TEST(RowTintTest, TheBoxDecidesWhileTheOwnDigestIsUnknown) {
 TEST(RowTintTest, AnImpossibleDigestIsWrong) {
   Row row = MakeRow(RowStatus::Done, {AlgoId::Xxh3_64});
   row.hasExpected = true;
-  row.expectedBytes = Bytes(2);
-  row.expectedAlgos = {AlgoId::Xxh3_64};
+  row.extras.Make().expectedBytes = Bytes(2);
+  row.extras.Make().expectedAlgos = {AlgoId::Xxh3_64};
   EXPECT_EQ(RowTintOf(row, nullptr), RowTint::Bad);
-  row.expectedAlgos.clear();
+  row.extras.Make().expectedAlgos.clear();
   EXPECT_EQ(RowTintOf(row, nullptr), RowTint::Bad);
 }
 

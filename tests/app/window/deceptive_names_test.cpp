@@ -50,12 +50,12 @@ std::u16string Replaced(std::u16string text, std::u16string_view by) {
 // All texts that a window shows for its first row, in each state of the row.
 std::vector<std::u16string> Shown(const std::u16string& name, RowStatus status, uint32_t error) {
   FakeWindow window;
-  Row& row = window.AddRow(u"C:\\" + name);
-  row.name = name;
-  row.folder = u"C:\\d" + name;
-  row.checksumFile = u"C:\\" + name;
-  row.signature = swr::SignatureResult{.state = swr::SignatureState::Valid, .signer = name};
-  row.zone = swr::ZoneRecord{.found = true, .zoneId = 3, .hostUrl = name, .referrerUrl = name};
+  Row& row = window.AddRow(u"C:\\d" + name + u"\\" + name);
+  row.extras.Make().checksumFile = u"C:\\" + name;
+  row.extras.Make().signature =
+      swr::SignatureResult{.state = swr::SignatureState::Valid, .signer = name};
+  row.extras.Make().zone =
+      swr::ZoneRecord{.found = true, .zoneId = 3, .hostUrl = name, .referrerUrl = name};
   row.status = status;
   row.error = error;
   Expect(row, FilledBytes(32, 1), {AlgoId::Sha256});
@@ -70,7 +70,7 @@ std::vector<std::u16string> Shown(const std::u16string& name, RowStatus status, 
     window.view.SetExpectedText(u"SHA-256: " + FilledHex(32, fill));
     texts.push_back(window.view.resultLine);
   }
-  window.queue.snapshot = {.active = true, .currentPath = row.path, .currentSize = 10};
+  window.queue.snapshot = {.active = true, .currentPath = row.Path(), .currentSize = 10};
   window.progress.Update();
   texts.push_back(window.view.statusText);
 
@@ -131,7 +131,7 @@ TEST(DeceptiveNamesTest, AListedNameForgesNoLineOfTheDetails) {
   FakeWindow window;
   window.verification.VerifyFile(list);
   ASSERT_EQ(window.rows.Size(), 1u);
-  EXPECT_NE(window.rows[0].name.find(u'\n'), std::u16string::npos);
+  EXPECT_NE(window.rows[0].Name().find(u'\n'), std::u16string::npos);
   window.view.selected = {0};
   window.details.Refresh();
   EXPECT_TRUE(window.view.details.starts_with(
@@ -144,7 +144,7 @@ TEST(DeceptiveNamesTest, ForgeNoLineOfWhatIsCopied) {
   window.algorithms.Select(swr::MaskOf(AlgoId::Crc32));
   for (const char16_t* name : {u"a\r\n00000000  b", u"c\u202Ed", u"e"}) {
     Row& row = window.AddRow(name);
-    row.path = u"C:" + row.name;
+    row.path = u"C:\\" + row.Name();
     PutDigest(row, {AlgoId::Crc32, 1});
   }
   window.view.selected = {0, 1, 2};
@@ -163,12 +163,12 @@ TEST(DeceptiveNamesTest, ForgeNoLineOfWhatIsCopied) {
   EXPECT_EQ(copied(ID_CTX_COPY_ALL), tagged);
   EXPECT_EQ(copied(ID_COPY_HASHES), tagged);
   EXPECT_EQ(copied(ID_CTX_COPY_PATH),
-            u"C:a[U+000D][U+000A]00000000  b\r\n"
-            u"C:c\u202Ed\r\n"
-            u"C:e\r\n");
+            u"C:\\a[U+000D][U+000A]00000000  b\r\n"
+            u"C:\\c\u202Ed\r\n"
+            u"C:\\e\r\n");
   // A single path is copied unchanged: it can't be mistaken for two.
   window.view.selected = {0};
-  EXPECT_EQ(copied(ID_CTX_COPY_PATH), u"C:a\r\n00000000  b");
+  EXPECT_EQ(copied(ID_CTX_COPY_PATH), u"C:\\a\r\n00000000  b");
 }
 
 // In a message, text that looks like a link to a program has no effect.

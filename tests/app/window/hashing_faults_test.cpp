@@ -93,7 +93,7 @@ class HashingScenario {
     for (size_t i = 0; i < errors.size(); ++i) {
       SCOPED_TRACE(i);
       const Row& row = window_.rows[i];
-      EXPECT_EQ(row.path, files.paths[i]);
+      EXPECT_EQ(row.Path(), files.paths[i]);
       EXPECT_EQ(row.error, errors[i]);
       EXPECT_FALSE(row.changed);
       EXPECT_EQ(window_.StatusCell(i), errors[i] == 0 ? u"Done" : StatusOf(errors[i]));

@@ -32,7 +32,7 @@ class SaveScenario {
  public:
   SaveScenario() {
     window_.algorithms.Select(MaskOf(AlgoId::Md5));
-    AddRow(window_, {.name = tree_.Path(u"a"), .digests = {{AlgoId::Md5, 0x1A}}}).name = u"a";
+    AddRow(window_, {.name = tree_.Path(u"a"), .digests = {{AlgoId::Md5, 0x1A}}});
     window_.desktop.saveTarget = SaveTarget{target_, 0};
   }
   void Run() { window_.commands.Run(ID_SAVE_CHECKSUMS); }

@@ -43,8 +43,8 @@ TEST_F(UnusualPathsTest, ATreeOfFiveHundredLevels) {
   const std::u16string upper = tree.AddFile(u"d/d/file", "abc");
   Add({tree.Root()});
   EXPECT_EQ(Statuses(), (Texts{u"Done", u"Done"}));
-  EXPECT_EQ(window.rows[0].path, upper);
-  EXPECT_EQ(window.rows[window.rows.Size() - 1].path, deepest);
+  EXPECT_EQ(window.rows[0].Path(), upper);
+  EXPECT_EQ(window.rows[window.rows.Size() - 1].Path(), deepest);
 }
 
 TEST_F(UnusualPathsTest, NamesOf255Units) {
@@ -53,8 +53,8 @@ TEST_F(UnusualPathsTest, NamesOf255Units) {
   const std::u16string beside = tree.AddFile(u"list.md5", "");
   Add({tree.Path(name), beside});
   EXPECT_EQ(Statuses(), (Texts{u"Done", u"Done"}));
-  EXPECT_EQ(window.rows[0].path, inside);
-  EXPECT_EQ(window.rows[0].name, name);
+  EXPECT_EQ(window.rows[0].Path(), inside);
+  EXPECT_EQ(window.rows[0].Name(), name);
 
   // Saved and verified again.
   const std::u16string target = tree.Path(u"out.md5");
@@ -82,7 +82,7 @@ TEST_F(UnusualPathsTest, PathsThatAreTooLong) {
       window.edits.Clear();
       Add({path, last});
       ASSERT_EQ(window.rows.Size(), 2u);
-      EXPECT_EQ(window.rows[0].path, path);
+      EXPECT_EQ(window.rows[0].Path(), path);
       EXPECT_EQ(window.rows[0].status, RowStatus::Failed);
       EXPECT_NE(window.rows[0].error, 0u);
       EXPECT_NE(window.StatusCell(0), u"");

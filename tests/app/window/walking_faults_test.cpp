@@ -79,7 +79,7 @@ class WalkScenario {
  private:
   Texts Paths() const {
     Texts paths;
-    for (const Row& row : window_.rows) paths.push_back(row.path);
+    for (const Row& row : window_.rows) paths.push_back(row.Path());
     return paths;
   }
 

@@ -208,9 +208,9 @@ TEST(WorkerScheduleTest, OfTheWorker) {
 
 void CheckRows(const WorkingWindow& window, const ScheduledFiles& files, bool wasCancelled) {
   for (const Row& row : window.rows) {
-    SCOPED_TRACE(swr::WideToUtf8(row.path));
+    SCOPED_TRACE(swr::WideToUtf8(row.Path()));
     EXPECT_EQ(row.pendingMask, 0u);
-    const auto* file = files.Find(row.path);
+    const auto* file = files.Find(row.Path());
     if (file == nullptr) {
       EXPECT_EQ(row.status, RowStatus::Failed);
       continue;

@@ -1,0 +1,69 @@
+// Paths that share the texts of their folders: in a long list most of a path is its folder.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_set>
+
+namespace app {
+
+// The text of a folder with the separator at its end; shared, and never changed.
+using FolderText = std::shared_ptr<const std::u16string>;
+
+// The texts of the folders of many paths, each of them once. Used by one thread at a time.
+class FolderTexts {
+ public:
+  // The text that is here already and equals this one, or this one, which is kept from here on.
+  FolderText Share(FolderText text);
+  // Drops the texts that no path holds any more. Takes time for each text.
+  void DropUnused();
+  size_t Size() const { return texts_.size(); }
+
+ private:
+  struct Hash {
+    size_t operator()(const FolderText& text) const;
+  };
+  struct Equal {
+    bool operator()(const FolderText& a, const FolderText& b) const { return *a == *b; }
+  };
+  std::unordered_set<FolderText, Hash, Equal> texts_;
+  FolderText last_;  // files of one folder come one after the other
+};
+
+// A path, which may be any text. It is split after its last backslash or slash.
+class SharedPath {
+ public:
+  SharedPath() = default;
+  SharedPath(std::u16string_view path);
+  SharedPath(const std::u16string& path) : SharedPath(std::u16string_view(path)) {}
+  SharedPath(const char16_t* path) : SharedPath(std::u16string_view(path)) {}
+
+  // The path exactly as it was given.
+  std::u16string Text() const;
+  void AppendTo(std::u16string& text) const;
+  size_t Size() const { return Parent().size() + name_.size(); }
+  // The part after the last separator, or the whole path.
+  const std::u16string& Name() const { return name_; }
+  // The part before that separator; empty without one.
+  std::u16string_view Folder() const;
+
+  // Whether the paths are equal ignoring case, as swr::EqualsNoCase of their texts.
+  bool EqualsNoCase(const SharedPath& other) const;
+  bool EqualsNoCase(std::u16string_view path) const;
+  // swr::CaseHash of the text.
+  uint64_t CaseHash() const;
+
+  // Lets the path use the text that `texts` has for its folder.
+  void ShareFolder(FolderTexts& texts);
+
+ private:
+  std::u16string_view Parent() const;  // with the separator
+
+  FolderText parent_;  // null without a separator
+  std::u16string name_;
+};
+
+}  // namespace app
