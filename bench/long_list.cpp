@@ -23,6 +23,7 @@
 #include <vector>
 
 #include "app/flows/type_ahead.h"
+#include "app/intake/file_intake.h"
 #include "app/worker/finished_jobs.h"
 #include "resources/resource_ids.h"
 #include "swr/paths/folder_walk.h"
@@ -47,34 +48,36 @@ double SecondsSince(Clock::time_point start) {
   return std::chrono::duration<double>(Clock::now() - start).count();
 }
 
-// The parts of a window with a real worker.
+// What a window with real threads is made of.
 class LoopParts {
  public:
   app::testing::FakeView view;
   app::testing::FakeDesktop desktop;
 
  protected:
-  bool Announce() {
+  bool Announce(bool& waits) {
     const std::lock_guard lock(mutex_);
-    waits_ = true;
+    waits = true;
     announced_.notify_one();
     return true;
   }
 
   std::mutex mutex_;
   std::condition_variable announced_;
-  bool waits_ = false;  // under mutex_
+  bool jobsWait_ = false;   // under mutex_
+  bool filesWait_ = false;  // under mutex_
   app::FinishedJobQueue finished_{app::FinishedJobQueue::Announcements{
-      .finished = [this] { return Announce(); }, .progress = [] { return true; }}};
+      .finished = [this] { return Announce(jobsWait_); }, .progress = [] { return true; }}};
   app::Worker worker_{finished_};
+  app::FileIntake fileIntake_{[this] { return Announce(filesWait_); }};
   app::testing::FakeInstallSystem system_;
   app::Installation installation_{system_};
   app::MainWindow main_{app::testing::ScreenOf(view, desktop), app::testing::DesktopOf(desktop),
-                        worker_, installation_};
+                        worker_, fileIntake_, installation_};
 };
 
-// Runs the window as its dialog does: finished jobs are announced to a loop, which takes them every
-// 15 milliseconds, and while it is on a timer ticks every 200.
+// The window as its dialog runs it: found files and finished jobs are announced to a loop, which
+// takes them every 15 milliseconds, and a timer ticks every 200 while it is on.
 class Loop : public LoopParts, public app::testing::WindowFlows {
  public:
   Loop() : WindowFlows(main_) {
@@ -83,28 +86,58 @@ class Loop : public LoopParts, public app::testing::WindowFlows {
   }
 
   void RunUntilIdle() {
+    RunWhile([&] { return desktop.timerRuns; });
+  }
+  void RunUntilLookedUp() {
+    RunWhile([&] { return arrivals.Open().Any(); });
+  }
+
+  void Turn(const std::function<void()>& message) {
+    const auto start = Clock::now();
+    message();
+    longestTurn = std::max(longestTurn, SecondsSince(start) * 1000);
+  }
+  // The longest that one message kept the window, in milliseconds.
+  double longestTurn = 0;
+
+ private:
+  template <typename Condition>
+  void RunWhile(Condition&& goesOn) {
     auto tick = Clock::now() + std::chrono::milliseconds(200);
-    while (desktop.timerRuns) {
+    while (goesOn()) {
       {
         std::unique_lock lock(mutex_);
-        announced_.wait_until(lock, tick, [&] { return waits_; });
-        if (!waits_) {
+        announced_.wait_until(lock, tick, [&] { return jobsWait_ || filesWait_; });
+        if (!jobsWait_ && !filesWait_) {
           lock.unlock();
           Turn([&] { intake.OnTimer(); });
           tick = Clock::now() + std::chrono::milliseconds(200);
           continue;
         }
-        waits_ = false;
       }
-      while (TakeResults()) std::this_thread::sleep_for(std::chrono::milliseconds(15));
+      const bool foundFiles = Follow(filesWait_, [&] { return TakeFiles(); });
+      const bool foundJobs = Follow(jobsWait_, [&] { return TakeResults(); });
+      if (foundFiles || foundJobs) std::this_thread::sleep_for(std::chrono::milliseconds(15));
     }
   }
 
-  // The longest time for which one message occupied the window, in milliseconds.
-  double longestTurn = 0;
-
- private:
-  // As much as the dialog takes in one turn. False if there was nothing.
+  // Whoever has announced something is asked again and again until there is nothing more.
+  bool Follow(bool& waits, const std::function<bool()>& take) {
+    {
+      const std::lock_guard lock(mutex_);
+      waits = false;
+    }
+    if (!take()) return false;
+    const std::lock_guard lock(mutex_);
+    waits = true;
+    return true;
+  }
+  // Both take as much as the dialog takes in one turn. False when there was nothing.
+  bool TakeFiles() {
+    bool found = false;
+    Turn([&] { found = arrivals.TakeSome(std::chrono::milliseconds(20)); });
+    return found || !fileIntake_.AnnounceNext();
+  }
   bool TakeResults() {
     auto taken = finished_.Take(1000);
     if (taken.empty()) return false;
@@ -119,12 +152,6 @@ class Loop : public LoopParts, public app::testing::WindowFlows {
     });
     if (!worker_.GetSnapshot().active) intake.OnTimer();
     return true;
-  }
-
-  void Turn(const std::function<void()>& message) {
-    const auto start = Clock::now();
-    message();
-    longestTurn = std::max(longestTurn, SecondsSince(start) * 1000);
   }
 };
 
@@ -162,11 +189,14 @@ void TimeWindow(const std::u16string& path, bool isList, bool untilIdle, bool wi
     loop.expected.OnEdited();
   }
   const auto start = Clock::now();
-  if (isList) {
-    loop.verification.VerifyFile(path);
-  } else {
-    loop.adding.AddPaths({path});
-  }
+  loop.Turn([&] {
+    if (isList) {
+      loop.verification.VerifyFile(path);
+    } else {
+      loop.adding.AddPaths({path});
+    }
+  });
+  loop.RunUntilLookedUp();
   Print("taken in", SecondsSince(start), "s");
   if (untilIdle) {
     loop.RunUntilIdle();

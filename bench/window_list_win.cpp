@@ -5,12 +5,14 @@
 //   window_list drop SUMWRIGHT FOLDER   the folder dropped on the window, until all is hashed
 //   window_list box SUMWRIGHT FOLDER    the same, with a value of no file in the Expected hash box
 //   window_list verify SUMWRIGHT LIST   a checksum file verified, until each row has a verdict
+//   window_list close SUMWRIGHT FOLDER  the window closed while files are looked up and hashed
 //
-// "longest message" is the longest time, in milliseconds, for which the window did not handle
-// messages while the worker hashed.
+// "longest message" is the longest time without an answer, in milliseconds, as another process sees
+// it.
 #include "swr/system/windows_api_win.h"
 
 #include <algorithm>
+#include <atomic>
 #include <chrono>
 #include <cstdio>
 #include <exception>
@@ -74,19 +76,24 @@ bool IsAtWork(const RunningWindow& window) {
   return line.starts_with(u"Verifying") || line.starts_with(u"Checking");
 }
 
-// `start` gives the window its work and returns once the window has accepted it.
+// `start` gives the window its work.
 void TimeWindow(const RunningWindow& window, const std::function<void()>& start) {
+  std::atomic<bool> isOver = false;
+  double longest = 0;
+  std::thread probe([&] {
+    while (!isOver) {
+      const auto asked = Clock::now();
+      window.Ask();
+      longest = std::max(longest, SecondsSince(asked) * 1000);
+      std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    }
+  });
   const auto begin = Clock::now();
   start();
-  Print("taken in", SecondsSince(begin), "s");
-  double longest = 0;
-  while (IsAtWork(window)) {
-    const auto asked = Clock::now();
-    window.Ask();
-    longest = std::max(longest, SecondsSince(asked) * 1000);
-    std::this_thread::sleep_for(std::chrono::milliseconds(5));
-  }
+  while (IsAtWork(window)) std::this_thread::sleep_for(std::chrono::milliseconds(5));
   Print("total", SecondsSince(begin), "s");
+  isOver = true;
+  probe.join();
   Print("longest message", longest, "ms");
   std::fprintf(stderr, "%s; %s\n", swr::WideToUtf8(window.Text(IDC_STATUS_TEXT)).c_str(),
                swr::WideToUtf8(window.Text(IDC_RESULT)).c_str());
@@ -109,6 +116,17 @@ void TimeVerification(const std::u16string& list) {
   });
 }
 
+void TimeClosing(const std::u16string& folder) {
+  RunningWindow window({.keepSettings = true});
+  window.Drop({folder});
+  WaitFor([&] { return window.RowCount() > 1000; });
+  const int rows = window.RowCount();
+  const auto begin = Clock::now();
+  window.Close();
+  Print("total", SecondsSince(begin), "s");
+  std::fprintf(stderr, "closed with %d rows\n", rows);
+}
+
 int Run(const std::vector<std::u16string>& arguments) {
   if (arguments.size() < 3) throw std::runtime_error("name what is to be measured, and on what");
   const std::u16string& mode = arguments[1];
@@ -124,6 +142,8 @@ int Run(const std::vector<std::u16string>& arguments) {
     TimeDrop(arguments[3], mode == u"box");
   } else if (mode == u"verify") {
     TimeVerification(arguments[3]);
+  } else if (mode == u"close") {
+    TimeClosing(arguments[3]);
   } else {
     throw std::runtime_error("there is no such measurement");
   }

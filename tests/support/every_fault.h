@@ -71,7 +71,8 @@ inline std::string NameOf(SystemCall call) {
                                           "OpenMapping",
                                           "CreateMapping",
                                           "MapView",
-                                          "DeliverMessage"};
+                                          "DeliverMessage",
+                                          "StartThread"};
   static_assert(std::size(names) == SystemCallCount);
   return names[static_cast<size_t>(call)];
 }

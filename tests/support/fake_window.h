@@ -44,6 +44,7 @@
 #include "swr/system/fault_injection.h"
 #include "swr/text/encoding.h"
 #include "tests/support/fake_install_system.h"
+#include "tests/support/fake_intake.h"
 #include "tests/support/window_flows.h"
 
 namespace app {
@@ -369,9 +370,10 @@ struct FakeParts {
   FakeView view;
   FakeDesktop desktop;
   FakeQueue queue;
+  FakeIntake fileIntake;
   FakeInstallSystem installSystem;
   Installation installation{installSystem};
-  MainWindow main{ScreenOf(view, desktop), DesktopOf(desktop), queue, installation};
+  MainWindow main{ScreenOf(view, desktop), DesktopOf(desktop), queue, fileIntake, installation};
 };
 
 // A window on fakes.
@@ -402,7 +404,14 @@ struct FakeWindow : FakeParts, WindowFlows {
     rows.Reorder(order);
   }
 
-  // As for a user's click, the box changes before it sends its message.
+  // Looks up to `most` further files up, with a held intake. The end of a request counts as one.
+  void LookUpFiles(size_t most = SIZE_MAX) {
+    fileIntake.Release(most);
+    while (arrivals.TakeSome(std::chrono::hours(1))) {
+    }
+  }
+
+  // As the user does it: a box changes before it sends its message.
   void ClickBox(const AlgoBox& box) {
     view.checkedBoxes ^= swr::MaskOf(box.algo);
     commands.Run(box.control);

@@ -77,8 +77,9 @@ void RandomFiles::WriteList(const std::u16string& text) {
   listSize_ = bytes.size();
 }
 
-RandomWindow::RandomWindow(RandomFiles& files, uint32_t seed, size_t longestList)
-    : files_(files), random_(seed), longestList_(longestList) {
+RandomWindow::RandomWindow(RandomFiles& files, uint32_t seed, size_t longestList, bool overlaps)
+    : files_(files), random_(seed), longestList_(longestList), overlaps_(overlaps) {
+  window_.fileIntake.isHeld = overlaps;
   WriteList();
   TakePicture();
 }
@@ -88,13 +89,14 @@ std::string RandomWindow::Step() {
   window_.desktop.openedAddresses.clear();
   window_.view.redrawn.clear();
   paintsBefore_ = window_.view.listPaints;
-  message_.reset();
+  messages_.clear();
   const std::string event = Happen();
   window_.queue.snapshot.active = reference_.workerLingers;
   return event;
 }
 
 std::string RandomWindow::Happen() {
+  if (!reference_.intakes.empty() && OneIn(4)) return TakeFiles();
   switch (Pick(26)) {
     case 0:
     case 1:
@@ -151,10 +153,15 @@ std::string RandomWindow::AddFiles() {
   std::vector<ReferenceFileRow> files;
   std::vector<std::u16string> paths;
   for (size_t count = 1 + Pick(3); count > 0; --count) {
-    files.push_back(WithId(files_.RowOf(Pick(RandomFiles::NameCount))));
-    paths.push_back(files.back().path);
+    ReferenceFileRow row = files_.RowOf(Pick(RandomFiles::NameCount));
+    paths.push_back(row.path);
+    files.push_back(overlaps_ ? row : WithId(row));
   }
-  reference_.AddFiles(std::move(files));
+  if (overlaps_) {
+    reference_.StartIntake({.files = std::move(files)});
+  } else {
+    reference_.AddFiles(std::move(files));
+  }
   window_.adding.AddPaths(paths);
   return "files added";
 }
@@ -206,7 +213,8 @@ void RandomWindow::LoadWrittenList() {
   std::vector<uint32_t> skipped;
   for (uint32_t number = 1; const std::optional<ListedLine>& line : listed_) {
     if (line) {
-      ReferenceFileRow& row = rows.emplace_back(WithId(files_.RowOf(line->name)));
+      ReferenceFileRow& row = rows.emplace_back(files_.RowOf(line->name));
+      if (!overlaps_) row.id = nextId_++;
       row.listed = line->claim;
       row.checksumFile = RandomFiles::ListName;
       row.checksumLine = number;
@@ -215,8 +223,11 @@ void RandomWindow::LoadWrittenList() {
     }
     ++number;
   }
-  if (rows.empty()) {
-    message_ = u"No checksums were found in this file.";
+  if (overlaps_) {
+    reference_.StartIntake(
+        {.files = std::move(rows), .isList = true, .skippedLines = std::move(skipped)});
+  } else if (rows.empty()) {
+    messages_.push_back(u"No checksums were found in this file.");
   } else {
     reference_.LoadList(std::move(rows), skipped);
   }
@@ -225,12 +236,25 @@ void RandomWindow::LoadWrittenList() {
 // The checksum file itself, for which the window then offers to verify the listed files.
 std::string RandomWindow::AddListFile() {
   WriteList();
-  reference_.AddFiles({WithId(files_.RowOfList())});
+  if (overlaps_) {
+    reference_.StartIntake({.files = {files_.RowOfList()}});
+  } else {
+    reference_.AddFiles({WithId(files_.RowOfList())});
+  }
   window_.adding.AddPaths({files_.ListPath()});
   return "a checksum file added";
 }
 
-// ---- Jobs and their results.
+std::string RandomWindow::TakeFiles() {
+  const size_t count = 1 + Pick(std::max<size_t>(3, longestList_ / 2));
+  const auto running = RunningJob();
+  messages_ = reference_.TakeFiles(count, nextId_);
+  LeaveBehind(running);
+  window_.LookUpFiles(count);
+  return std::to_string(count) + " files looked up";
+}
+
+// ---- Jobs and their ends.
 
 // A job that is dropped while it runs leaves the worker busy, and delivers a late result.
 std::optional<HashJob> RandomWindow::RunningJob() const {
@@ -358,7 +382,7 @@ void RandomWindow::Deliver(const std::vector<ReferenceResult>& results,
                            std::vector<std::pair<HashJob, swr::HashOutcome>> reports) {
   window_.queue.snapshot.currentPath = PickCurrentPath();
   reference_.TakeResults(results, window_.queue.snapshot.currentPath);
-  message_ = reference_.TakeComparison();
+  if (const auto answer = reference_.TakeComparison()) messages_.push_back(*answer);
   window_.ReportAll(std::move(reports));
 }
 

@@ -48,8 +48,9 @@ class RandomFiles {
 class RandomWindow {
  public:
   // Checksum files have up to `longestList` lines, and results come in batches of up to a tenth of
-  // that, or of three. The files must outlive the window.
-  RandomWindow(RandomFiles& files, uint32_t seed, size_t longestList);
+  // that, or of three. With `overlaps`, files are looked up while other things happen. The files
+  // must outlive the window.
+  RandomWindow(RandomFiles& files, uint32_t seed, size_t longestList, bool overlaps);
 
   // Applies a random event to both. Returns a description of it.
   std::string Step();
@@ -77,6 +78,7 @@ class RandomWindow {
   std::string LoadList();
   void LoadWrittenList();
   std::string AddListFile();
+  std::string TakeFiles();
   std::optional<HashJob> RunningJob() const;
   void LeaveBehind(const std::optional<HashJob>& running);
   std::string DropJobs();
@@ -122,6 +124,7 @@ class RandomWindow {
   RandomFiles& files_;
   std::mt19937 random_;
   const size_t longestList_;
+  const bool overlaps_;
   FakeWindow window_;
   ReferenceWindow reference_;
   uint64_t nextId_ = 1;
@@ -129,7 +132,7 @@ class RandomWindow {
   std::vector<HashJob> late_;  // dropped while they ran; their results are still pending
   std::vector<Look> picture_;
   int paintsBefore_ = 0;
-  std::optional<std::u16string> message_;  // the instruction of the expected message
+  std::vector<std::u16string> messages_;  // the instructions of the messages to be expected
 };
 
 }  // namespace app::testing

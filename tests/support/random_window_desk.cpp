@@ -60,9 +60,9 @@ std::string RandomWindow::CompareTwo() {
   const size_t first = *reference_.selection.begin();
   const size_t second = *reference_.selection.rbegin();
   if (reference_.CompareTwo(first, second)) {
-    message_ = u"The two files are different.";
-  } else {
-    message_ = reference_.TakeComparison();
+    messages_.push_back(u"The two files are different.");
+  } else if (const auto answer = reference_.TakeComparison()) {
+    messages_.push_back(*answer);
   }
   window_.commands.Run(ID_CTX_COMPARE);
   return "two files compared";
@@ -173,12 +173,11 @@ void RandomWindow::Check() {
   EXPECT_EQ(swr::TrimText(window_.view.expectedText), swr::TrimText(reference_.box.text));
   EXPECT_EQ(EntryOfWindow(), reference_.entry);
   EXPECT_EQ(Jobs(), reference_.jobs);
-  if (message_) {
-    ASSERT_EQ(window_.desktop.messages.size(), 1u);
-    EXPECT_EQ(window_.desktop.messages[0].mainInstruction, *message_);
-  } else {
-    EXPECT_TRUE(window_.desktop.messages.empty());
+  std::vector<std::u16string> instructions;
+  for (const TaskDialogSpec& spec : window_.desktop.messages) {
+    instructions.push_back(spec.mainInstruction);
   }
+  EXPECT_EQ(instructions, messages_);
   std::vector<std::u16string> pages;
   if (const auto opened = reference_.TakeOpenedPage()) {
     pages.push_back(std::u16string(VirusTotalFilePage) + ReferenceHex(*opened, false));

@@ -45,11 +45,13 @@ void ReferenceWindow::SortBy(const std::u16string& heading) {
 
 std::optional<std::u16string> ReferenceWindow::IdleStatus() const {
   if (IsActive()) return std::nullopt;
-  if (rows.empty()) return u"";
+  if (rows.empty()) return intakes.empty() ? u"" : u"Looking up files...";
   uint64_t total = 0;
   for (const ReferenceFileRow& row : rows) total += row.size;
-  return swr::DecimalText(rows.size()) + (rows.size() == 1 ? u" file, " : u" files, ") +
-         swr::FormatSize(total);
+  const std::u16string files = swr::DecimalText(rows.size()) +
+                               (rows.size() == 1 ? u" file, " : u" files, ") +
+                               swr::FormatSize(total);
+  return intakes.empty() ? files : u"Looking up files... " + files + u" so far";
 }
 
 // ---- Look-ups.

@@ -208,7 +208,7 @@ void ReferenceWindow::TakeResults(const std::vector<ReferenceResult>& results,
 
 void ReferenceWindow::Tick(const std::u16string& currentPath) {
   MarkHashing(currentPath);
-  if (!IsActive()) Widen(false);
+  if (!IsActive() && intakes.empty()) Widen(false);
 }
 
 void ReferenceWindow::Remove(const std::set<size_t>& indexes) {
@@ -222,6 +222,7 @@ void ReferenceWindow::Remove(const std::set<size_t>& indexes) {
 }
 
 void ReferenceWindow::Clear() {
+  intakes.clear();
   jobs.clear();
   rows.clear();
   selection.clear();
@@ -233,6 +234,7 @@ void ReferenceWindow::Clear() {
 }
 
 void ReferenceWindow::Cancel() {
+  CancelIntakes();
   jobs.clear();
   for (ReferenceFileRow& row : rows) {
     if (row.pending.empty()) continue;
@@ -342,7 +344,7 @@ ResultLine ReferenceWindow::LineOfNow() const {
 }
 
 ResultLine ReferenceWindow::BoxLine(const ReferenceClaim& claim) const {
-  if (rows.empty()) {
+  if (rows.empty() && intakes.empty()) {
     const std::u16string what = claim.isNamed ? Name(claim.algos.front()) + u" hash."
                                               : u"hash (" + Names(claim.algos, u"or") + u").";
     return {u"Add the file to compare with this " + what, ResultKind::Hint};
@@ -366,7 +368,7 @@ ResultLine ReferenceWindow::BoxLine(const ReferenceClaim& claim) const {
                 u" hash.",
             ResultKind::Good};
   }
-  if (isPending) return {u"Checking...", ResultKind::Busy};
+  if (isPending || !intakes.empty()) return {u"Checking...", ResultKind::Busy};
   if (blamed == nullptr) {
     return {u"No match. None of the " + Number(rows.size()) + u" files has this hash.",
             ResultKind::Bad};
@@ -389,7 +391,8 @@ ResultLine ReferenceWindow::Summary() const {
   if (total == 0) return {u"", ResultKind::None};
   const uint64_t ok = counts[Outcome::Match];
   const uint64_t notChecked = counts[Outcome::NotChecked] + counts[Outcome::Pending];
-  if (notChecked > 0 && IsActive()) {
+  const bool isWorking = IsActive() || !intakes.empty();
+  if ((notChecked > 0 && isWorking) || IsListOpen()) {
     return {u"Verifying " + Number(total) + u" files...", ResultKind::Busy};
   }
   if (total == ok) {

@@ -72,6 +72,18 @@ struct ReferenceResult {
   bool changed = false;
 };
 
+// Files that are being looked up: added ones, or those that a checksum file lists.
+struct ReferenceIntake {
+  std::vector<ReferenceFileRow> files;  // still to come, without ids
+  bool isList = false;
+  std::vector<uint32_t> skippedLines;  // of a list
+  size_t given = 0;                    // how many files were asked for
+  bool isCancelled = false;
+  bool hasBegun = false;  // the first file has come
+  bool hasRows = false;
+  std::optional<ReferenceFileRow> offered;  // a checksum file that was added by itself
+};
+
 // The content of the Expected hash box.
 struct ReferenceBox {
   bool isEmpty = true;
@@ -96,6 +108,11 @@ class ReferenceWindow {
   void AddFiles(std::vector<ReferenceFileRow> files);
   // The numbers are those of the lines that are not checksums.
   void LoadList(std::vector<ReferenceFileRow> listed, const std::vector<uint32_t>& skippedLines);
+  // The same for files that come in parts.
+  void StartIntake(ReferenceIntake intake);
+  // Takes this many further files; the end of an intake counts as one. Each row gets the next id.
+  // Returns the instructions of the messages that show.
+  std::vector<std::u16string> TakeFiles(size_t count, uint64_t& nextId);
   // The worker is reading this path.
   void TakeResults(const std::vector<ReferenceResult>& results, const std::u16string& currentPath);
   void Tick(const std::u16string& currentPath);
@@ -140,6 +157,7 @@ class ReferenceWindow {
 
   std::vector<ReferenceFileRow> rows;
   std::deque<ReferenceJob> jobs;
+  std::deque<ReferenceIntake> intakes;
   AlgoSet selectedAlgos = {swr::AlgoId::Md5, swr::AlgoId::Sha1, swr::AlgoId::Sha256};
   ReferenceBox box;
   std::set<size_t> selection;
@@ -161,6 +179,10 @@ class ReferenceWindow {
   bool Ask(ReferenceFileRow& row, const AlgoSet& algos);
   void AskAll();
   void DropJobsOf(uint64_t rowId);
+  void TakeAdded(ReferenceIntake& intake, ReferenceFileRow file);
+  void TakeListed(ReferenceIntake& intake, ReferenceFileRow file);
+  std::optional<std::u16string> EndIntake();
+  void CancelIntakes();
   void ForgetPlainRow(const std::u16string& path);
   void FinishLookUp(const ReferenceFileRow& row);
   void OfferToVerify(const ReferenceFileRow& row);
@@ -168,6 +190,7 @@ class ReferenceWindow {
   void ShowBanner(ReferenceBanner kind, const std::u16string& text);
   void HideBanner();
   bool IsActive() const { return workerLingers || !jobs.empty(); }
+  bool IsListOpen() const;
   void MarkHashing(const std::u16string& currentPath);
   // Queues the candidates of the value in the box.
   void Widen(bool isNewValue);

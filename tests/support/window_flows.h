@@ -17,6 +17,7 @@ struct WindowFlows {
         banners(window.GetBanners()),
         expected(window.GetExpectedHash()),
         details(window.GetDetails()),
+        arrivals(window.GetFileArrivals()),
         adding(window.GetAdding()),
         verification(window.GetVerification()),
         columns(window.GetColumns()),
@@ -48,6 +49,7 @@ struct WindowFlows {
   Banners& banners;
   ExpectedHash& expected;
   DetailsPane& details;
+  FileArrivals& arrivals;
   Adding& adding;
   Verification& verification;
   ListColumns& columns;

@@ -1,21 +1,28 @@
-// A window on a fake screen whose files are hashed by a real worker, as in the program.
+// A window on a fake screen whose files are looked up and hashed by real threads, as in the
+// program.
 #pragma once
 
 #include <algorithm>
 #include <chrono>
 #include <condition_variable>
+#include <memory>
 #include <mutex>
 #include <utility>
 
+#include "app/intake/file_intake.h"
 #include "app/worker/finished_jobs.h"
 #include "app/worker/worker.h"
+#include "tests/support/end_of_life.h"
 #include "tests/support/fake_window.h"
 
 namespace app::testing {
 
-// The parts of a window with a real worker.
+// What a window with real threads is made of.
 class WorkingParts {
  public:
+  // Outlives the window if somebody keeps it.
+  const std::shared_ptr<swr::testing::EndOfLife> intakeThread =
+      std::make_shared<swr::testing::EndOfLife>();
   FakeView view;
   FakeDesktop desktop;
 
@@ -35,11 +42,12 @@ class WorkingParts {
   FinishedJobQueue finished_{FinishedJobQueue::Announcements{
       .finished = [this] { return Announce(); }, .progress = [] { return true; }}};
   Worker worker_{finished_};
+  FileIntake fileIntake_{[this, token = intakeThread->TakeToken()] { return Announce(); }};
   FakeInstallSystem installSystem_;
   Installation installation_{installSystem_};
 
  public:
-  MainWindow main{ScreenOf(view, desktop), DesktopOf(desktop), worker_, installation_};
+  MainWindow main{ScreenOf(view, desktop), DesktopOf(desktop), worker_, fileIntake_, installation_};
 };
 
 class WorkingWindow : public WorkingParts, public WindowFlows {
@@ -48,9 +56,14 @@ class WorkingWindow : public WorkingParts, public WindowFlows {
   WorkingWindow(const WorkingWindow&) = delete;
   WorkingWindow& operator=(const WorkingWindow&) = delete;
 
-  // What the window's thread does when finished jobs are announced, and at a tick of its timer.
+  // What the window's thread does when files or finished jobs are waiting, and at a tick of its
+  // timer.
   void TakeResults() {
+    TakeFiles();
     if (auto taken = finished_.Take(); !taken.empty()) intake.Take(std::move(taken));
+  }
+  void TakeFiles() {
+    if (!arrivals.TakeSome(std::chrono::milliseconds(20))) fileIntake_.AnnounceNext();
   }
   void Tick() {
     if (!desktop.timerRuns) return;
@@ -81,7 +94,7 @@ class WorkingWindow : public WorkingParts, public WindowFlows {
  private:
   // The worker becomes idle a moment before its last result arrives.
   bool IsIdle() const {
-    return !worker_.GetSnapshot().active && !desktop.timerRuns &&
+    return !arrivals.Open().Any() && !worker_.GetSnapshot().active && !desktop.timerRuns &&
            std::ranges::none_of(rows, [](const Row& row) { return row.pendingMask != 0; });
   }
 };

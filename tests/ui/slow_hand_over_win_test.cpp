@@ -63,9 +63,10 @@ TEST(SlowHandOverTest, AfterTenSecondsTheSenderOpensAWindowAndTheFirstKeepsThePa
     const StoppedThread stopped(slow.Handle());
     const RunningWindow own(std::move(sender));
     EXPECT_GE(steady_clock::now() - start, seconds(10)) << "as long as the sender waits";
+    own.WaitUntilIdle();
     EXPECT_EQ(own.RowCount(), FileCount);
   }
-  slow.Ask();
+  slow.WaitUntilIdle();
   EXPECT_EQ(slow.RowCount(), FileCount);
 }
 

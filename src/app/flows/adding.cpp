@@ -1,32 +1,19 @@
 #include "app/flows/adding.h"
 
 #include <algorithm>
-#include <string_view>
+#include <cstddef>
+#include <memory>
+#include <optional>
 #include <unordered_set>
 #include <utility>
 
-#include "app/flows/new_rows.h"
 #include "app/rows/new_row.h"
 #include "app/screen/link_ids.h"
 #include "swr/checksums/checksum_file.h"
-#include "swr/paths/folder_walk.h"
-#include "swr/paths/path_forms.h"
 #include "swr/text/text.h"
 
 namespace app {
 namespace {
-
-// Shows the wait cursor while it lives.
-class WaitCursor {
- public:
-  explicit WaitCursor(Frame& frame) : frame_(frame) { frame_.BeginWait(); }
-  ~WaitCursor() { frame_.EndWait(); }
-  WaitCursor(const WaitCursor&) = delete;
-  WaitCursor& operator=(const WaitCursor&) = delete;
-
- private:
-  Frame& frame_;
-};
 
 // Which files are in the list already: by their paths, in which only A to Z match in either case. A
 // file found by a walk is known by the path that the walk gave it, and that alone.
@@ -44,9 +31,8 @@ class KnownFiles {
            (!walkedPaths_.empty() && walkedPaths_.contains(swr::ToLowerText(path)));
   }
 
-  // The row was made from this path of a walk.
+  // The row was made from this path of a walk, which differs from that of the row.
   void AddWalked(const std::u16string& walked, const Row& row) {
-    if (walked == row.Path()) return;
     walkedPaths_.insert(swr::ToLowerText(walked));
     walkedOtherwise_.insert(row.id);
   }
@@ -57,63 +43,91 @@ class KnownFiles {
   std::unordered_set<uint64_t> walkedOtherwise_;
 };
 
-}  // namespace
+// Makes rows of the files of one call of AddPaths.
+class AddedFiles final : public FileReceiver {
+ public:
+  AddedFiles(RowTable& rows, Hashing& hashing, Banners& banners, ListView& list, bool isSinglePath)
+      : rows_(rows),
+        hashing_(hashing),
+        banners_(banners),
+        list_(list),
+        isSinglePath_(isSinglePath),
+        known_(rows) {}
 
-Adding::Adding(RowTable& rows, Hashing& hashing, const Options& options, Banners& banners,
-               Refresh& refresh, ListView& list, Frame& frame, Pickers& pickers)
-    : rows_(rows),
-      hashing_(hashing),
-      options_(options),
-      banners_(banners),
-      refresh_(refresh),
-      list_(list),
-      frame_(frame),
-      pickers_(pickers) {}
+  void Expect(const std::vector<std::u16string>&) override {}
 
-void Adding::AddPaths(const std::vector<std::u16string>& paths) {
-  {
-    const WaitCursor wait(frame_);
-    std::u16string checksumCandidate;
-    const size_t firstNew = rows_.Size();
-    KnownFiles known(rows_);
-    NewRows newRows(rows_, hashing_);
+  void Take(std::vector<IntakeFile> files, bool isCancelled) override {
+    const size_t before = rows_.Size();
+    for (IntakeFile& file : files) Add(std::move(file), isCancelled);
+    if (rows_.Size() == before) return;
+    if (!firstNew_) firstNew_ = before;
+    isUpToDate_ = false;
+    if (!isCancelled) hashing_.QueueFrom(before);
+  }
 
-    for (const std::u16string& path : paths) {
-      if (swr::IsDirectoryPath(path)) {
-        const swr::WalkOptions walk{
-            .recursive = true, .includeHidden = options_.includeHidden, .withSizes = false};
-        swr::WalkFolder(path, walk, [&](const swr::FoundFile& found) {
-          // By the path as it was walked, so that the file system is not asked about a file that is
-          // there already.
-          if (known.Has(found.path)) return;
-          known.AddWalked(found.path, newRows.Append(NewRow(found.path)));
-        });
-      } else {
-        Row row = NewRow(path);
-        if (known.Has(row.Path())) {
-          rows_.SkipId();
-          continue;
-        }
-        if (paths.size() == 1 && swr::IsChecksumFileName(row.Path()))
-          checksumCandidate = row.Path();
-        newRows.Append(std::move(row));
-      }
-    }
-    newRows.Finish();
+  void Show() override {
+    if (std::exchange(isUpToDate_, true)) return;
     list_.SetRowCount(rows_.Size());
-    if (rows_.Size() > firstNew) {
-      list_.ClearSelection();
-      list_.SelectRow(firstNew);
-    }
-    if (!checksumCandidate.empty()) {
+    if (std::exchange(wasShown_, true)) return;
+    list_.ClearSelection();
+    list_.SelectRow(*firstNew_);
+  }
+
+  std::optional<TaskDialogSpec> Finish(const IntakeEnd&) override {
+    if (!checksumCandidate_.empty()) {
       banners_.Show(BannerKind::ChecksumFileOffer,
                     u"This looks like a checksum file. " +
                         LinkMarkup(AcceptLink, u"Verify the files it lists") + u"    " +
                         LinkMarkup(DismissLink, u"Dismiss"),
-                    checksumCandidate);
+                    checksumCandidate_);
+    }
+    return std::nullopt;
+  }
+
+ private:
+  void Add(IntakeFile file, bool isCancelled) {
+    const bool isWalked = file.isWalked;
+    const std::u16string walkedPath = std::move(file.walkedPath);
+    if (known_.Has(walkedPath.empty() ? file.path : walkedPath)) {
+      if (!isWalked) rows_.SkipId();
+      return;
+    }
+    if (isCancelled) file.lookedUp = false;
+    const Row& row = rows_.Append(NewRow(std::move(file)));
+    if (!walkedPath.empty()) known_.AddWalked(walkedPath, row);
+    if (!isWalked && isSinglePath_ && swr::IsChecksumFileName(row.Path())) {
+      checksumCandidate_ = row.Path();
     }
   }
-  refresh_.AfterRowChange();
+
+  RowTable& rows_;
+  Hashing& hashing_;
+  Banners& banners_;
+  ListView& list_;
+  const bool isSinglePath_;
+  KnownFiles known_;
+  std::optional<size_t> firstNew_;  // the number of rows before the first one came
+  bool isUpToDate_ = true;
+  bool wasShown_ = false;
+  std::u16string checksumCandidate_;
+};
+
+}  // namespace
+
+Adding::Adding(RowTable& rows, Hashing& hashing, const Options& options, Banners& banners,
+               FileArrivals& arrivals, ListView& list, Pickers& pickers)
+    : rows_(rows),
+      hashing_(hashing),
+      options_(options),
+      banners_(banners),
+      arrivals_(arrivals),
+      list_(list),
+      pickers_(pickers) {}
+
+void Adding::AddPaths(const std::vector<std::u16string>& paths) {
+  arrivals_.Start(
+      PathsRequest{.paths = paths, .includeHidden = options_.includeHidden},
+      std::make_unique<AddedFiles>(rows_, hashing_, banners_, list_, paths.size() == 1));
 }
 
 void Adding::AddChosenFiles() {

@@ -7,11 +7,10 @@
 
 #include "app/desktop/pickers.h"
 #include "app/flows/banners.h"
+#include "app/flows/file_arrivals.h"
 #include "app/flows/hashing.h"
 #include "app/flows/options.h"
-#include "app/flows/refresh.h"
 #include "app/rows/row_table.h"
-#include "app/screen/frame.h"
 #include "app/screen/list_view.h"
 
 namespace app {
@@ -20,10 +19,10 @@ class Adding {
  public:
   // All must outlive the object.
   Adding(RowTable& rows, Hashing& hashing, const Options& options, Banners& banners,
-         Refresh& refresh, ListView& list, Frame& frame, Pickers& pickers);
+         FileArrivals& arrivals, ListView& list, Pickers& pickers);
 
   // Adds files, and all files under folders, unless they are in the list already, and queues the
-  // new ones. Blocks until every folder is walked.
+  // new ones. Files that are found at once are in the list when this returns.
   void AddPaths(const std::vector<std::u16string>& paths);
   void AddChosenFiles();
   void AddChosenFolder();
@@ -33,9 +32,8 @@ class Adding {
   Hashing& hashing_;
   const Options& options_;
   Banners& banners_;
-  Refresh& refresh_;
+  FileArrivals& arrivals_;
   ListView& list_;
-  Frame& frame_;
   Pickers& pickers_;
 };
 

@@ -10,11 +10,12 @@
 
 namespace app {
 
-ExpectedHash::ExpectedHash(RowTable& rows, Hashing& hashing, ProgressDisplay& progress,
-                           Banners& banners, Clipboard& clipboard, ListView& list,
-                           ExpectedView& view)
+ExpectedHash::ExpectedHash(RowTable& rows, Hashing& hashing, const OpenRequests& open,
+                           ProgressDisplay& progress, Banners& banners, Clipboard& clipboard,
+                           ListView& list, ExpectedView& view)
     : rows_(rows),
       hashing_(hashing),
+      open_(open),
       progress_(progress),
       banners_(banners),
       clipboard_(clipboard),
@@ -33,11 +34,11 @@ void ExpectedHash::Compare() {
   if (trimmed.empty()) {
     // Rows whose results have not arrived yet must not be reported as unchecked.
     const WorkerSnapshot snapshot = hashing_.Snapshot();
-    line =
-        VerificationLine(rows_.Counters().Verification(), snapshot.active || snapshot.finishedWait);
+    const bool isWorking = snapshot.active || snapshot.finishedWait || open_.Any();
+    line = VerificationLine(rows_.Counters().Verification(), isWorking, open_.checksumFiles > 0);
   } else if (!expected) {
     line = NotAHashLine();
-  } else if (rows_.IsEmpty()) {
+  } else if (rows_.IsEmpty() && !open_.Any()) {
     line = FileWantedLine(*expected);
   } else {
     // This is the only place where a pasted value changes what is hashed. Only a new value resumes
@@ -46,7 +47,7 @@ void ExpectedHash::Compare() {
     if (counters.Matches() == 0 && (isNew || counters.WantsCandidates())) {
       queued = hashing_.QueueCandidates(*expected, isNew);
     }
-    line = ExpectedHashLine(rows_, *expected);
+    line = ExpectedHashLine(rows_, *expected, open_.Any());
   }
   view_.SetResultLine(line.text, line.kind);
   // The texts and colours of the rows depend on the value.

@@ -5,6 +5,7 @@
 #include "app/desktop/clipboard.h"
 #include "app/flows/banners.h"
 #include "app/flows/hashing.h"
+#include "app/flows/open_requests.h"
 #include "app/flows/progress_display.h"
 #include "app/rows/row_table.h"
 #include "app/screen/expected_view.h"
@@ -15,8 +16,9 @@ namespace app {
 class ExpectedHash {
  public:
   // All must outlive the object.
-  ExpectedHash(RowTable& rows, Hashing& hashing, ProgressDisplay& progress, Banners& banners,
-               Clipboard& clipboard, ListView& list, ExpectedView& view);
+  ExpectedHash(RowTable& rows, Hashing& hashing, const OpenRequests& open,
+               ProgressDisplay& progress, Banners& banners, Clipboard& clipboard, ListView& list,
+               ExpectedView& view);
 
   // Reads the box, queues missing digests, and states the verdict. Call after every change of the
   // rows.
@@ -29,6 +31,7 @@ class ExpectedHash {
  private:
   RowTable& rows_;
   Hashing& hashing_;
+  const OpenRequests& open_;
   ProgressDisplay& progress_;
   Banners& banners_;
   Clipboard& clipboard_;

@@ -1,5 +1,6 @@
 #include "app/flows/hashing.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace app {
@@ -23,8 +24,7 @@ std::optional<HashJob> Hashing::JobFor(size_t index, swr::AlgoMask mask) {
 bool Hashing::QueueJobs(std::vector<HashJob> jobs) {
   if (jobs.empty()) return false;
   queue_.EnqueueAll(std::move(jobs));
-  // Starting a timer that runs would postpone its next tick.
-  if (!std::exchange(timerRuns_, true)) timer_.StartProgressTimer();
+  StartTimer();
   return true;
 }
 
@@ -49,10 +49,13 @@ void Hashing::QueueFrom(size_t first) {
 bool Hashing::QueueCandidates(const swr::ParsedHash& expected, bool withCancelled) {
   const swr::AlgoMask mask = swr::CandidateMask(expected.candidates);
   std::vector<HashJob> jobs;
-  for (size_t i = 0; i < rows_.Size(); ++i) {
-    if (rows_[i].cancelledByUser && !withCancelled) continue;
+  // From the last row to the first that lacks something: mostly these are the rows that came last,
+  // and a long list is not walked for each batch of them.
+  for (size_t i = rows_.Size(); i > 0 && (withCancelled || rows_.Counters().WantsCandidates());) {
+    if (rows_[--i].cancelledByUser && !withCancelled) continue;
     if (auto job = JobFor(i, mask)) jobs.push_back(*std::move(job));
   }
+  std::ranges::reverse(jobs);
   return QueueJobs(std::move(jobs));
 }
 
@@ -68,6 +71,11 @@ void Hashing::CancelAll() {
       }
     });
   }
+}
+
+void Hashing::StartTimer() {
+  // Starting a timer that runs would postpone its next tick.
+  if (!std::exchange(timerRuns_, true)) timer_.StartProgressTimer();
 }
 
 void Hashing::StopTimer() {

@@ -40,7 +40,9 @@ class Hashing {
   void CancelAll();
 
   WorkerSnapshot Snapshot() const { return queue_.GetSnapshot(); }
-  // To be called at a tick of the timer that finds the worker idle.
+  // For work that the worker does not know of.
+  void StartTimer();
+  // To be called at a tick of the timer that finds no work.
   void StopTimer();
 
  private:

@@ -54,7 +54,7 @@ void JobIntake::OnTimer() {
   const WorkerSnapshot snapshot = uses_.hashing.Snapshot();
   uses_.progress.MarkRunningRows(snapshot);
   uses_.progress.Show(snapshot);
-  if (snapshot.active) return;
+  if (snapshot.active || uses_.open.Any()) return;
   // Jobs that are waiting are taken at one of the next ticks, even if their announcement failed.
   if (!snapshot.finishedWait) uses_.hashing.StopTimer();
   uses_.expected.Compare();

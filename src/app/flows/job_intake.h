@@ -10,6 +10,7 @@
 #include "app/flows/file_comparison.h"
 #include "app/flows/hashing.h"
 #include "app/flows/look_up.h"
+#include "app/flows/open_requests.h"
 #include "app/flows/progress_display.h"
 #include "app/flows/selection.h"
 #include "app/rows/row_table.h"
@@ -25,6 +26,7 @@ class JobIntake {
     RowTable& rows;
     const Selection& selection;
     Hashing& hashing;
+    const OpenRequests& open;
     ExpectedHash& expected;
     DetailsPane& details;
     ProgressDisplay& progress;

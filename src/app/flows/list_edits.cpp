@@ -13,6 +13,7 @@ void ListEdits::RemoveRows(const RowIds& ids) {
 }
 
 void ListEdits::Clear() {
+  uses_.arrivals.Forget();
   uses_.hashing.ForgetAll();
   uses_.rows.Clear();
   uses_.comparison.Forget();
@@ -23,6 +24,7 @@ void ListEdits::Clear() {
 }
 
 void ListEdits::CancelAll() {
+  uses_.arrivals.Cancel();
   uses_.hashing.CancelAll();
   uses_.list.RedrawRows();
   uses_.expected.Compare();

@@ -5,6 +5,7 @@
 
 #include "app/flows/banners.h"
 #include "app/flows/expected_hash.h"
+#include "app/flows/file_arrivals.h"
 #include "app/flows/file_comparison.h"
 #include "app/flows/hashing.h"
 #include "app/flows/look_up.h"
@@ -22,6 +23,7 @@ class ListEdits {
   struct Uses {
     RowTable& rows;
     Hashing& hashing;
+    FileArrivals& arrivals;
     FileComparison& comparison;
     LookUp& lookUp;
     Banners& banners;
@@ -35,7 +37,7 @@ class ListEdits {
   // An id may come twice; one whose row is gone does nothing.
   void RemoveRows(const RowIds& ids);
   void Clear();
-  // Stops all hashing. The rows stay.
+  // Stops all hashing and looking up. The rows stay.
   void CancelAll();
   // Removes the first row of this path that no checksum file expects anything of. A checksum file
   // that was added is in the list like any file; once it is opened, its own row goes.

@@ -4,9 +4,9 @@
 
 namespace app {
 
-ProgressDisplay::ProgressDisplay(RowTable& rows, const HashQueue& queue, ListView& list,
-                                 StatusView& status)
-    : rows_(rows), queue_(queue), list_(list), status_(status) {}
+ProgressDisplay::ProgressDisplay(RowTable& rows, const HashQueue& queue, const OpenRequests& open,
+                                 ListView& list, StatusView& status)
+    : rows_(rows), queue_(queue), open_(open), list_(list), status_(status) {}
 
 void ProgressDisplay::Show(const WorkerSnapshot& snapshot) {
   if (snapshot.active) {
@@ -14,7 +14,13 @@ void ProgressDisplay::Show(const WorkerSnapshot& snapshot) {
     status_.ShowProgress(FiguresOf(snapshot));
     return;
   }
-  status_.SetStatusText(IdleLine(rows_.Size(), rows_.Counters().TotalSize()));
+  const uint64_t totalSize = rows_.Counters().TotalSize();
+  if (open_.Any()) {
+    status_.SetStatusText(LookingUpLine(rows_.Size(), totalSize));
+    status_.ShowProgress(FiguresOf(snapshot));
+    return;
+  }
+  status_.SetStatusText(IdleLine(rows_.Size(), totalSize));
   status_.ShowProgress(std::nullopt);
 }
 

@@ -1,6 +1,7 @@
 // The status line and the progress bar, and the rows that are shown as being hashed.
 #pragma once
 
+#include "app/flows/open_requests.h"
 #include "app/rows/row_table.h"
 #include "app/screen/list_view.h"
 #include "app/screen/status_view.h"
@@ -11,7 +12,8 @@ namespace app {
 class ProgressDisplay {
  public:
   // All must outlive the object.
-  ProgressDisplay(RowTable& rows, const HashQueue& queue, ListView& list, StatusView& status);
+  ProgressDisplay(RowTable& rows, const HashQueue& queue, const OpenRequests& open, ListView& list,
+                  StatusView& status);
 
   // Brings the status line and the bar up to date.
   void Update() { Show(queue_.GetSnapshot()); }
@@ -22,6 +24,7 @@ class ProgressDisplay {
  private:
   RowTable& rows_;
   const HashQueue& queue_;
+  const OpenRequests& open_;
   ListView& list_;
   StatusView& status_;
 };

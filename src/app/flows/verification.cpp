@@ -1,21 +1,20 @@
 #include "app/flows/verification.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
+#include <set>
 #include <utility>
+#include <vector>
 
-#include "app/flows/new_rows.h"
 #include "app/flows/selection.h"
 #include "app/rows/new_row.h"
 #include "app/screen/link_ids.h"
-#include "swr/checksums/checksum_file.h"
-#include "swr/checksums/listed_path.h"
 #include "swr/checksums/verdict_text.h"
-#include "swr/system/full_path.h"
 #include "swr/text/display_escape.h"
 #include "swr/text/display_text.h"
-#include "swr/text/text_file.h"
 
 namespace app {
 namespace {
@@ -41,61 +40,100 @@ TaskDialogSpec NoChecksums(const std::u16string& path) {
                            u"\"SHA256 (<file name>) = <hash>\".");
 }
 
-Row RowOf(swr::ChecksumLine line, const std::u16string& checksumFile) {
-  Row row = NewRow(swr::ResolveListedPath(checksumFile, line.name));
-  row.hasExpected = true;
-  RowExtras& extras = row.extras.Make();
-  extras.expectedBytes = std::move(line.digest);
-  extras.expectedAlgos = std::move(line.candidates);
-  extras.checksumFile = checksumFile;
-  extras.checksumLine = line.lineNumber;
-  return row;
-}
+// Makes rows of the files that one checksum file lists.
+class ListedFiles final : public FileReceiver {
+ public:
+  ListedFiles(RowTable& rows, Hashing& hashing, Banners& banners, ListView& list,
+              const std::u16string& checksumFile)
+      : rows_(rows),
+        hashing_(hashing),
+        banners_(banners),
+        list_(list),
+        checksumFile_(checksumFile) {}
+
+  // A listed file replaces the rows of its path that no checksum file expects anything of.
+  void Expect(const std::vector<std::u16string>& paths) override {
+    for (const std::u16string& path : paths) {
+      for (const size_t index : rows_.IndexesOfPath(path)) {
+        if (!rows_[index].hasExpected) replaced_.insert(rows_[index].id);
+      }
+    }
+  }
+
+  void Take(std::vector<IntakeFile> files, bool isCancelled) override {
+    if (!firstNew_) Begin(isCancelled);
+    const size_t before = rows_.Size();
+    for (IntakeFile& file : files) {
+      if (isCancelled) file.lookedUp = false;
+      Row row = NewRow(std::move(file));
+      row.extras.Make().checksumFile = checksumFile_;
+      rows_.Append(std::move(row));
+    }
+    isUpToDate_ = false;
+    if (!isCancelled) hashing_.QueueFrom(before);
+  }
+
+  void Show() override {
+    if (std::exchange(isUpToDate_, true)) return;
+    const bool isFirst = !std::exchange(wasShown_, true);
+    if (isFirst) list_.ClearSelection();
+    list_.SetRowCount(rows_.Size());
+    if (isFirst) list_.ScrollToRow(std::min(*firstNew_, rows_.Size() - 1));
+  }
+
+  std::optional<TaskDialogSpec> Finish(const IntakeEnd& end) override {
+    if (end.readError) return CantBeRead(checksumFile_, *end.readError);
+    if (!firstNew_) {
+      return end.cancelled ? std::nullopt : std::optional(NoChecksums(checksumFile_));
+    }
+    if (!end.skippedLines.empty()) {
+      banners_.Show(BannerKind::SkippedLines,
+                    swr::SkippedLinesText(end.skippedLines.size(), end.skippedLines.front()) +
+                        u".    " + LinkMarkup(DismissLink, u"Dismiss"),
+                    {});
+    }
+    return std::nullopt;
+  }
+
+ private:
+  // The replaced rows go at once, before the first new one comes.
+  void Begin(bool isCancelled) {
+    firstNew_ = rows_.Size();
+    const RowIds replaced(replaced_.begin(), replaced_.end());
+    if (!replaced.empty()) {
+      hashing_.Forget(replaced);
+      rows_.Remove(replaced);
+    }
+    if (!isCancelled) hashing_.QueueAll();
+  }
+
+  RowTable& rows_;
+  Hashing& hashing_;
+  Banners& banners_;
+  ListView& list_;
+  const std::u16string checksumFile_;
+  std::set<uint64_t> replaced_;
+  std::optional<size_t> firstNew_;  // the number of rows before the first file came
+  bool isUpToDate_ = true;
+  bool wasShown_ = false;
+};
 
 }  // namespace
 
-Verification::Verification(RowTable& rows, Hashing& hashing, Banners& banners, Refresh& refresh,
-                           ListView& list, Messages& messages, Pickers& pickers)
+Verification::Verification(RowTable& rows, Hashing& hashing, Banners& banners,
+                           FileArrivals& arrivals, ListView& list, Pickers& pickers)
     : rows_(rows),
       hashing_(hashing),
       banners_(banners),
-      refresh_(refresh),
+      arrivals_(arrivals),
       list_(list),
-      messages_(messages),
       pickers_(pickers) {}
 
 void Verification::VerifyFile(const std::u16string& path) {
-  uint32_t error = 0;
-  const std::optional<std::u16string> text = swr::ReadTextFile(path, &error);
-  if (!text) {
-    messages_.ShowTaskDialog(CantBeRead(path, error));
-    return;
-  }
-  swr::ChecksumSet listed = swr::ParseChecksumText(*text, path);
-  if (listed.lines.empty()) {
-    messages_.ShowTaskDialog(NoChecksums(path));
-    return;
-  }
-
-  const size_t firstNew = rows_.Size();
-  if (!rows_.IsEmpty()) {
-    ReplaceRowsListedIn(listed.lines, path);
-    hashing_.QueueAll();
-  }
-  NewRows newRows(rows_, hashing_);
-  for (swr::ChecksumLine& line : listed.lines) newRows.Append(RowOf(std::move(line), path));
-  newRows.Finish();
-  list_.ClearSelection();
-  list_.SetRowCount(rows_.Size());
-  list_.ScrollToRow(std::min(firstNew, rows_.Size() - 1));
-  if (!listed.skippedLines.empty()) {
-    const std::vector<uint32_t>& skipped = listed.skippedLines;
-    banners_.Show(BannerKind::SkippedLines,
-                  swr::SkippedLinesText(skipped.size(), skipped.front()) + u".    " +
-                      LinkMarkup(DismissLink, u"Dismiss"),
-                  {});
-  }
-  refresh_.AfterRowChange();
+  // Rows of listed paths are replaced; without rows there is nothing to look for.
+  const bool mayReplaceRows = !rows_.IsEmpty() || arrivals_.Open().Any();
+  arrivals_.Start(ChecksumFileRequest{.path = path, .announcePaths = mayReplaceRows},
+                  std::make_unique<ListedFiles>(rows_, hashing_, banners_, list_, path));
 }
 
 void Verification::VerifyChosenFiles() {
@@ -103,23 +141,6 @@ void Verification::VerifyChosenFiles() {
        pickers_.PickFiles(u"Verify Checksum File", ChecksumFileFilters())) {
     VerifyFile(path);
   }
-}
-
-// A listed file replaces the rows of its path that no checksum file expects anything of.
-void Verification::ReplaceRowsListedIn(const std::vector<swr::ChecksumLine>& lines,
-                                       const std::u16string& checksumFile) {
-  RowIds replaced;
-  std::vector<bool> isReplaced(rows_.Size());
-  for (const swr::ChecksumLine& line : lines) {
-    const std::u16string path = swr::ResolveListedPath(checksumFile, line.name);
-    for (const size_t index : rows_.IndexesOfPath(swr::SystemFullPath(path).value_or(path))) {
-      if (rows_[index].hasExpected || isReplaced[index]) continue;
-      isReplaced[index] = true;
-      replaced.push_back(rows_[index].id);
-    }
-  }
-  hashing_.Forget(replaced);
-  rows_.Remove(replaced);
 }
 
 }  // namespace app

@@ -1,20 +1,27 @@
 #include "app/rows/new_row.h"
 
-#include "swr/paths/path_forms.h"
-#include "swr/system/file.h"
-#include "swr/system/full_path.h"
+#include <utility>
 
 namespace app {
 
-Row NewRow(const std::u16string& path) {
+Row NewRow(IntakeFile file) {
   Row row;
-  const std::u16string full = swr::SystemFullPath(path).value_or(path);
-  row.path = full;
-  if (const auto info = swr::QueryFileInfo(swr::ToLongPath(full), row.error)) {
-    row.size = info->size;
-    row.modified = info->modified;
-  } else {
+  row.path = file.path;
+  row.size = file.size;
+  row.modified = file.modified;
+  if (file.failed) {
     row.status = RowStatus::Failed;
+    row.error = file.error;
+  } else if (!file.lookedUp) {
+    row.status = RowStatus::Cancelled;
+    row.cancelledByUser = true;
+  }
+  if (file.listed) {
+    row.hasExpected = true;
+    RowExtras& extras = row.extras.Make();
+    extras.expectedBytes = std::move(file.listed->digest);
+    extras.expectedAlgos = std::move(file.listed->candidates);
+    extras.checksumLine = file.listed->lineNumber;
   }
   return row;
 }

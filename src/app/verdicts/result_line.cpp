@@ -5,7 +5,8 @@
 
 namespace app {
 
-ResultLine ExpectedHashLine(const RowTable& rows, const swr::ParsedHash& expected) {
+ResultLine ExpectedHashLine(const RowTable& rows, const swr::ParsedHash& expected,
+                            bool moreRowsMayCome) {
   const RowCounters& counters = rows.Counters();
   if (counters.Matches() == 1) {
     return {swr::MatchText(rows[counters.FirstMatch()].Name(), counters.MatchAlgo()),
@@ -14,7 +15,7 @@ ResultLine ExpectedHashLine(const RowTable& rows, const swr::ParsedHash& expecte
   if (counters.Matches() > 1) {
     return {swr::MatchesText(counters.Matches(), counters.MatchAlgo()), ResultKind::Good};
   }
-  if (counters.HasPending()) return {u"Checking...", ResultKind::Busy};
+  if (counters.HasPending() || moreRowsMayCome) return {u"Checking...", ResultKind::Busy};
   if (!counters.Named() && rows.Size() > 1) {
     return {swr::NoMatchAmongText(rows.Size()), ResultKind::Bad};
   }
@@ -29,12 +30,13 @@ ResultLine FileWantedLine(const swr::ParsedHash& expected) {
 
 ResultLine NotAHashLine() { return {swr::NotAHashText(), ResultKind::Hint}; }
 
-ResultLine VerificationLine(const swr::VerificationCounts& counts, bool isHashing) {
+ResultLine VerificationLine(const swr::VerificationCounts& counts, bool isWorking,
+                            bool moreRowsMayCome) {
   const size_t total = counts.Total();
   if (total == 0) return {};
   const size_t notChecked =
       counts.Of(swr::CompareOutcome::Pending) + counts.Of(swr::CompareOutcome::NotChecked);
-  if (notChecked > 0 && isHashing) {
+  if ((notChecked > 0 && isWorking) || moreRowsMayCome) {
     return {u"Verifying " + swr::DecimalText(total) + u" files...", ResultKind::Busy};
   }
   return {swr::VerificationText(counts), swr::IsAllOk(counts) ? ResultKind::Good : ResultKind::Bad};

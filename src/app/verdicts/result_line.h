@@ -28,15 +28,18 @@ struct ResultLine {
 };
 
 // The verdict on all rows. `expected` is the value that the table compares them with. The table
-// must not be empty.
-ResultLine ExpectedHashLine(const RowTable& rows, const swr::ParsedHash& expected);
+// must not be empty unless more rows may come.
+ResultLine ExpectedHashLine(const RowTable& rows, const swr::ParsedHash& expected,
+                            bool moreRowsMayCome = false);
 // For an empty list.
 ResultLine FileWantedLine(const swr::ParsedHash& expected);
 // For a text that is not a hash.
 ResultLine NotAHashLine();
 
 // The summary of a verification: all rows with an expected digest from a checksum file. Empty when
-// there are none. `isHashing`: whether the worker still has work or undelivered results.
-ResultLine VerificationLine(const swr::VerificationCounts& counts, bool isHashing);
+// there are none. `isWorking`: whether rows may still get digests. `moreRowsMayCome`: whether more
+// rows of a checksum file may come; the summary is not final until then.
+ResultLine VerificationLine(const swr::VerificationCounts& counts, bool isWorking,
+                            bool moreRowsMayCome = false);
 
 }  // namespace app

@@ -14,6 +14,11 @@ std::u16string IdleLine(size_t rowCount, uint64_t totalSize) {
          swr::FormatSize(totalSize);
 }
 
+std::u16string LookingUpLine(size_t rowCount, uint64_t totalSize) {
+  const std::u16string line = u"Looking up files...";
+  return rowCount == 0 ? line : line + u" " + IdleLine(rowCount, totalSize) + u" so far";
+}
+
 std::u16string RunningLine(const WorkerSnapshot& snapshot) {
   std::u16string line = u"Hashing ";
   line += swr::EscapeForDisplay(swr::SplitPath(snapshot.currentPath).name);

@@ -18,6 +18,7 @@
 #include "app/system/dpi_win.h"
 #include "app/system/icons_win.h"
 #include "app/window/finished_job_pump_win.h"
+#include "app/window/found_files_pump_win.h"
 #include "app/window/main_screen_win.h"
 #include "app/window/main_window.h"
 #include "app/window/show_command.h"
@@ -80,6 +81,7 @@ class MainDialog {
   INT_PTR OnActivate(WPARAM wParam, LPARAM);
   INT_PTR OnContextMenu(WPARAM wParam, LPARAM lParam);
   INT_PTR OnJobsFinished(WPARAM, LPARAM);
+  INT_PTR OnFilesFound(WPARAM, LPARAM);
   INT_PTR OnHashProgress(WPARAM, LPARAM);
   INT_PTR OnSignatureResult(WPARAM, LPARAM lParam);
 
@@ -94,6 +96,7 @@ class MainDialog {
   WindowsInstallSystem installSystem_;
   Installation installation_{installSystem_};
   FinishedJobPump finishedJobs_;
+  FoundFilesPump foundFiles_;
   std::optional<Worker> worker_;
   std::optional<MainWindow> main_;
 };
@@ -115,6 +118,7 @@ const MainDialog::MessageEntry MainDialog::messageTable[] = {
     {WM_ACTIVATE, &MainDialog::OnActivate},
     {WM_CONTEXTMENU, &MainDialog::OnContextMenu},
     {WM_APP_JOBS_FINISHED, &MainDialog::OnJobsFinished},
+    {WM_APP_FILES_FOUND, &MainDialog::OnFilesFound},
     {WM_APP_SIGNATURE_RESULT, &MainDialog::OnSignatureResult},
     {WM_APP_HASH_PROGRESS, &MainDialog::OnHashProgress},
 };
@@ -146,9 +150,11 @@ INT_PTR MainDialog::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
 void MainDialog::Initialize(HWND window) {
   window_ = window;
   finishedJobs_.Attach(window);
+  foundFiles_.Attach(window);
   desktop_.Attach(window, WM_APP_SIGNATURE_RESULT);
   worker_.emplace(finishedJobs_.Sink());
-  main_.emplace(screen_.Parts(), desktop_.Services(), *worker_, installation_);
+  main_.emplace(screen_.Parts(), desktop_.Services(), *worker_, foundFiles_.GetIntake(),
+                installation_);
   taskbarMessage_ = RegisterWindowMessageW(L"TaskbarButtonCreated");
   PublishMainWindow(window);
   main_->GetSettings().Read();
@@ -168,6 +174,7 @@ void MainDialog::Initialize(HWND window) {
 INT_PTR MainDialog::OnDestroy(WPARAM, LPARAM) {
   main_->GetSettings().Write();
   screen_.ReleaseImages();
+  foundFiles_.Stop();
   worker_.reset();
   screen_.status.ReleaseTaskbar();
   PostQuitMessage(0);
@@ -291,8 +298,10 @@ INT_PTR MainDialog::OnCommand(WPARAM wParam, LPARAM) {
 }
 
 INT_PTR MainDialog::OnTimer(WPARAM wParam, LPARAM) {
-  // The progress timer takes finished jobs as well, because their announcement or their own timer
-  // can fail.
+  // The tick takes found files and finished jobs too: their announcements, or the timers of their
+  // own, can fail.
+  if (wParam == IDT_FOUND_FILES) foundFiles_.TakeSome(main_->GetFileArrivals());
+  if (wParam == IDT_PROGRESS) foundFiles_.TakeFew(main_->GetFileArrivals());
   if (wParam == IDT_FINISHED_JOBS || wParam == IDT_PROGRESS) {
     finishedJobs_.TakeSome(main_->GetJobIntake());
   }
@@ -302,6 +311,11 @@ INT_PTR MainDialog::OnTimer(WPARAM wParam, LPARAM) {
 
 INT_PTR MainDialog::OnJobsFinished(WPARAM, LPARAM) {
   finishedJobs_.OnAnnounced(main_->GetJobIntake());
+  return TRUE;
+}
+
+INT_PTR MainDialog::OnFilesFound(WPARAM, LPARAM) {
+  foundFiles_.OnAnnounced(main_->GetFileArrivals());
   return TRUE;
 }
 

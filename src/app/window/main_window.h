@@ -9,6 +9,7 @@
 #include "app/flows/clipboard_watch.h"
 #include "app/flows/commands.h"
 #include "app/flows/copying.h"
+#include "app/flows/file_arrivals.h"
 #include "app/flows/help.h"
 #include "app/flows/job_intake.h"
 #include "app/flows/list_edits.h"
@@ -20,6 +21,7 @@
 #include "app/flows/sorting.h"
 #include "app/flows/verification.h"
 #include "app/install/installation.h"
+#include "app/intake/intake.h"
 #include "app/screen/screen.h"
 #include "app/worker/hash_queue.h"
 
@@ -29,7 +31,7 @@ namespace app {
 class MainWindow {
  public:
   // All parts must outlive the object.
-  MainWindow(const Screen& screen, const Desktop& desktop, HashQueue& queue,
+  MainWindow(const Screen& screen, const Desktop& desktop, HashQueue& queue, Intake& intake,
              Installation& installation);
   MainWindow(const MainWindow&) = delete;
   MainWindow& operator=(const MainWindow&) = delete;
@@ -44,6 +46,7 @@ class MainWindow {
   Banners& GetBanners() { return banners_; }
   ExpectedHash& GetExpectedHash() { return expected_; }
   DetailsPane& GetDetails() { return details_; }
+  FileArrivals& GetFileArrivals() { return arrivals_; }
   Adding& GetAdding() { return adding_; }
   Verification& GetVerification() { return verification_; }
   ListColumns& GetColumns() { return columns_; }
@@ -53,7 +56,7 @@ class MainWindow {
   LookUp& GetLookUp() { return lookUp_; }
   FileComparison& GetFileComparison() { return comparison_; }
   ListEdits& GetListEdits() { return edits_; }
-  JobIntake& GetJobIntake() { return intake_; }
+  JobIntake& GetJobIntake() { return jobIntake_; }
   ClipboardWatch& GetClipboardWatch() { return clipboardWatch_; }
   BannerLinks& GetBannerLinks() { return bannerLinks_; }
   ShellEntries& GetShellEntries() { return shellEntries_; }
@@ -64,6 +67,7 @@ class MainWindow {
  private:
   RowTable rows_;
   Options options_;
+  OpenRequests openRequests_;
   Selection selection_;
   Hashing hashing_;
   ProgressDisplay progress_;
@@ -71,6 +75,7 @@ class MainWindow {
   ExpectedHash expected_;
   DetailsPane details_;
   Refresh refresh_;
+  FileArrivals arrivals_;
   Adding adding_;
   Verification verification_;
   ListColumns columns_;
@@ -80,7 +85,7 @@ class MainWindow {
   LookUp lookUp_;
   FileComparison comparison_;
   ListEdits edits_;
-  JobIntake intake_;
+  JobIntake jobIntake_;
   ClipboardWatch clipboardWatch_;
   OptionsMenu optionsMenu_;
   OptionSwitches switches_;

@@ -39,7 +39,8 @@ void SortEntries(std::vector<DirectoryEntry>& entries) {
 // the error for which the folder can't be listed.
 uint32_t ListDirectory(const std::u16string& folder, const WalkOptions& options,
                        std::vector<DirectoryEntry>& entries) {
-  const uint32_t error = ReadDirectory(ToLongPath(folder), entries, options.withSizes);
+  const uint32_t error =
+      ReadDirectory(ToLongPath(folder), entries, options.withSizes, options.cancel);
   // An empty root of a drive has no entries at all, not even "." and "..".
   if (error == ErrorFileNotFound) return 0;
   if (error != 0) return error;

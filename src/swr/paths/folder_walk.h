@@ -19,7 +19,7 @@ struct WalkOptions {
   bool recursive = true;
   bool includeHidden = false;  // report hidden and system files, and enter such folders
   bool withSizes = true;       // otherwise FoundFile::size may be 0, which saves a call per file
-  const std::atomic<bool>* cancel = nullptr;  // may be null; checked before each entry
+  const std::atomic<bool>* cancel = nullptr;  // may be null; checked at each entry
   // Enter links to folders too, except links to a folder that the walk is inside.
   bool followLinks = false;
   // Whether to report a file or enter a folder, by its path below the root; empty for all.

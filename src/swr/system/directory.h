@@ -1,6 +1,7 @@
 // Listing one folder.
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -30,9 +31,10 @@ std::optional<FolderIdentity> IdentityOfFolder(const std::u16string& folder);
 
 // Appends the entries of `folder` (in the form that the system takes) in no particular order,
 // without "." and "..", and returns 0. On failure returns a Windows error code and appends nothing.
-// An error in the middle of a listing is treated as its end. Without `withSizes` the sizes may be
-// 0.
+// An error in the middle of a listing ends it as if it were complete, and so does `cancel` (which
+// may be null) once it is set. Without `withSizes` the sizes may be 0.
 [[nodiscard]] uint32_t ReadDirectory(const std::u16string& folder,
-                                     std::vector<DirectoryEntry>& entries, bool withSizes = true);
+                                     std::vector<DirectoryEntry>& entries, bool withSizes = true,
+                                     const std::atomic<bool>* cancel = nullptr);
 
 }  // namespace swr

@@ -55,7 +55,7 @@ std::optional<FolderIdentity> IdentityOfFolder(const std::u16string& folder) {
 }
 
 uint32_t ReadDirectory(const std::u16string& folder, std::vector<DirectoryEntry>& entries,
-                       bool withSizes) {
+                       bool withSizes, const std::atomic<bool>* cancel) {
   if (const auto fault = InjectedFault(SystemCall::ListDirectory)) return *fault;
   const UniqueHandle<DirectoryStreamTraits> stream(opendir(PathBytesFromText(folder).c_str()));
   if (!stream) {
@@ -63,6 +63,7 @@ uint32_t ReadDirectory(const std::u16string& folder, std::vector<DirectoryEntry>
     return errno == ENOENT ? ErrorPathNotFound : ErrorFromErrno(errno);
   }
   while (!InjectedFault(SystemCall::NextEntry)) {
+    if (cancel != nullptr && *cancel) break;
     const dirent* found = readdir(stream.Get());
     if (found == nullptr) break;
     const std::string_view name = found->d_name;

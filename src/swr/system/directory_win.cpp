@@ -22,7 +22,7 @@ std::optional<FolderIdentity> IdentityOfFolder(const std::u16string& folder) {
 }
 
 uint32_t ReadDirectory(const std::u16string& folder, std::vector<DirectoryEntry>& entries,
-                       bool /*withSizes: they are always there*/) {
+                       bool /*withSizes: they are always there*/, const std::atomic<bool>* cancel) {
   if (const auto fault = InjectedFault(SystemCall::ListDirectory)) return *fault;
   // After the long prefix the system takes the path literally, so doubled separators would not be
   // found.
@@ -34,6 +34,7 @@ uint32_t ReadDirectory(const std::u16string& folder, std::vector<DirectoryEntry>
                                          FIND_FIRST_EX_LARGE_FETCH));
   if (!find) return GetLastError();
   do {
+    if (cancel != nullptr && *cancel) break;
     const std::wstring_view name = data.cFileName;
     if (name == L"." || name == L"..") continue;
     const DWORD attributes = data.dwFileAttributes;

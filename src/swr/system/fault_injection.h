@@ -36,8 +36,9 @@ enum class SystemCall : uint8_t {
   CreateMapping,
   MapView,
   DeliverMessage,
+  StartThread,  // of the intake
 };
-inline constexpr size_t SystemCallCount = static_cast<size_t>(SystemCall::DeliverMessage) + 1;
+inline constexpr size_t SystemCallCount = static_cast<size_t>(SystemCall::StartThread) + 1;
 
 class FaultPlan {
  public:

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "app/intake/intake_run.h"
 #include "app/rows/new_row.h"
 #include "resources/resource_ids.h"
 #include "swr/system/error_codes.h"
@@ -33,7 +34,7 @@ using TextList = std::vector<std::u16string>;
 TEST(NewRowTest, ReadsFileInfo) {
   TempTree tree;
   const std::u16string path = tree.AddFile(u"a.bin", "12345");
-  const Row row = NewRow(path);
+  const Row row = NewRow(LookUpFile(path));
   EXPECT_EQ(row.Path(), path);
   EXPECT_EQ(row.Name(), u"a.bin");
   EXPECT_EQ(row.Folder(), tree.Root());
@@ -46,7 +47,7 @@ TEST(NewRowTest, ReadsFileInfo) {
 
 TEST(NewRowTest, AMissingFileIsBornFailed) {
   TempTree tree;
-  const Row row = NewRow(tree.Path(u"gone.bin"));
+  const Row row = NewRow(LookUpFile(tree.Path(u"gone.bin")));
   EXPECT_EQ(row.status, RowStatus::Failed);
   EXPECT_EQ(row.error, swr::ErrorFileNotFound);
   EXPECT_EQ(row.Name(), u"gone.bin");
@@ -54,7 +55,7 @@ TEST(NewRowTest, AMissingFileIsBornFailed) {
 }
 
 TEST(NewRowTest, AnEmptyPathStaysAsItIs) {
-  const Row row = NewRow(u"");
+  const Row row = NewRow(LookUpFile(u""));
   EXPECT_EQ(row.Path(), u"");
   EXPECT_EQ(row.Name(), u"");
   EXPECT_EQ(row.Folder(), u"");

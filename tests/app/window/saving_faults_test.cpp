@@ -121,9 +121,11 @@ class ReadSettingsScenario {
   FakeView view_;
   FakeDesktop desktop_;
   FakeQueue queue_;
+  FakeIntake fileIntake_;
   FakeInstallSystem installSystem_;
   Installation installation_{installSystem_};
-  MainWindow main_{ScreenOf(view_, desktop_), DesktopOf(desktop_), queue_, installation_};
+  MainWindow main_{ScreenOf(view_, desktop_), DesktopOf(desktop_), queue_, fileIntake_,
+                   installation_};
   bool startsMaximized_ = false;
 };
 

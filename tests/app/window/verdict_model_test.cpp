@@ -10,10 +10,10 @@
 namespace app::testing {
 namespace {
 
-void ExpectRuns(uint32_t runs, int steps, size_t longestList) {
+void ExpectRuns(uint32_t runs, int steps, size_t longestList, bool overlaps = false) {
   RandomFiles files;
   for (uint32_t seed = 1; seed <= runs; ++seed) {
-    RandomWindow window(files, seed, longestList);
+    RandomWindow window(files, seed, longestList, overlaps);
     std::string events;
     for (int step = 0; step < steps; ++step) {
       events += window.Step() + "; ";
@@ -30,6 +30,12 @@ TEST(VerdictModelTest, AfterRandomEventsAllVerdictsFollowTheRules) { ExpectRuns(
 TEST(VerdictModelTest, AfterRandomEventsInLongListsToo) {
   ExpectRuns(40, 60, 60);
   ExpectRuns(3, 60, 2000);
+}
+
+// Files are looked up one by one while everything else happens.
+TEST(VerdictModelTest, SoTheyDoWhileFilesAreLookedUp) {
+  ExpectRuns(600, 80, 5, true);
+  ExpectRuns(20, 80, 60, true);
 }
 
 }  // namespace

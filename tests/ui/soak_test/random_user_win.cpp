@@ -1,18 +1,25 @@
 #include "tests/ui/soak_test/random_user_win.h"
 
+#include <chrono>
+
 #include "resources/resource_ids.h"
 #include "tests/ui/soak_test/window_reader_win.h"
 
 namespace app::testing {
 
 RandomUser::RandomUser(Dice& dice, FileWorld& world, const RunningWindow& window)
-    : dice_(dice), world_(world), window_(window), model_(world) {}
+    : dice_(dice),
+      world_(world),
+      window_(window),
+      model_(world),
+      slowFileInfo_(window.Handle(), "GetFileAttributesExW", std::chrono::milliseconds(5)) {}
 
 const std::vector<RandomUser::Kind>& RandomUser::Kinds() {
   static const std::vector<Kind> kinds = {
       {"files dropped", 14, &RandomUser::DropFiles},
       {"folders dropped", 8, &RandomUser::DropFolder},
       {"crowds dropped", 1, &RandomUser::DropCrowd},
+      {"folders on a slow share dropped", 3, &RandomUser::DropSlowFolder},
       {"checksum files dropped", 10, &RandomUser::DropList},
       {"files picked", 2, &RandomUser::PickFiles},
       {"checksum files picked", 2, &RandomUser::PickList},
@@ -113,7 +120,9 @@ std::vector<int> RandomUser::SomeRows(size_t most) {
   return {chosen.begin(), chosen.end()};
 }
 
+// Files that take long to look up come later.
 void RandomUser::ExpectRowCount(const char* after) const {
+  WaitFor([&] { return static_cast<size_t>(window_.RowCount()) == model_.rows.size(); });
   const auto seen = static_cast<size_t>(window_.RowCount());
   if (seen == model_.rows.size()) return;
   throw Disagreement(std::string("after ") + after + " there are " + std::to_string(seen) +

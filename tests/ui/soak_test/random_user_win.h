@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "tests/ui/running_window_win.h"
+#include "tests/ui/slow_import_win.h"
 #include "tests/ui/soak_test/comparison.h"
 #include "tests/ui/soak_test/dice.h"
 #include "tests/ui/soak_test/file_world_win.h"
@@ -55,6 +56,7 @@ class RandomUser {
   std::string DropFiles();
   std::string DropFolder();
   std::string DropCrowd();
+  std::string DropSlowFolder();
   std::string DropList();
   std::string PickFiles();
   std::string PickList();
@@ -111,6 +113,7 @@ class RandomUser {
   FileWorld& world_;
   const RunningWindow& window_;
   WindowModel model_;
+  const SlowImport slowFileInfo_;
   ReferenceWindow reference_;  // from the last comparison
   std::map<std::string, size_t> counts_;
   std::atomic<const char*> doing_ = "starting";

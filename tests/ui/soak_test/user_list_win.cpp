@@ -6,6 +6,7 @@
 #include "resources/resource_ids.h"
 #include "swr/text/encoding.h"
 #include "tests/ui/program_dialog_win.h"
+#include "tests/ui/replaced_import_win.h"
 #include "tests/ui/soak_test/random_user_win.h"
 
 namespace app::testing {
@@ -59,7 +60,22 @@ std::string RandomUser::DropCrowd() {
   return std::to_string(added) + " new";
 }
 
-// A checksum file that no row comes from yet, so that every row of the window can be identified.
+// The files are looked up slowly, and the window is used meanwhile. Now and then the list is
+// cleared before all of them have come.
+std::string RandomUser::DropSlowFolder() {
+  const std::u16string& folder = dice_.Of(world_.Folders());
+  const ReplacedImport slow(window_.Handle(), "GetFileAttributesExW", slowFileInfo_.Replacement());
+  window_.Drop({folder});
+  for (size_t count = dice_.Pick(4); count > 0; --count) {
+    dice_.OneIn(2) ? EditBox() : dice_.OneIn(2) ? Scroll() : ResizeWindow();
+  }
+  if (dice_.OneIn(5)) return "and the list cleared" + Clear();
+  const size_t added = model_.Add(world_.Walk(folder, model_.includeHidden));
+  ExpectRowCount("a drop of a slow folder");
+  return std::to_string(added) + " new";
+}
+
+// A checksum file from which no row came yet, so that every row of the window can be identified.
 std::optional<size_t> RandomUser::FreshList() {
   const size_t list = dice_.Of(world_.Lists());
   return model_.HasRowsOf(list) ? std::nullopt : std::optional(list);
@@ -87,8 +103,10 @@ std::string RandomUser::DropList() {
   window_.Drop({file.path});
   model_.Add({*list});
   ExpectRowCount("a drop of a checksum file");
-  if (!window_.IsShown(IDC_BANNER) ||
-      !window_.Text(IDC_BANNER).starts_with(u"This looks like a checksum file.")) {
+  if (!WaitFor([&] {
+        return window_.IsShown(IDC_BANNER) &&
+               window_.Text(IDC_BANNER).starts_with(u"This looks like a checksum file.");
+      })) {
     throw Disagreement("a dropped checksum file is not offered");
   }
   if (dice_.OneIn(8)) return name + " left alone";

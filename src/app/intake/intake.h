@@ -1,0 +1,35 @@
+// Looking files up, as the flows see it: they start requests, and take the answers in batches.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <memory>
+
+#include "app/intake/intake_request.h"
+
+namespace app {
+
+// Called on the window's thread only.
+class Intake {
+ public:
+  virtual ~Intake() = default;
+
+  // Works on the request once all earlier ones are done. Returns its id; ids count from 1.
+  virtual uint64_t Start(IntakeRequest request) = 0;
+  // Ends all requests. Walks stop. The remaining files of the checksum file that is being worked on
+  // still come, without being looked up; of requests that have not begun only the end comes. A
+  // system call that is in progress delays this until it returns.
+  virtual void Cancel() = 0;
+  // Ends all requests; no further batch comes of them.
+  virtual void Discard() = 0;
+  // Waits until a full batch or the end of a request can be taken. Returns false once the deadline
+  // has passed, or if no request is left.
+  virtual bool WaitForBatch(std::chrono::steady_clock::time_point deadline) = 0;
+  // The next batch, or null if none is there yet.
+  virtual std::unique_ptr<IntakeBatch> Take() = 0;
+  // To be called when Take found nothing: the next batch is announced again. Returns false, and
+  // does nothing, if a batch has come in the meantime.
+  virtual bool AnnounceNext() = 0;
+};
+
+}  // namespace app

@@ -1,0 +1,23 @@
+#include "app/window/found_files_pump_win.h"
+
+#include "app/window/window_messages_win.h"
+
+namespace app {
+
+bool FoundFilesPump::Announce() const {
+  return PostMessageW(window_, WM_APP_FILES_FOUND, 0, 0) != FALSE;
+}
+
+void FoundFilesPump::OnAnnounced(FileArrivals& arrivals) {
+  // The messages of a timer come after the user's input. It is set first: a message about a
+  // checksum file can be open for long, and files that are found meanwhile are to be taken.
+  SetTimer(window_, IDT_FOUND_FILES, FoundFilesInterval, nullptr);
+  TakeSome(arrivals);
+}
+
+void FoundFilesPump::TakeFor(std::chrono::milliseconds longest, FileArrivals& arrivals) {
+  if (arrivals.TakeSome(longest)) return;
+  if (intake_.AnnounceNext()) KillTimer(window_, IDT_FOUND_FILES);
+}
+
+}  // namespace app

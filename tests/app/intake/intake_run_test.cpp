@@ -1,0 +1,182 @@
+#include "app/intake/intake_run.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <string>
+#include <vector>
+
+#include "swr/system/error_codes.h"
+#include "swr/text/encoding.h"
+#include "tests/support/fault_plan.h"
+#include "tests/support/temp_tree.h"
+
+namespace app::testing {
+namespace {
+
+using swr::SystemCall;
+using swr::testing::InstalledFaults;
+using swr::testing::TempTree;
+
+struct IntakeRunTest : ::testing::Test {
+  IntakeEnd Run(const IntakeRequest& request) {
+    return RunIntake(request, cancel,
+                     {.announced =
+                          [&](std::u16string path) {
+                            EXPECT_TRUE(files.empty());
+                            announced.push_back(std::move(path));
+                            return announced.size() != refuseAfter;
+                          },
+                      .found =
+                          [&](IntakeFile file) {
+                            files.push_back(std::move(file));
+                            if (files.size() == cancelAfter) cancel = true;
+                            return files.size() != refuseAfter;
+                          }});
+  }
+  std::vector<std::string> Names() const {
+    std::vector<std::string> names;
+    for (const IntakeFile& file : files) {
+      names.push_back(swr::WideToUtf8(file.path.substr(tree.Root().size() + 1)));
+    }
+    return names;
+  }
+
+  TempTree tree;
+  std::atomic<bool> cancel = false;
+  size_t cancelAfter = SIZE_MAX;
+  size_t refuseAfter = SIZE_MAX;
+  std::vector<std::u16string> announced;
+  std::vector<IntakeFile> files;
+};
+
+TEST_F(IntakeRunTest, ReportsFilesAndFoldersInTheOrderGiven) {
+  const std::u16string single = tree.AddFile(u"z.bin", "four");
+  tree.AddFile(u"folder/b10.bin");
+  tree.AddFile(u"folder/b9.bin", "nine bytes");
+  const IntakeEnd end = Run(PathsRequest{.paths = {single, tree.Path(u"folder")}});
+  EXPECT_FALSE(end.cancelled);
+  ASSERT_EQ(files.size(), 3u);
+  EXPECT_EQ(files[0].path, single);
+  EXPECT_EQ(files[0].size, 4u);
+  EXPECT_EQ(files[0].modified, swr::testing::ModifiedTime(single));
+  EXPECT_FALSE(files[0].isWalked);
+  EXPECT_EQ(files[1].path, tree.Path(u"folder/b9.bin"));
+  EXPECT_EQ(files[1].size, 10u);
+  EXPECT_TRUE(files[1].isWalked);
+  EXPECT_EQ(files[1].walkedPath, u"") << "it is the same";
+  EXPECT_EQ(files[2].path, tree.Path(u"folder/b10.bin"));
+}
+
+TEST_F(IntakeRunTest, ReportsWhatCannotBeLookedUpAsFailed) {
+  Run(PathsRequest{.paths = {tree.Path(u"absent"), u""}});
+  ASSERT_EQ(files.size(), 2u);
+  EXPECT_TRUE(files[0].failed);
+  EXPECT_EQ(files[0].error, swr::ErrorFileNotFound);
+  EXPECT_TRUE(files[1].failed);
+  EXPECT_EQ(files[1].path, u"");
+}
+
+TEST_F(IntakeRunTest, AFileThatFailsInAFolderIsStillReported) {
+  tree.AddFile(u"folder/a.bin");
+  // IsDirectoryPath asks first.
+  const InstalledFaults faults(
+      {{.call = SystemCall::PathInfo, .nth = 2, .code = swr::ErrorNetworkNameGone}});
+  Run(PathsRequest{.paths = {tree.Path(u"folder")}});
+  ASSERT_EQ(files.size(), 1u);
+  EXPECT_TRUE(files[0].failed);
+  EXPECT_EQ(files[0].error, swr::ErrorNetworkNameGone);
+}
+
+TEST_F(IntakeRunTest, ReadsTheLinesOfAChecksumFile) {
+  tree.AddFile(u"a.bin", "abc");
+  const std::u16string list =
+      tree.AddFile(u"list.sha256", "# comment\n" + std::string(64, '1') + "  a.bin\nrubbish\n" +
+                                       std::string(64, '2') + "  absent.bin\n");
+  const IntakeEnd end = Run(ChecksumFileRequest{list});
+  EXPECT_FALSE(end.readError);
+  EXPECT_EQ(end.skippedLines, std::vector<uint32_t>{3});
+  ASSERT_EQ(files.size(), 2u);
+  EXPECT_EQ(files[0].path, tree.Path(u"a.bin"));
+  EXPECT_EQ(files[0].size, 3u);
+  ASSERT_TRUE(files[0].listed);
+  EXPECT_EQ(files[0].listed->digest, std::vector<uint8_t>(32, 0x11));
+  EXPECT_EQ(files[0].listed->candidates.front(), swr::AlgoId::Sha256);
+  EXPECT_EQ(files[0].listed->lineNumber, 2u);
+  EXPECT_TRUE(files[1].failed);
+  EXPECT_EQ(files[1].error, swr::ErrorFileNotFound);
+  EXPECT_EQ(files[1].listed->lineNumber, 4u);
+}
+
+TEST_F(IntakeRunTest, AnnouncesListedPathsBeforeTheFirstFileWhenAsked) {
+  const std::u16string list = tree.AddFile(
+      u"list.sha256", std::string(64, '1') + "  a\n" + std::string(64, '1') + "  sub/../b\n");
+  Run(ChecksumFileRequest{list});
+  EXPECT_TRUE(announced.empty());
+  files.clear();
+  Run(ChecksumFileRequest{list, true});
+  EXPECT_EQ(announced, (std::vector{tree.Path(u"a"), tree.Path(u"b")}));
+  EXPECT_EQ(files.size(), 2u);
+}
+
+TEST_F(IntakeRunTest, SaysWhyAChecksumFileCannotBeRead) {
+  const IntakeEnd end = Run(ChecksumFileRequest{tree.Path(u"absent.sha256")});
+  EXPECT_EQ(end.readError, swr::ErrorFileNotFound);
+  EXPECT_TRUE(files.empty());
+}
+
+TEST_F(IntakeRunTest, ACancelEndsAWalkWhereItIs) {
+  tree.AddFile(u"folder/a.bin");
+  tree.AddFile(u"folder/b.bin");
+  tree.AddFile(u"folder/c/d.bin");
+  const std::u16string later = tree.AddFile(u"later.bin");
+  cancelAfter = 2;
+  const IntakeEnd end = Run(PathsRequest{.paths = {tree.Path(u"folder"), later}});
+  EXPECT_TRUE(end.cancelled);
+  EXPECT_EQ(Names().size(), 2u);
+}
+
+// A verdict about the list must not leave lines out: rows that were never looked at count as "not
+// checked".
+TEST_F(IntakeRunTest, ACancelStillReportsEveryLineOfAChecksumFile) {
+  std::string text;
+  for (const char name : {'a', 'b', 'c', 'd'}) {
+    tree.AddFile(std::u16string(1, static_cast<char16_t>(name)));
+    text += std::string(64, '1') + "  " + name + "\n";
+  }
+  const std::u16string list = tree.AddFile(u"list.sha256", text);
+  cancelAfter = 2;
+  const InstalledFaults calls;
+  const IntakeEnd end = Run(ChecksumFileRequest{list});
+  EXPECT_TRUE(end.cancelled);
+  ASSERT_EQ(files.size(), 4u);
+  EXPECT_TRUE(files[1].lookedUp);
+  EXPECT_FALSE(files[2].lookedUp);
+  EXPECT_FALSE(files[2].failed);
+  EXPECT_EQ(calls.Count(SystemCall::PathInfo), 2u);
+}
+
+TEST_F(IntakeRunTest, NothingIsAskedForARequestThatWasCancelledBefore) {
+  const std::u16string list = tree.AddFile(u"list.sha256", std::string(64, '1') + "  a\n");
+  cancel = true;
+  const InstalledFaults calls;
+  EXPECT_TRUE(Run(ChecksumFileRequest{list}).cancelled);
+  EXPECT_TRUE(Run(PathsRequest{.paths = {list}}).cancelled);
+  EXPECT_TRUE(files.empty());
+  EXPECT_EQ(calls.Count(SystemCall::OpenFile), 0u);
+  EXPECT_EQ(calls.Count(SystemCall::PathInfo), 0u);
+}
+
+TEST_F(IntakeRunTest, EndsWhenNoMoreFilesAreWanted) {
+  const std::u16string list =
+      tree.AddFile(u"list.sha256", std::string(64, '1') + "  a\n" + std::string(64, '1') + "  b\n");
+  refuseAfter = 1;
+  Run(ChecksumFileRequest{list});
+  EXPECT_EQ(files.size(), 1u);
+  files.clear();
+  Run(PathsRequest{.paths = {list, list}});
+  EXPECT_EQ(files.size(), 1u);
+}
+
+}  // namespace
+}  // namespace app::testing

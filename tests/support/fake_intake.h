@@ -1,0 +1,105 @@
+// An intake that looks files up on the caller's thread when a request is started, and hands the
+// answers over at once or when the test says so.
+#pragma once
+
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <memory>
+#include <string>
+#include <utility>
+
+#include "app/intake/intake.h"
+#include "app/intake/intake_run.h"
+
+namespace app::testing {
+
+class FakeIntake final : public Intake {
+ public:
+  uint64_t Start(IntakeRequest request) override {
+    const uint64_t id = ++lastId_;
+    const size_t most = isHeld ? 1 : 256;
+    IntakeBatch batch{.requestId = id};
+    const auto next = [&] { found_.push_back(std::exchange(batch, {.requestId = id})); };
+    const std::atomic<bool> cancel = false;
+    IntakeEnd end = RunIntake(request, cancel,
+                              {.announced =
+                                   [&](std::u16string path) {
+                                     batch.announcedPaths.push_back(std::move(path));
+                                     return true;
+                                   },
+                               .found =
+                                   [&](IntakeFile file) {
+                                     batch.files.push_back(std::move(file));
+                                     if (batch.files.size() == most) next();
+                                     return true;
+                                   }});
+    batch.end = std::move(end);
+    next();
+    if (!isHeld) released_ = found_.size();
+    return id;
+  }
+
+  // As if all files that have not been released were still to be looked up.
+  void Cancel() override {
+    std::deque<IntakeBatch> left;
+    for (size_t i = 0; i < found_.size(); ++i) {
+      IntakeBatch& batch = found_[i];
+      if (i >= released_) {
+        const bool hasBegun = batch.requestId == current_;
+        std::erase_if(batch.files,
+                      [&](const IntakeFile& file) { return !file.listed || !hasBegun; });
+        for (IntakeFile& file : batch.files) {
+          file = {
+              .path = std::move(file.path), .lookedUp = false, .listed = std::move(file.listed)};
+        }
+        if (!hasBegun) batch.announcedPaths.clear();
+        if (batch.end) {
+          batch.end->cancelled = true;
+          if (!hasBegun) {
+            batch.end->readError.reset();
+            batch.end->skippedLines.clear();
+          }
+        } else if (batch.files.empty() && batch.announcedPaths.empty()) {
+          continue;
+        }
+      }
+      left.push_back(std::move(batch));
+    }
+    found_ = std::move(left);
+  }
+  void Discard() override {
+    found_.clear();
+    released_ = 0;
+  }
+  bool WaitForBatch(std::chrono::steady_clock::time_point) override { return released_ > 0; }
+  std::unique_ptr<IntakeBatch> Take() override {
+    if (released_ == 0) return nullptr;
+    --released_;
+    auto taken = std::make_unique<IntakeBatch>(std::move(found_.front()));
+    found_.pop_front();
+    current_ = taken->end ? 0 : taken->requestId;
+    return taken;
+  }
+  bool AnnounceNext() override { return released_ == 0; }
+
+  // Lets up to `most` further batches be taken. A batch of a held intake has one file; the paths
+  // that a checksum file announces come with the first.
+  void Release(size_t most) {
+    released_ = most > found_.size() - released_ ? found_.size() : released_ + most;
+  }
+  bool IsIdle() const { return found_.empty(); }
+
+  bool isHeld = false;  // for requests that are started from here on
+
+ private:
+  uint64_t lastId_ = 0;
+  uint64_t current_ = 0;  // the request whose first batch has been taken and its last has not
+  std::deque<IntakeBatch> found_;
+  size_t released_ = 0;  // of found_, from the first
+};
+
+}  // namespace app::testing

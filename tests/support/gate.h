@@ -1,0 +1,35 @@
+// A system call that does not return.
+#pragma once
+
+#include <condition_variable>
+#include <mutex>
+
+namespace swr::testing {
+
+// Holds every thread that passes until it is opened.
+class Gate {
+ public:
+  void Pass() {
+    std::unique_lock lock(mutex_);
+    ++arrived_;
+    changed_.notify_all();
+    changed_.wait(lock, [this] { return open_; });
+  }
+  void Open() {
+    const std::lock_guard lock(mutex_);
+    open_ = true;
+    changed_.notify_all();
+  }
+  void WaitForArrival() {
+    std::unique_lock lock(mutex_);
+    changed_.wait(lock, [this] { return arrived_ > 0; });
+  }
+
+ private:
+  std::mutex mutex_;
+  std::condition_variable changed_;
+  bool open_ = false;
+  int arrived_ = 0;
+};
+
+}  // namespace swr::testing

@@ -1,0 +1,27 @@
+// Makes a system call of a running program slow, as on a distant share.
+#pragma once
+
+#include "swr/system/windows_api_win.h"
+
+#include <chrono>
+#include <cstdint>
+#include <string_view>
+
+namespace app::testing {
+
+// For 64-bit programs. Throws std::runtime_error when the program can't be changed.
+class SlowImport {
+ public:
+  // Prepares the change of a function that the program imports from kernel32, with three arguments
+  // at most.
+  SlowImport(HWND window, std::string_view function, std::chrono::milliseconds delay);
+
+  // What goes to ReplacedImport to make the function slow. It stays in the program's memory as long
+  // as the program runs, because a thread may be in it at any time.
+  FARPROC Replacement() const { return replacement_; }
+
+ private:
+  FARPROC replacement_ = nullptr;
+};
+
+}  // namespace app::testing
