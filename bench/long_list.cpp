@@ -115,9 +115,13 @@ class Loop : public LoopParts, public app::testing::WindowFlows {
           continue;
         }
       }
+      const auto start = Clock::now();
       const bool foundFiles = Follow(filesWait_, [&] { return TakeFiles(); });
       const bool foundJobs = Follow(jobsWait_, [&] { return TakeResults(); });
-      if (foundFiles || foundJobs) std::this_thread::sleep_for(std::chrono::milliseconds(15));
+      // As the dialog's timers: a tick is due 15 ms after the last one, however long that took.
+      if (foundFiles || foundJobs) {
+        std::this_thread::sleep_until(start + std::chrono::milliseconds(15));
+      }
     }
   }
 

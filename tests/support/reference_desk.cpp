@@ -166,6 +166,7 @@ void ReferenceWindow::ForgetPlainRow(const std::u16string& path) {
   });
   if (found != rows.end()) {
     DropJobsOf(found->id);
+    RememberRemoved(*found);
     rows.erase(found);
   }
   selection.clear();

@@ -52,7 +52,13 @@ std::vector<std::u16string> ReferenceWindow::TakeFiles(size_t count, uint64_t& n
   return messages;
 }
 
+// What was dropped before it was removed does not come back.
+void ReferenceWindow::RememberRemoved(const ReferenceFileRow& row) {
+  for (ReferenceIntake& intake : intakes) intake.removed.insert(swr::ToLowerText(row.path));
+}
+
 void ReferenceWindow::TakeAdded(ReferenceIntake& intake, ReferenceFileRow file) {
+  if (intake.removed.contains(swr::ToLowerText(file.path))) return;
   for (const ReferenceFileRow& row : rows) {
     if (swr::ToLowerText(row.path) == swr::ToLowerText(file.path)) return;
   }

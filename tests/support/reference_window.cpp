@@ -214,6 +214,7 @@ void ReferenceWindow::Tick(const std::u16string& currentPath) {
 void ReferenceWindow::Remove(const std::set<size_t>& indexes) {
   for (auto index = indexes.rbegin(); index != indexes.rend(); ++index) {
     DropJobsOf(rows[*index].id);
+    RememberRemoved(rows[*index]);
     rows.erase(rows.begin() + static_cast<std::ptrdiff_t>(*index));
   }
   selection.clear();

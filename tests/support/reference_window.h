@@ -81,6 +81,7 @@ struct ReferenceIntake {
   bool isCancelled = false;
   bool hasBegun = false;  // the first file has come
   bool hasRows = false;
+  std::set<std::u16string> removed;  // paths in lower case that the user has removed meanwhile
   std::optional<ReferenceFileRow> offered;  // a checksum file that was added by itself
 };
 
@@ -183,6 +184,7 @@ class ReferenceWindow {
   void TakeListed(ReferenceIntake& intake, ReferenceFileRow file);
   std::optional<std::u16string> EndIntake();
   void CancelIntakes();
+  void RememberRemoved(const ReferenceFileRow& row);
   void ForgetPlainRow(const std::u16string& path);
   void FinishLookUp(const ReferenceFileRow& row);
   void OfferToVerify(const ReferenceFileRow& row);

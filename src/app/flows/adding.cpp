@@ -28,18 +28,25 @@ class KnownFiles {
              swr::ToLowerText(row.Path()) == swr::ToLowerText(path);
     };
     return std::ranges::any_of(rows_.IndexesOfPath(path), isPathOf) ||
-           (!walkedPaths_.empty() && walkedPaths_.contains(swr::ToLowerText(path)));
+           (!otherPaths_.empty() && otherPaths_.contains(swr::ToLowerText(path)));
   }
 
   // The row was made from this path of a walk, which differs from that of the row.
   void AddWalked(const std::u16string& walked, const Row& row) {
-    walkedPaths_.insert(swr::ToLowerText(walked));
+    otherPaths_.insert(swr::ToLowerText(walked));
     walkedOtherwise_.insert(row.id);
+  }
+
+  // The row is removed, but stays known.
+  void KeepRemoved(const Row& row) {
+    if (!walkedOtherwise_.contains(row.id)) otherPaths_.insert(swr::ToLowerText(row.Path()));
   }
 
  private:
   const RowTable& rows_;
-  std::unordered_set<std::u16string> walkedPaths_;
+  // In lower case: paths of walks that differ from those of their rows, and paths of rows that were
+  // removed.
+  std::unordered_set<std::u16string> otherPaths_;
   std::unordered_set<uint64_t> walkedOtherwise_;
 };
 
@@ -63,6 +70,10 @@ class AddedFiles final : public FileReceiver {
     if (!firstNew_) firstNew_ = before;
     isUpToDate_ = false;
     if (!isCancelled) hashing_.QueueFrom(before);
+  }
+
+  void OnRemoval(const std::vector<const Row*>& rows) override {
+    for (const Row* row : rows) known_.KeepRemoved(*row);
   }
 
   void Show() override {

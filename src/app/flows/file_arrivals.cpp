@@ -78,6 +78,10 @@ void FileArrivals::Forget() {
   open_ = {};
 }
 
+void FileArrivals::OnRemoval(const std::vector<const Row*>& rows) {
+  for (Request& request : requests_) request.receiver->OnRemoval(rows);
+}
+
 bool FileArrivals::IsOpen(uint64_t id) const {
   return std::ranges::find(requests_, id, &Request::id) != requests_.end();
 }

@@ -15,6 +15,7 @@
 #include "app/flows/open_requests.h"
 #include "app/flows/refresh.h"
 #include "app/intake/intake.h"
+#include "app/rows/row.h"
 #include "app/screen/frame.h"
 
 namespace app {
@@ -29,6 +30,9 @@ class FileReceiver {
   // Appends the rows of these files. If the user has cancelled the request, they are cancelled and
   // nothing is queued for them.
   virtual void Take(std::vector<IntakeFile> files, bool isCancelled) = 0;
+  // The user is removing these rows. What was asked for before knows them all the same: the files
+  // do not come back.
+  virtual void OnRemoval(const std::vector<const Row*>& rows) = 0;
   // Brings the list view in line with the rows, after one or several calls of Take.
   virtual void Show() = 0;
   // After the last file. Returns what the user has to be told in a message, if anything.
@@ -52,6 +56,8 @@ class FileArrivals {
   void Cancel();
   // Ends all requests; nothing more comes of them.
   void Forget();
+  // To be called before the user removes these rows.
+  void OnRemoval(const std::vector<const Row*>& rows);
 
   const OpenRequests& Open() const { return open_; }
 

@@ -5,6 +5,7 @@
 namespace app {
 
 void ListEdits::RemoveRows(const RowIds& ids) {
+  if (uses_.arrivals.Open().Any()) uses_.arrivals.OnRemoval(FindRows(uses_.rows, ids));
   uses_.hashing.Forget(ids);
   uses_.rows.Remove(ids);
   uses_.list.ClearSelection();

@@ -73,6 +73,8 @@ class ListedFiles final : public FileReceiver {
     if (!isCancelled) hashing_.QueueFrom(before);
   }
 
+  void OnRemoval(const std::vector<const Row*>&) override {}
+
   void Show() override {
     if (std::exchange(isUpToDate_, true)) return;
     const bool isFirst = !std::exchange(wasShown_, true);

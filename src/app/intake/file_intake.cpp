@@ -11,6 +11,7 @@
 
 #include "app/intake/intake_run.h"
 #include "swr/system/fault_injection.h"
+#include "swr/system/thread_schedule.h"
 
 namespace app {
 namespace {
@@ -141,6 +142,8 @@ bool FileIntake::State::AnnounceNext() {
 }
 
 void FileIntake::State::RunUntilStopped() {
+  // As the worker's thread: neither is to take the other's core.
+  swr::PreferThroughput();
   std::unique_lock lock(mutex_);
   while (true) {
     wake_.wait(lock, [this] { return stop_ || !requests_.empty(); });

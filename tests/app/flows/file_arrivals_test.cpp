@@ -282,6 +282,23 @@ TEST_F(FileArrivalsTest, RemovedRowsStayAwayAndTheRestComes) {
   EXPECT_EQ(window.queue.jobs.size(), 1u);
 }
 
+// A drop of what is there already adds nothing, even if it goes before all of the drop is looked
+// up.
+TEST_F(FileArrivalsTest, RowsThatAreRemovedAfterTheirFilesWereDroppedAgainDoNotComeBack) {
+  window.adding.AddPaths({tree.Root()});
+  window.LookUpFiles();
+  window.adding.AddPaths({tree.Path(u"./")});
+  window.LookUpFiles();
+  ASSERT_EQ(window.rows.Size(), 6u);
+  window.adding.AddPaths({tree.Root()});
+  window.RemoveRows({0, 1, 2, 3, 4, 5});
+  window.LookUpFiles();
+  EXPECT_TRUE(window.rows.IsEmpty());
+  window.adding.AddPaths({tree.Root()});
+  window.LookUpFiles();
+  EXPECT_EQ(window.rows.Size(), 3u);
+}
+
 // ---- Messages.
 
 TEST_F(FileArrivalsTest, AChecksumFileThatCannotBeReadIsReportedWhenThatIsKnown) {
