@@ -66,11 +66,11 @@ std::string RandomUser::DropSlowFolder() {
   const std::u16string& folder = dice_.Of(world_.Folders());
   const ReplacedImport slow(window_.Handle(), "GetFileAttributesExW", slowFileInfo_.Replacement());
   window_.Drop({folder});
+  const size_t added = model_.Add(world_.Walk(folder, model_.includeHidden));
   for (size_t count = dice_.Pick(4); count > 0; --count) {
     dice_.OneIn(2) ? EditBox() : dice_.OneIn(2) ? Scroll() : ResizeWindow();
   }
   if (dice_.OneIn(5)) return "and the list cleared" + Clear();
-  const size_t added = model_.Add(world_.Walk(folder, model_.includeHidden));
   ExpectRowCount("a drop of a slow folder");
   return std::to_string(added) + " new";
 }
