@@ -11,6 +11,7 @@
 #include "swr/system/fault_injection.h"
 #include "swr/system/file_time_posix.h"
 #include "swr/system/path_bytes_posix.h"
+#include "swr/system/write_all_posix.h"
 
 namespace swr {
 namespace {
@@ -107,16 +108,7 @@ uint32_t OutputFile::Create(const std::u16string& path, OutputFile& file) {
 }
 
 uint32_t OutputFile::Write(std::string_view bytes) {
-  while (!bytes.empty()) {
-    if (const auto fault = InjectedFault(SystemCall::WriteFile)) return *fault;
-    const ssize_t written = write(AsDescriptor(handle_.Get()), bytes.data(), bytes.size());
-    if (written >= 0) {
-      bytes.remove_prefix(static_cast<size_t>(written));
-    } else if (errno != EINTR) {
-      return ErrorFromErrno(errno);
-    }
-  }
-  return 0;
+  return WriteAll(AsDescriptor(handle_.Get()), bytes);
 }
 
 uint32_t WriteWholeFile(const std::u16string& path, std::string_view bytes) {

@@ -1,0 +1,31 @@
+// Writing to a descriptor until everything is written, for what replaces files and what overwrites
+// them.
+#pragma once
+
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+#include "swr/system/errno_posix.h"
+#include "swr/system/fault_injection.h"
+
+namespace swr {
+
+// Returns 0, or a Windows error code; part of the bytes may be written then. No bytes make no call.
+[[nodiscard]] inline uint32_t WriteAll(int descriptor, std::string_view bytes) {
+  while (!bytes.empty()) {
+    if (const auto fault = InjectedFault(SystemCall::WriteFile)) return *fault;
+    const ssize_t written = write(descriptor, bytes.data(), bytes.size());
+    if (written >= 0) {
+      bytes.remove_prefix(static_cast<size_t>(written));
+    } else if (errno != EINTR) {
+      return ErrorFromErrno(errno);
+    }
+  }
+  return 0;
+}
+
+}  // namespace swr
