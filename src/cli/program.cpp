@@ -23,7 +23,7 @@ uint32_t ThreadsFor(const Options& options) {
   return options.threads != 0 ? options.threads : std::max(std::thread::hardware_concurrency(), 1u);
 }
 
-// Restricts the colours of the streams to what the user wants.
+// Applies --color and NO_COLOR.
 ConsoleTraits TraitsFor(const Options& options, ConsoleTraits streams) {
   if (options.color == ColorWhen::Always) {
     streams.outHasColors = streams.errHasColors = true;

@@ -4,8 +4,8 @@
     command_line_test.py PROGRAM [EMULATOR...]
 
 Each case is a row of the table: files, arguments, standard input, and the standard output, standard
-error and exit code that they lead to. With an EMULATOR the program is one for Windows; rows that
-only one of the systems can have say so.
+error and exit code that are expected. With an EMULATOR the program is one for Windows; rows for
+only one of the systems are marked.
 """
 
 import os
@@ -60,7 +60,7 @@ CASES = [
     dict(what="the current folder", files={"a": "abc"}, args=["-r", "."],
          out=f"{ABC_SHA256}  ./a\n"),
     dict(what="a folder without -r", files={"d/a": "abc", "b": "abc"}, args=["d", "b"],
-         out=f"{ABC_SHA256}  b\n", err="swrhash: d: is a folder; use -r to go into it\n", code=2),
+         out=f"{ABC_SHA256}  b\n", err="swrhash: d: is a folder; use -r to include its files\n", code=2),
     dict(what="a missing file does not stop the others", files={"b": "abc"}, args=["a", "b"],
          out=f"{ABC_SHA256}  b\n", err=["swrhash: a: "], code=1),
     dict(what="excluded and included names",
@@ -71,10 +71,10 @@ CASES = [
          args=["-r", "--exclude", "e/*", "d"], out=f"{ABC_SHA256}  d/f/a\n"),
     dict(what="names from a file", files={"a": "abc", "b c": "abc", "list": "a\r\n\nb c\n"},
          args=["--files-from", "list"], out=f"{ABC_SHA256}  a\n{ABC_SHA256}  b c\n"),
-    dict(what="names from standard input, ended by nulls", files={"a": "abc", "b c": "abc"},
+    dict(what="names from standard input, terminated by nulls", files={"a": "abc", "b c": "abc"},
          args=["-0", "--files-from", "-"], input="b c\0a\0",
          out=f"{ABC_SHA256}  b c\n{ABC_SHA256}  a\n"),
-    dict(what="a list of names that is not there", files={"a": "abc"}, args=["--files-from", "nope", "a"],
+    dict(what="a missing list of names", files={"a": "abc"}, args=["--files-from", "nope", "a"],
          code=2, out=f"{ABC_SHA256}  a\n", err=["swrhash: nope: "]),
     dict(what="a name that begins with a hyphen", files={"-a": "abc"}, args=["--", "-a"],
          out=f"{ABC_SHA256}  -a\n"),
@@ -140,14 +140,14 @@ CASES = [
          args=["-c", "--ignore-missing", "L"], out="a: OK\n", err=OK_LINE),
     dict(what="nothing verified", files={"L": f"{ABC_SHA256}  a\n"},
          args=["-c", "--ignore-missing", "L"], err="No file was verified.\n", code=2),
-    dict(what="nothing but missing files", files={"L": f"{ABC_SHA256}  a\n"}, args=["-c", "L"],
+    dict(what="only missing files", files={"L": f"{ABC_SHA256}  a\n"}, args=["-c", "L"],
          out="a: FAILED open or read\n", err=["1 missing"], code=2),
     dict(what="quiet and everything OK", files={"a": "abc", "L": f"{ABC_SHA256}  a\n"},
          args=["-c", "--quiet", "L"]),
     dict(what="quiet and a mismatch", files={"a": "abc", "b": "abc", "L": f"{ABC_SHA256}  a\n{DEF_SHA256}  b\n"},
          args=["-c", "--quiet", "L"], out="b: FAILED\n",
          err="Not all files match: 1 OK, 1 FAILED.\n", code=1),
-    dict(what="the exit code alone", files={"a": "abc", "L": f"{DEF_SHA256}  a\n{DEF_SHA256}  b\n"},
+    dict(what="only the exit code", files={"a": "abc", "L": f"{DEF_SHA256}  a\n{DEF_SHA256}  b\n"},
          args=["-c", "--status", "L"], code=1),
     dict(what="a line that is not a checksum", files={"a": "abc", "L": f"hello\n{ABC_SHA256}  a\n"},
          args=["-c", "L"], out="a: OK\n",
@@ -222,7 +222,7 @@ CASES = [
          after={"L": f"# kept\n{'0' * 64}  a\njunk\n{ABC_SHA256}  b\n"}),
     dict(what="a list that already has every file", files={"a": "abc", "L": f"{'0' * 64}  a"},
          args=["--update", "L", "a"], err="0 files added.\n", after={"L": f"{'0' * 64}  a"}),
-    dict(what="the list's own form and line ends",
+    dict(what="the list's own format and line ends",
          files={"a": "abc", "L": f"MD5 (x) = {'0' * 32}\r\nSHA1 (x) = {'0' * 40}\r\n"},
          args=["--update", "L", "a"], err="1 file added.\n",
          after={"L": f"MD5 (x) = {'0' * 32}\r\nSHA1 (x) = {'0' * 40}\r\n"

@@ -1,4 +1,4 @@
-// What differs when the output goes to a terminal.
+// What is different when the output goes to a terminal.
 #include <gtest/gtest.h>
 
 #include "tests/cli/captured_program.h"

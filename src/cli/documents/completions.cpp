@@ -85,7 +85,7 @@ std::string BashCompletion() {
     if (row.shortName != 0) names.push_back(ShortName(row));
     names.push_back(LongName(row));
   }
-  return "# bash completion for swrhash; made from its table of options\n"
+  return "# bash completion for swrhash; generated from its table of options\n"
          "_swrhash() {\n"
          "  local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}\n"
          "  COMPREPLY=()\n"
@@ -107,7 +107,7 @@ std::string BashCompletion() {
 std::string ZshCompletion() {
   std::string text =
       "#compdef swrhash\n"
-      "# zsh completion for swrhash; made from its table of options\n"
+      "# zsh completion for swrhash; generated from its table of options\n"
       "_arguments -s -S \\\n";
   for (const OptionRow& row : AllOptions()) {
     std::string help;
@@ -142,7 +142,7 @@ std::string ZshCompletion() {
 }
 
 std::string FishCompletion() {
-  std::string text = "# fish completion for swrhash; made from its table of options\n";
+  std::string text = "# fish completion for swrhash; generated from its table of options\n";
   for (const OptionRow& row : AllOptions()) {
     text += "complete -c swrhash";
     if (row.shortName != 0) text += std::string(" -s ") + row.shortName;
@@ -172,7 +172,7 @@ std::string PowerShellCompletion() {
       values += "        " + Quoted(name, "''") + " = @('" + Join(words, "', '") + "')\n";
     }
   }
-  return "# PowerShell completion for swrhash; made from its table of options\n"
+  return "# PowerShell completion for swrhash; generated from its table of options\n"
          "Register-ArgumentCompleter -Native -CommandName swrhash, swrhash64 -ScriptBlock {\n"
          "    param($word, $command, $position)\n"
          "    $options = @(\n" +

@@ -76,19 +76,18 @@ std::string ManPage() {
   }
   page +=
       ".SH DESCRIPTION\n"
-      "Calculates checksums of files and writes them as a list, verifies the files that lists\n"
-      "name, compares files with a hash from a web page, and adds files to lists.\n"
-      "A \\fIFILE\\fR can be \\- for standard input, and a folder with \\fB\\-r\\fR.\n"
-      "Files are hashed on all cores; what is printed keeps the order of the files.\n"
-      "A file that changes while it is read gets no digest but an error.\n"
+      "Calculates checksums of files and writes them as a list, verifies the files named in\n"
+      "lists, compares files with a hash from a web page, and adds files to lists.\n"
+      "A \\fIFILE\\fR can be \\- for standard input or, with \\fB\\-r\\fR, a folder.\n"
+      "Files are hashed on all cores; the order of the output does not change.\n"
+      "A file that changes while it is read gets an error instead of a digest.\n"
       ".PP\n"
-      "The lists are those of\n"
+      "Lists have the formats of\n"
       ".BR sha256sum (1)\n"
-      "and its relatives. Beside them, \\fB\\-c\\fR reads what\n"
-      ".BR openssl (1)\n"
-      "writes, a digest alone in a file that is called after the one it belongs to\n"
-      "(\\fIdisk.iso.sha256\\fR), a tab between digest and name, and base64 behind the name of an\n"
-      "algorithm.\n";
+      "and similar tools. In addition, \\fB\\-c\\fR reads the output of\n"
+      ".BR openssl (1),\n"
+      "lines with a tab between digest and name, base64 after the name of an algorithm, and files\n"
+      "that contain only a digest and are named after the hashed file (\\fIdisk.iso.sha256\\fR).\n";
   AppendOptions(page);
   page += ".SH EXIT STATUS\n";
   for (const ExitCodeRow& row : ExitCodes()) {
@@ -97,7 +96,8 @@ std::string ManPage() {
   page +=
       ".SH ENVIRONMENT\n"
       ".TP\n" +
-      Bold("NO_COLOR") + "\nIf set, nothing is coloured unless \\fB\\-\\-color\\fR says so.\n";
+      Bold("NO_COLOR") +
+      "\nIf set, the output is not coloured, except with \\fB\\-\\-color always\\fR.\n";
   page += ".SH EXAMPLES\n";
   for (const ExampleRow& row : Examples()) {
     page += ".TP\n" + Bold(row.command) + "\n" + Escaped(row.meaning) + ".\n";

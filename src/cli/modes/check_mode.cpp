@@ -98,7 +98,7 @@ class CheckJob final : public Job {
     swr::CompareResult result = {CompareOutcome::Pending};
   };
 
-  // Computes these digests and decides the lines that they can decide.
+  // Computes these digests, and the results of the lines that follow from them.
   void Compare(WorkTools& tools, swr::AlgoMask algorithms) {
     const swr::HashOutcome outcome = HashSelected(shared_.run, tools, {.path = path_}, algorithms);
     error_ = outcome.error;

@@ -35,7 +35,7 @@ void ExitStatus::NoteError(uint32_t error) {
 
 std::u16string ErrorWords(uint32_t error) {
   if (error == ErrorFileChanged) return u"the file changed while it was read";
-  if (error == swr::ErrorIsDirectory) return u"is a folder; use -r to go into it";
+  if (error == swr::ErrorIsDirectory) return u"is a folder; use -r to include its files";
   return swr::FormatErrorText(error);
 }
 

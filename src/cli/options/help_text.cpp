@@ -52,7 +52,7 @@ std::string HelpText() {
       "swrhash calculates and verifies checksums of files.\n"
       "\n"
       "  swrhash [OPTION...] FILE...       write checksums; - is standard input\n"
-      "  swrhash -c [OPTION...] [LIST...]  verify the files that lists name\n"
+      "  swrhash -c [OPTION...] [LIST...]  verify the files named in lists\n"
       "  swrhash --expect HASH FILE...     compare files with a hash\n"
       "  swrhash --update LIST FILE...     add files to a list\n";
   OptionGroup group = OptionGroup::General;

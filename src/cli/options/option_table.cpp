@@ -13,11 +13,12 @@ constexpr std::array<OptionRow, 25> table = {{
      "algorithms, several in one pass (default: sha256)",
      "One of crc32, md5, sha1, sha256, sha384, sha512, sha3-256, sha3-384, sha3-512, blake3, "
      "xxh64, "
-     "xxh3, xxh128, md2 and md4. Several, separated by commas or given by several options, are "
-     "calculated in one pass over each file. With --check they say which algorithms a digest that "
-     "names none can belong to."},
-    {OptionId::Recursive, Calculate, 'r', "recursive", None, "", false, "go into folders",
-     "A folder's files come first, then its subfolders, each in natural order."},
+     "xxh3, xxh128, md2 and md4. Several can be given, separated by commas or in several options; "
+     "they are calculated in one pass over each file. With --check, only digests that can belong "
+     "to these algorithms are verified; other lines are skipped."},
+    {OptionId::Recursive, Calculate, 'r', "recursive", None, "", false,
+     "include the files in folders",
+     "In each folder, files come before subfolders, both in natural order."},
     {OptionId::Format, Calculate, 0, "format", Format, "FORMAT", false,
      "sum, bsd, sfv, csv or json (default: sum, or bsd for several algorithms)",
      "sum is the format of sha256sum, for one algorithm. bsd has tagged lines, one for each "
@@ -26,62 +27,60 @@ constexpr std::array<OptionRow, 25> table = {{
      "file."},
     {OptionId::Tag, Calculate, 0, "tag", None, "", false, "the same as --format bsd", ""},
     {OptionId::Output, Calculate, 'o', "output", File, "FILE", false,
-     "write to FILE, which appears whole or not at all",
-     "The list is written beside FILE and put in its place when it is complete. If something goes "
-     "wrong or the program is interrupted, FILE stays as it was."},
+     "write to FILE, which is replaced only when the output is complete",
+     "Until then the output goes to a temporary file in the same folder. If something goes wrong "
+     "or the program is interrupted, FILE is not changed."},
     {OptionId::FilesFrom, Calculate, 0, "files-from", File, "FILE", true,
-     "read names of files from FILE, one a line; - for standard input", ""},
+     "read file names from FILE, one per line; - is standard input", ""},
     {OptionId::Null, Calculate, '0', "null", None, "", false,
-     "the names of --files-from end in a null character", "As find -print0 writes them."},
+     "names in --files-from end in a null character", "As find -print0 writes them."},
 
-    {OptionId::Check, Verify, 'c', "check", None, "", false,
-     "verify the files that the given lists name",
-     "A list can mix the formats sum, bsd and sfv, in any encoding, also inside a PGP clear-signed "
-     "text, whose signature is not checked. Names are taken from the list's own folder. Without a "
-     "LIST, or for -, the list comes from standard input."},
+    {OptionId::Check, Verify, 'c', "check", None, "", false, "verify the files named in lists",
+     "A list can mix the formats sum, bsd and sfv, in UTF-8 or UTF-16, and can be a PGP "
+     "clear-signed text, whose signature is not checked. Names are relative to the list's folder. "
+     "Without a LIST, or if it is -, the list is read from standard input."},
     {OptionId::Quiet, Verify, 'q', "quiet", None, "", false,
-     "don't print OK for each file, nor a summary that all is well", ""},
+     "print only problems: no OK lines, and no summary of a success", ""},
     {OptionId::Status, Verify, 0, "status", None, "", false,
-     "print nothing about files; the exit code says it all", ""},
+     "print no results; only set the exit code", ""},
     {OptionId::IgnoreMissing, Verify, 0, "ignore-missing", None, "", false,
-     "pass over files that don't exist", "If none of the files exists, that is still an error."},
+     "skip files that don't exist", "It is still an error if none of the files exists."},
     {OptionId::Strict, Verify, 0, "strict", None, "", false,
      "fail for lines that aren't checksums and, with --extra, for extra files", ""},
-    {OptionId::Warn, Verify, 'w', "warn", None, "", false, "name each line that isn't a checksum",
+    {OptionId::Warn, Verify, 'w', "warn", None, "", false, "report each line that isn't a checksum",
      ""},
     {OptionId::Extra, Verify, 0, "extra", None, "", false,
-     "also name files below the list's folder that no list names",
-     "If such a file has the digest of a missing one, it is said to have been moved."},
+     "also report files in the list's folder that no list names",
+     "Subfolders are included. A file with the digest of a missing one is reported as moved."},
 
     {OptionId::Expect, Compare, 'e', "expect", Text, "HASH", false,
      "compare the files with a hash from a web page",
      "HASH can be hex or base64, with or without the name of its algorithm, or a whole line of a "
-     "checksum file. If it names no algorithm, all algorithms of its length are tried."},
+     "checksum file. Without a name, all algorithms with that digest length are "
+     "tried."},
 
     {OptionId::Update, OptionGroup::Update, 0, "update", File, "LIST", false,
-     "add to LIST the files that it lacks",
-     "Every line that is there stays as it is. New lines have the format and the algorithms of the "
-     "last one, and names relative to the list's folder. A list that doesn't exist is made. The "
-     "list "
-     "is written whole or not at all."},
+     "add the files that LIST does not contain yet",
+     "Existing lines are not changed. New lines have the format and the algorithms of the last "
+     "one, and names relative to the list's folder. A list that doesn't exist is created. The list "
+     "is replaced only when the new one is complete."},
     {OptionId::Prune, OptionGroup::Update, 0, "prune", None, "", false,
-     "with --update: drop the lines of files that are gone", ""},
+     "with --update: drop the lines of files that no longer exist", ""},
 
     {OptionId::Hidden, Select, 0, "hidden", None, "", false,
-     "go into hidden folders and take hidden files in folders", ""},
+     "in folders, include hidden files and folders", ""},
     {OptionId::Exclude, Select, 0, "exclude", Text, "GLOB", true,
-     "leave out files and folders of this name in folders",
-     "* stands for any characters but a slash, ** for any characters, ? for one character and "
-     "[a-z] "
-     "for one of a set. A GLOB with a slash is compared with the path below the given folder, any "
-     "other with the name alone."},
+     "in folders, skip files and folders that match",
+     "* matches any characters except a slash, ** any characters, ? one character and [a-z] one "
+     "character of a set. A GLOB with a slash is matched against the path below the given folder, "
+     "any other against the name only."},
     {OptionId::Include, Select, 0, "include", Text, "GLOB", true,
-     "in folders, take only files of this name", ""},
+     "in folders, include only files that match", ""},
     {OptionId::Follow, Select, 'L', "follow", None, "", false, "follow links to folders",
-     "A link to a folder that contains it is not followed again."},
+     "Never in a loop."},
 
     {OptionId::Threads, General, 'j', "threads", Text, "N", false,
-     "files hashed at the same time (default: one for each core)", ""},
+     "files to hash at the same time (default: one for each core)", ""},
     {OptionId::Color, General, 0, "color", Color, "WHEN", false,
      "auto, always or never (default: auto)",
      "auto means on a terminal, unless the environment variable NO_COLOR is set."},
@@ -93,17 +92,17 @@ constexpr std::array<std::string_view, 5> formatNames = {"sum", "bsd", "sfv", "c
 constexpr std::array<std::string_view, 3> colorNames = {"auto", "always", "never"};
 
 constexpr std::array<ExitCodeRow, 3> exitCodes = {{
-    {0, "all is well"},
+    {0, "success"},
     {1, "a mismatch, or a file that is missing or changed while it was read"},
-    {2, "trouble: wrong usage, a file or list that can't be read, nothing verified"},
+    {2, "an error: wrong usage, a file or list that can't be read, nothing verified"},
 }};
 
 constexpr std::array<ExampleRow, 7> examples = {{
     {"swrhash setup.exe", "the SHA-256 of a file"},
-    {"swrhash -a md5,sha256 -r Downloads > checksums.txt", "a list of a whole folder"},
-    {"swrhash -c SHA256SUMS", "verify the files of a list"},
+    {"swrhash -a md5,sha256 -r Downloads > checksums.txt", "a list of all files in a folder"},
+    {"swrhash -c SHA256SUMS", "verify the files in a list"},
     {"swrhash --expect <hash> setup.exe", "compare a file with a hash from a web page"},
-    {"swrhash -c --extra SHA256SUMS", "verify, and name files that the list lacks"},
+    {"swrhash -c --extra SHA256SUMS", "verify, and report files that are not in the list"},
     {"swrhash --update SHA256SUMS -r .", "add new files to a list"},
     {"swrhash -r --format json -o list.json .", "a list for another program"},
 }};

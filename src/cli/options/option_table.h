@@ -1,5 +1,5 @@
 // The table of options, from which the command-line parser, --help, the manual page and the shell
-// completions are made.
+// completions are generated.
 #pragma once
 
 #include <cstdint>

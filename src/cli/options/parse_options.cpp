@@ -129,7 +129,7 @@ uint32_t ThreadsFrom(std::string_view value) {
   const auto [end, error] = std::from_chars(value.data(), value.data() + value.size(), number);
   constexpr uint32_t most = 1024;
   if (error != std::errc() || end != value.data() + value.size() || number == 0 || number > most) {
-    Fail("--threads takes a number from 1 to 1024, not " + Quoted(value));
+    Fail("--threads needs a number from 1 to 1024, not " + Quoted(value));
   }
   return number;
 }
@@ -201,11 +201,11 @@ swr::ParsedHash ExpectedFrom(std::string_view value, swr::AlgoMask algorithms) {
 void CheckFormat(const Options& options) {
   if (!options.format || options.algorithms == 0) return;
   if (*options.format == swr::ExportFormat::Sha256Sum && swr::CountAlgos(options.algorithms) > 1) {
-    Fail("--format sum takes one algorithm; bsd, csv and json take several");
+    Fail("--format sum allows one algorithm; bsd, csv and json allow several");
   }
   if (*options.format == swr::ExportFormat::Sfv &&
       options.algorithms != swr::MaskOf(swr::AlgoId::Crc32)) {
-    Fail("--format sfv holds CRC32 checksums only");
+    Fail("--format sfv allows CRC32 only");
   }
 }
 
@@ -224,11 +224,12 @@ Options OptionsFrom(const GivenOptions& given) {
   CheckFormat(options);
   if (given.Has(OptionId::Output)) {
     options.output = swr::TextFromNameBytes(given.Of(OptionId::Output).back());
-    if (options.output.empty()) Fail("--output takes the name of a file");
+    if (options.output.empty()) Fail("--output needs the name of a file");
   }
   options.filesFrom = TextsFrom(given.Of(OptionId::FilesFrom));
   options.nullNames = given.Has(OptionId::Null);
-  if (options.nullNames && options.filesFrom.empty()) Fail("--null goes with --files-from");
+  if (options.nullNames && options.filesFrom.empty())
+    Fail("--null is only possible with --files-from");
   options.quiet = given.Has(OptionId::Quiet);
   options.status = given.Has(OptionId::Status);
   options.ignoreMissing = given.Has(OptionId::IgnoreMissing);

@@ -54,7 +54,7 @@ class Console {
 
   // Writes the buffered text. Call about ten times a second, so that the output appears promptly.
   void Flush();
-  // 0, or the error code with which writing to standard output failed.
+  // 0, or the error code of a failed write to standard output.
   uint32_t OutError() const;
 
  private:

@@ -12,7 +12,7 @@
 
 namespace cli {
 
-// What a job works with, one object per thread.
+// The objects that jobs use, one set per thread.
 struct WorkTools {
   swr::FileHasher& hasher;
   const std::atomic<bool>& cancel;

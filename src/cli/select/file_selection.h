@@ -32,7 +32,7 @@ void SelectFiles(const Options& options, bool withSizes, const std::atomic<bool>
 // standard input.
 bool CanSelectAgain(const Options& options);
 
-// The name that stands for standard input.
+// The name of standard input.
 inline constexpr std::u16string_view StandardInputName = u"-";
 
 }  // namespace cli

@@ -25,7 +25,7 @@ class LineSource {
   // The same without the limit, with the line's original bytes, including the separator.
   bool Next(std::u16string& line, std::string& bytes);
 
-  // 0, or the error code with which reading failed.
+  // 0, or the error code of a failed read.
   uint32_t Error() const { return error_; }
 
   enum class Encoding : uint8_t { Bytes, Utf16LowFirst, Utf16HighFirst };

@@ -33,7 +33,7 @@ TEST(ParseOptionsTest, KeepsOperandsUnchanged) {
             (std::vector<std::u16string>{u"a", u"b", u"c"}));
 }
 
-TEST(ParseOptionsTest, AlgorithmsAddUp) {
+TEST(ParseOptionsTest, AlgorithmsOfSeveralOptionsAreCombined) {
   using swr::AlgoId;
   const swr::AlgoMask both = swr::MaskOf(AlgoId::Md5) | swr::MaskOf(AlgoId::Sha256);
   EXPECT_EQ(Parsed({"a"}).algorithms, 0u);
@@ -73,9 +73,8 @@ TEST(ParseOptionsTest, FormatsLimitTheAlgorithms) {
   EXPECT_EQ(Refused({"--format", "xml", "f"}),
             "--format can't be 'xml' (one of sum, bsd, sfv, csv, json)");
   EXPECT_EQ(Refused({"--format", "sum", "-a", "md5,sha1", "f"}),
-            "--format sum takes one algorithm; bsd, csv and json take several");
-  EXPECT_EQ(Refused({"--format", "sfv", "-a", "md5", "f"}),
-            "--format sfv holds CRC32 checksums only");
+            "--format sum allows one algorithm; bsd, csv and json allow several");
+  EXPECT_EQ(Refused({"--format", "sfv", "-a", "md5", "f"}), "--format sfv allows CRC32 only");
 }
 
 TEST(ParseOptionsTest, ParsesTheExpectedHash) {
@@ -97,11 +96,11 @@ TEST(ParseOptionsTest, RejectsInvalidCommandLines) {
   EXPECT_EQ(Refused({"-a"}), "--algorithm needs a value");
   EXPECT_EQ(Refused({"--files-from"}), "--files-from needs a value");
   EXPECT_NE(Refused({"--quiet=no", "-c"}), "");
-  EXPECT_EQ(Refused({"-o", "", "f"}), "--output takes the name of a file");
-  EXPECT_EQ(Refused({"-0", "f"}), "--null goes with --files-from");
+  EXPECT_EQ(Refused({"-o", "", "f"}), "--output needs the name of a file");
+  EXPECT_EQ(Refused({"-0", "f"}), "--null is only possible with --files-from");
   for (const char* threads : {"0", "-1", "1025", "x", "1x", "", "99999999999999999999"}) {
     EXPECT_EQ(Refused({"-j", threads, "f"}),
-              "--threads takes a number from 1 to 1024, not '" + std::string(threads) + "'");
+              "--threads needs a number from 1 to 1024, not '" + std::string(threads) + "'");
   }
   EXPECT_EQ(Refused({"--\x1b[2J"}), "no such option: '--?[2J'");
 }
