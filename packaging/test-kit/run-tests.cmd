@@ -21,9 +21,9 @@ set "result=%errorlevel%"
 if %result% leq 2 if %result% geq 0 exit /b %result%
 
 echo.
-echo The tests could not be run to their end (code %result%).
-echo Perhaps a security product has stopped kit_runner.exe. Its message would tell.
-echo Start run-tests.cmd again: it first puts back what may be left changed.
+echo The tests ended early (code %result%).
+echo A security product may have stopped kit_runner.exe; look for its message.
+echo Start run-tests.cmd again: it first restores what may have been left changed.
 echo.
 if /i not "%~1"=="/yes" pause
 exit /b 2

@@ -105,7 +105,7 @@ ClipboardCopy CopyClipboard() {
   return copy;
 }
 
-bool PutClipboardBack(const ClipboardCopy& copy) {
+bool RestoreClipboard(const ClipboardCopy& copy) {
   const HWND owner =
       CreateWindowExW(0, L"STATIC", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr);
   bool isBack = false;

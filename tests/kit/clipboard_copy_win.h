@@ -25,7 +25,7 @@ struct ClipboardCopy {
 // Throws std::runtime_error when another program holds the clipboard open for long.
 ClipboardCopy CopyClipboard();
 // False when the clipboard can't be opened or written.
-bool PutClipboardBack(const ClipboardCopy& copy);
+bool RestoreClipboard(const ClipboardCopy& copy);
 
 // The content is encrypted for this user, because a killed run can leave a record on the disk.
 void Write(RecordWriter& record, const ClipboardCopy& copy);

@@ -16,7 +16,7 @@ int main(int count, char** arguments) {
     } else if (command == "get" && count == 2) {
       std::printf("%s", swr::WideToUtf8(app::testing::CopiedText().value_or(u"")).c_str());
     } else {
-      std::fprintf(stderr, "clipboard_text: say set TEXT, or get\n");
+      std::fprintf(stderr, "usage: clipboard_text set TEXT | get\n");
       return 2;
     }
   } catch (const std::exception& failure) {

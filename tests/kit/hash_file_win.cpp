@@ -14,7 +14,7 @@ int wmain(int count, wchar_t** arguments) {
   const std::wstring name = count == 3 ? arguments[1] : L"";
   const auto algorithm = swr::ParseAlgoName(std::string(name.begin(), name.end()));
   if (!algorithm) {
-    std::fprintf(stderr, "hash_file: give an algorithm and a file\n");
+    std::fprintf(stderr, "usage: hash_file ALGORITHM FILE\n");
     return 2;
   }
   swr::PreferThroughput();

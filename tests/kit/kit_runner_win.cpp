@@ -30,14 +30,14 @@ namespace {
 constexpr char UsageText[] =
     "run-tests.cmd [OPTION...]\n"
     "\n"
-    "Tests Sumwright on this computer and writes report.html and report.txt beside itself.\n"
+    "Tests Sumwright on this computer and writes report.html and report.txt to its folder.\n"
     "\n"
     "  /soak        also uses the window at random for an hour\n"
     "  /soak:N      the same for N minutes\n"
     "  /quick       only a few tests of each kind\n"
     "  /only:WORD   only the test programs whose title contains WORD\n"
-    "  /yes         asks nothing and waits for nobody\n"
-    "  /restore     only puts back what a run that was cut off has left changed\n";
+    "  /yes         asks nothing and does not wait for Enter\n"
+    "  /restore     only restores what an interrupted run has left changed\n";
 
 constexpr char IntroText[] =
     "Sumwright test kit %s\n"
@@ -48,8 +48,8 @@ constexpr char IntroText[] =
     "the keyboard until the tests are done, and close other programs first if you can.\n"
     "\n"
     "Nothing is installed, and nothing leaves this computer. Your Sumwright settings,\n"
-    "the clipboard and the entries in Explorer's menus are put back at the end, also\n"
-    "when you stop the tests with Ctrl+C or close this window.\n"
+    "the clipboard and the entries in Explorer's menus are restored at the end, even if\n"
+    "you stop the tests with Ctrl+C or close this window.\n"
     "\n";
 
 constexpr int ExitGood = 0;
@@ -155,7 +155,7 @@ bool IsProgramRunning() {
   return mutex != nullptr;
 }
 
-// Why the tests can't be run; empty when they can.
+// Why the tests can't be run; empty if they can.
 std::string Obstacle(const std::wstring& kit) {
   if (!Exists(kit + L"\\programs\\Sumwright.exe") || !Exists(kit + L"\\tests\\data")) {
     return "Some files of the kit are missing. Please unpack the whole zip file into a folder and "
@@ -169,7 +169,7 @@ std::string Obstacle(const std::wstring& kit) {
   ULARGE_INTEGER free = {};
   if (GetDiskFreeSpaceExW(EnvironmentText(L"PUBLIC").c_str(), &free, nullptr, nullptr) &&
       free.QuadPart < NeededSpace) {
-    return "The tests need 3 GB of free space on the disk of Windows.";
+    return "The tests need 3 GB of free space on the system drive.";
   }
   return {};
 }
@@ -184,8 +184,8 @@ void WaitForEnter(const char* text) {
 // --- Afterwards
 // -----------------------------------------------------------------------------------
 
-std::string PutBackText(const std::vector<std::string>& failures) {
-  if (failures.empty()) return "Your settings, clipboard and menu entries were put back.";
+std::string RestoredText(const std::vector<std::string>& failures) {
+  if (failures.empty()) return "Your settings, clipboard and menu entries were restored.";
   std::string text;
   for (const std::string& failure : failures) text += (text.empty() ? "" : " ") + failure;
   return text;
@@ -215,7 +215,7 @@ bool WriteReport(const SessionFolders& folders, Report& report) {
          WriteBytes(folders.kit + L"\\report.html", HtmlReport(report, mailbox));
 }
 
-// --- The whole
+// --- The run
 // ------------------------------------------------------------------------------------
 
 SessionOptions OptionsOfSession(const Options& options) {
@@ -239,25 +239,25 @@ int TestAndReport(const Options& options, const SessionFolders& folders) {
   try {
     RunSession(folders, OptionsOfSession(options), stopEvent, report);
   } catch (const std::exception& failure) {
-    report.brokenOff = failure.what() + std::string(".");
+    report.interruption = failure.what() + std::string(".");
   }
-  if (WaitForSingleObject(stopEvent, 0) == WAIT_OBJECT_0) report.brokenOff = "It was stopped.";
-  std::printf("\nPutting everything back...\n");
+  if (WaitForSingleObject(stopEvent, 0) == WAIT_OBJECT_0) report.interruption = "It was stopped.";
+  std::printf("\nRestoring your settings...\n");
   std::fflush(stdout);
-  const std::vector<std::string> failures = PutSavedStateBack();
-  report.putBack = PutBackText(failures);
+  const std::vector<std::string> failures = RestoreSavedState();
+  report.restored = RestoredText(failures);
   report.seconds = static_cast<int>((GetTickCount64() - begin) / 1000);
   const bool isWritten = WriteReport(folders, report);
   SetEvent(doneEvent);
 
-  std::printf("%s\n%s\n", Verdict(report).c_str(), report.putBack.c_str());
+  std::printf("%s\n%s\n", Verdict(report).c_str(), report.restored.c_str());
   if (!isWritten) {
     std::printf("The report could not be written.\n");
     return ExitNotRun;
   }
   std::printf(
-      "\nThe report is report.html beside run-tests.cmd. Please look at the ten points in it\n"
-      "that only a person can judge, and send it to %s.\n",
+      "\nThe report is report.html in the folder of run-tests.cmd. Please go through the ten\n"
+      "points in it that only a person can judge, and send it to %s.\n",
       swr::WideToUtf8(app::SupportMailbox).c_str());
   if (!options.yes) {
     ShellExecuteW(nullptr, L"open", (folders.kit + L"\\report.html").c_str(), nullptr, nullptr,
@@ -272,10 +272,10 @@ int Refuse(const std::string& why) {
 }
 
 // Restores what an earlier run has left changed. True when everything is restored.
-bool PutBackEarlierRun() {
+bool RestoreAfterEarlierRun() {
   if (!HasSavedState()) return true;
-  const std::vector<std::string> failures = PutSavedStateBack();
-  std::printf("An earlier run was cut off. %s\n\n", PutBackText(failures).c_str());
+  const std::vector<std::string> failures = RestoreSavedState();
+  std::printf("An earlier run was interrupted. %s\n\n", RestoredText(failures).c_str());
   return failures.empty();
 }
 
@@ -284,7 +284,7 @@ int RunKit(const Options& options) {
   if (onlyOne == nullptr || GetLastError() == ERROR_ALREADY_EXISTS) {
     return Refuse("The tests are running already.");
   }
-  const bool isAsBefore = PutBackEarlierRun();
+  const bool isAsBefore = RestoreAfterEarlierRun();
   if (options.restore) return isAsBefore ? ExitGood : ExitFailures;
 
   SessionFolders folders = {.kit = KitFolder()};
@@ -302,7 +302,7 @@ int RunKit(const Options& options) {
     std::printf("\n");
   }
   folders.work = MakeWorkFolder();
-  if (folders.work.empty()) return Refuse("There is no folder for the test files.");
+  if (folders.work.empty()) return Refuse("No folder for the test files can be created.");
   WatchForStop();
   try {
     if (!SaveState(CopyUserState(folders.work))) {
@@ -314,7 +314,9 @@ int RunKit(const Options& options) {
     return Refuse("Your settings can't be kept aside, so nothing was done: " +
                   std::string(failure.what()) + ".");
   }
-  if (!StartGuard()) std::printf("(Nobody watches over this run. Please don't end it by force.)\n");
+  if (!StartGuard())
+    std::printf(
+        "(If you end this program by force, your settings are restored only at its next start.)\n");
   return TestAndReport(options, folders);
 }
 
@@ -324,7 +326,7 @@ int RunKit(const Options& options) {
 int wmain(int count, wchar_t** values) {
   const kit::Options options = kit::ReadOptions(std::vector<std::wstring>(values, values + count));
   if (options.help || options.unknown) {
-    if (options.unknown) std::printf("There is no option %s.\n\n", options.unknown->c_str());
+    if (options.unknown) std::printf("Unknown option: %s\n\n", options.unknown->c_str());
     std::printf("%s", kit::UsageText);
     return options.help ? kit::ExitGood : kit::ExitNotRun;
   }

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""The test kit as its users get it: unpacked out of reach of this repository, run from the command prompt,
-made to fail, and interrupted.
+"""Tests the test kit as its users get it: unpacked where this repository is not accessible, run from the
+command prompt, with a failing test, and interrupted.
 
     kit_test.py PACKAGE_COMMAND CLIPBOARD_TEXT.EXE
     kit_test.py --once KIT.zip CLIPBOARD_TEXT.EXE
@@ -150,10 +150,10 @@ def run_once(kit):
     code, output = kit.run("/quick")
     expect("exit code of the kit", (code, output[-3000:] if code else ""), (0, ""))
     report = kit.report() if (kit.folder / "report.txt").exists() else ""
-    for part in ("none failed", "Your settings, clipboard and menu entries were put back.", "Not a real Windows",
-                 "Tests that were not possible here", "a locked part of a file can be read here"):
+    for part in ("none failed", "Your settings, clipboard and menu entries were restored.", "Not a real Windows",
+                 "Skipped tests", "a locked part of a file can be read here"):
         expect(f"{part!r} in the report", part in report, True)
-    expect("crossing out", os.environ.get("USER", "root") + "\\Downloads" in report, False)
+    expect("redaction", os.environ.get("USER", "root") + "\\Downloads" in report, False)
     page = (kit.folder / "report.html").read_text()
     expect("pictures in the page", page.count("data:image/png;base64,") >= 3, True)
     expect("state after the run", kit.user_state(), before)
@@ -178,8 +178,8 @@ def run_without_a_file(kit):
     data.rename(kit.folder / "tests/elsewhere")
     code, output = kit.run("/quick")
     (kit.folder / "tests/elsewhere").rename(data)
-    expect("exit code of half a kit", code, 2)
-    expect("what half a kit says", "unpack the whole zip" in output, True)
+    expect("exit code of an incomplete kit", code, 2)
+    expect("message of an incomplete kit", "unpack the whole zip" in output, True)
 
 
 def break_off(kit):
@@ -195,9 +195,9 @@ def break_off(kit):
     expect("state after the runner was killed", kit.user_state(), before)
 
     kit.start_and_break_off("both killed", lambda runner, guard: kill(guard + runner))
-    expect("settings that nobody has put back yet", kit.settings_are_gone(), True)
+    expect("settings before they are restored", kit.settings_are_gone(), True)
     code, output = kit.run("/restore")
-    expect("the next start puts them back", (code, "An earlier run was cut off." in output), (0, True))
+    expect("the next start restores them", (code, "An earlier run was interrupted." in output), (0, True))
     expect("state after that", kit.user_state(), before)
 
 

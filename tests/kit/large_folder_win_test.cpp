@@ -61,7 +61,7 @@ TEST_F(LargeFolderTest, TheWindowAnswersWhileItIsAddedAndHashed) {
   HangProbe probe(window.Handle(), [](milliseconds, milliseconds) {});
   const auto start = steady_clock::now();
   window.Drop({tree->Root()});
-  kit::PrintFigure(what + "until the drop has been taken in", Milliseconds(Since(start)));
+  kit::PrintFigure(what + "until all rows are in the list", Milliseconds(Since(start)));
   ASSERT_TRUE(WaitFor([&] { return static_cast<uint64_t>(window.RowCount()) == count; }));
   ASSERT_TRUE(WaitFor([&] { return !window.IsShown(IDC_CANCEL); }, std::chrono::minutes(3)));
   kit::PrintFigure(what + "until all are hashed", Milliseconds(Since(start)));

@@ -48,7 +48,7 @@ TEST(JunctionTest, AJunctionToItsOwnParentEndsTheWalk) {
   TempTree tree;
   tree.AddFile(u"d/file", DigestsOfAbc.input);
   const swr::testing::FolderLink junction(tree.Path(u"d/back"), tree.Path(u"d"));
-  if (!junction.IsThere()) GTEST_SKIP() << "no link to a folder can be made here";
+  if (!junction.IsThere()) GTEST_SKIP() << "no link to a folder can be created here";
   const RunningWindow window;
   window.Drop({tree.Path(u"d")});
   window.WaitUntilIdle();

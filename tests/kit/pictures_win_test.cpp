@@ -57,7 +57,7 @@ class PicturesTest : public ::testing::Test {
     return tree_.AddFile(u"Downloads/SHA256SUMS", line(DigestsOfAbc.sha256, "abc.bin") +
                                                       line(DigestsOfDigits.sha256, "setup.exe") +
                                                       line(DigestsOfAbc.sha256, "missing.bin") +
-                                                      "The line of a stranger\n");
+                                                      "A line of another kind\n");
   }
 
   // Opens a dialog by its command, takes its picture and closes it.

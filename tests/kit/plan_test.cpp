@@ -18,7 +18,7 @@ TEST(PlanTest, A32BitSystemRunsOnlyItsOwnPrograms) {
   EXPECT_GT(WithBits(plan, 32), 0);
 }
 
-TEST(PlanTest, A64BitSystemRunsBothItsOwnFirstAndInFull) {
+TEST(PlanTest, A64BitSystemRunsBothAndIts64BitProgramsFirstAndInFull) {
   const std::vector<PlannedProgram> plan = MakePlan({.is64Bit = true});
   EXPECT_EQ(WithBits(plan, 64), WithBits(plan, 32));
   EXPECT_TRUE(std::ranges::is_sorted(plan, std::ranges::greater(), &PlannedProgram::bits));
@@ -52,7 +52,7 @@ TEST(PlanTest, ProgramsCanBeChosenByTitle) {
   EXPECT_TRUE(MakePlan({.only = "no such program"}).empty());
 }
 
-TEST(PlanTest, AQuickRunHasSomeOfEachProgram) {
+TEST(PlanTest, AQuickRunHasSomeTestsOfEachProgram) {
   const std::vector<PlannedProgram> quick = MakePlan({.quick = true});
   EXPECT_EQ(quick.size(), MakePlan({}).size());
   for (const PlannedProgram& program : quick) EXPECT_FALSE(program.filter.empty()) << program.title;

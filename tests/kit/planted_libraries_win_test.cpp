@@ -74,7 +74,7 @@ TEST_F(PlantedLibrariesTest, TheProgramLoadsNoneOfThem) {
   }
   swr::testing::RunSystemCommand(line);
   const Names found = LoadedOnes();
-  ASSERT_FALSE(found.empty()) << "the planted libraries can be loaded";
+  ASSERT_FALSE(found.empty()) << "an unprotected program loads planted libraries";
 
   const std::u16string program = Copy(ProgramUnderTest(), u"Sumwright.exe");
   const std::u16string file = tree_.AddFile(u"files/some.exe", "content");

@@ -162,7 +162,7 @@ std::string ProblemOf(const RunOutcome& outcome) {
       return "It was stopped.";
     case RunEnd::Exited:
       if (outcome.code <= 1) return {};
-      std::snprintf(text.data(), text.size(), "It crashed or gave up (exit code 0x%lX).",
+      std::snprintf(text.data(), text.size(), "It crashed or was aborted (exit code 0x%lX).",
                     outcome.code);
       break;
   }

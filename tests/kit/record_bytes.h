@@ -44,7 +44,7 @@ class RecordReader {
 
  private:
   std::string_view Take(uint64_t size) {
-    if (size > rest_.size()) throw std::runtime_error("the record is cut off");
+    if (size > rest_.size()) throw std::runtime_error("the record is truncated");
     const std::string_view taken = rest_.substr(0, static_cast<size_t>(size));
     rest_.remove_prefix(taken.size());
     return taken;

@@ -147,7 +147,7 @@ RegistryCopy CopyKey(const std::wstring& path) {
   return copy;
 }
 
-bool PutKeyBack(const RegistryCopy& copy) {
+bool RestoreKey(const RegistryCopy& copy) {
   const LSTATUS deleted = RegDeleteTreeW(HKEY_CURRENT_USER, copy.path.c_str());
   if (deleted != ERROR_SUCCESS && deleted != ERROR_FILE_NOT_FOUND) return false;
   if (copy.exists) return WriteContent(copy.path, copy.content);

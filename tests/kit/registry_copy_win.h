@@ -36,7 +36,7 @@ struct RegistryCopy {
 RegistryCopy CopyKey(const std::wstring& path);
 // Restores the key to its saved state. If it did not exist, deletes it, and those parents that did
 // not exist and are now empty. False when the registry refuses.
-bool PutKeyBack(const RegistryCopy& copy);
+bool RestoreKey(const RegistryCopy& copy);
 
 void Write(RecordWriter& record, const RegistryCopy& copy);
 RegistryCopy ReadRegistryCopy(RecordReader& record);

@@ -30,8 +30,8 @@ Counts CountResults(const Report& report) {
         case TestStatus::Failed:
           ++counts.failed;
           break;
-        case TestStatus::NotHere:
-          ++counts.notHere;
+        case TestStatus::Skipped:
+          ++counts.skipped;
           break;
       }
     }
@@ -42,7 +42,7 @@ Counts CountResults(const Report& report) {
 bool IsGood(const Report& report) {
   const Counts counts = CountResults(report);
   return counts.passed > 0 && counts.failed == 0 && counts.programsWithProblems == 0 &&
-         report.brokenOff.empty();
+         report.interruption.empty();
 }
 
 std::string Verdict(const Report& report) {
@@ -52,19 +52,19 @@ std::string Verdict(const Report& report) {
     verdict = Number(counts.failed, "test", "tests") + " failed, " + std::to_string(counts.passed) +
               " passed";
   } else if (counts.passed == 0) {
-    verdict = "No test has run";
+    verdict = "No tests were run";
   } else {
-    verdict = Number(counts.passed, "test has", "tests have") + " passed, none failed";
+    verdict = Number(counts.passed, "test", "tests") + " passed, none failed";
   }
-  if (counts.notHere > 0) {
-    verdict += "; " + std::to_string(counts.notHere) + " not possible here";
+  if (counts.skipped > 0) {
+    verdict += "; " + std::to_string(counts.skipped) + " skipped";
   }
   verdict += ".";
   if (counts.programsWithProblems > 0) {
     verdict += " " + Number(counts.programsWithProblems, "test program was", "test programs were") +
                " not finished.";
   }
-  if (!report.brokenOff.empty()) verdict += " The run was not finished: " + report.brokenOff;
+  if (!report.interruption.empty()) verdict += " The run was not finished: " + report.interruption;
   return verdict;
 }
 
@@ -75,7 +75,7 @@ const std::vector<std::string>& PointsForAPerson() {
       "While a large file is hashed, Sumwright's button on the taskbar shows the progress. After "
       "Cancel it shows none.",
       "With two screens of different scaling, drag the window from one to the other: text, icons, "
-      "columns and the smallest size follow.",
+      "columns and the smallest size are scaled.",
       "Options > Add to Explorer Context Menu and Add to Send To Menu. Select twenty files in "
       "Explorer and choose Calculate checksums (on Windows 11 under Show more options): one window "
       "comes to the front with twenty rows. The same through Send To.",
@@ -83,15 +83,15 @@ const std::vector<std::string>& PointsForAPerson() {
       "Dismiss both work.",
       "Look Up on VirusTotal and Help > Online Help open a page in your browser. Open Folder opens "
       "the folder with the file selected.",
-      "Start a second Sumwright as administrator: each window keeps its own list, and no message "
-      "about an error appears.",
+      "Start a second Sumwright as administrator: each window keeps its own list, and no error "
+      "message appears.",
       "Run sumwright-setup.exe: it asks for no administrator rights, and the Start menu gets an "
       "entry. Uninstall it in Settings: the folder, the Start menu, Explorer's menu and Send To "
       "are as before.",
       "Hash a file on a network share. Hash a large file on a USB stick and pull the stick out: "
-      "the row shows an error, and the next file goes on.",
-      "Close the window on a second screen, unplug that screen, start again: the window opens "
-      "where you can see it.",
+      "the row shows an error, and the next file is hashed.",
+      "Close the window on a second screen, unplug that screen and start Sumwright again: the "
+      "window opens where you can see it.",
   };
   return points;
 }
@@ -123,8 +123,8 @@ void Redact(Report& report, const std::vector<Redaction>& redactions) {
     for (Figure& figure : program.figures) redact(figure.value);
   }
   for (SpeedRow& row : report.speed) redact(row.problem);
-  redact(report.brokenOff);
-  redact(report.putBack);
+  redact(report.interruption);
+  redact(report.restored);
 }
 
 }  // namespace kit

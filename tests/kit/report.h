@@ -27,9 +27,9 @@ struct ProgramReport {
 };
 
 struct SpeedRow {
-  std::string work;    // "SHA-256 of 512 MiB"
-  std::string beside;  // the other command
-  double ours = 0;     // seconds
+  std::string work;   // "SHA-256 of 512 MiB"
+  std::string other;  // the other command
+  double ours = 0;    // seconds
   double theirs = 0;
   // Why there is no comparison; then the times are 0.
   std::string problem;
@@ -49,16 +49,16 @@ struct Report {
   std::vector<ProgramReport> programs;
   std::vector<SpeedRow> speed;
   std::vector<Picture> pictures;
-  // Why the run as a whole was not finished ("stopped with Ctrl+C"); empty when it was.
-  std::string brokenOff;
+  // Why the run as a whole was not finished ("stopped with Ctrl+C"); empty if it was.
+  std::string interruption;
   // A sentence that says whether the user's settings, clipboard and menu entries were restored.
-  std::string putBack;
+  std::string restored;
 };
 
 struct Counts {
   int passed = 0;
   int failed = 0;
-  int notHere = 0;
+  int skipped = 0;
   int programsWithProblems = 0;
 };
 Counts CountResults(const Report& report);

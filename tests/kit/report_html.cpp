@@ -22,7 +22,7 @@ pre { background: #f4f4f4; padding: 0.6em; white-space: pre-wrap; word-wrap: bre
 .good { background: #e6f4e6; border-color: #2d8a2d; }
 .bad { background: #fae3e3; border-color: #b33030; }
 .failed { color: #b01818; font-weight: bold; }
-.nothere { color: #666; }
+.skipped { color: #666; }
 .points label { display: block; margin: 0.6em 0; padding-left: 1.8em; text-indent: -1.8em; }
 .points input { width: 1.2em; margin: 0 0.6em 0 0; }
 textarea { width: 100%; box-sizing: border-box; height: 7em; font: inherit; }
@@ -120,14 +120,14 @@ std::string ComputerTable(const Report& report) {
 std::string ProgramTable(const Report& report) {
   std::string html =
       "<h2>Test programs</h2>\n<table>\n<tr><th></th><th class=\"number\">passed</th>"
-      "<th class=\"number\">failed</th><th class=\"number\">not here</th>"
+      "<th class=\"number\">failed</th><th class=\"number\">skipped</th>"
       "<th class=\"number\">seconds</th><th></th></tr>\n";
   for (const ProgramReport& program : report.programs) {
     const Counts own = CountResults({.programs = {program}});
     html += "<tr>" + Cell(program.title) + NumberCell(std::to_string(own.passed)) +
             (own.failed > 0 ? "<td class=\"number failed\">" + std::to_string(own.failed) + "</td>"
                             : NumberCell("0")) +
-            NumberCell(std::to_string(own.notHere)) + NumberCell(std::to_string(program.seconds)) +
+            NumberCell(std::to_string(own.skipped)) + NumberCell(std::to_string(program.seconds)) +
             "<td class=\"failed\">" + Escaped(program.problem) + "</td></tr>\n";
   }
   return html + "</table>\n";
@@ -145,16 +145,16 @@ std::string Failures(const Report& report) {
   return html.empty() ? html : "<h2>Tests that failed</h2>\n" + html;
 }
 
-std::string NotHere(const Report& report) {
+std::string Skipped(const Report& report) {
   std::string html;
   for (const ProgramReport& program : report.programs) {
     for (const TestResult& result : program.results) {
-      if (result.status != TestStatus::NotHere) continue;
+      if (result.status != TestStatus::Skipped) continue;
       html += "<tr>" + Cell(program.title) + Cell(result.name) + Cell(result.detail) + "</tr>\n";
     }
   }
   if (html.empty()) return html;
-  return "<h2>Tests that were not possible here</h2>\n<table>\n" + html + "</table>\n";
+  return "<h2>Skipped tests</h2>\n<table>\n" + html + "</table>\n";
 }
 
 std::string Figures(const Report& report) {
@@ -171,16 +171,17 @@ std::string Figures(const Report& report) {
 std::string SpeedTable(const Report& report) {
   if (report.speed.empty()) return {};
   std::string html =
-      "<h2>Speed beside what Windows has</h2>\n<table>\n<tr><th></th><th>beside</th>"
+      "<h2>Speed compared with Windows' own tools</h2>\n<table>\n<tr><th></th><th>compared "
+      "with</th>"
       "<th class=\"number\">ours, s</th><th class=\"number\">theirs, s</th>"
       "<th class=\"number\">ratio</th></tr>\n";
   for (const SpeedRow& row : report.speed) {
-    html += "<tr>" + Cell(row.work) + Cell(row.beside);
+    html += "<tr>" + Cell(row.work) + Cell(row.other);
     if (row.problem.empty()) {
       html += NumberCell(Decimal(row.ours)) + NumberCell(Decimal(row.theirs)) +
               NumberCell(Decimal(row.ours / row.theirs));
     } else {
-      html += "<td colspan=\"3\" class=\"nothere\">not here: " + Escaped(row.problem) + "</td>";
+      html += "<td colspan=\"3\" class=\"skipped\">skipped: " + Escaped(row.problem) + "</td>";
     }
     html += "</tr>\n";
   }
@@ -190,7 +191,7 @@ std::string SpeedTable(const Report& report) {
 std::string Points(const std::string& mailbox) {
   std::string html =
       "<h2>For you to look at</h2>\n<p>No program can judge these. Tick what you have tried and "
-      "found right; write down what was not. Leave the rest.</p>\n<div class=\"points\">\n";
+      "found correct, and note below what was wrong. Leave the rest.</p>\n<div class=\"points\">\n";
   for (const std::string& point : PointsForAPerson()) {
     html += "<label><input type=\"checkbox\">" + Escaped(point) + "</label>\n";
   }
@@ -219,7 +220,7 @@ std::string EachTest(const Report& report) {
       const char* const status = result.status == TestStatus::Passed ? "<td>passed</td>"
                                  : result.status == TestStatus::Failed
                                      ? "<td class=\"failed\">failed</td>"
-                                     : "<td class=\"nothere\">not here</td>";
+                                     : "<td class=\"skipped\">skipped</td>";
       html += "<tr>" + (status + NumberCell(std::to_string(result.milliseconds) + " ms")) +
               Cell(result.name) + "</tr>\n";
     }
@@ -236,9 +237,9 @@ std::string HtmlReport(const Report& report, const std::string& mailbox) {
          "</title>\n<style>" + Style + "</style>\n<script>" + Script +
          "</script>\n</head>\n<body>\n" + "<h1>" + title + "</h1>\n<p class=\"verdict " +
          (IsGood(report) ? "good" : "bad") + "\">" + Escaped(Verdict(report)) + "</p>\n<p>" +
-         Escaped(report.putBack) + " Started " + Escaped(report.started) + ", took " +
+         Escaped(report.restored) + " Started " + Escaped(report.started) + ", took " +
          std::to_string(report.seconds) + " s.</p>\n" + Points(mailbox) + ComputerTable(report) +
-         ProgramTable(report) + Failures(report) + NotHere(report) + Figures(report) +
+         ProgramTable(report) + Failures(report) + Skipped(report) + Figures(report) +
          SpeedTable(report) + Pictures(report) + EachTest(report) + "</body>\n</html>\n";
 }
 

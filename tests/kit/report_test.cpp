@@ -19,9 +19,9 @@ Report Sample() {
   report.programs = {
       {.title = "Core (64-bit)",
        .results = {{"ATest.Passes", TestStatus::Passed, 5, ""},
-                   {"ATest.Skips", TestStatus::NotHere, 0, "there is no such drive"}},
+                   {"ATest.Skips", TestStatus::Skipped, 0, "there is no such drive"}},
        .figures = {{"longest answer", "34 ms"}}}};
-  report.putBack = "Your settings were put back.";
+  report.restored = "Your settings were restored.";
   return report;
 }
 
@@ -30,14 +30,14 @@ void AddFailure(Report& report) {
       {"ATest.Fails", TestStatus::Failed, 7, "a_test.cpp:3: Failure\n1 < 2 & 3"});
 }
 
-TEST(ReportTest, IsGoodOnlyWhenAllThatRanPassedAndTheRunWasFinished) {
+TEST(ReportTest, IsGoodOnlyIfAllTestsPassedAndTheRunWasFinished) {
   EXPECT_TRUE(IsGood(Sample()));
-  EXPECT_EQ(Verdict(Sample()), "1 test has passed, none failed; 1 not possible here.");
+  EXPECT_EQ(Verdict(Sample()), "1 test passed, none failed; 1 skipped.");
 
   Report failed = Sample();
   AddFailure(failed);
   EXPECT_FALSE(IsGood(failed));
-  EXPECT_EQ(Verdict(failed), "1 test failed, 1 passed; 1 not possible here.");
+  EXPECT_EQ(Verdict(failed), "1 test failed, 1 passed; 1 skipped.");
 
   Report crashed = Sample();
   crashed.programs[0].problem = "It crashed.";
@@ -45,20 +45,20 @@ TEST(ReportTest, IsGoodOnlyWhenAllThatRanPassedAndTheRunWasFinished) {
   EXPECT_THAT(Verdict(crashed), HasSubstr("1 test program was not finished."));
 
   Report broken = Sample();
-  broken.brokenOff = "stopped with Ctrl+C.";
+  broken.interruption = "stopped with Ctrl+C.";
   EXPECT_FALSE(IsGood(broken));
   EXPECT_THAT(Verdict(broken), HasSubstr("The run was not finished: stopped with Ctrl+C."));
 
   Report nothing;
   EXPECT_FALSE(IsGood(nothing));
-  EXPECT_EQ(Verdict(nothing), "No test has run.");
+  EXPECT_EQ(Verdict(nothing), "No tests were run.");
 
   Report skipped = Sample();
   skipped.programs[0].results.erase(skipped.programs[0].results.begin());
   EXPECT_FALSE(IsGood(skipped)) << "a skipped test has not passed";
 }
 
-TEST(ReportTest, TheTextNamesWhatFailedAndWhatWasNotPossible) {
+TEST(ReportTest, TheTextListsFailedAndSkippedTests) {
   Report report = Sample();
   const std::string good = TextReport(report, Mailbox);
   EXPECT_THAT(good, Not(HasSubstr("Tests that failed")));
@@ -71,7 +71,7 @@ TEST(ReportTest, TheTextNamesWhatFailedAndWhatWasNotPossible) {
                         "      a_test.cpp:3: Failure\r\n      1 < 2 & 3\r\n"));
 }
 
-TEST(ReportTest, ThePageIsEscapedAndHoldsItsPictures) {
+TEST(ReportTest, ThePageIsEscapedAndContainsItsPictures) {
   Report report = Sample();
   AddFailure(report);
   report.pictures = {{"idle", std::string("\x89PNG\0\xFF", 6)}, {"one", "a"}, {"two", "ab"}};
@@ -86,11 +86,11 @@ TEST(ReportTest, ThePageIsEscapedAndHoldsItsPictures) {
 
 TEST(ReportTest, SpeedIsARatioOrAReason) {
   Report report = Sample();
-  report.speed = {{.work = "SHA-256 of 512 MiB", .beside = "certutil", .ours = 1, .theirs = 4},
-                  {.work = "MD5 of 512 MiB", .beside = "Get-FileHash", .problem = "too old"}};
+  report.speed = {{.work = "SHA-256 of 512 MiB", .other = "certutil", .ours = 1, .theirs = 4},
+                  {.work = "MD5 of 512 MiB", .other = "Get-FileHash", .problem = "too old"}};
   for (const std::string& text : {TextReport(report, Mailbox), HtmlReport(report, Mailbox)}) {
     EXPECT_THAT(text, HasSubstr("0.25"));
-    EXPECT_THAT(text, HasSubstr("not here: too old"));
+    EXPECT_THAT(text, HasSubstr("skipped: too old"));
   }
 }
 
@@ -118,9 +118,9 @@ TEST(RedactionTest, CoversEveryTextOfTheReport) {
   report.programs[0].problem = "secret";
   report.programs[0].results[2].detail = "secret";
   report.programs[0].figures[0].value = "secret";
-  report.speed = {{.work = "a", .beside = "b", .problem = "secret"}};
-  report.brokenOff = "secret";
-  report.putBack = "secret";
+  report.speed = {{.work = "a", .other = "b", .problem = "secret"}};
+  report.interruption = "secret";
+  report.restored = "secret";
   Redact(report, redactions);
   EXPECT_THAT(TextReport(report, Mailbox), Not(HasSubstr("secret")));
   EXPECT_THAT(HtmlReport(report, Mailbox), Not(HasSubstr("secret")));

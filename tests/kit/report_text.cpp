@@ -40,8 +40,8 @@ const char* StatusWord(TestStatus status) {
       return "passed";
     case TestStatus::Failed:
       return "FAILED";
-    case TestStatus::NotHere:
-      return "not here";
+    case TestStatus::Skipped:
+      return "skipped";
   }
   return "";
 }
@@ -64,9 +64,9 @@ void AddResults(Lines& lines, const Report& report, TestStatus status) {
 
 void AddSpeed(Lines& lines, const std::vector<SpeedRow>& rows) {
   for (const SpeedRow& row : rows) {
-    const std::string what = "  " + Padded(row.work, 28) + Padded(row.beside, 30);
+    const std::string what = "  " + Padded(row.work, 28) + Padded(row.other, 30);
     if (!row.problem.empty()) {
-      lines.Add(what + "not here: " + row.problem);
+      lines.Add(what + "skipped: " + row.problem);
     } else {
       lines.Add(what + "ours " + Decimal("%.2f", row.ours) + " s, theirs " +
                 Decimal("%.2f", row.theirs) + " s, ratio " +
@@ -83,10 +83,10 @@ std::string TextReport(const Report& report, const std::string& mailbox) {
   lines.Add("Sumwright " + report.version + " on this computer");
   lines.Add();
   lines.Add(Verdict(report));
-  lines.Add(report.putBack);
+  lines.Add(report.restored);
   lines.Add("Started " + report.started + ", took " + std::to_string(report.seconds) + " s.");
   lines.Add();
-  lines.Add("Please send report.html, which has the pictures in it, to " + mailbox + ".");
+  lines.Add("Please send report.html, which contains the pictures, to " + mailbox + ".");
 
   lines.Heading("This computer");
   for (const Property& property : report.computer) {
@@ -97,8 +97,8 @@ std::string TextReport(const Report& report, const std::string& mailbox) {
   for (const ProgramReport& program : report.programs) {
     const Counts own = CountResults({.programs = {program}});
     lines.Add("  " + Padded(program.title, 36) + std::to_string(own.passed) + " passed, " +
-              std::to_string(own.failed) + " failed, " + std::to_string(own.notHere) +
-              " not here, " + std::to_string(program.seconds) + " s");
+              std::to_string(own.failed) + " failed, " + std::to_string(own.skipped) +
+              " skipped, " + std::to_string(program.seconds) + " s");
     if (!program.problem.empty()) lines.Indented(program.problem);
     for (const Figure& figure : program.figures) {
       lines.Indented(figure.name + ": " + figure.value);
@@ -108,12 +108,12 @@ std::string TextReport(const Report& report, const std::string& mailbox) {
     lines.Heading("Tests that failed");
     AddResults(lines, report, TestStatus::Failed);
   }
-  if (counts.notHere > 0) {
-    lines.Heading("Tests that were not possible here");
-    AddResults(lines, report, TestStatus::NotHere);
+  if (counts.skipped > 0) {
+    lines.Heading("Skipped tests");
+    AddResults(lines, report, TestStatus::Skipped);
   }
   if (!report.speed.empty()) {
-    lines.Heading("Speed beside what Windows has");
+    lines.Heading("Speed compared with Windows' own tools");
     AddSpeed(lines, report.speed);
   }
   lines.Heading("For you to look at");

@@ -20,7 +20,7 @@ using Handle = swr::UniqueHandle<HandleTraits>;
 // Held while a process restores the state.
 class Turn {
  public:
-  Turn() : mutex_(CreateMutexW(nullptr, FALSE, L"Local\\Sumwright test kit, putting back")) {
+  Turn() : mutex_(CreateMutexW(nullptr, FALSE, L"Local\\Sumwright test kit, restoring")) {
     WaitForSingleObject(mutex_.Get(), INFINITE);
   }
   ~Turn() { ReleaseMutex(mutex_.Get()); }
@@ -44,7 +44,7 @@ std::wstring OwnPath() {
 std::wstring SavedStatePath() {
   wchar_t* found = nullptr;
   if (FAILED(SHGetKnownFolderPath(FOLDERID_LocalAppData, 0, nullptr, &found))) return {};
-  const std::wstring path = std::wstring(found) + L"\\Sumwright test kit\\to put back";
+  const std::wstring path = std::wstring(found) + L"\\Sumwright test kit\\saved state";
   CoTaskMemFree(found);
   return path;
 }
@@ -58,7 +58,7 @@ bool SaveState(const UserState& state) {
   return WriteBytes(path, RecordOf(state));
 }
 
-std::vector<std::string> PutSavedStateBack() {
+std::vector<std::string> RestoreSavedState() {
   const Turn turn;
   const std::wstring path = SavedStatePath();
   if (!Exists(path)) return {};
@@ -66,7 +66,7 @@ std::vector<std::string> PutSavedStateBack() {
   try {
     const std::optional<std::string> record = ReadBytes(path);
     if (!record) return {"The record of your settings can't be read."};
-    failures = PutUserStateBack(ReadUserState(*record));
+    failures = RestoreUserState(ReadUserState(*record));
   } catch (const std::exception& failure) {
     failures.push_back("The record of your settings can't be used: " + std::string(failure.what()));
   }
@@ -103,7 +103,7 @@ void Guard(DWORD process) {
   if (!HasSavedState()) return;
   // The programs of the run end shortly after it.
   Sleep(1000);
-  PutSavedStateBack();
+  RestoreSavedState();
 }
 
 }  // namespace kit

@@ -21,7 +21,7 @@ bool SaveState(const UserState& state);
 // Restores the state from the record and deletes it. Only one process does so at a time; does
 // nothing without a record. Returns a sentence for each thing that could not be restored; in that
 // case the record is kept under another name.
-std::vector<std::string> PutSavedStateBack();
+std::vector<std::string> RestoreSavedState();
 
 // Starts this program again as the guard, without a console. It waits for the end of this process
 // and restores what is then still in the record. False when it can't be started.

@@ -130,7 +130,7 @@ TEST_F(ScreenScalingTest, AnOpenWindowFollows) {
                           std::u16string(Other() == 150 ? u"150" : u"100"));
 }
 
-TEST_F(ScreenScalingTest, AWindowOpensAtIt) {
+TEST_F(ScreenScalingTest, ANewWindowHasTheNewScaling) {
   if (!kit::SetScreenScaling(Other())) {
     GTEST_SKIP() << "this screen can't have " << Other() << "%";
   }

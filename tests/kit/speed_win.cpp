@@ -75,7 +75,7 @@ struct Measured {
 };
 
 Measured Measure(const Command& command, const std::wstring& folder, size_t digits, HANDLE stop) {
-  if (!Exists(command.program)) return {.problem = "the command is not there"};
+  if (!Exists(command.program)) return {.problem = "the command does not exist"};
   std::string output;
   ProgramRun run = {
       .program = command.program, .arguments = command.arguments, .folder = folder, .limit = Limit};
@@ -85,7 +85,7 @@ Measured Measure(const Command& command, const std::wstring& folder, size_t digi
   if (outcome.end != RunEnd::Exited) {
     measured.problem = ProblemOf(outcome);
   } else if (measured.digest.empty()) {
-    measured.problem = "the command gives no digest";
+    measured.problem = "the command printed no digest";
   }
   return measured;
 }
@@ -129,7 +129,7 @@ std::vector<SpeedRow> MeasureSpeed(const std::wstring& tool, const std::wstring&
   const std::wstring path = folder + L"\\" + name;
   if (!MakeFile(path, megabytes)) {
     DeleteFileW(path.c_str());
-    return {{.work = "all", .beside = "all", .problem = "the test file can't be made"}};
+    return {{.work = "all", .other = "all", .problem = "the test file can't be created"}};
   }
   const std::wstring system = SystemFolder();
   std::vector<SpeedRow> rows;
@@ -146,7 +146,7 @@ std::vector<SpeedRow> MeasureSpeed(const std::wstring& tool, const std::wstring&
       if (WaitForSingleObject(stop, 0) == WAIT_OBJECT_0) break;
       SpeedRow row = Compare(ours, command, folder, algorithm.digits, stop);
       row.work = std::string(algorithm.name) + " of " + std::to_string(megabytes) + " MiB";
-      row.beside = peer;
+      row.other = peer;
       rows.push_back(std::move(row));
     }
   }

@@ -1,4 +1,4 @@
-// Started with the command prompt's "start", as scripts and links do.
+// The program started with the command prompt's "start" command, as in scripts.
 #include "swr/system/windows_api_win.h"
 
 #include <gtest/gtest.h>
@@ -35,7 +35,7 @@ struct StartCase {
   bool isMaximized;
 };
 
-TEST(StartMinimizedTest, TheWindowOpensAsAskedFor) {
+TEST(StartMinimizedTest, TheWindowOpensAsRequested) {
   // The window was closed maximized before, which must not override the requested state.
   {
     RunningWindow window;
@@ -48,7 +48,8 @@ TEST(StartMinimizedTest, TheWindowOpensAsAskedFor) {
   ASSERT_TRUE(CopyFileW(AsWide(ProgramUnderTest()), AsWide(program), FALSE));
   // Otherwise Windows would ask before it starts a downloaded program.
   DeleteFileW(AsWide(program + u":Zone.Identifier"));
-  const StartCase cases[] = {{"as it was", L"", false, true}, {"minimized", L"/min", true, false}};
+  const StartCase cases[] = {{"without an option", L"", false, true},
+                             {"minimized", L"/min", true, false}};
   for (const StartCase& test : cases) {
     SCOPED_TRACE(test.description);
     swr::testing::RunSystemCommand(std::wstring(L"start \"\" ") + test.option + L" \"" +

@@ -59,7 +59,7 @@ void TestLog::AddLine(std::string_view line) {
   } else if (endsRunningTest(FailedMark)) {
     EndTest(TestStatus::Failed, rest(FailedMark));
   } else if (endsRunningTest(SkippedMark)) {
-    EndTest(TestStatus::NotHere, rest(SkippedMark));
+    EndTest(TestStatus::Skipped, rest(SkippedMark));
   } else if (line.starts_with(FigureMark)) {
     const std::string_view figure = rest(FigureMark);
     const size_t tab = figure.find('\t');
@@ -80,7 +80,7 @@ void TestLog::End(std::string_view reason) {
 void TestLog::EndTest(TestStatus status, std::string_view rest) {
   TestResult result{.name = running_, .status = status, .milliseconds = MillisecondsIn(rest)};
   if (status == TestStatus::Failed) result.detail = Trimmed(printed_);
-  if (status == TestStatus::NotHere) result.detail = SkipReason(printed_);
+  if (status == TestStatus::Skipped) result.detail = SkipReason(printed_);
   results_.push_back(std::move(result));
   running_.clear();
   printed_.clear();

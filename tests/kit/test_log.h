@@ -9,7 +9,7 @@
 
 namespace kit {
 
-enum class TestStatus { Passed, Failed, NotHere };
+enum class TestStatus { Passed, Failed, Skipped };
 
 struct TestResult {
   std::string name;  // "Suite.Test"

@@ -14,7 +14,7 @@ TestLog LogOf(std::initializer_list<std::string_view> lines) {
   return log;
 }
 
-TEST(TestLogTest, KeepsResultTimeAndWhatAFailedTestPrinted) {
+TEST(TestLogTest, KeepsResultTimeAndOutputOfAFailedTest) {
   const TestLog log = LogOf({
       "Running main() from gtest_main.cc",
       "[==========] Running 3 tests from 2 test suites.",
@@ -42,7 +42,7 @@ TEST(TestLogTest, KeepsResultTimeAndWhatAFailedTestPrinted) {
   const std::vector<TestResult> expected = {
       {"ATest.Passes", TestStatus::Passed, 12, ""},
       {"ATest.Fails", TestStatus::Failed, 3, "a_test.cpp:5: Failure\nExpected: 1"},
-      {"BTest.Skips", TestStatus::NotHere, 0, "There is no such drive."},
+      {"BTest.Skips", TestStatus::Skipped, 0, "There is no such drive."},
   };
   EXPECT_EQ(log.Results(), expected);
 }
@@ -56,7 +56,7 @@ TEST(TestLogTest, ReadsLinesOfWindowsAndOfParameterizedTests) {
   EXPECT_EQ(log.Results(), expected);
 }
 
-TEST(TestLogTest, TheTestThatRunsWhenTheProgramEndsHasFailed) {
+TEST(TestLogTest, ATestThatIsRunningWhenTheProgramEndsHasFailed) {
   TestLog log = LogOf({"[ RUN      ] ATest.Crashes", "before"});
   EXPECT_EQ(log.Running(), "ATest.Crashes");
   log.End("The program crashed.");
@@ -67,7 +67,7 @@ TEST(TestLogTest, TheTestThatRunsWhenTheProgramEndsHasFailed) {
   EXPECT_EQ(log.Results().size(), 1u) << "nothing was running";
 }
 
-TEST(TestLogTest, AResultInsideOfAnotherTestsOutputIsOutput) {
+TEST(TestLogTest, AResultLineInTheOutputOfATestIsOutput) {
   const TestLog log = LogOf({
       "[ RUN      ] ATest.Quotes",
       "[       OK ] BTest.Other (1 ms)",

@@ -172,7 +172,7 @@ class Session {
     for (int start = 0; start < MaxStarts; ++start) {
       ProgramRun run = Prepare(planned);
       if (run.limit <= milliseconds(0)) {
-        report.problem = "There was no time left for it.";
+        report.problem = "No time was left for it.";
         break;
       }
       if (planned.kind == ProgramKind::WindowTests) run.arguments = ProgramUnderTest(planned.bits);
@@ -244,7 +244,7 @@ class Session {
     const Counts counts = CountResults({.programs = {report}});
     std::string line = std::to_string(counts.passed) + " passed";
     if (counts.failed > 0) line += ", " + std::to_string(counts.failed) + " FAILED";
-    if (counts.notHere > 0) line += ", " + std::to_string(counts.notHere) + " not here";
+    if (counts.skipped > 0) line += ", " + std::to_string(counts.skipped) + " skipped";
     line += ", " + std::to_string(report.seconds) + " s";
     if (!report.problem.empty()) line += ". " + report.problem;
     progress.Finish(line);
@@ -267,12 +267,12 @@ void RunSession(const SessionFolders& folders, const SessionOptions& options, HA
   }
   if (options.speedMegabytes > 0 && !IsSet(stop)) {
     report.speed = session.RunSpeed();
-    ProgramReport digests = {.title = "Speed: the same digests"};
+    ProgramReport digests = {.title = "Speed: equal digests"};
     for (const SpeedRow& row : report.speed) {
-      digests.results.push_back({.name = row.work + ", " + row.beside,
+      digests.results.push_back({.name = row.work + ", " + row.other,
                                  .status = row.digestsDiffer     ? TestStatus::Failed
                                            : row.problem.empty() ? TestStatus::Passed
-                                                                 : TestStatus::NotHere,
+                                                                 : TestStatus::Skipped,
                                  .milliseconds = Rounded((row.ours + row.theirs) * 1000),
                                  .detail = row.problem});
     }

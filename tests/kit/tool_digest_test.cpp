@@ -30,7 +30,7 @@ const OutputCase outputCases[] = {
     {"nothing", "", ""},
 };
 
-TEST(ToolDigestTest, IsFoundInWhatEachToolPrints) {
+TEST(ToolDigestTest, IsFoundInTheOutputOfEachTool) {
   for (const OutputCase& test : outputCases) {
     EXPECT_EQ(DigestInOutput(test.output, 32), test.digest) << test.description;
   }

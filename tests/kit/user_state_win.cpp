@@ -29,7 +29,7 @@ std::wstring SendToLinkPath() {
   return path;
 }
 
-bool PutSendToLinkBack(const std::optional<std::string>& link) {
+bool RestoreSendToLink(const std::optional<std::string>& link) {
   const std::wstring path = SendToLinkPath();
   if (path.empty()) return true;
   if (link) return ReadBytes(path) == link || WriteBytes(path, *link);
@@ -68,22 +68,22 @@ UserState CopyUserState(const std::wstring& workFolder) {
   return state;
 }
 
-std::vector<std::string> PutUserStateBack(const UserState& state) {
+std::vector<std::string> RestoreUserState(const UserState& state) {
   std::vector<std::string> failures;
   const auto expect = [&](bool isBack, const char* failure) {
     if (!isBack) failures.push_back(failure);
   };
   for (const RegistryCopy& key : state.keys) {
-    expect(PutKeyBack(key), "A key of Sumwright in the registry could not be put back.");
+    expect(RestoreKey(key), "A key of Sumwright in the registry could not be restored.");
   }
-  expect(PutSendToLinkBack(state.sendToLink), "The Send To entry could not be put back.");
+  expect(RestoreSendToLink(state.sendToLink), "The Send To entry could not be restored.");
   SHChangeNotify(SHCNE_ASSOCCHANGED, SHCNF_IDLIST, nullptr, nullptr);
-  expect(PutClipboardBack(state.clipboard), "The clipboard could not be put back.");
+  expect(RestoreClipboard(state.clipboard), "The clipboard could not be restored.");
   if (state.highContrast && ReadHighContrast() != state.highContrast) {
-    expect(SetHighContrast(*state.highContrast), "High contrast could not be put back.");
+    expect(SetHighContrast(*state.highContrast), "High contrast could not be restored.");
   }
   if (state.screenScaling && ReadScreenScaling() != state.screenScaling) {
-    expect(SetScreenScaling(*state.screenScaling), "The screen's scaling could not be put back.");
+    expect(SetScreenScaling(*state.screenScaling), "The screen's scaling could not be restored.");
   }
   if (state.foregroundLock) SetForegroundLock(*state.foregroundLock);
   if (!state.workFolder.empty()) {
@@ -114,7 +114,7 @@ std::string RecordOf(const UserState& state) {
 
 UserState ReadUserState(const std::string& bytes) {
   RecordReader record(bytes);
-  if (record.Next() != RecordName) throw std::runtime_error("the record is of another kind");
+  if (record.Next() != RecordName) throw std::runtime_error("the record has an unknown format");
   UserState state;
   for (uint64_t count = record.NextNumber(); count > 0; --count) {
     state.keys.push_back(ReadRegistryCopy(record));
@@ -134,7 +134,7 @@ UserState ReadUserState(const std::string& bytes) {
   const auto lock = static_cast<DWORD>(record.NextNumber());
   if (hasLock) state.foregroundLock = lock;
   state.workFolder = WideOf(record.Next());
-  if (record.Next() != RecordEnd) throw std::runtime_error("the record has no end");
+  if (record.Next() != RecordEnd) throw std::runtime_error("the record is incomplete");
   return state;
 }
 

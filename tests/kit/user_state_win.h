@@ -31,7 +31,7 @@ struct UserState {
 UserState CopyUserState(const std::wstring& workFolder);
 // Restores everything, and removes the work folder. Continues after a failure. Returns one sentence
 // for each thing that could not be restored.
-std::vector<std::string> PutUserStateBack(const UserState& state);
+std::vector<std::string> RestoreUserState(const UserState& state);
 
 std::string RecordOf(const UserState& state);
 // Throws std::runtime_error when the bytes are not a complete record.

@@ -95,7 +95,7 @@ void TakePicture(const RunningWindow& window, const std::u16string& name) {
   window.Ask();
   Collected collected = {.process = window.ProcessId()};
   EnumWindows(Collect, reinterpret_cast<LPARAM>(&collected));
-  if (collected.frames.empty()) throw std::runtime_error("the program shows nothing");
+  if (collected.frames.empty()) throw std::runtime_error("the program shows no window");
   RECT whole = collected.frames.front();
   for (const RECT& frame : collected.frames) {
     const RECT before = whole;

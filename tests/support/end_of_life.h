@@ -1,5 +1,5 @@
-// Tells a test when something that it has no hold of is gone: whatever keeps a copy of the token,
-// such as a function that an abandoned thread owns.
+// Lets a test wait until something that it does not own is destroyed: whatever keeps a copy of the
+// token, such as a function that an abandoned thread owns.
 #pragma once
 
 #include <future>
@@ -18,7 +18,7 @@ class EndOfLife {
 
   // To be called once.
   std::shared_ptr<void> TakeToken() { return std::exchange(token_, nullptr); }
-  // Waits until all copies are gone.
+  // Waits until all copies are destroyed.
   void Wait() const { end_.wait(); }
 
  private:

@@ -114,7 +114,7 @@ CallCounts RunWithoutLeak(const MaybeFailed& failed) {
 // Performs all runs. Records the number of injected failures as a test property.
 template <typename Scenario>
 void FailEachCall() {
-  RunScenario<Scenario>(std::nullopt);  // warm-up for what happens once per process
+  RunScenario<Scenario>(std::nullopt);  // warm-up, for what happens once per process
   const CallCounts calls = RunWithoutLeak<Scenario>(std::nullopt);
   int failures = 0;
   for (size_t i = 0; i < calls.size(); ++i) {

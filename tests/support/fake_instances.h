@@ -18,7 +18,7 @@ class FakeInstances final : public InstanceSystem {
  public:
   bool AnotherInstanceExists() override {
     if (swr::InjectedFault(swr::SystemCall::InstanceMutex)) return false;
-    signLeft = true;
+    mutexIsOpen = true;
     return anotherExists;
   }
   uint64_t PublishedWindow() override {
@@ -41,7 +41,7 @@ class FakeInstances final : public InstanceSystem {
   }
 
   bool anotherExists = true;
-  bool signLeft = false;
+  bool mutexIsOpen = false;
   uint64_t window = 0x1'0002'0003;
   int publishedAfter = 0;
   int aliveAfter = 0;

@@ -1,5 +1,5 @@
-// An intake that looks files up on the caller's thread when a request is started, and hands the
-// answers over at once or when the test says so.
+// An intake that looks files up on the caller's thread when a request is started, and delivers the
+// batches at once or when the test releases them.
 #pragma once
 
 #include <algorithm>
@@ -43,7 +43,7 @@ class FakeIntake final : public Intake {
     return id;
   }
 
-  // As if all files that have not been released were still to be looked up.
+  // Treats all files that have not been released as not looked up yet.
   void Cancel() override {
     std::deque<IntakeBatch> left;
     for (size_t i = 0; i < found_.size(); ++i) {
@@ -86,20 +86,20 @@ class FakeIntake final : public Intake {
   }
   bool AnnounceNext() override { return released_ == 0; }
 
-  // Lets up to `most` further batches be taken. A batch of a held intake has one file; the paths
-  // that a checksum file announces come with the first.
+  // Releases up to `most` further batches. With `isHeld`, a batch has one file; the paths that a
+  // checksum file announces are in the first.
   void Release(size_t most) {
     released_ = most > found_.size() - released_ ? found_.size() : released_ + most;
   }
   bool IsIdle() const { return found_.empty(); }
 
-  bool isHeld = false;  // for requests that are started from here on
+  bool isHeld = false;  // applies to requests started from now on
 
  private:
   uint64_t lastId_ = 0;
-  uint64_t current_ = 0;  // the request whose first batch has been taken and its last has not
+  uint64_t current_ = 0;  // the request of which some batches, but not the last, have been taken
   std::deque<IntakeBatch> found_;
-  size_t released_ = 0;  // of found_, from the first
+  size_t released_ = 0;  // how many of found_, from the front
 };
 
 }  // namespace app::testing

@@ -1,5 +1,5 @@
-// Fakes of the screen, the desktop and the worker. They record calls, and do only what the test
-// sets up.
+// Fakes of the screen, the desktop and the worker. They record calls, and return what the test has
+// set.
 #pragma once
 
 #include <algorithm>
@@ -170,7 +170,7 @@ class FakeView final : public ListView,
   size_t rowCount = 0;
   std::vector<size_t> redrawn;
   int redrawnWhole = 0;
-  int listPaints = 0;  // of the whole list, for whatever reason
+  int listPaints = 0;  // of the whole list, for any reason
   std::vector<size_t> selected;
   bool takesSelection = true;
   std::optional<size_t> focused;
@@ -288,7 +288,7 @@ class FakeDesktop final : public Pickers,
     binarySettings[name] = {data.begin(), data.end()};
     settingsWritten.push_back(name);
   }
-  // As if the user had copied a text in another program.
+  // Simulates copying a text in another program.
   void Copy(const std::optional<std::u16string>& text) {
     clipboard = text;
     ++clipboardSequence;
@@ -305,7 +305,7 @@ class FakeDesktop final : public Pickers,
   std::vector<FileFilter> pickerFilters;
   std::vector<SaveRequest> saveRequests;
   std::optional<SaveTarget> saveTarget;
-  std::function<void()> whilePickerShows;  // of files, or of where to save
+  std::function<void()> whilePickerShows;  // for opening or saving
   std::function<void()> whileFolderOpens;
   std::vector<TaskDialogSpec> messages;
   std::function<void()> whileMessageShows;
@@ -365,7 +365,7 @@ inline Desktop DesktopOf(FakeDesktop& desktop) {
   return {desktop, desktop, desktop, desktop, desktop, desktop};
 }
 
-// The parts of a window on fakes.
+// A window with fakes, and these fakes.
 struct FakeParts {
   FakeView view;
   FakeDesktop desktop;
@@ -376,7 +376,7 @@ struct FakeParts {
   MainWindow main{ScreenOf(view, desktop), DesktopOf(desktop), queue, fileIntake, installation};
 };
 
-// A window on fakes.
+// The same with the rows and flows as members.
 struct FakeWindow : FakeParts, WindowFlows {
   FakeWindow() : WindowFlows(main) {
     view.onExpectedEdited = [this] { expected.OnEdited(); };
@@ -404,14 +404,15 @@ struct FakeWindow : FakeParts, WindowFlows {
     rows.Reorder(order);
   }
 
-  // Looks up to `most` further files up, with a held intake. The end of a request counts as one.
+  // Lets up to `most` further files arrive from a held intake; the end of a request also counts as
+  // one.
   void LookUpFiles(size_t most = SIZE_MAX) {
     fileIntake.Release(most);
     while (arrivals.TakeSome(std::chrono::hours(1))) {
     }
   }
 
-  // As the user does it: a box changes before it sends its message.
+  // Simulates a click: a box changes before it sends its message.
   void ClickBox(const AlgoBox& box) {
     view.checkedBoxes ^= swr::MaskOf(box.algo);
     commands.Run(box.control);

@@ -72,7 +72,7 @@ void End(const StartedProgram& program) {
 }
 
 void Report(const std::string& failure) {
-  std::fprintf(stderr, "a start of the program came to nothing: %s\n", failure.c_str());
+  std::fprintf(stderr, "the program did not start: %s\n", failure.c_str());
   std::fflush(stderr);
 }
 

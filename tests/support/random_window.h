@@ -1,5 +1,5 @@
-// A window on fakes and a reference model that receive the same random events. Everything visible
-// must agree at all times.
+// A window with fakes and a reference model that receive the same random events. Everything visible
+// must be equal after each.
 #pragma once
 
 #include <cstddef>
@@ -54,7 +54,7 @@ class RandomWindow {
 
   // Applies a random event to both. Returns a description of it.
   std::string Step();
-  // Fails the current GoogleTest test where they differ.
+  // Fails the current GoogleTest test if they differ.
   void Check();
 
  private:

@@ -102,7 +102,7 @@ void ReferenceWindow::OfferToVerify(const ReferenceFileRow& row) {
   offeredFile = row.path;
 }
 
-void ReferenceWindow::TellOfSkippedLines(const std::vector<uint32_t>& lines) {
+void ReferenceWindow::ReportSkippedLines(const std::vector<uint32_t>& lines) {
   ShowBanner(ReferenceBanner::SkippedLines,
              swr::DecimalText(lines.size()) + (lines.size() == 1 ? u" line" : u" lines") +
                  u" of the checksum file aren't checksums and were skipped (first: line " +

@@ -30,7 +30,7 @@ void ReferenceWindow::StartIntake(ReferenceIntake intake) {
 std::vector<std::u16string> ReferenceWindow::TakeFiles(size_t count, uint64_t& nextId) {
   std::vector<std::u16string> messages;
   while (count > 0 && !intakes.empty()) {
-    // After a message the window begins anew.
+    // After a message the window starts again.
     std::optional<std::u16string> message;
     for (; count > 0 && !intakes.empty() && !message; --count) {
       ReferenceIntake& intake = intakes.front();
@@ -52,7 +52,7 @@ std::vector<std::u16string> ReferenceWindow::TakeFiles(size_t count, uint64_t& n
   return messages;
 }
 
-// What was dropped before it was removed does not come back.
+// A file that was dropped before its row was removed does not come back.
 void ReferenceWindow::RememberRemoved(const ReferenceFileRow& row) {
   for (ReferenceIntake& intake : intakes) intake.removed.insert(swr::ToLowerText(row.path));
 }
@@ -96,12 +96,12 @@ std::optional<std::u16string> ReferenceWindow::EndIntake() {
   if (ended.offered) OfferToVerify(*ended.offered);
   if (!ended.isList) return std::nullopt;
   if (!ended.hasRows && !ended.isCancelled) return u"No checksums were found in this file.";
-  if (ended.hasRows && !ended.skippedLines.empty()) TellOfSkippedLines(ended.skippedLines);
+  if (ended.hasRows && !ended.skippedLines.empty()) ReportSkippedLines(ended.skippedLines);
   return std::nullopt;
 }
 
-// What was to be looked up is not looked up any more. The lines of a checksum file that has been
-// read are known all the same.
+// Files that were not looked up yet are not looked up any more; the lines of a checksum file that
+// has been read become cancelled rows.
 void ReferenceWindow::CancelIntakes() {
   for (ReferenceIntake& intake : intakes) {
     intake.isCancelled = true;

@@ -127,7 +127,7 @@ void ReferenceWindow::Widen(bool isNewValue) {
     if (VerdictOf(row, *box.claim).outcome == Outcome::Match) return;
   }
   for (ReferenceFileRow& row : rows) {
-    // What the user has cancelled stays cancelled until something new is requested.
+    // Cancelled rows stay cancelled until something new is requested.
     if (row.isGivenUp && !isNewValue) continue;
     Ask(row, AlgoSet(box.claim->algos.begin(), box.claim->algos.end()));
   }
@@ -165,7 +165,7 @@ void ReferenceWindow::LoadList(std::vector<ReferenceFileRow> listed,
   }
   AskAll();
   selection.clear();
-  if (!skippedLines.empty()) TellOfSkippedLines(skippedLines);
+  if (!skippedLines.empty()) ReportSkippedLines(skippedLines);
   Widen(false);
   shownDetails = Details();
 }

@@ -72,14 +72,14 @@ struct ReferenceResult {
   bool changed = false;
 };
 
-// Files that are being looked up: added ones, or those that a checksum file lists.
+// Files that are being looked up: added files, or those that a checksum file lists.
 struct ReferenceIntake {
-  std::vector<ReferenceFileRow> files;  // still to come, without ids
+  std::vector<ReferenceFileRow> files;  // not arrived yet; without ids
   bool isList = false;
   std::vector<uint32_t> skippedLines;  // of a list
-  size_t given = 0;                    // how many files were asked for
+  size_t given = 0;                    // number of requested files
   bool isCancelled = false;
-  bool hasBegun = false;  // the first file has come
+  bool hasBegun = false;  // the first file has arrived
   bool hasRows = false;
   std::set<std::u16string> removed;  // paths in lower case that the user has removed meanwhile
   std::optional<ReferenceFileRow> offered;  // a checksum file that was added by itself
@@ -109,7 +109,7 @@ class ReferenceWindow {
   void AddFiles(std::vector<ReferenceFileRow> files);
   // The numbers are those of the lines that are not checksums.
   void LoadList(std::vector<ReferenceFileRow> listed, const std::vector<uint32_t>& skippedLines);
-  // The same for files that come in parts.
+  // The same for files that arrive in batches.
   void StartIntake(ReferenceIntake intake);
   // Takes this many further files; the end of an intake counts as one. Each row gets the next id.
   // Returns the instructions of the messages that show.
@@ -188,7 +188,7 @@ class ReferenceWindow {
   void ForgetPlainRow(const std::u16string& path);
   void FinishLookUp(const ReferenceFileRow& row);
   void OfferToVerify(const ReferenceFileRow& row);
-  void TellOfSkippedLines(const std::vector<uint32_t>& lines);
+  void ReportSkippedLines(const std::vector<uint32_t>& lines);
   void ShowBanner(ReferenceBanner kind, const std::u16string& text);
   void HideBanner();
   bool IsActive() const { return workerLingers || !jobs.empty(); }

@@ -53,7 +53,7 @@ RemoteMemory::RemoteMemory(HWND window, size_t size) {
   address = VirtualAllocEx(process, nullptr, size, MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE);
   if (!address) {
     CloseHandle(process);
-    throw std::runtime_error("the process of the window has no memory to give");
+    throw std::runtime_error("no memory can be allocated in the process of the window");
   }
 }
 
@@ -133,7 +133,7 @@ std::vector<std::vector<std::u16string>> RemoteList::Texts(int firstRow, int row
     for (size_t i = 0; i < cells.size(); ++i) {
       if (!SendNotifyMessageW(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(rowOf(i)),
                               reinterpret_cast<LPARAM>(memory.At(i * sizeof(SmallCell))))) {
-        throw std::runtime_error("the list takes no messages");
+        throw std::runtime_error("no message can be sent to the list");
       }
     }
     AskWindow(list, WM_NULL);  // answered after the requests that were sent without waiting

@@ -17,10 +17,10 @@
 
 namespace app::testing {
 
-// What a window with real threads is made of.
+// The parts of a window with real threads.
 class WorkingParts {
  public:
-  // Outlives the window if somebody keeps it.
+  // May outlive the window.
   const std::shared_ptr<swr::testing::EndOfLife> intakeThread =
       std::make_shared<swr::testing::EndOfLife>();
   FakeView view;

@@ -38,7 +38,7 @@ std::u16string ProgramFolderCommand(const RunningWindow& window) {
   return std::ranges::find(items, uint32_t{ID_PROGRAM_FOLDER}, &MenuItem::id)->text;
 }
 
-TEST(AboutTest, SaysWhereThisPortableCopyIs) {
+TEST(AboutTest, ShowsTheFolderOfAPortableCopy) {
   const RunningWindow window;
   EXPECT_EQ(ProgramFolderCommand(window), u"Get the &Setup (Explorer Menu, Start Menu)...");
   window.PostCommand(ID_ABOUT);
@@ -52,7 +52,7 @@ TEST(AboutTest, SaysWhereThisPortableCopyIs) {
   about.Press(IDOK);
 }
 
-TEST(AboutTest, ItsLinksGoToTheShell) {
+TEST(AboutTest, ItsLinksOpenTheirPages) {
   if (!BecomeTheBrowser()) GTEST_SKIP() << NotTheBrowser;
   const RunningWindow window;
   window.FollowLink(IDC_LINKS, AboutLink);
@@ -93,7 +93,7 @@ constexpr char16_t ToolText[] =
     u"md5,sha256 -r C:\\Downloads > checksums.txt\nswrhash -c SHA256SUMS\nswrhash --expect <hash> "
     u"setup.exe\n\nRun swrhash --help for all options.";
 
-TEST_F(CommandLineToolTest, WithoutTheToolThePageIsOffered) {
+TEST_F(CommandLineToolTest, WithoutTheToolItsPageIsOffered) {
   const RunningWindow window({.program = program_});
   window.FollowLink(IDC_LINKS, CommandLineToolLink);
   const ProgramDialog dialog(window, u"Command-Line Tool");
@@ -148,7 +148,7 @@ TEST_F(CommandLineToolTest, TheToolRunsInACommandPromptInItsFolder) {
   EndProgramsStartedBy(window.ProcessId(), L"cmd.exe");
 }
 
-TEST(InstalledCopyTest, KnowsThatItIsInstalled) {
+TEST(InstalledCopyTest, AboutSaysThatItIsInstalled) {
   const RunningWindow window;
   EXPECT_EQ(ProgramFolderCommand(window), u"Open &Program Folder");
   window.PostCommand(ID_ABOUT);

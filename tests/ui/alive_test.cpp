@@ -103,8 +103,8 @@ void StartWork(const RunningWindow& window, const std::vector<std::u16string>& p
 
 // On a busy machine an answer is late occasionally; an unresponsive window is late in every one of
 // these periods.
-void ExpectWindowStaysAtHand(const RunningWindow& window, const std::vector<std::u16string>& paths,
-                             const char* during) {
+void ExpectWindowResponds(const RunningWindow& window, const std::vector<std::u16string>& paths,
+                          const char* during) {
   constexpr int stretches = 4;
   milliseconds best = milliseconds::max();
   for (int i = 0; i < stretches && best >= Late; ++i) {
@@ -134,7 +134,7 @@ TEST(AliveTest, DuringOneLongFile) {
   const std::u16string file = tree.AddFile(u"long.bin");
   swr::testing::ResizeFile(file, 4 * GiB);
   const RunningWindow window;
-  ExpectWindowStaysAtHand(window, {file}, "during a file of 4 GiB");
+  ExpectWindowResponds(window, {file}, "during a file of 4 GiB");
   ExpectCancelWorksAtOnce(window, {file});
 }
 
@@ -147,7 +147,7 @@ TEST(AliveTest, DuringTwentyThousandSmallFiles) {
     tree.AddFile(std::u16string(name.begin(), name.end()), name);
   }
   const RunningWindow window;
-  ExpectWindowStaysAtHand(window, {tree.Root()}, "during 20,000 small files");
+  ExpectWindowResponds(window, {tree.Root()}, "during 20,000 small files");
   ExpectCancelWorksAtOnce(window, {tree.Root()});
   // Cancel may have ended the look-up of the folder as well; dropped again, all of it is added.
   EXPECT_LE(window.RowCount(), fileCount);

@@ -32,7 +32,7 @@ class CancelTest : public ::testing::Test {
     if (WaitFor([&] { return window_.ProgressPosition() > 0; })) {
       return ::testing::AssertionSuccess();
     }
-    return ::testing::AssertionFailure() << "the progress does not move";
+    return ::testing::AssertionFailure() << "the progress does not change";
   }
   ::testing::AssertionResult WaitForStatuses(const Texts& statuses, milliseconds patience) const {
     Texts shown;
@@ -97,7 +97,7 @@ TEST_F(CancelTest, AnotherAlgorithmStartsCancelledRowsAgain) {
   EXPECT_EQ(window_.Cell(2, u"SHA-256"), DigestsOfDigits.sha256);
 }
 
-TEST_F(CancelTest, RemovingTheRunningRowLetsTheNextOnesFollow) {
+TEST_F(CancelTest, AfterRemovingTheRunningRowTheNextFilesAreHashed) {
   ASSERT_TRUE(WaitForProgress());
   window_.SelectOnly({0});
   window_.Command(ID_REMOVE);

@@ -42,7 +42,7 @@ void ExpectToEndAtOnce(const ClosingCase& test) {
   ASSERT_TRUE(WaitFor([&] { return window.ProgressPosition() > 0; }));
   Sleep(static_cast<DWORD>(test.delay.count()));
   const DWORD process = window.ProcessId();
-  // The window's thread, the worker's, that which looks files up, and at least one that the worker
+  // The threads of the window, of the worker and of the look-up, and at least one that the worker
   // has been lent.
   ASSERT_GE(CountThreads(process), 4u) << "the file is being read";
 

@@ -39,7 +39,7 @@ std::optional<StoredValue> Read(const std::u16string& name) {
 void Write(const std::u16string& name, DWORD type, const void* data, size_t size) {
   if (RegSetKeyValueW(HKEY_CURRENT_USER, settingsKey, swr::AsWide(name), type, data,
                       static_cast<DWORD>(size)) != ERROR_SUCCESS) {
-    throw std::runtime_error("the registry does not take a value");
+    throw std::runtime_error("a registry value can't be written");
   }
 }
 
@@ -73,7 +73,7 @@ void CopyText(const std::u16string& text) {
     WriteClipboardText(nullptr, text);
     return CopiedText() == text;
   });
-  if (!copied) throw std::runtime_error("the clipboard takes no text");
+  if (!copied) throw std::runtime_error("no text can be put on the clipboard");
 }
 
 std::optional<std::u16string> CopiedText() { return ReadClipboardText(nullptr); }

@@ -1,4 +1,4 @@
-// The real window when system calls fail that hardly ever do.
+// The real window when system calls fail that rarely do.
 #include "swr/system/windows_api_win.h"
 
 #include <gtest/gtest.h>

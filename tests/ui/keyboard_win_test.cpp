@@ -75,12 +75,12 @@ TEST_F(KeyboardTest, TabAndDeleteKeepWorkingThere) {
 
 // ---- Letters in the list.
 
-TEST_F(KeyboardTest, ALetterGoesToTheNextRowThatBeginsWithIt) {
+TEST_F(KeyboardTest, ALetterSelectsTheNextNameThatBeginsWithIt) {
   struct Key {
     int key;
     int row;  // the selected one afterwards
   };
-  // In a different case than some of the names, and finally back to the first.
+  // In a different case from some of the names, and finally back to the first.
   const Key keys[] = {{'B', 1}, {'B', 2}, {'B', 1}, {'G', 3}, {'A', 0}, {'Z', 0}, {'G', 3}};
   window_.SelectOnly({0});
   window_.FocusOn(IDC_LIST);
@@ -154,7 +154,7 @@ TEST_F(KeyboardTest, TheMenuKeyOpensTheMenuBesideTheRow) {
 // ---- The algorithms' check boxes.
 
 // A screen reader may set a check box and send its message, without a click.
-TEST_F(KeyboardTest, ABoxIsReadAndNotToggled) {
+TEST_F(KeyboardTest, TheStateOfABoxIsReadAndNotToggled) {
   const int columns = window_.List().ColumnCount();
   window_.Command(IDC_ALGO_MD5);
   EXPECT_TRUE(window_.IsChecked(IDC_ALGO_MD5));

@@ -86,7 +86,7 @@ TEST_F(ListTest, TickingAnAlgorithmAddsItsColumnAndOnlyItsDigests) {
   EXPECT_EQ(window_.Cell(2, u"BLAKE3"), DigestsOfNothing.blake3);
 }
 
-TEST_F(ListTest, DigestsOutliveTheirColumn) {
+TEST_F(ListTest, DigestsAreKeptWithoutTheirColumn) {
   swr::testing::RemoveFile(files_[1]);
   window_.Click(IDC_ALGO_SHA256);
   EXPECT_EQ(window_.List().ColumnHeadings(),
@@ -225,7 +225,7 @@ TEST_F(ListTest, AnAlgorithmWithoutABoxIsCountedOnTheMoreButton) {
             u"8086072ba1e7cc2358baeca134c825a7");
 }
 
-TEST_F(ListTest, LegacyAlgorithmsGoWhenTheyAreHidden) {
+TEST_F(ListTest, HidingTheLegacyAlgorithmsDeselectsThem) {
   window_.Command(ID_SHOW_LEGACY);
   EXPECT_TRUE(window_.Menu(2)[1].isChecked);
   ChooseFromMore(window_, u"MD4");

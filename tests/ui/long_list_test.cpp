@@ -35,7 +35,7 @@ class LongListTest : public ::testing::Test {
     window_.FocusOn(IDC_BANNER);
     window_.PressKey(IDC_BANNER, VK_RETURN);
     if (!WaitFor([&] { return window_.RowCount() == RowCount; })) {
-      throw std::runtime_error("the list is not loaded");
+      throw std::runtime_error("the list was not loaded");
     }
     window_.Ask();
   }

@@ -22,7 +22,7 @@ void ReplaceAnswer(HANDLE process) {
   if (function == nullptr ||
       !VirtualProtectEx(process, function, sizeof Answer, PAGE_EXECUTE_READWRITE, &before) ||
       !WriteProcessMemory(process, function, Answer, sizeof Answer, nullptr)) {
-    throw std::runtime_error("the program takes no other answer");
+    throw std::runtime_error("the program's code can't be changed");
   }
   VirtualProtectEx(process, function, sizeof Answer, before, &before);
   FlushInstructionCache(process, function, sizeof Answer);

@@ -31,7 +31,7 @@ const Items PackagedOptions = {{ID_UPPERCASE, u"&Uppercase Hashes"},
                                {ID_INCLUDE_HIDDEN, u"Include &Hidden and System Files"},
                                {ID_CRLF, u"&Windows Line Ends in Saved Files"}};
 
-TEST(PackagedTest, TheOptionsEndWithTheLineEnds) {
+TEST(PackagedTest, TheOptionsMenuHasNoShellEntries) {
   const RunningWindow window({.fromPackage = true});
   EXPECT_EQ(ItemsOf(window, OptionsMenu), PackagedOptions) << "and with no separator";
   window.Command(ID_CRLF);
@@ -41,7 +41,7 @@ TEST(PackagedTest, TheOptionsEndWithTheLineEnds) {
   EXPECT_EQ(ItemsOf(window, OptionsMenu), PackagedOptions);
 }
 
-TEST(PackagedTest, TheOtherMenusAreThoseOfAnyCopy) {
+TEST(PackagedTest, TheOtherMenusAreTheUsualOnes) {
   std::vector<Items> menus;
   {
     const RunningWindow window;

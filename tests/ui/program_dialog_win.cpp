@@ -149,7 +149,7 @@ std::u16string ProgramDialog::FileName() const {
 
 void ProgramDialog::SetFileName(const std::u16string& name) const {
   if (!WaitFor([&] { return FileNameBox(dialog_) != nullptr; })) {
-    throw std::runtime_error("the dialog takes no name");
+    throw std::runtime_error("no name can be entered in the dialog");
   }
   AskWindow(FileNameBox(dialog_), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(swr::AsWide(name)));
 }

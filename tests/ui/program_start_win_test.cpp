@@ -32,8 +32,8 @@ TEST(ProgramStartTest, AStartWithoutAWindowIsTriedThreeTimes) {
   const std::string said = ::testing::internal::GetCapturedStderr();
   EXPECT_EQ(failure, "the program shows no window: it ended with exit code 0");
   size_t starts = 0;
-  for (size_t at = said.find("came to nothing"); at != std::string::npos;
-       at = said.find("came to nothing", at + 1)) {
+  for (size_t at = said.find("did not start"); at != std::string::npos;
+       at = said.find("did not start", at + 1)) {
     ++starts;
   }
   EXPECT_EQ(starts, 3u) << said;

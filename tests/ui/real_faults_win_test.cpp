@@ -95,7 +95,7 @@ TEST(RealFaultsTest, ADriveIsRemovedWhileItsFilesAreHashed) {
   TempTree elsewhere;
   const std::u16string last = elsewhere.AddFile(u"5", "abc");
   RemovableDrive drive(tree.Root());
-  if (!drive.IsThere()) GTEST_SKIP() << "no drive can be made here";
+  if (!drive.IsThere()) GTEST_SKIP() << "no drive can be created here";
 
   RunningWindow window;
   window.Drop({drive.Root(), last});
@@ -121,7 +121,7 @@ TEST(RealFaultsTest, ADriveIsRemovedWhileItsFilesAreHashed) {
   EXPECT_EQ(window.Close(), 0);
 }
 
-// ---- Another process, which is this one.
+// ---- Another process; here the test itself.
 
 TEST(RealFaultsTest, AFileThatAnotherProcessTruncatesIsMarked) {
   TempTree tree;

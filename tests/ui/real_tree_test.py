@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Gives a tree of thousands of real files to the window and compares all that its list shows with
+"""Adds a tree of thousands of real files to the window and compares everything in its list with
 what md5sum, sha1sum and sha256sum say of the same files: digests, completeness and order.
 
     real_tree_test.py SUMWRIGHT.EXE READ_LIST.EXE [--files N]
@@ -104,7 +104,7 @@ def listed_rows(program, reader, target):
 
 
 def identity(path):
-    """Two paths that differ only in the case of A to Z are the same file to the window."""
+    """The window treats two paths that differ only in the case of A to Z as the same file."""
     return re.sub("[A-Z]", lambda letter: letter.group().lower(), path)
 
 

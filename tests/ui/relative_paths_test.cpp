@@ -14,7 +14,7 @@ namespace {
 using swr::testing::TempTree;
 using Texts = std::vector<std::u16string>;
 
-TEST(RelativePathsTest, OfTheCommandLineBecomeFullOnes) {
+TEST(RelativePathsTest, OnTheCommandLineBecomeFullPaths) {
   TempTree tree;
   tree.AddFile(u"folder/in it.txt", DigestsOfAbc.input);
   tree.AddFile(u"folder/deeper/deep.txt", DigestsOfAbc.input);

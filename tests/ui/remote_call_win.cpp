@@ -113,7 +113,7 @@ RemoteCaller::RemoteCaller(HWND window)
                          PAGE_EXECUTE_READWRITE);
   if (!WriteProcessMemory(process_, code_, code.data(), code.size(), nullptr)) {
     CloseHandle(process_);
-    throw std::runtime_error("the program takes no code");
+    throw std::runtime_error("no code can be written to the program");
   }
 }
 
@@ -132,10 +132,10 @@ uint64_t RemoteCaller::CallAddress(uint64_t function,
   const HANDLE thread =
       CreateRemoteThread(process_, nullptr, 0, reinterpret_cast<LPTHREAD_START_ROUTINE>(code_),
                          block_.At(0), 0, nullptr);
-  if (thread == nullptr) throw std::runtime_error("the program starts no thread");
+  if (thread == nullptr) throw std::runtime_error("no thread can be started in the program");
   const DWORD ended = WaitForSingleObject(thread, answerTimeout);
   CloseHandle(thread);
-  if (ended != WAIT_OBJECT_0) throw std::runtime_error("the call in the program does not return");
+  if (ended != WAIT_OBJECT_0) throw std::runtime_error("the call in the program did not return");
   block_.Read(0, &block, sizeof block);
   return block.result;
 }

@@ -32,7 +32,7 @@ std::u16string TextOf(HWND window) {
   DWORD_PTR length = 0;
   if (!SendMessageTimeoutW(window, WM_GETTEXT, maxText, reinterpret_cast<LPARAM>(text), SMTO_NORMAL,
                            60'000, &length)) {
-    throw std::runtime_error("a control does not tell its text");
+    throw std::runtime_error("the text of a control can't be read");
   }
   return swr::FromWide({text, length});
 }
@@ -433,7 +433,7 @@ void RunningWindow::Drop(const std::vector<std::u16string>& paths) const {
 
 void RunningWindow::WaitUntilIdle() const {
   if (!WaitFor([&] { return !IsShown(IDC_CANCEL) && !HasUnfinishedRow(); }, seconds(60))) {
-    throw std::runtime_error("the program does not come to rest");
+    throw std::runtime_error("the program did not become idle");
   }
 }
 

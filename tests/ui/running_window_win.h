@@ -125,7 +125,7 @@ class RunningWindow {
   void Click(int control) const;
   // Returns at once. Sends the key to this control, or to the window if there is none.
   void PressKey(int control, int key) const;
-  // As if the user had clicked on it. Returns when it is in front.
+  // Activates the window, as a click on it does. Returns when it is in front.
   void BringToFront() const;
   // Presses these keys together, as on a keyboard, with the window in front. Returns at once.
   void TypeChord(const std::vector<int>& keys) const;

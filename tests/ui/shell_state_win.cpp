@@ -26,7 +26,7 @@ void SetRegistryText(HKEY hive, const std::u16string& key, const std::u16string&
                      const std::u16string& text) {
   if (RegSetKeyValueW(hive, swr::AsWide(key), swr::AsWide(name), REG_SZ, text.c_str(),
                       static_cast<DWORD>((text.size() + 1) * sizeof(char16_t))) != ERROR_SUCCESS) {
-    throw std::runtime_error("the registry does not take a value");
+    throw std::runtime_error("a registry value can't be written");
   }
 }
 

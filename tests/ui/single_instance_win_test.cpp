@@ -89,7 +89,7 @@ TEST(SingleInstanceTest, RelativePathsReferToTheSendersFolder) {
   EXPECT_EQ(window.Column(u"Status"), (Names{u"Done", u"Done", u"Missing"}));
 }
 
-TEST(SingleInstanceTest, AStartWithoutPathsOpensAnotherWindowWhichThenReceivesThem) {
+TEST(SingleInstanceTest, AStartWithoutPathsOpensAnotherWindowThatReceivesLaterPaths) {
   TempTree tree;
   const std::u16string one = tree.AddFile(u"one", "1");
   const std::u16string two = tree.AddFile(u"two", "2");

@@ -1,5 +1,5 @@
-// The window after the start: the positions, texts and states of its controls, and how the program
-// ends.
+// The window after the start: the positions, texts and states of its controls; and the end of the
+// program.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -185,7 +185,7 @@ const std::vector<DesignedMenu> menus = {
       {ID_ABOUT, u"&About Sumwright"}}},
 };
 
-TEST(StartTest, MenusOfferWhatCanBeDone) {
+TEST(StartTest, MenusOfferTheAvailableCommands) {
   const RunningWindow window;
   std::vector<std::u16string> titles;
   for (const DesignedMenu& menu : menus) titles.push_back(menu.title);
@@ -245,7 +245,7 @@ TEST(StartTest, PathsOfTheCommandLineAreHashedInTheirOrder) {
   EXPECT_EQ(window.Text(IDC_STATUS_TEXT), u"3 files, 12 bytes");
 }
 
-TEST(StartTest, AMissingFileHasARowThatSaysSo) {
+TEST(StartTest, AMissingFileIsShownAsMissing) {
   TempTree tree;
   const RunningWindow window({.arguments = {tree.Path(u"nowhere.bin")}});
   window.WaitUntilIdle();

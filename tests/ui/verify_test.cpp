@@ -106,7 +106,7 @@ TEST_F(VerifyTest, TheOfferCanBeDismissed) {
   EXPECT_EQ(window_.Column(u"Status"), Texts{u"Done"});
 }
 
-TEST_F(VerifyTest, TheKeyboardFollowsTheFirstLink) {
+TEST_F(VerifyTest, TheKeyboardActivatesTheFirstLink) {
   window_.Drop({AddList()});
   window_.FocusOn(IDC_BANNER);
   constexpr int returnKey = 0x0D;

@@ -89,7 +89,7 @@ int main(int argumentCount, char** arguments) {
   }
   testing::InitGoogleTest(&argumentCount, arguments);
   if (argumentCount != 2) {
-    std::fprintf(stderr, "window_tests: give the path of Sumwright.exe\n");
+    std::fprintf(stderr, "usage: window_tests SUMWRIGHT.EXE [GOOGLETEST OPTION...]\n");
     return 2;
   }
   swr::testing::BecomeDpiAware();
@@ -97,7 +97,7 @@ int main(int argumentCount, char** arguments) {
   testing::UnitTest::GetInstance()->listeners().Append(new Watchdog);  // takes ownership
   const int result = RUN_ALL_TESTS();
   if (testing::UnitTest::GetInstance()->test_to_run_count() == 0) {
-    std::fprintf(stderr, "window_tests: there are no such tests\n");
+    std::fprintf(stderr, "window_tests: no test matches\n");
     return 2;
   }
   return result;

@@ -1,5 +1,4 @@
-// Paths that are not full: what becomes of them in the list, and which files are taken for the
-// same.
+// Relative paths: how they appear in the list, and which files are recognised as duplicates.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -16,7 +15,7 @@ namespace {
 using swr::testing::TempTree;
 using TextList = std::vector<std::u16string>;
 
-// The process works in this folder while the object lives.
+// Makes this folder the current one during its lifetime.
 class CurrentFolder {
  public:
   explicit CurrentFolder(const std::u16string& folder) {
@@ -36,10 +35,10 @@ struct RelativeCase {
   TextList paths;               // of the rows afterwards
 };
 
-// Rows hold full paths, and a file is known by that of its row. But a file that a walk comes by is
-// looked for by the walk's own path, which begins as the folder was given: under a relative folder
-// it is not recognised.
-TEST(AddRelativePathsTest, RowsHoldFullPathsAndWalksTheirOwn) {
+// Rows hold full paths, and a file given by name is recognised by its full path. A file found by a
+// walk is looked up by the walk's path, which begins with the folder as it was given, so in a
+// relative folder it is not recognised.
+TEST(AddRelativePathsTest, RowsHaveFullPathsAndWalkedFilesAreComparedByTheirWalkPaths) {
   TempTree tree;
   const std::u16string c = tree.AddFile(u"sub/c.bin", "c");
   const std::u16string d = tree.AddFile(u"sub/deeper/d.bin", "d");
@@ -52,21 +51,21 @@ TEST(AddRelativePathsTest, RowsHoldFullPathsAndWalksTheirOwn) {
   const RelativeCase cases[] = {
       {"a file", {{u"e.bin"}}, {e}},
       {"a missing file", {{u"missing.bin"}}, {missing}},
-      {"a file that is there already", {{e}, {u"e.bin"}}, {e}},
+      {"a file that is in the list already", {{e}, {u"e.bin"}}, {e}},
       {"a file, then its full path", {{u"e.bin"}, {e}}, {e}},
       {"a file in both forms at once", {{u"e.bin", e}}, {e}},
       {"a folder", {{u"sub"}}, {c, d}},
       {"a folder twice at once", {{u"sub", u"sub"}}, {c, d}},
-      {"a folder whose files are there already", {{c, d}, {u"sub"}}, {c, d, c, d}},
-      {"a folder that is there in full form", {{sub}, {u"sub"}}, {c, d, c, d}},
+      {"a folder whose files are in the list already", {{c, d}, {u"sub"}}, {c, d, c, d}},
+      {"a folder that was added by its full path", {{sub}, {u"sub"}}, {c, d, c, d}},
       {"a folder twice", {{u"sub"}, {u"sub"}}, {c, d, c, d}},
       {"a folder, then a file in it", {{u"sub"}, {c}}, {c, d}},
       {"a folder, then its full path", {{u"sub"}, {sub}}, {c, d}},
       {"a folder and a file in it at once", {{u"sub", c}}, {c, d, c}},
       {"a folder in another spelling", {{sub}, {u"./sub"}}, {c, d, c, d}},
-      {"a folder above", {{u"sub/.."}}, {e, c, d}},
+      {"the parent folder", {{u"sub/.."}}, {e, c, d}},
       {"a folder with slashes", {{slashed}}, {c, d}},
-      {"a folder with slashes that is there in full form",
+      {"a folder with slashes that was added by its full path",
        {{sub}, {slashed}},
        isOwnForm ? TextList{c, d} : TextList{c, d, c, d}},
   };
@@ -81,7 +80,7 @@ TEST(AddRelativePathsTest, RowsHoldFullPathsAndWalksTheirOwn) {
   }
 }
 
-// The worker may start when the process works elsewhere.
+// The current folder may have changed when the worker starts the job.
 TEST(AddRelativePathsTest, JobsHaveFullPaths) {
   TempTree tree;
   const std::u16string c = tree.AddFile(u"sub/c.bin", "c");

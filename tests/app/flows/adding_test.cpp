@@ -45,7 +45,7 @@ TEST(NewRowTest, ReadsFileInfo) {
   EXPECT_EQ(row.pendingMask, 0u);
 }
 
-TEST(NewRowTest, AMissingFileIsBornFailed) {
+TEST(NewRowTest, AMissingFileBecomesAFailedRow) {
   TempTree tree;
   const Row row = NewRow(LookUpFile(tree.Path(u"gone.bin")));
   EXPECT_EQ(row.status, RowStatus::Failed);
@@ -54,7 +54,7 @@ TEST(NewRowTest, AMissingFileIsBornFailed) {
   EXPECT_EQ(row.size, 0u);
 }
 
-TEST(NewRowTest, AnEmptyPathStaysAsItIs) {
+TEST(NewRowTest, AnEmptyPathBecomesAFailedRow) {
   const Row row = NewRow(LookUpFile(u""));
   EXPECT_EQ(row.Path(), u"");
   EXPECT_EQ(row.Name(), u"");
@@ -62,7 +62,7 @@ TEST(NewRowTest, AnEmptyPathStaysAsItIs) {
   EXPECT_EQ(row.status, RowStatus::Failed);
 }
 
-TEST(AddPathsTest, QueuesEachNewRowWithTheSelection) {
+TEST(AddPathsTest, QueuesEachNewRowForTheSelectedAlgorithms) {
   TempTree tree;
   const std::u16string a = tree.AddFile(u"a", "1");
   const std::u16string b = tree.AddFile(u"b", "22");
@@ -106,7 +106,7 @@ TEST(AddPathsTest, NoPathsChangeNothing) {
 struct DuplicateCase {
   const char* description;
   std::vector<std::u16string> first;   // below the tree
-  std::vector<std::u16string> second;  // below the tree; added in a call of its own
+  std::vector<std::u16string> second;  // below the tree; added in a second call
   TextList names;
 };
 
@@ -114,8 +114,8 @@ TEST(AddPathsTest, Duplicates) {
   const DuplicateCase cases[] = {
       {"again", {u"a.bin"}, {u"a.bin"}, {u"a.bin"}},
       {"twice in one call", {u"a.bin", u"a.bin"}, {}, {u"a.bin"}},
-      {"in another case of A to Z", {u"a.bin"}, {u"A.BIN"}, {u"a.bin"}},
-      {"in another case of another letter", {u"\u00E9"}, {u"\u00C9"}, {u"\u00E9", u"\u00C9"}},
+      {"in another case, A to Z", {u"a.bin"}, {u"A.BIN"}, {u"a.bin"}},
+      {"in another case, another letter", {u"\u00E9"}, {u"\u00C9"}, {u"\u00E9", u"\u00C9"}},
       {"a missing file again", {u"gone"}, {u"gone"}, {u"gone"}},
       {"a folder and a file in it", {u"sub", u"sub/c.bin"}, {}, {u"c.bin"}},
       {"a file and the folder that it is in", {u"sub/c.bin"}, {u"sub"}, {u"c.bin"}},
@@ -143,7 +143,7 @@ TEST(AddPathsTest, Duplicates) {
 }
 
 // The key of a walked file begins with the folder as it was given; keys of the list are full paths.
-TEST(AddPathsTest, AFolderSpelledDifferentlyGivesItsFilesASecondTime) {
+TEST(AddPathsTest, AFolderInAnotherSpellingAddsItsFilesAgain) {
   TempTree tree;
   tree.AddFolder(u"sub");
   const std::u16string file = tree.AddFile(u"sub/c.bin", "c");
@@ -203,7 +203,7 @@ TEST(AddPathsTest, HiddenFilesFollowTheOption) {
   EXPECT_EQ(Names(window), (TextList{u"seen", u".hidden"}));
 }
 
-TEST(AddPathsTest, AHiddenFileGivenByNameIsTakenInAnyCase) {
+TEST(AddPathsTest, AHiddenFileGivenByNameIsAlwaysAdded) {
   TempTree tree;
   const std::u16string hidden = AddHiddenFile(tree, u".hidden");
   FakeWindow window;

@@ -25,7 +25,7 @@ TEST(AlgoSelectionTest, StartsWithTheDefault) {
 }
 
 // A program can set a check box, or send its message, without a click.
-TEST(AlgoSelectionTest, ABoxIsReadAndNotToggled) {
+TEST(AlgoSelectionTest, TheStateOfABoxIsReadAndNotToggled) {
   for (const AlgoBox& box : AlgoBoxes) {
     for (const bool isChecked : {true, false}) {
       FakeWindow window;
@@ -50,7 +50,7 @@ TEST(AlgoSelectionTest, EachBoxSelectsItsAlgorithm) {
   }
 }
 
-TEST(AlgoSelectionTest, TheLastBoxLeavesSha256) {
+TEST(AlgoSelectionTest, DeselectingTheLastBoxSelectsSha256) {
   FakeWindow window;
   window.algorithms.Select(MaskOf(AlgoId::Md5));
   window.ClickBox({IDC_ALGO_MD5, AlgoId::Md5});
@@ -78,7 +78,7 @@ TEST(AlgoSelectionTest, TheMoreButtonCountsAlgorithmsWithoutABox) {
   }
 }
 
-TEST(AlgoSelectionTest, TheMoreMenuTogglesTheChoice) {
+TEST(AlgoSelectionTest, TheMoreMenuTogglesTheChosenAlgorithm) {
   FakeWindow window;
   window.commands.Run(IDC_ALGO_MORE);
   EXPECT_EQ(window.options.algorithms, swr::DefaultAlgoMask) << "nothing chosen";

@@ -22,7 +22,7 @@ const std::u16string Offer =
 constexpr BannerKind AllKinds[] = {BannerKind::Clipboard, BannerKind::ChecksumFileOffer,
                                    BannerKind::StaleExplorer, BannerKind::SkippedLines};
 
-TEST(BannerKindTest, HasItsNumbers) {
+TEST(BannerKindTest, Numbers) {
   EXPECT_EQ(static_cast<int>(BannerKind::None), 0);
   EXPECT_EQ(static_cast<int>(BannerKind::Clipboard), 1);
   EXPECT_EQ(static_cast<int>(BannerKind::ChecksumFileOffer), 2);
@@ -49,7 +49,7 @@ TEST(ShowBannerTest, HidingNoBannerDoesNothing) {
   EXPECT_EQ(window.view.banner, u"untouched");
 }
 
-TEST(ShowBannerTest, ANewOneReplacesTheOld) {
+TEST(ShowBannerTest, ANewBannerReplacesTheOld) {
   for (const BannerKind before : AllKinds) {
     for (const BannerKind after :
          {BannerKind::ChecksumFileOffer, BannerKind::StaleExplorer, BannerKind::SkippedLines}) {
@@ -219,7 +219,7 @@ TEST(ChecksumFileOfferTest, DismissingItChangesNothingElse) {
   EXPECT_EQ(offered.window.view.selected, std::vector<size_t>{0});
 }
 
-// ---- Links of the others.
+// ---- Links of the other banners.
 
 TEST(BannerLinksTest, CompareFillsTheBox) {
   for (const char16_t* link : {u"a", u"r", u""}) {

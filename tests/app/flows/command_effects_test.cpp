@@ -19,8 +19,8 @@ using swr::AlgoId;
 const std::u16string CopiedText = u"copied elsewhere";
 const std::u16string PickedFile = u"no such file";
 
-// Two files in the list, hashed with the selected algorithms, the first one selected; and an answer
-// to each question that a command asks.
+// Two hashed files in the list, the first one selected, and an answer to each question that a
+// command asks.
 struct UsedWindow : FakeWindow {
   UsedWindow() {
     for (const char16_t* path : {u"folder/a", u"folder/b"}) {
@@ -148,7 +148,7 @@ const CommandCase commands[] = {
      [](const UsedWindow& window) { return window.rows.Size() == 1; }},
 };
 
-TEST(CommandEffectsTest, EachCommandDoesWhatItSays) {
+TEST(CommandEffectsTest, EachCommandHasItsEffect) {
   for (const CommandCase& command : commands) {
     SCOPED_TRACE(command.name);
     UsedWindow window;

@@ -12,7 +12,7 @@
 namespace app::testing {
 namespace {
 
-// The commands that the resources and the dialog can give.
+// The commands of the resources and the dialog.
 const std::set<uint32_t> KnownIds = {
     ID_ADD_FILES,      ID_ADD_FOLDER,     ID_VERIFY_FILE,   ID_SAVE_CHECKSUMS, ID_EXIT,
     ID_COPY_HASHES,    ID_PASTE_EXPECTED, ID_SELECT_ALL,    ID_REMOVE,         ID_CLEAR_LIST,
@@ -32,7 +32,7 @@ TEST(CommandsTest, TheTableHasEachCommandOnceWithOneHandler) {
   EXPECT_EQ(ids, KnownIds);
 }
 
-TEST(CommandsTest, EachCommandRunsWhateverIsSelected) {
+TEST(CommandsTest, EachCommandRunsWithAnySelection) {
   for (const Command& command : AllCommands()) {
     for (const size_t selected : {0u, 1u, 2u}) {
       SCOPED_TRACE(std::to_string(command.id) + " on " + std::to_string(selected));
@@ -85,7 +85,7 @@ TEST(CommandsTest, AvailabilityFollowsTheSelection) {
   EXPECT_FALSE(IsCommandAvailable(4711, {}));
 }
 
-TEST(CommandsTest, PickersLeadToTheListAndCancelLeavesItAlone) {
+TEST(CommandsTest, PickedFilesAreAddedAndACancelledPickerAddsNothing) {
   struct Case {
     uint32_t id;
     std::u16string title;

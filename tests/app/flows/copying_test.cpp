@@ -1,4 +1,4 @@
-// What the Copy commands leave on the clipboard, to the last line end.
+// The exact text that each Copy command puts on the clipboard.
 #include <gtest/gtest.h>
 
 #include <optional>
@@ -31,11 +31,11 @@ struct CopyCase {
   const char* description;
   uint32_t command;
   std::vector<std::vector<AlgoId>> rows;  // the digests of each; all rows are selected
-  std::optional<std::u16string> copied;   // nothing when the clipboard is left alone
+  std::optional<std::u16string> copied;   // nothing when the clipboard is not changed
   bool uppercase = false;
 };
 
-// The selection is MD5 and SHA-1; files are called 0, 1...
+// MD5 and SHA-1 are selected; the files are named 0, 1...
 const std::vector<CopyCase>& CopyCases() {
   static const std::vector<CopyCase> cases = {
       // Copy Hashes.
@@ -53,7 +53,7 @@ const std::vector<CopyCase>& CopyCases() {
        {{AlgoId::Md5, AlgoId::Sha1}, {AlgoId::Sha1, AlgoId::Crc32}},
        u"MD5 (0) = " + Md5 + u"\r\nSHA1 (0) = " + Sha1 + u"\r\nSHA1 (1) = " + Sha1 + u"\r\n"},
       {"two rows without digests", ID_COPY_HASHES, {{}, {}}, u""},
-      {"in capitals", ID_COPY_HASHES, {{AlgoId::Md5}}, u"A0A1A2A3A4A5A6A7A8A9AAABACADAEAF", true},
+      {"in upper case", ID_COPY_HASHES, {{AlgoId::Md5}}, u"A0A1A2A3A4A5A6A7A8A9AAABACADAEAF", true},
       {"the button does the same", IDC_COPY, {{AlgoId::Md5}}, Md5},
       // Copy Line.
       {"a line", ID_CTX_COPY_LINE, {{AlgoId::Sha1}}, Sha1 + u"  0\r\n"},
@@ -65,14 +65,14 @@ const std::vector<CopyCase>& CopyCases() {
        ID_CTX_COPY_LINE,
        {{AlgoId::Md5}, {AlgoId::Sha1}},
        std::nullopt},
-      {"nothing but what is not selected", ID_CTX_COPY_LINE, {{AlgoId::Crc32}}, std::nullopt},
+      {"only a digest that is not selected", ID_CTX_COPY_LINE, {{AlgoId::Crc32}}, std::nullopt},
       {"no digest", ID_CTX_COPY_LINE, {{}}, std::nullopt},
       // Copy All Hashes.
-      {"all, whatever is selected",
+      {"all digests, whatever is selected",
        ID_CTX_COPY_ALL,
        {{AlgoId::Crc32, AlgoId::Md5}, {}},
        u"CRC32 (0) = " + Crc + u"\r\nMD5 (0) = " + Md5 + u"\r\n"},
-      {"all of nothing", ID_CTX_COPY_ALL, {{}}, u""},
+      {"all digests of a row without any", ID_CTX_COPY_ALL, {{}}, u""},
       // Copy Path.
       {"a path", ID_CTX_COPY_PATH, {{}}, u"C:\\d\\0"},
       {"paths", ID_CTX_COPY_PATH, {{}, {}}, u"C:\\d\\0\r\nC:\\d\\1\r\n"},
@@ -80,7 +80,7 @@ const std::vector<CopyCase>& CopyCases() {
   return cases;
 }
 
-TEST(CopyingTest, EachCommandHasItsText) {
+TEST(CopyingTest, EachCommandCopiesItsText) {
   for (const CopyCase& test : CopyCases()) {
     SCOPED_TRACE(test.description);
     FakeWindow window;

@@ -41,7 +41,7 @@ struct OneRow {
 const std::u16string Head = u"setup.exe\r\nFolder:\tC:\\Downloads";
 const std::u16string Signature = u"\r\nSignature:\tNot signed";
 
-// ---- How many are selected.
+// ---- The number of selected rows.
 
 TEST(DetailsTest, NothingSelectedAndSeveral) {
   struct Case {
@@ -164,7 +164,7 @@ TEST(DetailsTest, DigestsAreInCatalogueOrder) {
   });
 }
 
-TEST(DetailsTest, WhatIsExpected) {
+TEST(DetailsTest, ExpectedDigests) {
   const auto expect = [](std::u16string file, uint32_t line) {
     return [file, line](OneRow& one) {
       Expect(one.row, {0xAB, 0xCD, 0xEF, 0x01}, {AlgoId::Crc32});
@@ -187,7 +187,7 @@ TEST(DetailsTest, WhatIsExpected) {
   });
 }
 
-TEST(DetailsTest, AFailedRowShowsItsErrorAndLittleElse) {
+TEST(DetailsTest, AFailedRowShowsItsError) {
   const auto fail = [](OneRow& one, uint32_t error) {
     one.row.status = RowStatus::Failed;
     one.row.error = error;
@@ -323,7 +323,7 @@ TEST(DetailsTest, Origins) {
   });
 }
 
-TEST(DetailsTest, AllOfIt) {
+TEST(DetailsTest, AllLines) {
   OneRow one;
   one.row.size = 1572864;
   PutDigest(one.row, {AlgoId::Sha256, 0x12});

@@ -47,7 +47,7 @@ class ExpectedHashTest : public ::testing::Test {
   }
 };
 
-TEST_F(ExpectedHashTest, NothingInTheBox) {
+TEST_F(ExpectedHashTest, AnEmptyBox) {
   const ResultLine nothing = {u"", ResultKind::None};
   const std::vector<RowSetup> rows = {{.name = u"a.iso", .digests = Other32()}};
   Check({
@@ -57,7 +57,7 @@ TEST_F(ExpectedHashTest, NothingInTheBox) {
   });
 }
 
-TEST_F(ExpectedHashTest, NoHash) {
+TEST_F(ExpectedHashTest, TextThatIsNotAHash) {
   const ResultLine hint = {
       u"This doesn't look like a hash. Paste the hex or base64 value from the website.",
       ResultKind::Hint};
@@ -72,7 +72,7 @@ TEST_F(ExpectedHashTest, NoHash) {
   });
 }
 
-TEST_F(ExpectedHashTest, WithoutRowsAFileIsAskedFor) {
+TEST_F(ExpectedHashTest, WithoutRowsTheLineAsksForAFile) {
   const auto wanted = [](std::u16string text) { return ResultLine{text, ResultKind::Hint}; };
   Check({
       {"one candidate",
@@ -194,7 +194,7 @@ TEST_F(ExpectedHashTest, Matches) {
   });
 }
 
-TEST_F(ExpectedHashTest, NoMatchOfASingleFileNamesAllThatWereCompared) {
+TEST_F(ExpectedHashTest, NoMatchOfASingleFileNamesAllComparedAlgorithms) {
   const auto row = [](std::initializer_list<AlgoId> algos) {
     return std::vector<RowSetup>{{.name = u"a.iso", .digests = Filled(algos, Other)}};
   };

@@ -31,7 +31,7 @@ const std::vector<FilledDigest>& Other32() {
   return digests;
 }
 
-// The jobs queued since the last call: for each its row's name and the algorithms.
+// The jobs queued since the last call: the name of the row and the algorithms of each.
 using Asked = std::vector<std::pair<std::u16string, AlgoMask>>;
 Asked TakeJobs(FakeWindow& window) {
   Asked asked;
@@ -187,7 +187,7 @@ TEST(WideningTest, EachNewValueQueuesItsOwnCandidates) {
   EXPECT_EQ(row.pendingMask, MaskOf(AlgoId::Crc32) | MaskOf(AlgoId::Sha1));
 }
 
-TEST(WideningTest, ADownloadFromAddingToVerdict) {
+TEST(WideningTest, ADownloadIsAddedHashedAndCompared) {
   FakeWindow window;
   window.algorithms.Select(MaskOf(AlgoId::Sha256));
   Row& row = window.AddRow(u"a.iso");
@@ -208,7 +208,7 @@ TEST(WideningTest, ADownloadFromAddingToVerdict) {
 
 // ---- Cancel.
 
-TEST(CancelWithABoxTest, TheLineGoesStraightToNoMatchAndNothingIsQueuedAgain) {
+TEST(CancelWithABoxTest, TheLineShowsNoMatchAtOnceAndNothingIsQueuedAgain) {
   FakeWindow window;
   AddRow(window, {.name = u"a", .digests = Filled({AlgoId::Sha256}, Other)});
   AddRow(window, {.name = u"b", .digests = Other32()});

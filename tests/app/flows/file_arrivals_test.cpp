@@ -1,5 +1,5 @@
-// Files that are still being looked up when the request for them returns: they come in parts, and
-// anything may happen in between.
+// Files that are still being looked up when the request for them returns: they arrive in batches,
+// and anything may happen in between.
 #include "app/flows/file_arrivals.h"
 
 #include <gtest/gtest.h>
@@ -17,7 +17,7 @@
 namespace app::testing {
 namespace {
 
-// A window whose files are looked up one by one, when the test says so.
+// A window whose files are looked up one by one, when the test asks for the next.
 class FileArrivalsTest : public VerificationTest {
  protected:
   FileArrivalsTest() {
@@ -33,7 +33,7 @@ class FileArrivalsTest : public VerificationTest {
   }
 };
 
-TEST_F(FileArrivalsTest, RowsAppearAndAreQueuedWhileTheWalkGoesOn) {
+TEST_F(FileArrivalsTest, RowsAppearAndAreQueuedWhileTheWalkContinues) {
   window.adding.AddPaths({tree.Root()});
   EXPECT_TRUE(window.rows.IsEmpty());
   EXPECT_FALSE(window.desktop.waiting);
@@ -52,7 +52,7 @@ TEST_F(FileArrivalsTest, RowsAppearAndAreQueuedWhileTheWalkGoesOn) {
   EXPECT_EQ(window.desktop.waits, 1);
 }
 
-TEST_F(FileArrivalsTest, ItCountsAsWorkUntilItIsOver) {
+TEST_F(FileArrivalsTest, ARequestIsWorkInProgressUntilItEnds) {
   window.adding.AddPaths({tree.Root()});
   EXPECT_TRUE(window.desktop.timerRuns);
   EXPECT_TRUE(window.view.progress) << "with the Cancel button";
@@ -72,7 +72,7 @@ TEST_F(FileArrivalsTest, ItCountsAsWorkUntilItIsOver) {
   EXPECT_FALSE(window.desktop.timerRuns);
 }
 
-TEST_F(FileArrivalsTest, OnlyTheFirstNewRowIsSelectedAndTheUsersChoiceIsLeftAlone) {
+TEST_F(FileArrivalsTest, OnlyTheFirstNewRowIsSelectedAndTheUsersSelectionIsKept) {
   window.AddRow(u"old");
   window.view.selected = {0};
   window.adding.AddPaths({tree.Root()});
@@ -98,18 +98,18 @@ TEST_F(FileArrivalsTest, OnlyTheFirstNewRowIsSelectedAndTheUsersChoiceIsLeftAlon
   EXPECT_FALSE(window.view.scrolledTo);
 }
 
-TEST_F(FileArrivalsTest, RequestsAreAnsweredInTheirOrder) {
+TEST_F(FileArrivalsTest, RequestsAreAnsweredInOrder) {
   window.adding.AddPaths({tree.Path(u"b.bin")});
   window.verification.VerifyFile(AddList(LinesOfAbc()));
   window.adding.AddPaths({tree.Path(u"a.bin"), tree.Path(u"list.sha256")});
   window.LookUpFiles();
   EXPECT_EQ(Names(), (TextList{u"a.bin", u"b.bin", u"c.bin", u"list.sha256"}))
-      << "the list replaces the row that was asked for before, and has a.bin already";
+      << "the list replaces the row of b.bin, and a.bin is not added again";
   EXPECT_EQ(window.rows[1].id, 3u);
-  EXPECT_EQ(window.rows[3].id, 6u) << "the second a.bin has used one up";
+  EXPECT_EQ(window.rows[3].id, 6u) << "the skipped a.bin has used up an id";
 }
 
-TEST_F(FileArrivalsTest, DuplicatesAreFoundAcrossPartsAndRequests) {
+TEST_F(FileArrivalsTest, DuplicatesAreFoundAcrossBatchesAndRequests) {
   const std::u16string folder = tree.Path(u"./");
   window.adding.AddPaths({tree.Path(u"b.bin"), folder, folder});
   window.LookUpFiles(2);
@@ -120,10 +120,10 @@ TEST_F(FileArrivalsTest, DuplicatesAreFoundAcrossPartsAndRequests) {
   TextList names = Names();
   std::ranges::sort(names);
   EXPECT_EQ(names, (TextList{u"a.bin", u"b.bin", u"b.bin", u"c.bin"}))
-      << "a walk from another spelling of the folder does not recognise what is there before it";
+      << "a walk from another spelling of the folder does not recognise earlier rows";
 }
 
-TEST_F(FileArrivalsTest, TheVerdictIsFinalOnlyWhenTheLastRowIsThere) {
+TEST_F(FileArrivalsTest, TheVerdictIsFinalOnlyAfterTheLastRowHasArrived) {
   window.verification.VerifyFile(AddList(LinesOfAbc() + "rubbish\n"));
   window.LookUpFiles(2);
   window.HashQueuedFiles();
@@ -144,9 +144,9 @@ TEST_F(FileArrivalsTest, TheVerdictIsFinalOnlyWhenTheLastRowIsThere) {
   EXPECT_EQ(window.Result(), (ResultLine{u"All 3 files are OK.", ResultKind::Good}));
 }
 
-TEST_F(FileArrivalsTest, AValueInTheBoxIsCheckedUntilTheLastRowIsThere) {
+TEST_F(FileArrivalsTest, TheLineSaysCheckingUntilTheLastRowHasArrived) {
   window.view.SetExpectedText(std::u16string(64, u'1'));
-  EXPECT_EQ(window.view.resultKind, ResultKind::Hint) << "a file is wanted";
+  EXPECT_EQ(window.view.resultKind, ResultKind::Hint) << "asks for a file";
   const ResultLine checking{u"Checking...", ResultKind::Busy};
   window.adding.AddPaths({tree.Root()});
   EXPECT_EQ(window.Result(), checking);
@@ -160,7 +160,7 @@ TEST_F(FileArrivalsTest, AValueInTheBoxIsCheckedUntilTheLastRowIsThere) {
             (ResultLine{u"No match. None of the 3 files has this hash.", ResultKind::Bad}));
 }
 
-TEST_F(FileArrivalsTest, TheOfferOfAChecksumFileComesWithItsRow) {
+TEST_F(FileArrivalsTest, TheOfferOfAChecksumFileAppearsWithItsRow) {
   const std::u16string list = AddList(LinesOfAbc());
   window.adding.AddPaths({list});
   EXPECT_FALSE(window.view.banner);
@@ -173,7 +173,7 @@ TEST_F(FileArrivalsTest, TheOfferOfAChecksumFileComesWithItsRow) {
   EXPECT_EQ(Names(), (TextList{u"a.bin", u"b.bin", u"c.bin"}));
 }
 
-TEST_F(FileArrivalsTest, ReplacedRowsGoAtOnceWhenTheFirstFileComes) {
+TEST_F(FileArrivalsTest, ReplacedRowsAreRemovedTogetherWhenTheFirstFileArrives) {
   window.adding.AddPaths(Abc());
   window.LookUpFiles();
   const std::vector<uint64_t> ids = {window.rows[0].id, window.rows[1].id, window.rows[2].id};
@@ -205,20 +205,20 @@ TEST_F(FileArrivalsTest, CancelEndsAWalk) {
   EXPECT_EQ(window.view.statusText, u"1 file, 3 bytes");
 }
 
-TEST_F(FileArrivalsTest, FilesThatWereFoundBeforeACancelComeAsCancelledRows) {
+TEST_F(FileArrivalsTest, FilesFoundBeforeACancelBecomeCancelledRows) {
   window.adding.AddPaths({tree.Root(), tree.Path(u"absent")});
   window.fileIntake.Release(4);
   window.commands.Run(IDC_CANCEL);
   window.LookUpFiles();
   EXPECT_EQ(StatusCells(), (TextList{u"Cancelled", u"Cancelled", u"Cancelled", u"Missing"}));
-  EXPECT_EQ(window.rows[0].size, 3u) << "what is known of it stays";
+  EXPECT_EQ(window.rows[0].size, 3u) << "its file info is kept";
   EXPECT_TRUE(window.queue.jobs.empty());
-  // They are taken up again like any cancelled row.
+  // They are queued again like any cancelled row.
   window.algorithms.Select(swr::MaskOf(swr::AlgoId::Md5));
   EXPECT_EQ(window.queue.jobs.size(), 3u);
 }
 
-TEST_F(FileArrivalsTest, NoLineIsLostFromTheVerdictByACancel) {
+TEST_F(FileArrivalsTest, AfterACancelTheVerdictStillCountsEveryLine) {
   window.verification.VerifyFile(AddList(LinesOfAbc() + Line(AbcSha256, "absent.bin")));
   window.LookUpFiles(1);
   window.HashQueuedFiles();
@@ -229,13 +229,13 @@ TEST_F(FileArrivalsTest, NoLineIsLostFromTheVerdictByACancel) {
   EXPECT_EQ(window.Result(),
             (ResultLine{u"Not all files match: 1 OK, 3 not checked.", ResultKind::Bad}));
   EXPECT_TRUE(window.queue.jobs.empty());
-  // Taken up again, the file that is not there is found missing.
+  // Queued again, the absent file is reported as missing.
   window.algorithms.Select(swr::MaskOf(swr::AlgoId::Md5));
   window.HashQueuedFiles();
   EXPECT_EQ(window.StatusCell(3), u"Missing");
 }
 
-TEST_F(FileArrivalsTest, ARequestThatHasNotBegunEndsWithoutAWord) {
+TEST_F(FileArrivalsTest, ARequestCancelledBeforeItBeginsEndsSilently) {
   window.adding.AddPaths({tree.Root()});
   window.verification.VerifyFile(tree.Path(u"absent.sha256"));
   window.verification.VerifyFile(AddList("rubbish\n"));
@@ -248,7 +248,7 @@ TEST_F(FileArrivalsTest, ARequestThatHasNotBegunEndsWithoutAWord) {
   EXPECT_FALSE(window.arrivals.Open().Any());
 }
 
-TEST_F(FileArrivalsTest, WhatIsAskedForAfterACancelComes) {
+TEST_F(FileArrivalsTest, ARequestAfterACancelIsAnswered) {
   window.adding.AddPaths({tree.Root()});
   window.commands.Run(IDC_CANCEL);
   window.adding.AddPaths({tree.Path(u"b.bin")});
@@ -257,7 +257,7 @@ TEST_F(FileArrivalsTest, WhatIsAskedForAfterACancelComes) {
   EXPECT_EQ(window.queue.jobs.size(), 1u);
 }
 
-TEST_F(FileArrivalsTest, NothingComesAfterClearList) {
+TEST_F(FileArrivalsTest, NothingArrivesAfterClearList) {
   window.adding.AddPaths({tree.Root()});
   window.verification.VerifyFile(AddList(LinesOfAbc()));
   window.LookUpFiles(2);
@@ -273,7 +273,7 @@ TEST_F(FileArrivalsTest, NothingComesAfterClearList) {
   EXPECT_EQ(window.view.selected, std::vector<size_t>{0});
 }
 
-TEST_F(FileArrivalsTest, RemovedRowsStayAwayAndTheRestComes) {
+TEST_F(FileArrivalsTest, RemovedRowsDoNotComeBackAndTheOtherFilesArrive) {
   window.adding.AddPaths({tree.Root()});
   window.LookUpFiles(2);
   window.RemoveRows({0, 1});
@@ -282,9 +282,9 @@ TEST_F(FileArrivalsTest, RemovedRowsStayAwayAndTheRestComes) {
   EXPECT_EQ(window.queue.jobs.size(), 1u);
 }
 
-// A drop of what is there already adds nothing, even if it goes before all of the drop is looked
-// up.
-TEST_F(FileArrivalsTest, RowsThatAreRemovedAfterTheirFilesWereDroppedAgainDoNotComeBack) {
+// Dropping files that are in the list already adds nothing, even if their rows are removed before
+// the drop has been looked up.
+TEST_F(FileArrivalsTest, RowsRemovedAfterTheirFilesWereDroppedAgainDoNotComeBack) {
   window.adding.AddPaths({tree.Root()});
   window.LookUpFiles();
   window.adding.AddPaths({tree.Path(u"./")});
@@ -301,7 +301,7 @@ TEST_F(FileArrivalsTest, RowsThatAreRemovedAfterTheirFilesWereDroppedAgainDoNotC
 
 // ---- Messages.
 
-TEST_F(FileArrivalsTest, AChecksumFileThatCannotBeReadIsReportedWhenThatIsKnown) {
+TEST_F(FileArrivalsTest, AnUnreadableChecksumFileIsReportedWhenItsRequestEnds) {
   const std::u16string absent = tree.Path(u"absent.sha256");
   window.adding.AddPaths({tree.Path(u"a.bin")});
   window.verification.VerifyFile(absent);
@@ -315,8 +315,8 @@ TEST_F(FileArrivalsTest, AChecksumFileThatCannotBeReadIsReportedWhenThatIsKnown)
   EXPECT_FALSE(window.desktop.waiting);
 }
 
-// While a message is open, the window goes on handling its own messages.
-TEST_F(FileArrivalsTest, FilesGoOnComingWhileAMessageIsOpen) {
+// While a message is open, the window still handles its own messages.
+TEST_F(FileArrivalsTest, FilesKeepArrivingWhileAMessageIsOpen) {
   const std::u16string empty = tree.AddFile(u"empty.sha256", "");
   window.verification.VerifyFile(empty);
   window.adding.AddPaths({tree.Path(u"c.bin"), tree.Path(u"b.bin")});

@@ -128,7 +128,7 @@ TEST(CompareTwoFilesTest, MissingDigestsAreHashedFirst) {
   }
 }
 
-TEST(CompareTwoFilesTest, OnlyTheOneThatLacksItIsHashed) {
+TEST(CompareTwoFilesTest, OnlyTheFileWithoutADigestIsHashed) {
   TwoRows two;
   PutDigest(two.a, {AlgoId::Sha256, 1});
   two.Compare();
@@ -138,7 +138,7 @@ TEST(CompareTwoFilesTest, OnlyTheOneThatLacksItIsHashed) {
   EXPECT_EQ(two.window.desktop.messages, Messages{Identical});
 }
 
-TEST(CompareTwoFilesTest, FirstIsTheUpperRow) {
+TEST(CompareTwoFilesTest, TheUpperRowComesFirst) {
   TwoRows two;
   AddRow(two.window, {.name = u"c.bin", .digests = {{AlgoId::Sha256, 1}}});
   PutDigest(two.b, {AlgoId::Sha256, 1});
@@ -171,7 +171,7 @@ TEST(CompareTwoFilesTest, TheFileMayGrowWhileItIsHashed) {
   EXPECT_EQ(two.window.desktop.messages, Messages{Identical}) << "sizes are asked about once";
 }
 
-// ---- What can't be read.
+// ---- Unreadable files.
 
 struct FailedCase {
   const char* description;

@@ -51,7 +51,7 @@ struct QueueCase {
 TEST(QueueRowTest, StatusTable) {
   const QueueCase cases[] = {
       {"waiting", RowStatus::Waiting, RowStatus::Waiting, true},
-      {"hashing goes on", RowStatus::Hashing, RowStatus::Hashing, true},
+      {"hashing stays", RowStatus::Hashing, RowStatus::Hashing, true},
       {"done starts again", RowStatus::Done, RowStatus::Waiting, true},
       {"cancelled starts again", RowStatus::Cancelled, RowStatus::Waiting, true},
       {"failed is final", RowStatus::Failed, RowStatus::Failed, false},
@@ -68,7 +68,7 @@ TEST(QueueRowTest, StatusTable) {
   }
 }
 
-TEST(QueueAllRowsTest, AddsWhatAChecksumFileExpects) {
+TEST(QueueAllRowsTest, AddsTheAlgorithmsThatAChecksumFileExpects) {
   FakeWindow window;
   window.AddRow(u"plain");
   Row& listed = window.AddRow(u"listed");
@@ -81,7 +81,7 @@ TEST(QueueAllRowsTest, AddsWhatAChecksumFileExpects) {
   EXPECT_EQ(window.queue.jobs[1].mask, Sha256 | Blake3 | MaskOf(AlgoId::Md4));
 }
 
-TEST(SelectionOfAlgorithmsTest, DigestsSurviveTheirColumn) {
+TEST(SelectionOfAlgorithmsTest, DigestsAreKeptWithoutTheirColumn) {
   FakeWindow window;
   Row& row = window.AddRow(u"a");
   window.algorithms.Select(Md5 | Sha256);
@@ -95,7 +95,7 @@ TEST(SelectionOfAlgorithmsTest, DigestsSurviveTheirColumn) {
   EXPECT_TRUE(row.digests[swr::IndexOf(AlgoId::Sha256)].present);
 }
 
-TEST(SelectionOfAlgorithmsTest, ACancelledRowStartsAgainForAllItLacks) {
+TEST(SelectionOfAlgorithmsTest, ACancelledRowIsQueuedAgainForAllMissingDigests) {
   FakeWindow window;
   Row& row = window.AddRow(u"a");
   window.algorithms.Select(Md5 | Sha256);

@@ -34,7 +34,7 @@ struct BatchWindow : FakeWindow {
   }
 };
 
-TEST(ResultBatchTest, ALookUpSeesItsResultAnywhereInTheBatch) {
+TEST(ResultBatchTest, ALookUpFindsItsResultAnywhereInTheBatch) {
   for (size_t place = 0; place < RowCount; ++place) {
     SCOPED_TRACE(place);
     BatchWindow window;
@@ -54,7 +54,7 @@ TEST(ResultBatchTest, ALookUpSeesItsResultAnywhereInTheBatch) {
   }
 }
 
-TEST(ResultBatchTest, TheDetailsFollowAResultAnywhereInTheBatch) {
+TEST(ResultBatchTest, TheDetailsShowAResultAnywhereInTheBatch) {
   for (size_t place = 0; place < RowCount; ++place) {
     SCOPED_TRACE(place);
     BatchWindow window;
@@ -69,7 +69,7 @@ TEST(ResultBatchTest, TheDetailsFollowAResultAnywhereInTheBatch) {
 }
 
 // The size of a file can change before it is read.
-TEST(ResultBatchTest, TheSumOfSizesFollowsEachResult) {
+TEST(ResultBatchTest, TheTotalSizeIsUpdatedByEachResult) {
   BatchWindow window;
   window.hashing.QueueAll();
   window.FinishAll({{.bytesRead = 10}, {.error = 5}, {.bytesRead = 300}});

@@ -25,7 +25,7 @@ struct OneRow {
   Row& row;
 };
 
-TEST(JobIntakeTest, SuccessCopiesWhatTheJobAskedFor) {
+TEST(JobIntakeTest, SuccessCopiesTheDigestsOfTheJob) {
   OneRow one(Md5 | Sha256);
   swr::HashOutcome outcome{.bytesRead = 90, .changed = true};
   one.window.Finish(outcome);
@@ -59,7 +59,7 @@ TEST(JobIntakeTest, WithDigestsPendingTheRowWaitsAgain) {
   EXPECT_EQ(one.row.status, RowStatus::Done);
 }
 
-TEST(JobIntakeTest, ErrorFailsTheRowAndForgetsWhatWasPending) {
+TEST(JobIntakeTest, AnErrorFailsTheRowAndClearsItsPendingDigests) {
   OneRow one;
   one.window.hashing.QueueRow(one.row.id, Sha256);
   one.window.Finish({.error = swr::ErrorSharingViolation});
@@ -78,7 +78,7 @@ TEST(JobIntakeTest, ASecondJobThatSucceedsMakesAFailedRowDone) {
   EXPECT_EQ(one.row.error, swr::ErrorSharingViolation) << "the code stays as it was";
 }
 
-TEST(JobIntakeTest, CancelledWithNothingLeft) {
+TEST(JobIntakeTest, CancelledWithNoDigestsPending) {
   OneRow one;
   one.window.Finish({.cancelled = true});
   EXPECT_EQ(one.row.status, RowStatus::Cancelled);
@@ -174,7 +174,7 @@ TEST(OnProgressTimerTest, TheTickThatFindsTheWorkerIdleIsTheLast) {
   EXPECT_TRUE(one.window.desktop.timerRuns);
 }
 
-TEST(OnProgressTimerTest, ClearingDuringARunLeavesTheTimerToStopByItself) {
+TEST(OnProgressTimerTest, AfterClearListTheTimerStopsByItself) {
   OneRow one;
   one.window.queue.snapshot = {.active = true, .currentPath = u"C:\\folder\\a.bin"};
   one.window.edits.Clear();
@@ -236,12 +236,12 @@ TEST(RunningLineTest, Table) {
        u"Hashing a (99%)",
        9950,
        200},
-      {"an empty file has no percentage, and a total of nothing no position",
+      {"an empty file has no percentage, and an empty total no position",
        {.currentPath = u"/tmp/empty", .remainingJobs = 1},
        u"Hashing empty",
        0,
        1},
-      {"more files wait",
+      {"more files are queued",
        {.currentPath = u"C:/x/a", .currentSize = 10, .totalBytes = 30, .remainingJobs = 3},
        u"Hashing a (0%), 2 more",
        0,
@@ -283,7 +283,7 @@ TEST(RunningLineTest, Table) {
        u"Hashing a, 4 more, 1 byte/s, 61:40 left",
        0,
        3700},
-      {"a time beyond what the format holds",
+      {"a time longer than the format can show",
        {.currentPath = u"a", .totalBytes = UINT64_MAX, .remainingJobs = 1, .bytesPerSecond = 0.5},
        u"Hashing a, 0 bytes/s, 35791394:07 left",
        0,

@@ -41,9 +41,9 @@ struct CancelledWindow : FakeWindow {
   HashJob running;
 };
 
-TEST(LateCancelTest, AFileThatIsHashedAgainIsNotCalledAMismatch) {
+TEST(LateCancelTest, AFileThatIsHashedAgainIsNotReportedAsAMismatch) {
   CancelledWindow window;
-  ASSERT_EQ(window.Result().kind, ResultKind::Bad) << "at rest the line is final";
+  ASSERT_EQ(window.Result().kind, ResultKind::Bad) << "the line is final while nothing is hashed";
   window.hashing.QueueAll();
   window.expected.Compare();
   ASSERT_EQ(window.queue.jobs.size(), 1u);
@@ -91,7 +91,7 @@ TEST(LateLookUpTest, ThePageOpensOnlyWithTheAwaitedResult) {
   ASSERT_EQ(window.queue.jobs.size(), 1u);
   const HashJob lookUp = window.queue.jobs.front();
   window.queue.jobs.clear();
-  // The value comes between the file's last byte and the intake of its result.
+  // The value is entered after the file was read and before its result is handled.
   window.view.expectedText = FilledHex(20, 0xAA);
   window.Report(lookUp, {});
   EXPECT_EQ(window.desktop.openedAddresses.size(), 1u);
@@ -99,7 +99,7 @@ TEST(LateLookUpTest, ThePageOpensOnlyWithTheAwaitedResult) {
   EXPECT_EQ(row.status, RowStatus::Waiting) << "for the candidate of the box";
 }
 
-TEST(LateLookUpTest, ACancelledReadEndsTheWaitingWhateverTheBoxAsksFor) {
+TEST(LateLookUpTest, ACancelledReadEndsTheLookUpWhateverIsInTheBox) {
   FakeWindow window;
   window.algorithms.Select(Md5);
   window.AddRow(u"a.iso");
@@ -114,10 +114,10 @@ TEST(LateLookUpTest, ACancelledReadEndsTheWaitingWhateverTheBoxAsksFor) {
   window.Report(lookUp, {.cancelled = true});
   EXPECT_FALSE(window.lookUp.IsWaiting());
   while (!window.queue.jobs.empty()) window.Finish();
-  EXPECT_TRUE(window.desktop.openedAddresses.empty()) << "nobody asks for it any more";
+  EXPECT_TRUE(window.desktop.openedAddresses.empty()) << "the look-up has ended";
 }
 
-TEST(LateLookUpTest, AnyResultOfABatchCanBeTheOne) {
+TEST(LateLookUpTest, TheAwaitedResultCanBeAnywhereInABatch) {
   for (const bool comesFirst : {true, false}) {
     SCOPED_TRACE(comesFirst);
     FakeWindow window;

@@ -20,7 +20,7 @@ std::vector<std::u16string> Headings(const std::vector<ColumnSpec>& columns) {
   return headings;
 }
 
-TEST(ColumnsTest, FollowTheSelectionInCatalogueOrder) {
+TEST(ColumnsTest, OneForEachSelectedAlgorithmInCatalogueOrder) {
   FakeWindow window;
   EXPECT_EQ(Headings(window.view.columns),
             (std::vector<std::u16string>{u"Name", u"Folder", u"Size", u"MD5", u"SHA-1", u"SHA-256",
@@ -59,7 +59,7 @@ TEST(ColumnsTest, WidthFollowsTheLengthOfTheDigest) {
   }
 }
 
-TEST(ColumnsTest, ARebuildKeepsTheFixedWidthsAndNoOther) {
+TEST(ColumnsTest, ARebuildKeepsOnlyTheFixedWidths) {
   FakeWindow window;
   for (ColumnSpec& column : window.view.columns) column.width += 11;
   window.algorithms.Select(MaskOf(AlgoId::Md5));
@@ -110,7 +110,7 @@ TEST(CellTextTest, OutsideTheListThereIsNoText) {
   EXPECT_EQ(window.cells.TextOf(0, window.columns.Defs().size()), u"");
 }
 
-TEST(CellTextTest, TheBoxShowsInTheStatus) {
+TEST(CellTextTest, TheStatusShowsAMatchWithTheBox) {
   FakeWindow window;
   window.AddRow(u"a");
   window.algorithms.Select(MaskOf(AlgoId::Md5));

@@ -11,7 +11,7 @@ namespace {
 
 using swr::AlgoId;
 
-TEST(RemoveRowsTest, RemovesTheRowsAndTellsTheWorker) {
+TEST(RemoveRowsTest, RemovesTheRowsAndTheirJobs) {
   FakeWindow window;
   std::vector<uint64_t> ids;
   for (const char16_t* name : {u"a", u"b", u"c", u"d"}) ids.push_back(window.AddRow(name).id);
@@ -30,7 +30,7 @@ TEST(RemoveRowsTest, RemovesTheRowsAndTellsTheWorker) {
   EXPECT_EQ(window.queue.jobs.size(), 2u);
 }
 
-TEST(RemoveRowsTest, RepeatedAndUnknownIdsDoNoHarm) {
+TEST(RemoveRowsTest, RepeatedAndUnknownIdsAreIgnored) {
   FakeWindow window;
   const uint64_t a = window.AddRow(u"a").id;
   const uint64_t b = window.AddRow(u"b").id;

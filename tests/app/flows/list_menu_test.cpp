@@ -19,14 +19,14 @@ void Give(Row& row, AlgoId algo) {
   row.digests.Set(swr::IndexOf(algo), slot);
 }
 
-TEST(ListMenuTest, NothingSelectedHasNoMenu) {
+TEST(ListMenuTest, WithoutASelectionThereIsNoMenu) {
   FakeWindow window;
   window.AddRow(u"a");
   window.listMenu.Show(std::nullopt);
   EXPECT_FALSE(window.view.listMenu);
 }
 
-TEST(ListMenuTest, WhatItOffersFollowsTheSelection) {
+TEST(ListMenuTest, OffersWhatTheSelectionAllows) {
   struct Case {
     const char* description;
     std::vector<size_t> selected;
@@ -73,7 +73,7 @@ TEST(ListMenuTest, ADigestIsCopiedAloneWhateverIsSelected) {
   EXPECT_EQ(window.desktop.clipboard, u"ABABABAB");
 }
 
-TEST(ListMenuTest, AChoiceIsCarriedOut) {
+TEST(ListMenuTest, TheChosenCommandIsCarriedOut) {
   FakeWindow window;
   window.AddRow(u"a");
   window.AddRow(u"b");

@@ -79,7 +79,7 @@ TEST(LookUpTest, AnotherRowsResultDoesNotOpenThePage) {
   EXPECT_EQ(window.desktop.openedAddresses.size(), 1u);
 }
 
-TEST(LookUpTest, AFailureEndsTheWaiting) {
+TEST(LookUpTest, AFailureEndsIt) {
   LookUpWindow window;
   window.commands.Run(IDC_VIRUSTOTAL);
   window.Finish({.error = 5});
@@ -87,7 +87,7 @@ TEST(LookUpTest, AFailureEndsTheWaiting) {
   EXPECT_TRUE(window.desktop.openedAddresses.empty());
 }
 
-TEST(LookUpTest, CancelDoesNotForgetIt) {
+TEST(LookUpTest, CancelDoesNotEndIt) {
   LookUpWindow window;
   window.commands.Run(IDC_VIRUSTOTAL);
   window.edits.CancelAll();
@@ -97,7 +97,7 @@ TEST(LookUpTest, CancelDoesNotForgetIt) {
   EXPECT_EQ(window.desktop.openedAddresses, std::vector{PageOfFake()});
 }
 
-TEST(LookUpTest, ClearListForgetsIt) {
+TEST(LookUpTest, ClearListEndsIt) {
   LookUpWindow window;
   window.commands.Run(IDC_VIRUSTOTAL);
   window.edits.Clear();

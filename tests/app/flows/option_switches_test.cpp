@@ -14,7 +14,7 @@ using swr::MaskOf;
 
 constexpr AlgoMask Sha256 = MaskOf(AlgoId::Sha256);
 
-TEST(OptionsTest, ToggleAndShow) {
+TEST(OptionsTest, EachCommandTogglesItsOption) {
   FakeWindow window;
   window.commands.Run(ID_UPPERCASE);
   EXPECT_TRUE(window.options.uppercase);

@@ -1,5 +1,5 @@
 // Menus, pickers and the file manager run message loops of their own, during which a second start
-// can hand over files, rows can go and the list can be sorted. What is then done is done to the
+// can hand over files, rows can be removed and the list can be sorted. The command then acts on the
 // rows that were selected when the menu or the picker opened.
 #include <gtest/gtest.h>
 
@@ -23,7 +23,7 @@ using Texts = std::vector<std::u16string>;
 
 constexpr uint8_t Fill = 0xAB;
 
-// Two finished rows, "a.bin" and "b.bin", and the late one that comes while something is open.
+// Two finished rows, "a.bin" and "b.bin", and a late one that arrives while something is open.
 struct ChoosingWindow : FakeWindow {
   ChoosingWindow() {
     algorithms.Select(MaskOf(AlgoId::Sha256));
@@ -35,12 +35,12 @@ struct ChoosingWindow : FakeWindow {
     row.path = u"/d/" + name;
     Recount();
   }
-  // As files do that another start hands over: they are selected, and nothing else is.
+  // As when another start hands over a file: only its row is selected.
   void TakeLateFile() {
     AddDoneRow(u"late.bin");
     view.selected = {rows.Size() - 1};
   }
-  // The row of this name goes, and with it the selection.
+  // Removes the row with this name, and with it the selection.
   void LoseRow(const std::u16string& name) {
     for (size_t i = 0; i < rows.Size(); ++i) {
       if (rows[i].Name() != name) continue;
@@ -50,7 +50,7 @@ struct ChoosingWindow : FakeWindow {
     }
   }
 
-  // Opens the list's menu for these rows and takes the entry.
+  // Opens the list's menu for these rows and chooses the command.
   void ChooseFor(const std::vector<size_t>& indexes, const ListMenuChoice& choice) {
     view.selected = indexes;
     view.listMenuChoice = choice;
@@ -78,7 +78,7 @@ TEST(RowsAtChoiceTest, RemoveActsOnTheRowsOfTheMenu) {
   EXPECT_EQ(window.Names(), (Texts{u"b.bin", u"late.bin"}));
 }
 
-TEST(RowsAtChoiceTest, CopyingTakesTheRowsOfTheMenu) {
+TEST(RowsAtChoiceTest, CopyingActsOnTheRowsOfTheMenu) {
   const std::u16string hex = FilledHex(32, Fill);
   struct Case {
     uint32_t command;
@@ -107,7 +107,7 @@ TEST(RowsAtChoiceTest, CompareActsOnTheRowsOfTheMenu) {
   EXPECT_TRUE(window.desktop.messages[0].content.starts_with(u"a.bin\nb.bin\n"));
 }
 
-TEST(RowsAtChoiceTest, TheLookUpTakesTheRowOfTheMenu) {
+TEST(RowsAtChoiceTest, TheLookUpActsOnTheRowOfTheMenu) {
   ChoosingWindow window;
   PutDigest(window.RowAt(0), {AlgoId::Sha256, 0x11});
   window.view.whileMenuShows = [&] { window.TakeLateFile(); };
@@ -116,7 +116,7 @@ TEST(RowsAtChoiceTest, TheLookUpTakesTheRowOfTheMenu) {
             Texts{u"https://www.virustotal.com/gui/file/" + FilledHex(32, 0x11)});
 }
 
-TEST(RowsAtChoiceTest, TheFolderIsThatOfTheRowOfTheMenu) {
+TEST(RowsAtChoiceTest, OpenFolderActsOnTheRowOfTheMenu) {
   ChoosingWindow window;
   window.view.whileMenuShows = [&] { window.TakeLateFile(); };
   window.ChooseFor({0}, ID_CTX_OPEN_FOLDER);
@@ -124,14 +124,14 @@ TEST(RowsAtChoiceTest, TheFolderIsThatOfTheRowOfTheMenu) {
   EXPECT_EQ(window.desktop.shownInFolder[0].first, u"/d/a.bin");
 }
 
-TEST(RowsAtChoiceTest, TheFolderOfSeveralRowsIsNotShownThoughOneIsSelectedNow) {
+TEST(RowsAtChoiceTest, OpenFolderForSeveralRowsDoesNothingIfOneIsSelectedLater) {
   ChoosingWindow window;
   window.view.whileMenuShows = [&] { window.TakeLateFile(); };
   window.ChooseFor({0, 1}, ID_CTX_OPEN_FOLDER);
   EXPECT_TRUE(window.desktop.shownInFolder.empty());
 }
 
-TEST(RowsAtChoiceTest, ADigestIsThatOfTheRowOfTheMenuAfterASort) {
+TEST(RowsAtChoiceTest, CopyingADigestActsOnTheRowOfTheMenuAfterASort) {
   ChoosingWindow window;
   PutDigest(window.RowAt(0), {AlgoId::Sha256, 0x11});
   window.view.whileMenuShows = [&] {
@@ -143,9 +143,9 @@ TEST(RowsAtChoiceTest, ADigestIsThatOfTheRowOfTheMenuAfterASort) {
   EXPECT_EQ(window.desktop.clipboard, FilledHex(32, 0x11));
 }
 
-// ---- Rows that are gone.
+// ---- Removed rows.
 
-TEST(RowsAtChoiceTest, RowsThatAreGoneArePassedOver) {
+TEST(RowsAtChoiceTest, RemovedRowsAreSkipped) {
   struct Case {
     const char* description;
     std::vector<size_t> rows;
@@ -179,7 +179,7 @@ TEST(RowsAtChoiceTest, RowsThatAreGoneArePassedOver) {
   }
 }
 
-TEST(RowsAtChoiceTest, ARowMayGoWhileItsFolderOpens) {
+TEST(RowsAtChoiceTest, ARowMayBeRemovedWhileItsFolderOpens) {
   ChoosingWindow window;
   window.desktop.whileFolderOpens = [&] { window.LoseRow(u"a.bin"); };
   window.view.selected = {0};
@@ -207,7 +207,7 @@ std::u16string LineOf(const std::u16string& name) {
   return FilledHex(32, Fill) + u"  /d/" + name + u"\n";
 }
 
-TEST(RowsAtChoiceTest, SavingTakesTheRowsThatWereSelectedBeforeThePicker) {
+TEST(RowsAtChoiceTest, SavingActsOnTheRowsSelectedBeforeThePicker) {
   SavingWindow window;
   window.view.selected = {0, 1};
   window.desktop.whilePickerShows = [&] { window.TakeLateFile(); };
@@ -215,7 +215,7 @@ TEST(RowsAtChoiceTest, SavingTakesTheRowsThatWereSelectedBeforeThePicker) {
   EXPECT_EQ(window.Saved(), LineOf(u"a.bin") + LineOf(u"b.bin"));
 }
 
-TEST(RowsAtChoiceTest, SavingPassesOverRowsThatAreGone) {
+TEST(RowsAtChoiceTest, SavingSkipsRemovedRows) {
   SavingWindow window;
   window.view.selected = {0, 1};
   window.desktop.whilePickerShows = [&] { window.LoseRow(u"a.bin"); };
@@ -223,7 +223,7 @@ TEST(RowsAtChoiceTest, SavingPassesOverRowsThatAreGone) {
   EXPECT_EQ(window.Saved(), LineOf(u"b.bin"));
 }
 
-TEST(RowsAtChoiceTest, SavingNothingLeavesTheFileAlone) {
+TEST(RowsAtChoiceTest, WithoutRowsTheFileIsNotWritten) {
   SavingWindow window;
   window.tree.AddFile(u"saved.sha256", "old");
   window.desktop.whilePickerShows = [&] { window.commands.Run(ID_CLEAR_LIST); };
@@ -235,7 +235,7 @@ TEST(RowsAtChoiceTest, SavingNothingLeavesTheFileAlone) {
 
 // ---- The menu of algorithms.
 
-TEST(RowsAtChoiceTest, AnAlgorithmTurnsIntoTheOppositeOfWhatItsMenuShowed) {
+TEST(RowsAtChoiceTest, TheMenuTogglesTheStateThatItShowed) {
   constexpr swr::AlgoMask md5 = MaskOf(AlgoId::Md5);
   constexpr swr::AlgoMask crc32 = MaskOf(AlgoId::Crc32);
   struct Case {

@@ -215,7 +215,7 @@ TEST(ReadSettingsTest, ABadValueDoesNotAffectOthers) {
 
 // ---- Writing.
 
-TEST(WriteSettingsTest, EveryValueInItsPlace) {
+TEST(WriteSettingsTest, EveryValue) {
   FakeWindow window;
   window.algorithms.Select(MaskOf(AlgoId::Crc32) | MaskOf(AlgoId::Blake3) | MaskOf(AlgoId::Xxh128));
   window.commands.Run(ID_UPPERCASE);
@@ -266,7 +266,7 @@ TEST(WriteSettingsTest, AnUnknownPlacementKeepsTheOldOne) {
   EXPECT_EQ(window.desktop.binarySettings[u"Window"], (std::vector<uint8_t>{1, 2, 3}));
 }
 
-TEST(WriteSettingsTest, NothingIsWrittenBefore) {
+TEST(WriteSettingsTest, NothingIsWrittenBeforeTheWindowCloses) {
   FakeWindow window;
   window.commands.Run(ID_CRLF);
   window.algorithms.Select(1);

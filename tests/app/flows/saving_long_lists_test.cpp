@@ -67,7 +67,7 @@ class SavingLongListsTest : public ::testing::Test {
   std::vector<swr::ExportRow> exported_;
 };
 
-TEST_F(SavingLongListsTest, ThePiecesMakeTheWholeFile) {
+TEST_F(SavingLongListsTest, ThePiecesFormTheWholeFile) {
   const swr::ExportOptions formats[] = {
       {.format = swr::ExportFormat::Sha256Sum, .algo = AlgoId::Crc32, .hasAlgo = true},
       {.format = swr::ExportFormat::Sha256Sum, .algo = AlgoId::Sha256, .hasAlgo = true},
@@ -85,7 +85,8 @@ TEST_F(SavingLongListsTest, ThePiecesMakeTheWholeFile) {
   EXPECT_TRUE(window_.desktop.messages.empty());
 }
 
-// As when the disk is full: what was written stays, nothing more is written, and the user is told.
+// As when the disk is full: what was written is kept, nothing more is written, and the failure is
+// reported.
 TEST_F(SavingLongListsTest, AFailureInTheMiddleEndsTheSave) {
   const std::string whole = swr::RenderChecksums(exported_, {.format = swr::ExportFormat::Tagged});
   {

@@ -159,7 +159,7 @@ TEST(ShellEntriesTest, AnEntryOfACopyThatExistsIsLeftAlone) {
   EXPECT_EQ(window.view.banner, std::nullopt);
 }
 
-TEST(ShellEntriesTest, TheBannersLinksRepairWhatIsStale) {
+TEST(ShellEntriesTest, TheLinksOfTheBannerRepairStaleEntries) {
   struct Row {
     bool explorer;
     bool link;
@@ -318,7 +318,7 @@ TEST(ShellEntriesTest, TheCommandLineToolIsOpenedWhereItExists) {
                 .customIcon = IDI_COMMAND_LINE_TOOL}}));
 }
 
-TEST(ShellEntriesTest, TheAnswerAboutTheToolIsCarriedOut) {
+TEST(ShellEntriesTest, TheChoiceInTheToolsDialogIsCarriedOut) {
   using Prompts = std::vector<std::pair<std::u16string, std::u16string>>;
   struct Row {
     int answer;

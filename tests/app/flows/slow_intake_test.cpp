@@ -34,8 +34,8 @@ constexpr milliseconds LongestMessage{50};
 constexpr milliseconds LongestCancel{100};
 constexpr milliseconds LongestClose{1000};
 
-// On a busy machine a message takes longer now and then; a window that waits for its share does so
-// each time.
+// On a busy machine a message occasionally takes longer; a window that waits for the share takes
+// longer each time.
 constexpr int Tries = 5;
 
 std::u16string NameInShare(size_t file) {
@@ -58,7 +58,7 @@ struct Share {
   std::u16string list;
 };
 
-// The loop of a window's thread, which measures its messages.
+// A window's message loop, which measures how long each message takes.
 class MeasuredWindow {
  public:
   MeasuredWindow() { window.algorithms.Select(swr::MaskOf(swr::AlgoId::Md5)); }
@@ -69,7 +69,7 @@ class MeasuredWindow {
     message();
     longest = std::max(longest, duration_cast<milliseconds>(Clock::now() - start));
   }
-  // Asks the window every 10 ms until `ends` says so. False when that takes more than a minute.
+  // Runs the loop, every 10 ms, until `ends` is true. False when that takes more than a minute.
   template <typename Condition>
   bool RunUntil(Condition&& ends) {
     const auto start = Clock::now();
@@ -162,7 +162,7 @@ TEST(SlowIntakeTest, CancelTakesEffectAtOnce) {
   }
 }
 
-// Listing one large folder is a single step of the walk, but not of the cancel.
+// Listing a large folder is a single step of the walk; a cancel still ends it in the middle.
 TEST(SlowIntakeTest, CancelEndsTheListingOfALargeFolder) {
   TempTree tree;
   for (size_t i = 0; i < 500; ++i) tree.AddFile(u"large/" + swr::DecimalText(i));
@@ -194,11 +194,11 @@ TEST(SlowIntakeTest, ClosingDoesNotWaitForACallThatDoesNotReturn) {
     gate.Open();
     thread->Wait();
     EXPECT_LE(swr::testing::WaitForThreads(threadsBefore), threadsBefore)
-        << "the thread ends by itself";
+        << "the thread ends when its call returns";
   }
 }
 
-TEST(SlowIntakeTest, FilesThatGoAwayDuringTheWalkAreMissing) {
+TEST(SlowIntakeTest, FilesThatDisappearDuringTheWalkAreMissing) {
   for (const milliseconds delay : {milliseconds(0), milliseconds(1)}) {
     const auto share = std::make_unique<Share>(100);
     const InstalledFaults faults(
@@ -214,7 +214,7 @@ TEST(SlowIntakeTest, FilesThatGoAwayDuringTheWalkAreMissing) {
     WorkingWindow window;
     window.adding.AddPaths({share->folder});
     ASSERT_TRUE(window.WaitUntilIdle());
-    // The folder that was being walked had been listed before; in those after it nothing is found.
+    // The current folder had been listed already; nothing is found in the folders after it.
     EXPECT_EQ(window.rows.Size(), 50u);
     EXPECT_EQ(window.StatusCell(window.rows.Size() - 1), u"Missing");
     EXPECT_FALSE(window.view.progress);
@@ -222,7 +222,7 @@ TEST(SlowIntakeTest, FilesThatGoAwayDuringTheWalkAreMissing) {
   }
 }
 
-TEST(SlowIntakeTest, AShareThatAnswersWithErrorsGivesRowsThatSaySo) {
+TEST(SlowIntakeTest, ErrorsOfAShareAppearInTheRows) {
   const Share share(60);
   const InstalledFaults faults(
       {{.call = SystemCall::PathInfo, .nth = 0, .code = swr::ErrorNetworkNameGone},

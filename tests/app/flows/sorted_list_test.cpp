@@ -1,4 +1,4 @@
-// What is known of the rows stays with them when a sort gives them new places.
+// A sort moves the rows together with everything that is known about them.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -15,7 +15,7 @@ using swr::AlgoId;
 
 constexpr size_t Name = 0;
 
-TEST(SortedListTest, EveryRowIsDrawnAgain) {
+TEST(SortedListTest, EveryRowIsRedrawn) {
   FakeWindow window;
   window.AddRow(u"b");
   window.AddRow(u"a");
@@ -38,8 +38,8 @@ TEST(SortedListTest, TheResultLineNamesTheRowThatMatches) {
   EXPECT_EQ(window.Result(), match);
 }
 
-// Several rows that match are told by the algorithm of the first.
-TEST(SortedListTest, TheFirstOfSeveralMatchesIsTheOneThatIsFirstNow) {
+// The sentence about several matches names the algorithm of the first.
+TEST(SortedListTest, TheFirstMatchIsTheFirstInTheNewOrder) {
   FakeWindow window;
   AddRow(window, {.name = u"b", .digests = {{AlgoId::Md5, 0xAA}}});
   AddRow(window, {.name = u"a", .digests = {{AlgoId::Xxh128, 0xAA}}});
@@ -50,7 +50,7 @@ TEST(SortedListTest, TheFirstOfSeveralMatchesIsTheOneThatIsFirstNow) {
             (ResultLine{u"Match. 2 files have this XXH128 hash.", ResultKind::Good}));
 }
 
-TEST(SortedListTest, ANameThatCameWithTheValueIsLookedUpAnew) {
+TEST(SortedListTest, TheRowNamedWithTheValueIsFoundAgain) {
   FakeWindow window;
   window.algorithms.Select(swr::MaskOf(AlgoId::Sha1));
   for (const char16_t* name : {u"c", u"b", u"a"}) {
@@ -63,9 +63,9 @@ TEST(SortedListTest, ANameThatCameWithTheValueIsLookedUpAnew) {
   EXPECT_EQ(window.Result(), verdict);
 }
 
-// A result takes away what its own row counted for before, not what the row did that stood in its
-// place.
-TEST(SortedListTest, ALaterResultCountsForItsOwnRow) {
+// A result replaces what its own row contributed to the counters, not what the row that was in its
+// place before the sort did.
+TEST(SortedListTest, ALaterResultUpdatesTheCountersForItsOwnRow) {
   FakeWindow window;
   window.algorithms.Select(swr::MaskOf(AlgoId::Sha256));
   AddRow(window, {.name = u"b", .status = RowStatus::Waiting, .expected = 0xBB}).size = 100;

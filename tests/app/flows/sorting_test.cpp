@@ -22,14 +22,14 @@ Texts Names(const FakeWindow& window) {
   return names;
 }
 
-TEST(SortingTest, ByNameInTheOrderOfAPerson) {
+TEST(SortingTest, ByNameInNaturalOrder) {
   FakeWindow window;
   for (const char16_t* name : {u"file 10", u"File 2", u"file 1", u"b", u"A"}) window.AddRow(name);
   window.sorting.SortBy(Name);
   EXPECT_EQ(Names(window), (Texts{u"A", u"b", u"file 1", u"File 2", u"file 10"}));
 }
 
-TEST(SortingTest, TheSecondClickTurnsItRoundAndTheThirdBack) {
+TEST(SortingTest, FurtherClicksReverseTheOrder) {
   FakeWindow window;
   for (const char16_t* name : {u"b", u"a", u"c"}) window.AddRow(name);
   window.sorting.SortBy(Name);
@@ -44,7 +44,7 @@ TEST(SortingTest, TheSecondClickTurnsItRoundAndTheThirdBack) {
   EXPECT_FALSE(window.view.sortMarkDescending);
 }
 
-TEST(SortingTest, AnotherColumnInBetweenStartsUpwards) {
+TEST(SortingTest, AfterAnotherColumnTheFirstClickSortsAscending) {
   FakeWindow window;
   window.AddRow(u"b", 1);
   window.AddRow(u"a", 2);
@@ -57,7 +57,7 @@ TEST(SortingTest, AnotherColumnInBetweenStartsUpwards) {
   EXPECT_FALSE(window.view.sortMarkDescending);
 }
 
-TEST(SortingTest, BySizeGoesByTheNumberThatARowHolds) {
+TEST(SortingTest, BySizeComparesNumbers) {
   FakeWindow window;
   window.AddRow(u"large", 2000);
   window.AddRow(u"failed", 1500).status = RowStatus::Failed;
@@ -94,7 +94,7 @@ TEST(SortingTest, RowsWithoutADigestComeFirst) {
   EXPECT_EQ(Names(window), (Texts{u"waiting", u"done"}));
 }
 
-TEST(SortingTest, ByStatusGoesByItsText) {
+TEST(SortingTest, ByStatusComparesTexts) {
   FakeWindow window;
   window.AddRow(u"waiting");
   window.AddRow(u"done").status = RowStatus::Done;
@@ -105,7 +105,7 @@ TEST(SortingTest, ByStatusGoesByItsText) {
   EXPECT_EQ(Names(window), (Texts{u"done", u"missing", u"waiting"}));
 }
 
-TEST(SortingTest, TheSelectionIsLostAndTheDetailsFollow) {
+TEST(SortingTest, TheSelectionIsLostAndTheDetailsAreUpdated) {
   FakeWindow window;
   window.AddRow(u"b");
   window.AddRow(u"a");
@@ -115,7 +115,7 @@ TEST(SortingTest, TheSelectionIsLostAndTheDetailsFollow) {
   EXPECT_EQ(window.view.details, u"2 files. Select one to see its details.");
 }
 
-TEST(SortingTest, RowsAreFoundByTheirIdAfterwards) {
+TEST(SortingTest, RowsAreFoundByIdAfterwards) {
   FakeWindow window;
   const uint64_t b = window.AddRow(u"b").id;
   const uint64_t a = window.AddRow(u"a").id;
@@ -124,7 +124,7 @@ TEST(SortingTest, RowsAreFoundByTheirIdAfterwards) {
   EXPECT_EQ(window.rows.Find(b)->Name(), u"b");
 }
 
-TEST(SortingTest, LaterRowsLandAtTheEnd) {
+TEST(SortingTest, NewRowsAreAppended) {
   FakeWindow window;
   window.AddRow(u"b");
   window.AddRow(u"c");
@@ -133,7 +133,7 @@ TEST(SortingTest, LaterRowsLandAtTheEnd) {
   EXPECT_EQ(Names(window), (Texts{u"b", u"c", u"a"}));
 }
 
-TEST(SortingTest, NewColumnsAreNotSorted) {
+TEST(SortingTest, AfterNewColumnsTheFirstClickSortsAscending) {
   FakeWindow window;
   window.AddRow(u"b");
   window.AddRow(u"a");
@@ -144,7 +144,7 @@ TEST(SortingTest, NewColumnsAreNotSorted) {
   EXPECT_FALSE(window.view.sortMarkDescending) << "a first click again";
 }
 
-TEST(SortingTest, AColumnThatIsNotThereIsIgnored) {
+TEST(SortingTest, AMissingColumnIsIgnored) {
   FakeWindow window;
   window.AddRow(u"b");
   window.AddRow(u"a");

@@ -1,4 +1,4 @@
-// Results whose announcement failed, so that the window does not learn of them by a message.
+// Results whose announcement failed, so that no message tells the window about them.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -11,7 +11,7 @@
 namespace app::testing {
 namespace {
 
-TEST(UnannouncedResultsTest, TheTickGoesOnWhileResultsWait) {
+TEST(UnannouncedResultsTest, TheTimerKeepsRunningWhileResultsWait) {
   FakeWindow window;
   Row& row = AddRow(window, {.name = u"a", .status = RowStatus::Waiting, .expected = 1});
   window.hashing.QueueAll();
@@ -31,7 +31,7 @@ TEST(UnannouncedResultsTest, TheTickGoesOnWhileResultsWait) {
             (ResultLine{u"Not all files match: 0 OK, 1 FAILED.", ResultKind::Bad}));
 }
 
-TEST(UnannouncedResultsTest, TheTickGoesOnWhileAJobRuns) {
+TEST(UnannouncedResultsTest, TheTimerKeepsRunningWhileAJobRuns) {
   FakeWindow window;
   window.AddRow(u"a");
   window.hashing.QueueAll();

@@ -15,10 +15,10 @@
 namespace app::testing {
 namespace {
 
-// Contents of checksum files, and the rows that they lead to.
+// The contents of checksum files, and the rows that they produce.
 class ListedFilesTest : public VerificationTest {};
 
-TEST_F(ListedFilesTest, SixtyFourMebibytesAreReadAndNotOneByteMore) {
+TEST_F(ListedFilesTest, FilesOfUpTo64MebibytesAreRead) {
   constexpr uint64_t largest = 67108864;
   const std::u16string path = tree.AddFile(u"big.sha256", Line(AbcSha256, "a.bin"));
   swr::testing::ResizeFile(path, largest + 1);
@@ -41,7 +41,7 @@ TEST_F(ListedFilesTest, SixtyFourMebibytesAreReadAndNotOneByteMore) {
 
 // ---- Lines that were skipped.
 
-TEST_F(ListedFilesTest, SkippedLinesAreCountedAndTheFirstIsNamed) {
+TEST_F(ListedFilesTest, TheBannerCountsSkippedLinesAndGivesTheFirst) {
   struct Case {
     const char* description;
     std::string text;
@@ -73,7 +73,7 @@ TEST_F(ListedFilesTest, SkippedLinesAreCountedAndTheFirstIsNamed) {
   }
 }
 
-// ---- No list passes by saying nothing.
+// ---- No list passes without checksums.
 
 struct ListCase {
   const char* description;
@@ -83,7 +83,7 @@ struct ListCase {
   std::optional<std::u16string> banner;
 };
 
-TEST_F(ListedFilesTest, EveryLineThatWasReadGetsAVerdict) {
+TEST_F(ListedFilesTest, EveryChecksumLineGetsAVerdict) {
   const std::string hashName = Zeros;  // the file holds "abc"
   tree.AddFile(swr::Utf8ToWide(hashName), "abc");
   tree.AddFile(u"empty", "");
@@ -144,11 +144,11 @@ TEST_F(ListedFilesTest, EveryLineThatWasReadGetsAVerdict) {
            Line(Zeros.substr(0, 40), "a.bin") + Line(Zeros + Zeros, "a.bin"),
        {u"Missing", u"FAILED", u"FAILED", u"FAILED"},
        {u"Not all files match: 0 OK, 3 FAILED, 1 missing.", ResultKind::Bad}},
-      {"a shortened hash that says what it is",
+      {"a shortened hash with the name of its algorithm",
        "XXH3_" + AbcSha256.substr(0, 4) + "  a.bin\n",
        {u"FAILED"},
        {u"Not all files match: 0 OK, 1 FAILED.", ResultKind::Bad}},
-      {"nothing but missing files",
+      {"only missing files",
        Line(AbcSha256, "x") + Line(AbcMd5, "y"),
        {u"Missing", u"Missing"},
        {u"Not all files match: 0 OK, 2 missing.", ResultKind::Bad}},
@@ -198,9 +198,9 @@ TEST_F(ListedFilesTest, Encodings) {
   };
   const Case cases[] = {
       {"UTF-8", swr::WideToUtf8(text)},
-      {"UTF-8 with a mark", "\xEF\xBB\xBF" + swr::WideToUtf8(text)},
-      {"UTF-16, the low byte first", Utf16(text, false)},
-      {"UTF-16, the high byte first", Utf16(text, true)},
+      {"UTF-8 with a byte-order mark", "\xEF\xBB\xBF" + swr::WideToUtf8(text)},
+      {"UTF-16, little-endian", Utf16(text, false)},
+      {"UTF-16, big-endian", Utf16(text, true)},
       {"the ANSI code page", ansi},
   };
   for (const Case& test : cases) {
@@ -228,13 +228,13 @@ TEST_F(ListedFilesTest, LineEnds) {
   const Case cases[] = {
       {"LF", plain + "a.bin\n" + tagged + "\n", {u"a.bin", u"b.bin"}, good},
       {"CR LF", plain + "a.bin\r\n" + tagged + "\r\n", {u"a.bin", u"b.bin"}, good},
-      {"no end of the last line", plain + "a.bin\n" + plain + "b.bin", {u"a.bin", u"b.bin"}, good},
-      {"no end of the last line, which is tagged",
+      {"no line end at the end", plain + "a.bin\n" + plain + "b.bin", {u"a.bin", u"b.bin"}, good},
+      {"no line end at the end, after a tagged line",
        plain + "a.bin\r\n" + tagged,
        {u"a.bin", u"b.bin"},
        good},
       {"CR LF and LF mixed", tagged + "\r\n" + plain + "a.bin\n", {u"b.bin", u"a.bin"}, good},
-      {"CR CR LF behind tagged lines",
+      {"CR CR LF after tagged lines",
        tagged + "\r\r\n" + "SHA256 (a.bin) = " + AbcSha256 + "\r\r\n",
        {u"b.bin", u"a.bin"},
        good},

@@ -38,19 +38,22 @@ TEST(VerificationSummaryTest, Table) {
   const RowSetup plainWaiting = {.name = u"plain", .status = RowStatus::Waiting};
   const SummaryCase cases[] = {
       {"no rows", {}, false, {u"", ResultKind::None}},
-      {"nothing is expected of any", {plain}, false, {u"", ResultKind::None}},
-      {"nothing is expected of any, at work", {plainWaiting}, true, {u"", ResultKind::None}},
+      {"no row has an expected digest", {plain}, false, {u"", ResultKind::None}},
+      {"no row has an expected digest, while hashing",
+       {plainWaiting},
+       true,
+       {u"", ResultKind::None}},
       // Still hashing.
-      {"one file is called files", {waiting}, true, {u"Verifying 1 files...", ResultKind::Busy}},
-      {"all count, but not plain rows",
+      {"one file, with the plural", {waiting}, true, {u"Verifying 1 files...", ResultKind::Busy}},
+      {"all listed rows are counted, plain rows are not",
        {ok, failed, missing, unreadable, waiting, plain, plainWaiting},
        true,
        {u"Verifying 5 files...", ResultKind::Busy}},
-      {"a cancelled row while others are at work",
+      {"a cancelled row while others are hashed",
        {ok, cancelled},
        true,
        {u"Verifying 2 files...", ResultKind::Busy}},
-      {"all is known although the worker has other work",
+      {"all verdicts are known although the worker has other work",
        {ok, ok, plainWaiting},
        true,
        {u"All 2 files are OK.", ResultKind::Good}},
@@ -60,10 +63,10 @@ TEST(VerificationSummaryTest, Table) {
        {u"Not all files match: 1 OK, 1 FAILED.", ResultKind::Bad}},
       // All OK.
       {"one", {ok}, false, {u"The file is OK.", ResultKind::Good}},
-      {"one beside plain rows", {plain, ok, plain}, false, {u"The file is OK.", ResultKind::Good}},
+      {"one among plain rows", {plain, ok, plain}, false, {u"The file is OK.", ResultKind::Good}},
       {"two", {ok, ok}, false, {u"All 2 files are OK.", ResultKind::Good}},
       {"twelve", std::vector<RowSetup>(12, ok), false, {u"All 12 files are OK.", ResultKind::Good}},
-      {"a cancelled row that has what it needs",
+      {"a cancelled row with the digest it needs",
        {{.name = u"c",
          .digests = {{AlgoId::Sha256, Wanted}},
          .status = RowStatus::Cancelled,
@@ -84,7 +87,7 @@ TEST(VerificationSummaryTest, Table) {
        {cancelled},
        false,
        {u"Not all files match: 0 OK, 1 not checked.", ResultKind::Bad}},
-      {"a row that waits for nobody",
+      {"a waiting row without a job",
        {waiting, ok},
        false,
        {u"Not all files match: 1 OK, 1 not checked.", ResultKind::Bad}},
@@ -92,7 +95,7 @@ TEST(VerificationSummaryTest, Table) {
        {ok, missing},
        false,
        {u"Not all files match: 1 OK, 1 missing.", ResultKind::Bad}},
-      {"file and folder missing are alike",
+      {"a missing file and a missing folder",
        {missing, missingFolder, ok},
        false,
        {u"Not all files match: 1 OK, 2 missing.", ResultKind::Bad}},
@@ -118,7 +121,7 @@ TEST(VerificationSummaryTest, Table) {
   }
 }
 
-TEST(VerificationSummaryTest, TheBoxComesFirst) {
+TEST(VerificationSummaryTest, TheBoxTakesPrecedence) {
   FakeWindow window;
   AddRow(window, {.name = u"a", .digests = {{AlgoId::Sha256, Other}}, .expected = Wanted});
   window.view.SetExpectedText(u"SHA256: " + FilledHex(32, 0xCC));
@@ -136,7 +139,7 @@ TEST(VerificationSummaryTest, TheBoxComesFirst) {
 }
 
 // The worker is often done before the window has taken the last finished jobs.
-TEST(VerificationSummaryTest, ResultsOnTheirWayAreNotCalledUnchecked) {
+TEST(VerificationSummaryTest, PendingResultsAreNotReportedAsNotChecked) {
   FakeWindow window;
   AddRow(window, {.name = u"a", .digests = {{AlgoId::Sha256, Wanted}}, .expected = Wanted});
   Row& row = AddRow(window, {.name = u"b", .status = RowStatus::Waiting, .expected = Wanted});
@@ -151,7 +154,7 @@ TEST(VerificationSummaryTest, ResultsOnTheirWayAreNotCalledUnchecked) {
             (ResultLine{u"Not all files match: 1 OK, 1 not checked.", ResultKind::Bad}));
 }
 
-TEST(VerificationSummaryTest, TheTickThatEndsARunSaysIt) {
+TEST(VerificationSummaryTest, TheTickThatEndsARunShowsTheSummary) {
   FakeWindow window;
   Row& row = AddRow(window, {.name = u"a", .status = RowStatus::Waiting, .expected = Wanted});
   window.hashing.QueueRow(row.id, MaskOf(AlgoId::Sha256));

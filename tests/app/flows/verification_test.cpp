@@ -80,7 +80,7 @@ TEST_F(VerificationTest, EachLineBecomesARowThatKnowsItsDigest) {
   EXPECT_EQ(window.Result(), (ResultLine{u"All 3 files are OK.", ResultKind::Good}));
 }
 
-TEST_F(VerificationTest, EachFileGetsTheVerdictItDeserves) {
+TEST_F(VerificationTest, EachFileGetsItsVerdict) {
   tree.AddFile(u"b.bin", "abd");
   Load(u"SHA256SUMS", Line(AbcSha256, "a.bin") + Line(AbcSha256, "b.bin") +
                           Line(AbcSha256, "gone.bin") + Line(AbcSha256, "no/such/folder/x") +
@@ -118,7 +118,7 @@ TEST_F(VerificationTest, AMissingFileIsARowWithoutAJob) {
             (ResultLine{u"Not all files match: 0 OK, 1 missing.", ResultKind::Bad}));
 }
 
-TEST_F(VerificationTest, NamesStandBesideTheChecksumFile) {
+TEST_F(VerificationTest, NamesAreRelativeToTheChecksumFile) {
   tree.AddFile(u"lists/sub/d.bin", "abc");
   const std::u16string absolute = tree.Path(u"c.bin");
   Load(u"lists/SHA256SUMS",
@@ -131,7 +131,7 @@ TEST_F(VerificationTest, NamesStandBesideTheChecksumFile) {
   EXPECT_EQ(window.rows[2].Path(), tree.Path(u"a.bin"));
 }
 
-TEST_F(VerificationTest, ACancelledRunIsNotChecked) {
+TEST_F(VerificationTest, CancelledRowsAreReportedAsNotChecked) {
   Load(u"SHA256SUMS",
        Line(AbcSha256, "a.bin") + Line(AbcSha256, "b.bin") + Line(AbcSha256, "c.bin"));
   ASSERT_FALSE(window.queue.jobs.empty());
@@ -146,7 +146,7 @@ TEST_F(VerificationTest, ACancelledRunIsNotChecked) {
   EXPECT_EQ(window.cells.TintOf(1), RowTint::None);
 }
 
-TEST_F(VerificationTest, TheSelectionGoesAndTheDetailsFollow) {
+TEST_F(VerificationTest, TheSelectionIsClearedAndTheDetailsAreUpdated) {
   window.adding.AddPaths({tree.Path(u"a.bin")});
   ASSERT_EQ(window.view.selected.size(), 1u);
   Load(u"SHA256SUMS", Line(AbcSha256, "b.bin") + Line(AbcSha256, "c.bin"));
@@ -155,7 +155,7 @@ TEST_F(VerificationTest, TheSelectionGoesAndTheDetailsFollow) {
   EXPECT_NE(window.view.statusText, u"");
 }
 
-TEST_F(VerificationTest, LoadingTakesUpCancelledRowsAgain) {
+TEST_F(VerificationTest, LoadingQueuesCancelledRowsAgain) {
   window.adding.AddPaths({tree.Path(u"a.bin")});
   window.edits.CancelAll();
   Load(u"SHA256SUMS", Line(AbcSha256, "b.bin"));
@@ -164,9 +164,9 @@ TEST_F(VerificationTest, LoadingTakesUpCancelledRowsAgain) {
   EXPECT_EQ(window.StatusCell(0), u"Waiting");
 }
 
-// ---- What can't be read, and what holds nothing.
+// ---- Unreadable files, and files without checksums.
 
-TEST_F(VerificationTest, AFileThatCantBeReadIsToldAndNothingElseHappens) {
+TEST_F(VerificationTest, AnUnreadableFileIsReportedAndNothingElseHappens) {
   const std::u16string missing = tree.Path(u"gone.sha256");
   const std::u16string shut = tree.AddFile(u"shut.sha256", Line(AbcSha256, "a.bin"));
   window.adding.AddPaths({tree.Path(u"a.bin")});
@@ -193,19 +193,19 @@ TEST_F(VerificationTest, AFileThatCantBeReadIsToldAndNothingElseHappens) {
   EXPECT_EQ(window.view.banner, u"offer");
 }
 
-TEST_F(VerificationTest, AFileWithoutChecksumsIsToldAndNothingElseHappens) {
+TEST_F(VerificationTest, AFileWithoutChecksumsIsReportedAndNothingElseHappens) {
   struct Case {
     const char* description;
     std::string text;
   };
   const Case cases[] = {
       {"empty", ""},
-      {"an UTF-8 mark alone", "\xEF\xBB\xBF"},
+      {"only a UTF-8 byte-order mark", "\xEF\xBB\xBF"},
       {"blank lines", "\r\n \t\n\n"},
       {"comments", "; made by hand\n# nothing in here\n"},
       {"rubbish", "hello\nnothing to see here\n<html>\n"},
-      {"a signature alone", "-----BEGIN PGP SIGNATURE-----\n" + Line(AbcSha256, "a.bin") +
-                                "-----END PGP SIGNATURE-----\n"},
+      {"only a signature", "-----BEGIN PGP SIGNATURE-----\n" + Line(AbcSha256, "a.bin") +
+                               "-----END PGP SIGNATURE-----\n"},
       {"a hash without a name", AbcSha256 + "\n"},
       {"base64", "ungWv48Bz-pBQUDeXa4iI7ADYaOWF3qctBD_YfIAFa0=  a.bin\n"},
       {"an unknown algorithm", "SHA1024 (a.bin) = " + AbcSha256 + "\n"},
@@ -231,7 +231,7 @@ TEST_F(VerificationTest, AFileWithoutChecksumsIsToldAndNothingElseHappens) {
   }
 }
 
-// ---- Rows that stand in the list already.
+// ---- Rows that are in the list already.
 
 TEST_F(VerificationTest, APlainRowOfTheSamePathIsReplacedAndHashedAgain) {
   window.adding.AddPaths({tree.Path(u"a.bin"), tree.Path(u"b.bin")});
@@ -252,7 +252,7 @@ TEST_F(VerificationTest, APlainRowOfTheSamePathIsReplacedAndHashedAgain) {
   EXPECT_EQ(window.Result(), (ResultLine{u"The file is OK.", ResultKind::Good}));
 }
 
-TEST_F(VerificationTest, TheJobOfAReplacedRowIsDroppedAndItsLateResultTooLate) {
+TEST_F(VerificationTest, TheJobOfAReplacedRowIsDroppedAndItsLateResultIgnored) {
   window.adding.AddPaths({tree.Path(u"a.bin")});
   ASSERT_FALSE(window.queue.jobs.empty());
   const HashJob running = window.queue.jobs.front();
@@ -281,33 +281,28 @@ TEST_F(VerificationTest, LoadingTwiceDoublesTheRows) {
 struct ReplacedCase {
   const char* description;
   TextList plain;         // rows in the list, below the tree
-  TextList listedBefore;  // rows of an older checksum file, behind those
+  TextList listedBefore;  // rows of an older checksum file, after those
   TextList lines;         // of the checksum file
-  TextList names;         // then
+  TextList names;         // of the rows afterwards
   size_t scrolledTo;
 };
 
 TEST_F(VerificationTest, ReplacementAndScrolling) {
   const ReplacedCase cases[] = {
       {"an empty list", {}, {}, {u"a", u"b"}, {u"a", u"b"}, 0},
-      {"other paths stay", {u"x", u"y"}, {}, {u"a", u"b"}, {u"x", u"y", u"a", u"b"}, 2},
-      {"the same path goes", {u"a", u"y"}, {}, {u"a"}, {u"y", u"a"}, 1},
-      {"the list became shorter than before", {u"a", u"a", u"a"}, {}, {u"a"}, {u"a"}, 0},
-      {"one less than before, and the last one is shown",
-       {u"a", u"a", u"y"},
-       {},
-       {u"a"},
-       {u"y", u"a"},
-       1},
-      {"as long as before", {u"a", u"b"}, {}, {u"b", u"a"}, {u"b", u"a"}, 1},
+      {"other paths are kept", {u"x", u"y"}, {}, {u"a", u"b"}, {u"x", u"y", u"a", u"b"}, 2},
+      {"the same path is replaced", {u"a", u"y"}, {}, {u"a"}, {u"y", u"a"}, 1},
+      {"the list becomes shorter", {u"a", u"a", u"a"}, {}, {u"a"}, {u"a"}, 0},
+      {"one row less, and the last one is shown", {u"a", u"a", u"y"}, {}, {u"a"}, {u"y", u"a"}, 1},
+      {"the list keeps its length", {u"a", u"b"}, {}, {u"b", u"a"}, {u"b", u"a"}, 1},
       {"replaced, and more than one new", {u"a", u"y"}, {}, {u"a", u"b"}, {u"y", u"a", u"b"}, 2},
-      {"letter case does not count",
+      {"letter case does not matter",
        {u"\u00C9", u"A"},
        {},
        {u"a", u"\u00E9"},
        {u"a", u"\u00E9"},
        1},
-      {"a row of a checksum file stays", {u"a"}, {u"a", u"b"}, {u"a"}, {u"a", u"b", u"a"}, 2},
+      {"a row of a checksum file is kept", {u"a"}, {u"a", u"b"}, {u"a"}, {u"a", u"b", u"a"}, 2},
       {"two lines of one name make two rows", {u"a"}, {}, {u"a", u"a"}, {u"a", u"a"}, 1},
       {"the same name in another folder is another path",
        {u"sub/a", u"a"},
@@ -337,11 +332,11 @@ TEST_F(VerificationTest, ReplacementAndScrolling) {
   }
 }
 
-// The rule taken literally: for each line go through all rows and remove those with its path that
-// no checksum file expects anything of.
+// The rule in its simplest form: each line removes all rows of its path that have no expected
+// digest from a checksum file.
 struct ReferenceRow {
   std::u16string path;
-  uint64_t id = 0;    // of a row that was there before
+  uint64_t id = 0;    // of a row from before
   uint32_t line = 0;  // of a new one
   bool expected = false;
 };
@@ -360,9 +355,9 @@ void LoadByTheRule(std::vector<ReferenceRow>& rows, const std::u16string& path, 
 }
 
 TEST_F(VerificationTest, TheIndexReplacesWhatTheRuleReplaces) {
-  // Letters on whose case systems disagree: the Kelvin sign and k, long s and s, the dotless
-  // and the dotted i, sharp s, the final sigma, a digraph in three cases, the micro sign, a letter
-  // outside the first plane.
+  // Letters whose case mapping differs between systems: the Kelvin sign and k, long s and s, the
+  // dotless and the dotted i, sharp s, the final sigma, a digraph in three cases, the micro sign, a
+  // letter outside the first plane.
   const TextList names = {u"a",      u"A",      u"ab",     u"aB",         u"k",         u"K",
                           u"\u212A", u"s",      u"S",      u"\u017F",     u"i",         u"I",
                           u"\u0131", u"\u0130", u"\u00DF", u"\u1E9E",     u"ss",        u"SS",

@@ -39,7 +39,7 @@ TEST_F(InstallationTest, TheFolderEndsBeforeTheLastSeparator) {
   }
 }
 
-TEST_F(InstallationTest, AnyProgramInTheSameFolderIsThisCopy) {
+TEST_F(InstallationTest, AnyProgramInTheSameFolderIsTheSameCopy) {
   const std::vector<std::pair<std::u16string, bool>> rows = {
       {u"C:\\Tools\\Sumwright\\Sumwright.exe", true},
       {u"c:\\TOOLS\\sumwright\\SUMWRIGHT.EXE", true},
@@ -53,7 +53,7 @@ TEST_F(InstallationTest, AnyProgramInTheSameFolderIsThisCopy) {
   for (const auto& [path, is] : rows) EXPECT_EQ(installation.IsThisProgram(path), is);
 }
 
-TEST_F(InstallationTest, TheCommandTellsTheStateOfTheExplorerEntry) {
+TEST_F(InstallationTest, TheCommandDeterminesTheStateOfTheExplorerEntry) {
   system.files = {u"D:\\Other\\Sumwright.exe", u"C:\\My"};
   const std::vector<std::pair<std::u16string, ExplorerState>> rows = {
       {u"", ExplorerState::None},
@@ -135,7 +135,7 @@ TEST_F(InstallationTest, AHalfWrittenEntryIsAFailure) {
   EXPECT_FALSE(installation.SetExplorerMenu(true));
 }
 
-TEST_F(InstallationTest, TheTargetTellsTheStateOfTheSendToLink) {
+TEST_F(InstallationTest, TheTargetDeterminesTheStateOfTheSendToLink) {
   system.files = {u"D:\\Other\\Sumwright.exe"};
   EXPECT_EQ(installation.GetSendToState(), SendToState::None);
   struct Row {

@@ -49,7 +49,7 @@ TEST(HandOverPayloadTest, RoundTrips) {
   EXPECT_EQ(Read(HandOverPayload(paths)), paths);
 }
 
-TEST(HandOverPayloadTest, AForeignMarkOrAnOddLengthIsNotOurs) {
+TEST(HandOverPayloadTest, AForeignMarkOrAnOddLengthIsRejected) {
   const std::vector<std::byte> payload = BytesOf(u"C:\\a.txt\0"s);
   EXPECT_EQ(HandOverMark, 0x53575250u);
   for (const uint64_t mark :
@@ -82,17 +82,17 @@ TEST_F(ForwardTest, PathsGoToTheOpenWindow) {
   EXPECT_EQ(instances.waits, 0);
 }
 
-TEST_F(ForwardTest, TheFirstProcessKeepsItsPathsAndOpensTheMutex) {
+TEST_F(ForwardTest, TheFirstProcessKeepsItsPathsAndCreatesTheMutex) {
   instances.anotherExists = false;
   EXPECT_FALSE(Forward());
-  EXPECT_TRUE(instances.signLeft);
+  EXPECT_TRUE(instances.mutexIsOpen);
   EXPECT_TRUE(instances.deliveries.empty());
   EXPECT_EQ(instances.waits, 0);
 }
 
 TEST_F(ForwardTest, WithoutPathsAnotherWindowOpens) {
   EXPECT_FALSE(Forward({}));
-  EXPECT_TRUE(instances.signLeft);
+  EXPECT_TRUE(instances.mutexIsOpen);
   EXPECT_TRUE(instances.deliveries.empty());
   EXPECT_EQ(instances.waits, 0);
 }
@@ -122,7 +122,7 @@ TEST_F(ForwardTest, ADeadWindowIsTreatedAsNone) {
   EXPECT_TRUE(dead.deliveries.empty());
 }
 
-TEST_F(ForwardTest, APayloadThatIsNotAcceptedStaysHere) {
+TEST_F(ForwardTest, PathsThatAreNotAcceptedStayHere) {
   instances.takes = false;
   EXPECT_FALSE(Forward());
   EXPECT_EQ(instances.deliveries.size(), 1u);

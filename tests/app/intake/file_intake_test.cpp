@@ -45,7 +45,7 @@ size_t CountFiles(const std::vector<IntakeBatch>& batches) {
 
 bool NoAnnouncement() { return true; }
 
-TEST(FileIntakeTest, WorksOffRequestsOneAfterTheOther) {
+TEST(FileIntakeTest, WorksOnRequestsInOrder) {
   TempTree tree;
   for (int i = 0; i < 600; ++i) {
     tree.AddFile(u"folder/" + std::u16string(1, static_cast<char16_t>(u'0' + i % 10)) +
@@ -67,7 +67,7 @@ TEST(FileIntakeTest, WorksOffRequestsOneAfterTheOther) {
   EXPECT_EQ(ended, (std::vector<uint64_t>{first, second}));
 }
 
-TEST(FileIntakeTest, FilesCanBeTakenWhileTheSystemHoldsTheNextCall) {
+TEST(FileIntakeTest, FilesCanBeTakenWhileTheNextCallHangs) {
   TempTree tree;
   const std::u16string a = tree.AddFile(u"a");
   const std::u16string b = tree.AddFile(u"b");
@@ -99,7 +99,7 @@ TEST(FileIntakeTest, WaitsForFullBatchesAndEnds) {
       {{.call = SystemCall::PathInfo, .nth = 4, .before = [&] { gate.Pass(); }}});
   FileIntake intake(NoAnnouncement);
   EXPECT_FALSE(intake.WaitForBatch(std::chrono::steady_clock::now() + LongTime))
-      << "nothing was asked for";
+      << "there is no request";
   intake.Start(PathsRequest{.paths = std::vector<std::u16string>(400, a)});
   gate.WaitForArrival();
   EXPECT_FALSE(intake.WaitForBatch(std::chrono::steady_clock::now() + milliseconds(5)));
@@ -123,7 +123,7 @@ TEST(FileIntakeTest, AnnouncesAgainOnRequestOrAfterAFailedAnnouncement) {
     return canAnnounce.load();
   });
   intake.Start(PathsRequest{.paths = {a}});
-  // The file and the end: both try, because the first was not heard.
+  // For the file and for the end, because the first announcement failed.
   while (announcements < 2) std::this_thread::yield();
   canAnnounce = true;
   EXPECT_EQ(CountFiles(TakeAll(intake)), 1u);
@@ -136,7 +136,7 @@ TEST(FileIntakeTest, AnnouncesAgainOnRequestOrAfterAFailedAnnouncement) {
   EXPECT_EQ(announcements, 1);
 }
 
-TEST(FileIntakeTest, ACancelReachesTheRequestsThatStillWait) {
+TEST(FileIntakeTest, ACancelAlsoEndsWaitingRequests) {
   TempTree tree;
   const std::u16string a = tree.AddFile(u"a");
   const std::u16string b = tree.AddFile(u"b");
@@ -151,8 +151,7 @@ TEST(FileIntakeTest, ACancelReachesTheRequestsThatStillWait) {
   const uint64_t later = intake.Start(PathsRequest{.paths = {b}});
   gate.Open();
   const std::vector<IntakeBatch> batches = TakeAll(intake);
-  EXPECT_EQ(CountFiles(batches), 2u)
-      << "the file that was being looked up, and the later request's";
+  EXPECT_EQ(CountFiles(batches), 2u) << "the file being looked up, and that of the later request";
   std::vector<bool> cancelled;
   for (const IntakeBatch& batch : batches) {
     if (batch.end) cancelled.push_back(batch.end->cancelled);
@@ -161,7 +160,7 @@ TEST(FileIntakeTest, ACancelReachesTheRequestsThatStillWait) {
   EXPECT_EQ(batches.back().requestId, later);
 }
 
-TEST(FileIntakeTest, NothingComesOfADiscardedRequest) {
+TEST(FileIntakeTest, ADiscardedRequestGivesNoFiles) {
   TempTree tree;
   const std::u16string a = tree.AddFile(u"a");
   Gate gate;
@@ -181,7 +180,7 @@ TEST(FileIntakeTest, NothingComesOfADiscardedRequest) {
   EXPECT_EQ(faults.Count(SystemCall::PathInfo), 6u) << "the second file was not looked at";
 }
 
-TEST(FileIntakeTest, WithoutAThreadTheFilesAreThereWhenStartReturns) {
+TEST(FileIntakeTest, WithoutAThreadTheFilesAreReadyWhenStartReturns) {
   TempTree tree;
   const std::u16string a = tree.AddFile(u"a");
   const InstalledFaults faults({{.call = SystemCall::StartThread, .nth = 1, .code = 8}});
@@ -196,7 +195,7 @@ TEST(FileIntakeTest, WithoutAThreadTheFilesAreThereWhenStartReturns) {
   EXPECT_EQ(CountFiles(TakeAll(intake)), 1u);
 }
 
-TEST(FileIntakeTest, ClosingDoesNotWaitForACallThatTheSystemHolds) {
+TEST(FileIntakeTest, ClosingDoesNotWaitForACallThatHangs) {
   const size_t threadsBefore = swr::testing::CountOwnResources().threads;
   TempTree tree;
   const std::u16string a = tree.AddFile(u"a");
@@ -213,7 +212,7 @@ TEST(FileIntakeTest, ClosingDoesNotWaitForACallThatTheSystemHolds) {
   gate.Open();
   thread.Wait();
   EXPECT_LE(swr::testing::WaitForThreads(threadsBefore), threadsBefore)
-      << "the thread ends by itself";
+      << "the thread ends when its call returns";
   EXPECT_EQ(announcements, 0);
 }
 
@@ -274,7 +273,7 @@ TEST(FileIntakeTest, RandomSchedules) {
           wanted += 5;
       }
     }
-    if (random() % 3 == 0) continue;  // closed in the middle
+    if (random() % 3 == 0) continue;  // closed while work is left
     for (const IntakeBatch& batch : TakeAll(intake)) countFiles(batch);
     EXPECT_EQ(expectedId, last + 1);
     EXPECT_TRUE(dropsFiles || files == wanted) << files;

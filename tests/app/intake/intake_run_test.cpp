@@ -68,7 +68,7 @@ TEST_F(IntakeRunTest, ReportsFilesAndFoldersInTheOrderGiven) {
   EXPECT_EQ(files[2].path, tree.Path(u"folder/b10.bin"));
 }
 
-TEST_F(IntakeRunTest, ReportsWhatCannotBeLookedUpAsFailed) {
+TEST_F(IntakeRunTest, ReportsUnreadablePathsAsFailed) {
   Run(PathsRequest{.paths = {tree.Path(u"absent"), u""}});
   ASSERT_EQ(files.size(), 2u);
   EXPECT_TRUE(files[0].failed);
@@ -77,9 +77,9 @@ TEST_F(IntakeRunTest, ReportsWhatCannotBeLookedUpAsFailed) {
   EXPECT_EQ(files[1].path, u"");
 }
 
-TEST_F(IntakeRunTest, AFileThatFailsInAFolderIsStillReported) {
+TEST_F(IntakeRunTest, AFailedFileInAFolderIsStillReported) {
   tree.AddFile(u"folder/a.bin");
-  // IsDirectoryPath asks first.
+  // The first call is that of IsDirectoryPath.
   const InstalledFaults faults(
       {{.call = SystemCall::PathInfo, .nth = 2, .code = swr::ErrorNetworkNameGone}});
   Run(PathsRequest{.paths = {tree.Path(u"folder")}});
@@ -119,13 +119,13 @@ TEST_F(IntakeRunTest, AnnouncesListedPathsBeforeTheFirstFileWhenAsked) {
   EXPECT_EQ(files.size(), 2u);
 }
 
-TEST_F(IntakeRunTest, SaysWhyAChecksumFileCannotBeRead) {
+TEST_F(IntakeRunTest, ReportsWhyAChecksumFileCannotBeRead) {
   const IntakeEnd end = Run(ChecksumFileRequest{tree.Path(u"absent.sha256")});
   EXPECT_EQ(end.readError, swr::ErrorFileNotFound);
   EXPECT_TRUE(files.empty());
 }
 
-TEST_F(IntakeRunTest, ACancelEndsAWalkWhereItIs) {
+TEST_F(IntakeRunTest, ACancelStopsAWalk) {
   tree.AddFile(u"folder/a.bin");
   tree.AddFile(u"folder/b.bin");
   tree.AddFile(u"folder/c/d.bin");
@@ -136,7 +136,7 @@ TEST_F(IntakeRunTest, ACancelEndsAWalkWhereItIs) {
   EXPECT_EQ(Names().size(), 2u);
 }
 
-// A verdict about the list must not leave lines out: rows that were never looked at count as "not
+// A verdict about the list must include every line: files that were not looked up are "not
 // checked".
 TEST_F(IntakeRunTest, ACancelStillReportsEveryLineOfAChecksumFile) {
   std::string text;
@@ -156,7 +156,7 @@ TEST_F(IntakeRunTest, ACancelStillReportsEveryLineOfAChecksumFile) {
   EXPECT_EQ(calls.Count(SystemCall::PathInfo), 2u);
 }
 
-TEST_F(IntakeRunTest, NothingIsAskedForARequestThatWasCancelledBefore) {
+TEST_F(IntakeRunTest, ARequestCancelledBeforeItBeginsMakesNoCalls) {
   const std::u16string list = tree.AddFile(u"list.sha256", std::string(64, '1') + "  a\n");
   cancel = true;
   const InstalledFaults calls;

@@ -30,7 +30,7 @@ Ids IdsOf(const RowTable& rows) {
   return ids;
 }
 
-TEST(RowTableTest, GivesIdsInOrderAndNeverAgain) {
+TEST(RowTableTest, GivesAscendingIdsAndNeverReusesThem) {
   RowTable rows;
   EXPECT_EQ(rows.Append(RowOf(u"a")).id, 1u);
   rows.SkipId();
@@ -59,7 +59,7 @@ TEST(RowTableTest, FindsByIdAndPath) {
   EXPECT_EQ(rows.IndexesOfPath(u"b"), (Indexes{1, 3}));
 }
 
-TEST(RowTableTest, RemovesEachIdOnceAndPassesOverOthers) {
+TEST(RowTableTest, RemovesEachIdOnceAndIgnoresUnknownIds) {
   RowTable rows;
   for (const char16_t* path : {u"a", u"b", u"a", u"c"}) rows.Append(RowOf(path));
   rows.Remove(Ids{1, 99, 1, 4, 0});
@@ -74,7 +74,7 @@ TEST(RowTableTest, RemovesEachIdOnceAndPassesOverOthers) {
   EXPECT_EQ(rows.IndexesOfPath(u"a"), Indexes{});
 }
 
-TEST(RowTableTest, ReferencesStayValidWhileTheRowLives) {
+TEST(RowTableTest, ReferencesStayValidUntilTheRowIsRemoved) {
   RowTable rows;
   const Row& first = rows.Append(RowOf(u"first"));
   for (int i = 0; i < 1000; ++i) rows.Append(RowOf(u"x"));
@@ -83,7 +83,7 @@ TEST(RowTableTest, ReferencesStayValidWhileTheRowLives) {
   EXPECT_EQ(rows.Find(1), &first);
 }
 
-TEST(RowTableTest, UpdateOfARowThatIsGoneDoesNothing) {
+TEST(RowTableTest, UpdateOfARemovedRowDoesNothing) {
   RowTable rows;
   rows.Append(RowOf(u"a"));
   bool called = false;
@@ -94,8 +94,8 @@ TEST(RowTableTest, UpdateOfARowThatIsGoneDoesNothing) {
   EXPECT_EQ(rows.Counters().TotalSize(), 7u);
 }
 
-// What the counters would be if they were counted now.
-void ExpectCounted(const RowTable& rows) {
+// Compares the counters with a count from scratch.
+void ExpectCountersOf(const RowTable& rows) {
   uint64_t size = 0;
   size_t matches = 0;
   std::optional<size_t> firstMatch;
@@ -138,7 +138,7 @@ void PutDigest(RowState& row, swr::AlgoId id, uint8_t fill) {
   row.digests.Set(swr::IndexOf(id), slot);
 }
 
-TEST(RowTableTest, LookupsAndCountersFollowWhateverHappens) {
+TEST(RowTableTest, LookUpsAndCountersAreRightAfterRandomChanges) {
   constexpr swr::AlgoId algos[] = {swr::AlgoId::Md5, swr::AlgoId::Xxh128};
   for (uint32_t seed = 1; seed <= 60; ++seed) {
     SCOPED_TRACE(seed);
@@ -196,7 +196,7 @@ TEST(RowTableTest, LookupsAndCountersFollowWhateverHappens) {
             if (pick(2) == 0) PutDigest(row, algos[pick(2)], static_cast<uint8_t>(1 + pick(2)));
           });
       }
-      ExpectCounted(rows);
+      ExpectCountersOf(rows);
       for (const char16_t* path : {u"a", u"B", u"c"}) {
         Indexes found;
         for (size_t i = 0; i < rows.Size(); ++i) {

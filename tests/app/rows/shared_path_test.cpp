@@ -14,7 +14,7 @@
 namespace app {
 namespace {
 
-// Whatever the path, it comes back as it was, and its parts are those of SplitPath.
+// A path is returned unchanged, and its parts are those of SplitPath.
 void ExpectExact(const std::u16string& path) {
   SCOPED_TRACE(swr::WideToUtf8(path));
   SharedPath shared(path);
@@ -71,7 +71,7 @@ TEST(SharedPathTest, KeepsRandomPaths) {
   }
 }
 
-TEST(SharedPathTest, EqualsWhatItsTextEquals) {
+TEST(SharedPathTest, ComparesAsItsTextDoes) {
   constexpr std::u16string_view units = u"aA/\\\u00E9\u00C9";
   std::mt19937 random(1);
   const auto path = [&] {
@@ -91,7 +91,7 @@ TEST(SharedPathTest, EqualsWhatItsTextEquals) {
   }
 }
 
-TEST(FolderTextsTest, EachTextIsKeptOnceAndUntilItsLastPathGoes) {
+TEST(FolderTextsTest, EachTextIsKeptOnceUntilItsLastPathIsGone) {
   FolderTexts texts;
   std::vector<SharedPath> paths = {u"d/a", u"d/b", u"e/a", u"d/c", u"D/a", u"d\\a", u"a"};
   for (SharedPath& path : paths) path.ShareFolder(texts);
@@ -117,7 +117,7 @@ TEST(FolderTextsTest, APathOutlivesTheTexts) {
   EXPECT_EQ(path.Text(), u"d/a");
 }
 
-TEST(FolderTextsTest, RowsOfOneFolderShareItInTheTable) {
+TEST(FolderTextsTest, RowsInOneFolderShareItsText) {
   RowTable rows;
   for (const char16_t* path : {u"d/a", u"e/b", u"d/c"}) {
     Row row;

@@ -47,20 +47,20 @@ class RandomUse {
   void Step() {
     const std::vector<std::u16string> before = window_.desktop.openedAddresses;
     const bool wasPending = window_.lookUp.IsWaiting();
-    const Told told = Happen();
+    const EventKind event = RandomEvent();
     const std::vector<std::u16string>& after = window_.desktop.openedAddresses;
     ASSERT_LE(after.size(), before.size() + 1);
     if (after.size() == before.size()) return;
     const std::u16string& address = after.back();
     ASSERT_EQ(address.find(Secret), address.npos) << swr::WideToUtf8(address);
     if (!address.starts_with(VirusTotalFilePage)) {
-      ASSERT_EQ(told, Told::Page);
+      ASSERT_EQ(event, EventKind::Page);
       ASSERT_TRUE(address == ProductPage || address == MakerPage) << swr::WideToUtf8(address);
       ++pages;
       return;
     }
     // At once, or when the awaited digest arrived.
-    ASSERT_TRUE(told == Told::LookUp || (told == Told::Result && wasPending));
+    ASSERT_TRUE(event == EventKind::LookUp || (event == EventKind::Result && wasPending));
     ASSERT_LE(++lookUps, asked_);
     const std::u16string digest = address.substr(VirusTotalFilePage.size());
     ASSERT_TRUE(std::ranges::any_of(window_.rows, [&](const Row& row) {
@@ -73,7 +73,7 @@ class RandomUse {
   size_t lookUps = 0;
 
  private:
-  enum class Told { Page, LookUp, Result, Other };
+  enum class EventKind { Page, LookUp, Result, Other };
 
   uint32_t Below(size_t limit) {
     return std::uniform_int_distribution<uint32_t>(0, static_cast<uint32_t>(limit - 1))(random_);
@@ -83,7 +83,7 @@ class RandomUse {
     return list[Below(std::size(list))];
   }
 
-  Told Happen() {
+  EventKind RandomEvent() {
     FakeDesktop& desktop = window_.desktop;
     desktop.picked = {OneOf(files_)};
     desktop.answer = static_cast<int>(OneOf(std::vector{2, 100, 101, 102}));
@@ -94,36 +94,36 @@ class RandomUse {
     switch (Below(12)) {
       case 0:
         window_.commands.Run(OneOf(Pages));
-        return Told::Page;
+        return EventKind::Page;
       case 1:
       case 2:
         ++asked_;
         window_.commands.Run(OneOf(LookUps));
-        return Told::LookUp;
+        return EventKind::LookUp;
       case 3:
       case 4:
         if (!window_.queue.jobs.empty()) {
           window_.Finish(Below(8) == 0 ? swr::HashOutcome{.error = 5} : swr::HashOutcome{});
         }
-        return Told::Result;
+        return EventKind::Result;
       case 5:
         window_.adding.AddPaths({OneOf(files_)});
-        return Told::Other;
+        return EventKind::Other;
       case 6:
         desktop.Copy(OneOf(std::vector<std::u16string>{std::u16string(64, u'a') + u"  secret",
                                                        u"secret", std::u16string(32, u'0')}));
         window_.clipboardWatch.Check();
-        return Told::Other;
+        return EventKind::Other;
       case 7:
         window_.bannerLinks.Follow(OneOf(std::vector<std::u16string>{u"a", u"r", u"x"}));
-        return Told::Other;
+        return EventKind::Other;
       case 8:
         window_.details.Refresh();
         window_.intake.OnTimer();
-        return Told::Other;
+        return EventKind::Other;
       default:
         window_.commands.Run(OneOf(Others));
-        return Told::Other;
+        return EventKind::Other;
     }
   }
 
@@ -133,7 +133,7 @@ class RandomUse {
   size_t asked_ = 0;  // look-ups that the user requested
 };
 
-TEST(HandedOverTest, OnlyAnAddressOnACommandWithNothingButADigestInIt) {
+TEST(HandedOverTest, OnlyAnAddressOnACommandWithOnlyADigestInIt) {
   TempTree tree;
   tree.AddFile(u"secret a", "a");
   tree.AddFile(u"secret b", "b");

@@ -1,5 +1,5 @@
 // Fault injection: each system call fails in turn while files are hashed, and while a checksum file
-// is read and verified. The rows report it, and the next file is hashed nevertheless.
+// is read and verified. The rows report the error, and the next file is still hashed.
 #include <gtest/gtest.h>
 
 #include <array>

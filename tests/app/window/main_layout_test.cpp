@@ -75,7 +75,7 @@ TEST(MainLayoutTest, TheListMakesRoomForABanner) {
   EXPECT_EQ(RectOf(MainLayout(0, 0, true, 6), IDC_LIST).top, BannerRect.bottom + 6);
 }
 
-TEST(MainLayoutTest, SameSizeMovesNothingElse) {
+TEST(MainLayoutTest, TheSameSizeMovesNothingElse) {
   const std::vector<LayoutRect> base = Base();
   const std::vector<LayoutRect> same = MainLayout(0, 0, false, 3);
   for (size_t i = 0; i < base.size(); ++i) {

@@ -107,7 +107,7 @@ TEST_F(RealFaultsTest, SavingToAFullDisk) {
 }
 
 // The disk becomes full in the middle of the file; what was written is kept.
-TEST_F(RealFaultsTest, SavingWhereLittleRoomIsLeft) {
+TEST_F(RealFaultsTest, SavingToADiskThatBecomesFull) {
   const std::u16string path = tree.AddFile(u"out.md5", "(as before)");
   rlimit limit;
   ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &limit), 0);
@@ -125,7 +125,7 @@ TEST_F(RealFaultsTest, SavingWhereLittleRoomIsLeft) {
 
 // ---- No permissions.
 
-TEST_F(RealFaultsTest, FilesAndFoldersWithoutRights) {
+TEST_F(RealFaultsTest, FilesAndFoldersWithoutPermission) {
   tree.AddFile(u"a/open", "abc");
   tree.AddFile(u"a/shut", "abc");
   tree.AddFile(u"b/inside", "abc");

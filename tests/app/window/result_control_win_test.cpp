@@ -118,7 +118,7 @@ TEST_F(ResultControlTest, EachVerdictHasItsColourUnlessContrastIsHigh) {
   }
 }
 
-TEST_F(ResultControlTest, NothingToSayIsAnEmptyLine) {
+TEST_F(ResultControlTest, WithoutAVerdictTheLineIsEmpty) {
   control_.Set(u"Match.", ResultKind::Good);
   Draw(false);
   control_.Set(u"", ResultKind::None);
@@ -126,13 +126,13 @@ TEST_F(ResultControlTest, NothingToSayIsAnEmptyLine) {
   EXPECT_EQ(Count(GetSysColor(COLOR_BTNFACE), 0), Width * Height);
 }
 
-TEST_F(ResultControlTest, TheTextLeavesRoomForThePicture) {
+TEST_F(ResultControlTest, TheTextLeavesRoomForTheIcon) {
   control_.Set(u"\u2588\u2588", ResultKind::Good);
   Draw(true);
   EXPECT_EQ(Count(GetSysColor(COLOR_BTNTEXT), 0), Count(GetSysColor(COLOR_BTNTEXT), TextLeft));
 }
 
-TEST_F(ResultControlTest, ALongSentenceEndsInDots) {
+TEST_F(ResultControlTest, ALongSentenceEndsInAnEllipsis) {
   control_.Set(std::u16string(300, u'W'), ResultKind::Hint);
   Draw(false);
   const std::vector<uint32_t> drawn(pixels_, pixels_ + Width * Height);

@@ -1,6 +1,6 @@
 // Paths at and beyond the limits of systems: deep trees, names of 255 units, paths of tens of
-// thousands. Files that can be read are read; the others become failed rows, and the next file
-// follows.
+// thousands. Files that can be read are hashed; the others become failed rows and do not affect the
+// next file.
 #include <gtest/gtest.h>
 
 #include <string>

@@ -23,17 +23,17 @@ void ExpectRuns(uint32_t runs, int steps, size_t longestList, bool overlaps = fa
   }
 }
 
-TEST(VerdictModelTest, AfterRandomEventsAllVerdictsFollowTheRules) { ExpectRuns(600, 60, 3); }
+TEST(VerdictModelTest, VerdictsAreRightAfterRandomEvents) { ExpectRuns(600, 60, 3); }
 
 // The running counts of a long list against a reference model that counts from scratch after each
 // event.
-TEST(VerdictModelTest, AfterRandomEventsInLongListsToo) {
+TEST(VerdictModelTest, VerdictsAreRightInLongLists) {
   ExpectRuns(40, 60, 60);
   ExpectRuns(3, 60, 2000);
 }
 
-// Files are looked up one by one while everything else happens.
-TEST(VerdictModelTest, SoTheyDoWhileFilesAreLookedUp) {
+// Files are looked up one by one between the other events.
+TEST(VerdictModelTest, VerdictsAreRightWhileFilesAreLookedUp) {
   ExpectRuns(600, 80, 5, true);
   ExpectRuns(20, 80, 60, true);
 }

@@ -23,7 +23,7 @@ void Post(FinishedJobQueue& queue, uint64_t rowId) {
 struct CountedQueue {
   bool canTell = true;
   int told = 0;
-  int progressTold = 0;
+  int progressCalls = 0;
   FinishedJobQueue queue{{.finished =
                               [this] {
                                 ++told;
@@ -31,7 +31,7 @@ struct CountedQueue {
                               },
                           .progress =
                               [this] {
-                                ++progressTold;
+                                ++progressCalls;
                                 return true;
                               }}};
 
@@ -45,7 +45,7 @@ struct CountedQueue {
 
 using Ids = std::vector<uint64_t>;
 
-TEST(FinishedJobQueueTest, AnnouncesOnceUntilTheWindowFoundNothing) {
+TEST(FinishedJobQueueTest, AnnouncesOnceUntilTheWindowFindsTheQueueEmpty) {
   CountedQueue counted;
   counted.Post(1);
   counted.Post(2);
@@ -86,7 +86,7 @@ TEST(FinishedJobQueueTest, JobsAlreadyTakenAreNotAnnounced) {
 TEST(FinishedJobQueueTest, ProgressIsPassedOn) {
   CountedQueue counted;
   counted.queue.PostProgress();
-  EXPECT_EQ(counted.progressTold, 1);
+  EXPECT_EQ(counted.progressCalls, 1);
 }
 
 TEST(FinishedJobQueueTest, EveryResultArrivesOnceAndInOrder) {

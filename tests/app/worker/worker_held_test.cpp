@@ -1,5 +1,5 @@
-// The worker's figures and its end while it is held in the opening of a file, a moment too short to
-// be hit by chance.
+// The worker's figures, and closing it, while it is opening a file, a moment too short to be hit by
+// chance.
 #include <gtest/gtest.h>
 
 #include <chrono>
@@ -73,7 +73,7 @@ class Results final : public WorkerSink {
   std::vector<std::unique_ptr<FinishedJob>> results_;
 };
 
-// A worker that is held when it opens its file with this number, counted from 1.
+// A worker that is held while it opens its nth file, counted from 1.
 class HeldWorker {
  public:
   explicit HeldWorker(uint32_t heldFile)
@@ -104,7 +104,7 @@ class HeldWorker {
   std::unique_ptr<Worker> worker;  // last, so destroyed first: its thread uses the others
 };
 
-TEST(HeldWorkerTest, TheBytesReadOfOneFileDoNotCountForTheNext) {
+TEST(HeldWorkerTest, TheBytesReadOfOneFileAreNotAddedToTheNext) {
   HeldWorker held(2);
   const HashJob second = held.Job(2, u"second");
   held.worker->EnqueueAll({held.Job(1, u"first"), second});
@@ -116,7 +116,7 @@ TEST(HeldWorkerTest, TheBytesReadOfOneFileDoNotCountForTheNext) {
   EXPECT_EQ(snapshot.totalBytes, 20u);
 }
 
-TEST(HeldWorkerTest, AtItsEndWaitingJobsAreDropped) {
+TEST(HeldWorkerTest, ClosingDropsWaitingJobs) {
   constexpr uint64_t count = 1000;
   HeldWorker held(1);
   const HashJob job = held.Job(0, u"file");

@@ -1,5 +1,5 @@
-// The memory and threads that the worker keeps between files, and that it gives them back. The
-// figures come from the system, so sanitizer builds leave this test out.
+// The worker frees the memory and threads that it keeps between files. The figures come from the
+// system, so sanitizer builds leave this test out.
 #include <gtest/gtest.h>
 #include <unistd.h>
 
@@ -54,7 +54,7 @@ long OwnMemory() {
   return (resident - shared) * sysconf(_SC_PAGESIZE);
 }
 
-TEST(WorkerMemoryTest, IsReturnedAfterARest) {
+TEST(WorkerMemoryTest, IsFreedWhenTheWorkerIsIdle) {
   swr::testing::TempTree tree;
   const std::u16string path =
       tree.AddFile(u"large", swr::testing::CountingBytes(20 * swr::UsualChunkSize));

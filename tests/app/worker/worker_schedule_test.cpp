@@ -114,7 +114,7 @@ bool IsRight(const swr::DigestSlot& slot, const swr::Digest& known) {
   return slot.length == known.length && slot.bytes == known.bytes;
 }
 
-// ---- Only the worker.
+// ---- The worker alone.
 
 class Results final : public WorkerSink {
  public:
@@ -139,7 +139,7 @@ class Results final : public WorkerSink {
 };
 
 // Nothing is lost or reported twice, and everything is reported in the order of the queue.
-TEST(WorkerScheduleTest, OfTheWorker) {
+TEST(WorkerScheduleTest, WorkerAlone) {
   const ScheduledFiles files;
   RunSchedules([&](Chance& chance) {
     Results results;
@@ -148,7 +148,7 @@ TEST(WorkerScheduleTest, OfTheWorker) {
     bool dropsJobs = false;
     const bool closesAtOnce = chance.OneIn(2);
     {
-      // Some workers give back at once what they keep for the next file.
+      // Some workers free at once what they keep for the next file.
       const auto restTime = static_cast<int64_t>(chance.OneIn(2) ? chance.Below(2u) : 60'000u);
       const std::chrono::milliseconds rest(restTime);
       Worker worker(
@@ -229,7 +229,7 @@ void CheckRows(const WorkingWindow& window, const ScheduledFiles& files, bool wa
   }
 }
 
-TEST(WorkerScheduleTest, OfTheWindow) {
+TEST(WorkerScheduleTest, WholeWindow) {
   const ScheduledFiles files;
   RunSchedules([&](Chance& chance) {
     WorkingWindow window;

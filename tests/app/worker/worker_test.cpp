@@ -211,7 +211,7 @@ TEST_F(WorkerTest, AFileThatGrewRaisesTheTotal) {
   sink.Release();
 }
 
-TEST_F(WorkerTest, RemoveTakesAllQueuedJobsOfTheRow) {
+TEST_F(WorkerTest, RemoveDropsAllQueuedJobsOfTheRow) {
   StartHeld(Job(1, u"a", 100));
   worker.Enqueue(Job(2, u"b", 20));
   worker.Enqueue(Job(3, u"c", 3));
@@ -226,7 +226,7 @@ TEST_F(WorkerTest, RemoveTakesAllQueuedJobsOfTheRow) {
   EXPECT_EQ(results[1]->rowId, 3u);
 }
 
-TEST_F(WorkerTest, RemoveOfTheRunningRowCancelsItAndItsResultStillComes) {
+TEST_F(WorkerTest, RemovingTheRunningRowCancelsItAndItsResultStillArrives) {
   StartHeld(Job(1, u"a", 100));
   worker.Remove(std::array{uint64_t{1}});
   sink.Release();
@@ -264,7 +264,7 @@ TEST_F(WorkerTest, CancelAllEmptiesTheQueueAndCancelsTheRunningJob) {
   EXPECT_EQ(worker.GetSnapshot().remainingJobs, 0u);
 }
 
-TEST_F(WorkerTest, CancelAllOfAnIdleWorkerIsForgotten) {
+TEST_F(WorkerTest, CancelAllOfAnIdleWorkerHasNoEffect) {
   worker.CancelAll();
   worker.Enqueue(Job(1, u"a"));
   const auto results = sink.Wait(1);

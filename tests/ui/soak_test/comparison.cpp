@@ -22,7 +22,7 @@ std::string Utf8(const std::u16string& text) { return swr::WideToUtf8(text); }
 
 void Expect(const std::string& what, const std::u16string& seen, const std::u16string& expected) {
   if (seen == expected) return;
-  throw Disagreement(what + "\n  is:         " + Utf8(seen) + "\n  instead of: " + Utf8(expected));
+  throw Disagreement(what + "\n  actual:   " + Utf8(seen) + "\n  expected: " + Utf8(expected));
 }
 
 void Require(bool holds, const std::string& what) {
@@ -168,7 +168,7 @@ class RowCheck {
   // A new digest belongs to some content that the file had in the meantime.
   void LearnDigest(AlgoId id, const std::u16string& hex) {
     const std::string name = Utf8(std::u16string(swr::GetAlgo(id).name));
-    Require(row_.asked.contains(id), Place() + ": nobody asked for its " + name);
+    Require(row_.asked.contains(id), Place() + ": nothing requested its " + name);
     const DigestBytes bytes = *FromHex(hex);
     bool isRight = false;
     for (const FileState& state : States()) {
@@ -216,7 +216,7 @@ void CheckSearch(const WindowModel& model, const ReferenceWindow& reference) {
     if (row.status != RowStatus::Done || model.rows[i].mayLackSearch) continue;
     for (const AlgoId id : claim.algos) {
       Require(row.digests.contains(id),
-              "the expected hash was not looked for in " + Utf8(row.path));
+              "the expected hash was not compared with " + Utf8(row.path));
     }
   }
 }
@@ -264,12 +264,12 @@ void TakeOrder(WindowModel& model, const std::vector<SeenRow>& seen) {
   for (const SeenRow& row : seen) {
     const std::u16string path = row.cells[FolderColumn] + u"\\" + row.cells[NameColumn];
     const auto place = places.find({path, rowsOfFile[path] > 1 ? PlaceInList(row) : u""});
-    Require(place != places.end(), "there is no reason for a row of " + Utf8(path));
+    Require(place != places.end(), "there should be no row of " + Utf8(path));
     ordered.push_back(model.rows[place->second]);
     places.erase(place);
   }
   Require(places.empty(),
-          "a row is not there: " + (places.empty() ? "" : Utf8(places.begin()->first.first)));
+          "a row is missing: " + (places.empty() ? "" : Utf8(places.begin()->first.first)));
   model.rows = std::move(ordered);
   model.isOrderKnown = true;
 }
@@ -282,7 +282,7 @@ ReferenceWindow Compare(WindowModel& model, const SeenWindow& seen) {
   std::vector<int> marks(seen.headings.size(), 0);
   if (model.sortColumn) marks[*model.sortColumn] = model.sortDescending ? -1 : 1;
   if (seen.sortMarks != marks) {
-    std::string text = "the marks of the headings, as they are and as they must be:";
+    std::string text = "the sort marks of the headings, actual and expected:";
     for (size_t i = 0; i < marks.size(); ++i) {
       text += " " + std::to_string(seen.sortMarks[i]) + "/" + std::to_string(marks[i]);
     }
@@ -317,7 +317,7 @@ ReferenceWindow Compare(WindowModel& model, const SeenWindow& seen) {
   Expect("the details of no row", seen.detailsOfNone, reference.Details());
   CheckSums(model, reference, seen);
   reference.selection.clear();
-  model.isAtRest = true;
+  model.isIdle = true;
   return reference;
 }
 

@@ -27,7 +27,7 @@ constexpr size_t CrowdSize = 120;
 
 std::shared_ptr<const FileContent> ContentOf(const std::u16string& path) {
   const swr::HashOutcome outcome = swr::HashFile(path, swr::AllAlgosMask, {});
-  if (outcome.error != 0) throw std::runtime_error("a file of the run can't be hashed");
+  if (outcome.error != 0) throw std::runtime_error("a test file can't be hashed");
   auto content = std::make_shared<FileContent>();
   content->size = outcome.bytesRead;
   for (const swr::AlgoInfo& info : swr::AllAlgos()) {
@@ -154,7 +154,7 @@ std::string FileWorld::RandomContent() {
     case 0:
       return {};
     case 1:
-      return "the same";
+      return "not changed";
     case 2:
       return swr::testing::CountingBytes(1'048'576 + dice_.Pick(2'000'000));
     case 3:
@@ -185,7 +185,7 @@ std::string FileWorld::TakeAway(size_t file) {
   // Moved, not removed: an open file would remain until it is closed, neither usable nor gone.
   Move(files_[file].path, tree_.Path(u"staging/taken away"));
   files_[file].states.push_back({.error = MissingFile});
-  return "took away " + NameOf(files_[file]);
+  return "removed " + NameOf(files_[file]);
 }
 
 std::string FileWorld::Lock(size_t file) {

@@ -36,7 +36,7 @@ constexpr Resource resources[] = {
 }  // namespace
 
 ResourceSeries::Verdict ResourceSeries::Evaluate() const {
-  if (samples_.size() < 2 * SteadySamples) return {.text = "too few samples to tell of growth\n"};
+  if (samples_.size() < 2 * SteadySamples) return {.text = "too few samples to detect growth\n"};
   const size_t warmUp = samples_.size() / 6;
   const size_t quarter = (samples_.size() - warmUp) / 4;
   Verdict verdict;
@@ -65,7 +65,7 @@ ResourceSeries::Verdict ResourceSeries::Evaluate() const {
     verdict.hasGrown = verdict.hasGrown || grows;
     verdict.text += std::string(resource.name) + ": " + std::to_string(early) + " early, " +
                     std::to_string(late) + " late; " + std::to_string(steady) + " to " +
-                    std::to_string(last) + " in the end" + (grows ? ": GROWN" : "") + "\n";
+                    std::to_string(last) + " at the end" + (grows ? ": GROWN" : "") + "\n";
   }
   return verdict;
 }

@@ -29,18 +29,17 @@ constexpr char usageText[] =
     "\n"
     "Uses the window at random: drops, removes, cancels, sorts, verifies, clears, changes\n"
     "algorithms, options, size and DPI, opens dialogs and menus, starts the program again,\n"
-    "and changes files without its knowledge. Every few dozen actions it waits until the\n"
-    "window is at rest and compares all rows, columns, details, lines and some colours with\n"
-    "a slow reference model. Each time it has cleared the list it measures which system\n"
-    "resources the program holds.\n"
+    "and changes files on the disk. Every few dozen actions it waits until the window is\n"
+    "idle and compares all rows, columns, details, lines and some colours with a reference\n"
+    "model. Each time it has cleared the list, it measures the system resources that the\n"
+    "program holds.\n"
     "\n"
-    "Ends with 1 when the window disagrees with the reference model, crashes, gives no answer for "
-    "2\n"
-    "seconds, or holds more in the end than in the beginning. A seed chooses the same actions\n"
-    "again; how far the hashing has come at each of them is left to the machine.\n"
+    "Exits with 1 if the window differs from the reference model, crashes, does not respond\n"
+    "for 2 seconds, or leaks resources. The same seed gives the same actions, but not the\n"
+    "same timing.\n"
     "\n"
-    "  --minutes N   how long; 2 by default\n"
-    "  --seed N      where chance begins; 20261121 by default\n";
+    "  --minutes N   how long to run; 2 by default\n"
+    "  --seed N      seed of the random choices; 20261121 by default\n";
 
 constexpr milliseconds LongestAnswer{2000};
 constexpr size_t LoggedActions = 60;
@@ -100,7 +99,7 @@ class SoakTest {
       MeasureAgainAndAgain();
       while (steady_clock::now() - start < length) Round();
       MeasureAgainAndAgain();
-      if (window_.Close() != 0) return Fail("the program ends with an error");
+      if (window_.Close() != 0) return Fail("the program ended with an error");
     } catch (const std::exception& failure) {
       return Fail(failure.what());
     }
@@ -174,14 +173,14 @@ class SoakTest {
     }
     std::printf("%zu comparisons of all rows, %zu rows in all\n", comparisons_, rows_);
     std::printf(
-        "longest time to an answer: %d ms, of %zu questions; the machine's longest pause: %d ms\n",
+        "longest response time: %d ms, of %zu requests; the longest stall of the machine: %d ms\n",
         static_cast<int>(probe_.LongestAnswer().count()), probe_.Questions(),
         static_cast<int>(probe_.LongestPause().count()));
     const ResourceSeries::Verdict verdict = resources_.Evaluate();
     std::printf("after Clear List, %zu times:\n%s", resources_.Count(), verdict.text.c_str());
     const bool hung = probe_.LongestAnswer() > LongestAnswer;
-    if (hung) std::printf("FAILED: the window gave no answer for too long\n");
-    if (verdict.hasGrown) std::printf("FAILED: the program holds more and more\n");
+    if (hung) std::printf("FAILED: the window did not respond in time\n");
+    if (verdict.hasGrown) std::printf("FAILED: the program leaks resources\n");
     std::fflush(stdout);
     return !hung && !verdict.hasGrown;
   }
@@ -197,7 +196,7 @@ class SoakTest {
   size_t rows_ = 0;
   HangProbe probe_{window_.Handle(), [this](milliseconds time, milliseconds machine) {
                      std::printf(
-                         "answered after %d ms, of which the machine stood still for %d ms; "
+                         "responded after %d ms, of which the machine was stalled for %d ms; "
                          "at: %s\n",
                          static_cast<int>(time.count()), static_cast<int>(machine.count()),
                          user_.Doing());

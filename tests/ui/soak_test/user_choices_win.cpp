@@ -45,7 +45,7 @@ void RandomUser::SortRows(const std::u16string& heading) {
   std::vector<ReferenceFileRow> referenceRows;
   for (const size_t row : order) {
     rows.push_back(model_.rows[row]);
-    if (model_.isAtRest) referenceRows.push_back(reference_.rows[row]);
+    if (model_.isIdle) referenceRows.push_back(reference_.rows[row]);
   }
   model_.rows = std::move(rows);
   reference_.rows = std::move(referenceRows);
@@ -58,16 +58,16 @@ std::string RandomUser::Sort() {
   const std::vector<std::u16string> headings = window_.List().ColumnHeadings();
   const size_t column = dice_.Pick(headings.size());
   const std::u16string& heading = headings[column];
-  if (!window_.ClickHeading(static_cast<int>(column))) return "by what is out of sight";
+  if (!window_.ClickHeading(static_cast<int>(column))) return "by a column out of view";
   model_.sortDescending = model_.sortColumn == column && !model_.sortDescending;
   model_.sortColumn = column;
   const bool isUnknown =
       std::ranges::any_of(model_.rows, [](const ModelRow& row) { return row.isSizeUnknown; });
-  const bool isForeseen = model_.isOrderKnown && (model_.isAtRest || column < 2) && !isUnknown;
+  const bool isPredictable = model_.isOrderKnown && (model_.isIdle || column < 2) && !isUnknown;
   const std::string what = "by " + swr::WideToUtf8(heading);
-  if (!isForeseen) {
+  if (!isPredictable) {
     model_.isOrderKnown = false;
-    model_.isAtRest = false;
+    model_.isIdle = false;
     return what;
   }
   SortRows(heading);
@@ -79,7 +79,7 @@ std::string RandomUser::Sort() {
                        swr::WideToUtf8(seen[i].cells[0]) + " instead of " +
                        swr::WideToUtf8(file.name));
   }
-  return what + ", as foreseen";
+  return what + ", as predicted";
 }
 
 std::string RandomUser::ClickAlgoBox() {
@@ -206,14 +206,14 @@ std::string RandomUser::CompareTwo() {
   const bool isAnswered = WaitFor(
       [&] { return FindDialogOf(window_.ProcessId(), u"Sumwright", window_.Handle()) != nullptr; },
       seconds(120));
-  if (!isAnswered) throw std::runtime_error("two files are never compared");
+  if (!isAnswered) throw std::runtime_error("the comparison of two files did not end");
   const ProgramDialog message(window_, u"Sumwright");
   const std::u16string seen = message.Instruction();
   message.Press(IDOK);
   const auto wasOneThing = [&](size_t row) {
     return model_.FileOf(model_.rows[row]).states.size() == 1;
   };
-  const bool isForeseen = wasOneThing(first) && wasOneThing(second);
+  const bool isPredictable = wasOneThing(first) && wasOneThing(second);
   CompareAll();
   const ReferenceFileRow& a = reference_.rows[first];
   const ReferenceFileRow& b = reference_.rows[second];
@@ -223,15 +223,15 @@ std::string RandomUser::CompareTwo() {
   } else if (a.size == b.size && a.digests.at(AlgoId::Sha256) == b.digests.at(AlgoId::Sha256)) {
     expected = u"The two files are identical.";
   }
-  if (isForeseen && seen != expected) {
-    throw Disagreement("of two files is said: " + swr::WideToUtf8(seen) +
+  if (isPredictable && seen != expected) {
+    throw Disagreement("comparing two files reports: " + swr::WideToUtf8(seen) +
                        " instead of: " + swr::WideToUtf8(expected));
   }
   return swr::WideToUtf8(seen);
 }
 
 std::string RandomUser::Copy() {
-  if (!KnowOrder()) return "nothing there";
+  if (!KnowOrder()) return "no rows";
   const std::vector<int> chosen = SomeRows(4);
   window_.SelectOnly(chosen);
   if (dice_.OneIn(2)) {
@@ -246,7 +246,7 @@ std::string RandomUser::Copy() {
   }
   window_.Command(ID_CTX_COPY_PATH);
   if (!WaitFor([&] { return CopiedText() == expected; }, seconds(10))) {
-    throw Disagreement("copied was not: " + swr::WideToUtf8(expected));
+    throw Disagreement("this text was not copied: " + swr::WideToUtf8(expected));
   }
   return "paths";
 }

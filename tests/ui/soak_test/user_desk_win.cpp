@@ -139,16 +139,16 @@ std::string RandomUser::Save() {
     return FindDialogOf(window_.ProcessId(), title, window_.Handle()) != nullptr;
   };
   if (!WaitFor([&] { return shows(u"Sumwright") || shows(u"Save Checksums"); })) {
-    throw std::runtime_error("Save Checksums asks nothing");
+    throw std::runtime_error("Save Checksums opens no dialog");
   }
   if (shows(u"Sumwright")) {
     ProgramDialog(window_, u"Sumwright").Press(IDOK);
-    return "nothing yet";
+    return "nothing to save";
   }
   const ProgramDialog dialog(window_, u"Save Checksums");
   if (dice_.OneIn(2)) {
     dialog.Press(IDCANCEL);
-    return "not after all";
+    return "cancelled";
   }
   const std::u16string place = world_.SavePlace();
   dialog.SetFileName(place);
@@ -203,7 +203,7 @@ std::string RandomUser::ChangeFile() {
       return world_.Lock(dice_.OneIn(6) ? dice_.Of(world_.Lists()) : file);
     case 3:
       world_.Unlock();
-      return "let go";
+      return "unlocked";
     case 4:
       return world_.Tear(file);
     case 5: {

@@ -90,13 +90,13 @@ void RandomUser::RefuseList(size_t list) {
   const std::u16string seen = message.Instruction();
   message.Press(IDOK);
   if (seen != expected) {
-    throw Disagreement("a checksum file is refused with: " + swr::WideToUtf8(seen));
+    throw Disagreement("a checksum file was rejected with: " + swr::WideToUtf8(seen));
   }
 }
 
 std::string RandomUser::DropList() {
   const auto list = FreshList();
-  if (!list || model_.HasFile(*list)) return "none left";
+  if (!list || model_.HasFile(*list)) return "no checksum file left";
   const WorldFile& file = world_.Files()[*list];
   const std::string name = swr::WideToUtf8(file.name);
   ShowUp();
@@ -109,7 +109,7 @@ std::string RandomUser::DropList() {
       })) {
     throw Disagreement("a dropped checksum file is not offered");
   }
-  if (dice_.OneIn(8)) return name + " left alone";
+  if (dice_.OneIn(8)) return name + ", offer ignored";
   const bool isWanted = !dice_.OneIn(8);
   window_.FollowBannerLink(isWanted ? AcceptLink : DismissLink);
   window_.WaitForPostedMessages();
@@ -117,7 +117,7 @@ std::string RandomUser::DropList() {
   model_.ForgetPlainRow(*list);
   if (file.Now().error != 0 || file.list->empty()) {
     RefuseList(*list);
-    ExpectRowCount("a refused checksum file");
+    ExpectRowCount("a rejected checksum file");
     return name + " refused";
   }
   model_.LoadList(*list);
@@ -133,7 +133,7 @@ std::string RandomUser::PickFiles() {
   // The dialog itself rejects names of missing files.
   if (dice_.OneIn(3) || !world_.Files()[file].IsThere()) {
     dialog.Press(IDCANCEL);
-    return "not after all";
+    return "cancelled";
   }
   dialog.SetFileName(world_.Files()[file].path);
   dialog.Press(IDOK);
@@ -144,15 +144,15 @@ std::string RandomUser::PickFiles() {
 
 std::string RandomUser::PickList() {
   const auto list = FreshList();
-  if (!list) return "none left";
+  if (!list) return "no checksum file left";
   const WorldFile& file = world_.Files()[*list];
-  if (file.Now().error != 0 || file.list->empty()) return "none of use";
+  if (file.Now().error != 0 || file.list->empty()) return "no usable one";
   ShowUp();
   window_.PostCommand(ID_VERIFY_FILE);
   const ProgramDialog dialog(window_, u"Verify Checksum File");
   if (dice_.OneIn(4)) {
     dialog.Press(IDCANCEL);
-    return "not after all";
+    return "cancelled";
   }
   dialog.SetFileName(file.path);
   dialog.Press(IDOK);
@@ -190,7 +190,7 @@ void RandomUser::StartWith(size_t processes) {
     model_.Add(files);
   }
   for (const ProgramProcess& process : started) {
-    if (process.WaitForEnd() != 0) throw Disagreement("a second start ends with an error");
+    if (process.WaitForEnd() != 0) throw Disagreement("a second start ended with an error");
   }
   ExpectRowCount("second starts");
 }
@@ -202,7 +202,7 @@ std::string RandomUser::StartAgain() {
 }
 
 std::string RandomUser::RemoveSome() {
-  if (!KnowOrder()) return "none there";
+  if (!KnowOrder()) return "no rows";
   const std::vector<int> chosen = SomeRows(6);
   window_.SelectOnly(chosen);
   model_.Remove({chosen.begin(), chosen.end()});

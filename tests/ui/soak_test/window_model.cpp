@@ -37,7 +37,7 @@ ModelRow WindowModel::MakeRow(size_t file) const {
 }
 
 void WindowModel::NoteAsked() {
-  isAtRest = false;
+  isIdle = false;
   for (ModelRow& row : rows) {
     row.asked.insert(selectedAlgos.begin(), selectedAlgos.end());
     if (row.listed) row.asked.insert(row.listed->algos.begin(), row.listed->algos.end());
@@ -90,7 +90,7 @@ void WindowModel::Clear() {
 }
 
 void WindowModel::Cancel() {
-  if (isAtRest) return;
+  if (isIdle) return;
   for (ModelRow& row : rows) {
     const bool lacksAny =
         std::ranges::any_of(row.asked, [&](swr::AlgoId id) { return !row.digests.contains(id); });
@@ -104,7 +104,7 @@ void WindowModel::Cancel() {
 
 void WindowModel::EditBox(ReferenceBox edited) {
   box = std::move(edited);
-  // A new value is looked for in every row, whatever was cancelled before.
+  // A new value is compared with every row, even with cancelled ones.
   for (ModelRow& row : rows) row.mayLackSearch = false;
   NoteAsked();
 }
@@ -118,7 +118,7 @@ void WindowModel::SelectAlgos(AlgoSet chosen) {
 
 void WindowModel::AskFor(size_t row, swr::AlgoId algo) {
   rows[row].asked.insert(algo);
-  isAtRest = false;
+  isIdle = false;
 }
 
 bool WindowModel::HasFile(size_t file) const {

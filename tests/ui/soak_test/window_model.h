@@ -59,7 +59,7 @@ class WindowModel {
   // False when the order of the rows depends on the timing of results or other instances.
   bool isOrderKnown = true;
   // The window has been idle and compared since the last event.
-  bool isAtRest = true;
+  bool isIdle = true;
   AlgoSet selectedAlgos = {swr::AlgoId::Md5, swr::AlgoId::Sha1, swr::AlgoId::Sha256};
   ReferenceBox box;
   bool uppercase = false;

@@ -27,7 +27,7 @@ std::u16string SettledDetails(const RunningWindow& window, int row) {
     details = window.Text(IDC_DETAILS);
     return details.find(u"Signature:\tChecking...") == details.npos;
   });
-  if (!isSettled) throw std::runtime_error("a signature is never checked to the end");
+  if (!isSettled) throw std::runtime_error("a signature check did not end");
   return details;
 }
 
@@ -55,15 +55,15 @@ bool HasUnfinishedRow(const RunningWindow& window) {
 }  // namespace
 
 void WaitForRest(const RunningWindow& window) {
-  const auto isAtRest = [&] { return !window.IsShown(IDC_CANCEL) && !HasUnfinishedRow(window); };
+  const auto isIdle = [&] { return !window.IsShown(IDC_CANCEL) && !HasUnfinishedRow(window); };
   // Longer than the interval of the program's progress timer.
   constexpr milliseconds pause{250};
   const auto end = std::chrono::steady_clock::now() + seconds(180);
   for (int looks = 0; looks < 2;) {
     if (std::chrono::steady_clock::now() > end) {
-      throw std::runtime_error("the program does not come to rest");
+      throw std::runtime_error("the program did not become idle");
     }
-    looks = isAtRest() ? looks + 1 : 0;
+    looks = isIdle() ? looks + 1 : 0;
     if (looks < 2) std::this_thread::sleep_for(looks == 0 ? milliseconds(40) : pause);
   }
 }
