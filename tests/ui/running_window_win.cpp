@@ -25,7 +25,6 @@ using swr::testing::AskWindow;
 using swr::testing::RemoteMemory;
 
 constexpr int maxText = 8192;
-constexpr UINT MN_GETHMENU_MESSAGE = 0x01E1;  // of a window of class "#32768": its menu
 
 std::u16string TextOf(HWND window) {
   wchar_t text[maxText] = {};
@@ -134,7 +133,7 @@ Rect RunningWindow::FromDialogUnits(int x, int y, int width, int height) const {
 
 std::vector<std::u16string> RunningWindow::MenuBar() const {
   std::vector<std::u16string> texts;
-  for (const MenuItem& item : ItemsOf(caller_->Call(GetMenu, {Number(window_)}))) {
+  for (const MenuItem& item : ReadMenu(*caller_, caller_->Call(GetMenu, {Number(window_)}))) {
     texts.push_back(item.text);
   }
   return texts;
@@ -142,44 +141,13 @@ std::vector<std::u16string> RunningWindow::MenuBar() const {
 
 std::vector<MenuItem> RunningWindow::Menu(int position) const {
   const uint64_t bar = caller_->Call(GetMenu, {Number(window_)});
-  return ItemsOf(caller_->Call(GetSubMenu, {bar, static_cast<uint64_t>(position)}));
+  const uint64_t menu = caller_->Call(GetSubMenu, {bar, static_cast<uint64_t>(position)});
+  return ReadMenu(*caller_, menu);
 }
 
 std::vector<MenuItem> RunningWindow::OpenMenu() const {
-  HWND popup = nullptr;
-  while ((popup = FindWindowExW(nullptr, popup, L"#32768", nullptr)) != nullptr) {
-    DWORD process = 0;
-    GetWindowThreadProcessId(popup, &process);
-    if (process != ProcessId() || !IsWindowVisible(popup)) continue;
-    DWORD_PTR menu = 0;
-    // It may be closing at this moment.
-    if (!SendMessageTimeoutW(popup, MN_GETHMENU_MESSAGE, 0, 0, SMTO_NORMAL, 5000, &menu)) continue;
-    return ItemsOf(menu);
-  }
-  return {};
-}
-
-std::vector<MenuItem> RunningWindow::ItemsOf(uint64_t menu) const {
-  std::vector<MenuItem> items;
-  const auto count = static_cast<int>(caller_->Call(GetMenuItemCount, {menu}));
-  for (int i = 0; i < count; ++i) {
-    const auto position = static_cast<uint64_t>(i);
-    const auto state =
-        static_cast<uint32_t>(caller_->Call(GetMenuState, {menu, position, MF_BYPOSITION}));
-    MenuItem item;
-    item.isEnabled = (state & (MF_GRAYED | MF_DISABLED)) == 0;
-    item.isChecked = (state & MF_CHECKED) != 0;
-    if ((state & MF_SEPARATOR) == 0 || (state & MF_POPUP) != 0) {
-      item.id = static_cast<uint32_t>(caller_->Call(GetMenuItemID, {menu, position}));
-      const uint64_t length = caller_->Call(
-          GetMenuStringW, {menu, position, caller_->ScratchAddress(), maxText, MF_BYPOSITION});
-      wchar_t text[maxText] = {};
-      caller_->Scratch().Read(0, text, sizeof text);
-      item.text = swr::FromWide({text, static_cast<uint32_t>(length)});
-    }
-    items.push_back(std::move(item));
-  }
-  return items;
+  const auto menu = FindOpenMenu(ProcessId());
+  return menu ? ReadMenu(*caller_, *menu) : std::vector<MenuItem>{};
 }
 
 std::u16string RunningWindow::Text(int id) const { return TextOf(Control(id)); }

@@ -15,6 +15,7 @@
 #include "tests/ui/process_resources_win.h"
 #include "tests/ui/program_process_win.h"
 #include "tests/ui/remote_call_win.h"
+#include "tests/ui/remote_menu_win.h"
 
 namespace app::testing {
 
@@ -37,13 +38,6 @@ struct Size {
   bool operator==(const Size&) const = default;
 };
 std::ostream& operator<<(std::ostream& out, const Size& size);
-
-struct MenuItem {
-  uint32_t id = 0;      // 0 for a separator
-  std::u16string text;  // as in the resource
-  bool isEnabled = false;
-  bool isChecked = false;
-};
 
 // Rows, columns and controls have the program's own numbers. Queries return the current state.
 // Commands return when they have been carried out, unless stated otherwise. Throws
@@ -160,7 +154,6 @@ class RunningWindow {
   int WaitForEnd() const { return process_.WaitForEnd(); }
 
  private:
-  std::vector<MenuItem> ItemsOf(uint64_t menu) const;
   int ColumnOf(const std::u16string& heading) const;
   bool HasUnfinishedRow() const;
 
