@@ -47,7 +47,7 @@ void LoadInto(benchmark::State& state, bool listed) {
     window->verification.VerifyFile(path);
     state.PauseTiming();
     if (window->rows.Size() != static_cast<size_t>(state.range(0))) {
-      state.SkipWithError("the list does not have the rows it should have");
+      state.SkipWithError("the list has the wrong number of rows");
     }
     window.reset();
     state.ResumeTiming();

@@ -48,7 +48,7 @@ double SecondsSince(Clock::time_point start) {
   return std::chrono::duration<double>(Clock::now() - start).count();
 }
 
-// What a window with real threads is made of.
+// The parts of a window with real threads.
 class LoopParts {
  public:
   app::testing::FakeView view;
@@ -118,14 +118,14 @@ class Loop : public LoopParts, public app::testing::WindowFlows {
       const auto start = Clock::now();
       const bool foundFiles = Follow(filesWait_, [&] { return TakeFiles(); });
       const bool foundJobs = Follow(jobsWait_, [&] { return TakeResults(); });
-      // As the dialog's timers: a tick is due 15 ms after the last one, however long that took.
+      // As with the dialog's timers, a tick is due 15 ms after the start of the last one.
       if (foundFiles || foundJobs) {
         std::this_thread::sleep_until(start + std::chrono::milliseconds(15));
       }
     }
   }
 
-  // Whoever has announced something is asked again and again until there is nothing more.
+  // After an announcement, its sender is polled until it has nothing more.
   bool Follow(bool& waits, const std::function<bool()>& take) {
     {
       const std::lock_guard lock(mutex_);
@@ -136,7 +136,7 @@ class Loop : public LoopParts, public app::testing::WindowFlows {
     waits = true;
     return true;
   }
-  // Both take as much as the dialog takes in one turn. False when there was nothing.
+  // Both take as much as the dialog does at one tick. False when there was nothing.
   bool TakeFiles() {
     bool found = false;
     Turn([&] { found = arrivals.TakeSome(std::chrono::milliseconds(20)); });
@@ -201,7 +201,7 @@ void TimeWindow(const std::u16string& path, bool isList, bool untilIdle, bool wi
     }
   });
   loop.RunUntilLookedUp();
-  Print("taken in", SecondsSince(start), "s");
+  Print("all rows in the list", SecondsSince(start), "s");
   if (untilIdle) {
     loop.RunUntilIdle();
     Print("total", SecondsSince(start), "s");

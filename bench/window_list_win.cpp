@@ -128,13 +128,13 @@ void TimeClosing(const std::u16string& folder) {
 }
 
 int Run(const std::vector<std::u16string>& arguments) {
-  if (arguments.size() < 3) throw std::runtime_error("name what is to be measured, and on what");
+  if (arguments.size() < 3) throw std::runtime_error("usage: window_list MODE [SUMWRIGHT] PATH");
   const std::u16string& mode = arguments[1];
   if (mode == u"hash" || mode == u"hash-twice") {
     TimeHashing(arguments[2], mode == u"hash-twice");
     return 0;
   }
-  if (arguments.size() != 4) throw std::runtime_error("give the program and a path");
+  if (arguments.size() != 4) throw std::runtime_error("this mode needs the program and a path");
   SetProgramPath(swr::WideToUtf8(arguments[2]));
   ForgetSettings();
   WriteSetting(u"Algorithms", Sha256);
@@ -145,7 +145,7 @@ int Run(const std::vector<std::u16string>& arguments) {
   } else if (mode == u"close") {
     TimeClosing(arguments[3]);
   } else {
-    throw std::runtime_error("there is no such measurement");
+    throw std::runtime_error("unknown mode");
   }
   return 0;
 }

@@ -48,10 +48,10 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     }
     // The extended forms only add lines. Some list names imply an algorithm only for them.
     fuzz::Require(usualKind == swr::LineKind::Skipped || usualKind == kind,
-                  "what the usual forms read stays");
+                  "no line of the usual forms is lost");
     if (usualKind == swr::LineKind::Checksum) {
       fuzz::Require(first.name == second.name && first.digest == second.digest,
-                    "what the usual forms read means the same");
+                    "lines of the usual forms have the same meaning");
     }
   }
   return 0;

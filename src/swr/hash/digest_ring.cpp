@@ -47,7 +47,7 @@ void ChunkDeleter::operator()(std::byte* data) const noexcept {
 
 void Chunk::Reserve(uint32_t size) {
   if (Capacity() >= size) return;
-  // Doubled, so that a series of files of growing length does not allocate for each of them.
+  // Doubled, so that a series of ever longer files does not allocate for each of them.
   const uint32_t room = std::max(size, std::min(Capacity(), UsualChunkSize / 2) * 2);
   data.reset();
   auto* bytes = IsLarge(room) ? static_cast<std::byte*>(AllocatePages(room)) : new std::byte[room];
@@ -153,7 +153,7 @@ void DigestRing::Help() {
       --waitingHelpers_;
     }
   }
-  // Another thread can take over what this one leaves.
+  // Another thread can take over what this one has left.
   WakeSomebodyForWork();
 }
 

@@ -14,7 +14,7 @@ std::string BytesToHex(std::span<const uint8_t> bytes, bool uppercase);
 std::string DigestToHex(const Digest& digest, bool uppercase);
 std::u16string DigestToWideHex(const Digest& digest, bool uppercase);
 
-// The same at the end of a text that is there already.
+// Appends the same to an existing text.
 void AppendHex(std::span<const uint8_t> bytes, bool uppercase, std::string& text);
 void AppendHex(std::span<const uint8_t> bytes, bool uppercase, std::u16string& text);
 

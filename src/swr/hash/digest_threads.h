@@ -1,5 +1,5 @@
 // The threads that help FileHashers to digest long files. One object serves a whole front end: its
-// FileHashers share the threads, so that a core which one of them leaves idle works on the file of
+// FileHashers share the threads, so that a core left idle by one of them can work on the file of
 // another.
 #pragma once
 

@@ -16,8 +16,8 @@
 namespace swr {
 namespace {
 
-// Nanoseconds for a KiB on a current processor, measured with bench/hasher_benchmark. They decide
-// which hasher is the slowest and whether help pays, for which rough ratios are enough.
+// Nanoseconds per KiB on a current processor, measured with bench/hasher_benchmark. They decide
+// which hasher is the slowest and whether help pays off; rough ratios are enough for that.
 constexpr std::array<uint32_t, AlgoCount> digestCosts = {
     40,     // CRC32
     1400,   // MD5
@@ -37,7 +37,7 @@ constexpr std::array<uint32_t, AlgoCount> digestCosts = {
 };
 constexpr uint32_t readCost = 100;  // the same, for copying from the system's file cache
 
-// What the algorithms of a mask cost, and whether a second thread pays.
+// What the algorithms of a mask cost, and whether a second thread pays off.
 struct Workload {
   uint32_t total = 0;
   uint32_t slowest = 0;
@@ -86,8 +86,8 @@ void ReportProgress(const HashOptions& options, uint64_t bytesRead) {
   if (options.progress) options.progress(bytesRead);
 }
 
-// A short file does not need the memory of a whole chunk. With room for one byte more, the end of
-// the file is found.
+// A short file does not need the memory of a whole chunk. The extra byte lets the first read also
+// find the end of the file.
 uint32_t FirstChunkSize(const std::optional<FileInfo>& info, uint32_t chunkSize) {
   if (!info || info->size >= chunkSize) return chunkSize;
   return static_cast<uint32_t>(info->size) + 1;
@@ -167,7 +167,7 @@ HashOutcome FileHasher::State::Hash(File& file, AlgoMask newMask, const HashOpti
     DigestRing& ring;
     ~EndOfRun() { ring.Stop(); }
   } const endOfRun{ring};
-  // A thread that is woken now is ready when the first chunk is.
+  // A thread that is woken now will be ready by the time the first chunk is.
   if (info && info->size >= chunkSize && workload.IsHelpWorthwhileForMany()) StartRing(options);
 
   Chunk& chunk = ring.First();
@@ -185,8 +185,8 @@ HashOutcome FileHasher::State::Hash(File& file, AlgoMask newMask, const HashOpti
   return outcome;
 }
 
-// The ring's first chunk has been read. Digests it and the rest of the file; switches to the ring
-// as soon as a thread can be lent.
+// Call when the ring's first chunk has been read. Digests it and the rest of the file; switches to
+// the ring as soon as a thread can be lent.
 void FileHasher::State::DigestFromFirst(File& file, const HashOptions& options, uint32_t chunkSize,
                                         HashOutcome& outcome) {
   Chunk& chunk = ring.First();
@@ -215,7 +215,7 @@ bool FileHasher::State::StartRing(const HashOptions& options) {
   return ring.Start(std::span(ordered).first(slowestFirst.size()), options.cancel);
 }
 
-// Reads the rest of the file, whose first chunk is published.
+// Reads the rest of the file. The first chunk has been published.
 void FileHasher::State::FillRing(File& file, const HashOptions& options, uint32_t chunkSize,
                                  HashOutcome& outcome) {
   bool isLast = ring.First().last;

@@ -57,7 +57,7 @@ void PackedDigests::Set(size_t index, const DigestSlot& slot) {
     to = more.get();
   }
   if (to != bytes) std::memcpy(to, bytes, offset);
-  // First what follows, which may lie where the new digest goes.
+  // The digests that follow are moved first, because the new one may overwrite them.
   std::memmove(to + newEnd, bytes + oldEnd, size_ - oldEnd);
   if (slot.present) {
     to[offset] = slot.length;

@@ -1,4 +1,4 @@
-// The digests of a file in little memory, for lists of many files.
+// The digests of a file in compact form, for lists of many files.
 #pragma once
 
 #include <array>
@@ -11,8 +11,8 @@
 
 namespace swr {
 
-// By the index of the algorithm (IndexOf of algorithms.h). Those of the default algorithms lie in
-// the object itself.
+// By the index of the algorithm (IndexOf of algorithms.h). Those of the default algorithms are
+// stored in the object itself.
 class PackedDigests {
  public:
   PackedDigests() = default;
@@ -34,7 +34,7 @@ class PackedDigests {
   // Replaces the digest of this index, or removes it if the slot is not present.
   void Set(size_t index, const DigestSlot& slot);
 
-  // Tells the processor that the digests are read soon.
+  // A hint to the processor that the digests will be read soon.
   void Prefetch() const { __builtin_prefetch(Bytes()); }
 
  private:
