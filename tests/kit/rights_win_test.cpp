@@ -54,7 +54,7 @@ TEST(FolderRightsTest, AnUnreadableFolderIsSkipped) {
   tree.AddFile(u"d/open", DigestsOfAbc.input);
   const std::u16string closed = tree.Path(u"d/closed");
   const WithoutRights denied(closed);
-  if (CanBeOpened(closed)) GTEST_SKIP() << "icacls takes no rights away here";
+  if (CanBeOpened(closed)) GTEST_SKIP() << "icacls has no effect here";
   const RunningWindow window;
   window.Drop({tree.Path(u"d")});
   window.WaitUntilIdle();
@@ -71,7 +71,7 @@ TEST(FolderRightsTest, AnUnreadableFileShowsTheError) {
   const std::u16string closed = tree.AddFile(u"1 closed", "secret");
   const std::u16string open = tree.AddFile(u"2 open", DigestsOfAbc.input);
   const WithoutRights denied(closed);
-  if (CanBeOpened(closed)) GTEST_SKIP() << "icacls takes no rights away here";
+  if (CanBeOpened(closed)) GTEST_SKIP() << "icacls has no effect here";
   const RunningWindow window;
   window.Drop({closed, open});
   window.WaitUntilIdle();

@@ -93,7 +93,7 @@ TEST_F(CancelTest, AnotherAlgorithmStartsCancelledRowsAgain) {
   EXPECT_TRUE(WaitForStatuses({u"Done", u"Done", u"Done"}, seconds(20)));
   EXPECT_EQ(window_.Cell(0, u"BLAKE3"), DigestsOfNothing.blake3);
   EXPECT_EQ(window_.Cell(1, u"BLAKE3"), DigestsOfAbc.blake3);
-  EXPECT_EQ(window_.Cell(1, u"MD5"), DigestsOfAbc.md5) << "the cancelled digest is calculated now";
+  EXPECT_EQ(window_.Cell(1, u"MD5"), DigestsOfAbc.md5) << "the cancelled digest is now calculated";
   EXPECT_EQ(window_.Cell(2, u"SHA-256"), DigestsOfDigits.sha256);
 }
 

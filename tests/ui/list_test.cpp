@@ -135,7 +135,7 @@ TEST_F(ListTest, RemoveFromListRemovesTheSelectedRowsWhateverHasTheFocus) {
   window_.Command(ID_REMOVE);
   EXPECT_EQ(window_.Column(u"Name"), (Texts{u"abc.bin", u"empty.bin"}));
   window_.Command(ID_REMOVE);
-  EXPECT_EQ(window_.RowCount(), 2) << "nothing is selected now";
+  EXPECT_EQ(window_.RowCount(), 2) << "nothing is selected any more";
   window_.Drop({files_[1]});
   window_.WaitUntilIdle();
   EXPECT_EQ(window_.Column(u"Name"), (Texts{u"abc.bin", u"empty.bin", u"digits.bin"}));
@@ -181,7 +181,7 @@ TEST_F(ListTest, AClickOnAHeadingSorts) {
   EXPECT_EQ(window_.Column(u"Name"), (Texts{u"abc.bin", u"digits.bin", u"empty.bin"}));
   EXPECT_EQ(window_.SortMarks(), (std::vector<int>{1, 0, 0, 0, 0, 0, 0}));
   window_.Click(IDC_ALGO_SHA512);
-  EXPECT_EQ(window_.SortMarks(), std::vector<int>(8, 0)) << "new columns are not sorted";
+  EXPECT_EQ(window_.SortMarks(), std::vector<int>(8, 0)) << "new columns have no sort mark";
 }
 
 // Opens the menu of the More button and chooses this algorithm with the keyboard.

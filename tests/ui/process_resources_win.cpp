@@ -36,7 +36,7 @@ void Read(HANDLE process, uint64_t address, Value* values, size_t count) {
 }
 
 uint32_t CountGdiObjects(HANDLE process) {
-  if (const DWORD told = GetGuiResources(process, GR_GDIOBJECTS); told != 0) return told;
+  if (const DWORD count = GetGuiResources(process, GR_GDIOBJECTS); count != 0) return count;
   PROCESS_BASIC_INFORMATION basic = {};
   NtQueryInformationProcess(process, ProcessBasicInformation, &basic, sizeof basic, nullptr);
   uint64_t table = 0;

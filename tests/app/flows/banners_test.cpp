@@ -76,14 +76,14 @@ TEST(ChecksumFileOfferTest, IsMadeForASingleNewFileWithSuchAName) {
   };
   const Case cases[] = {
       {"one checksum file", {}, {u"SHA256SUMS"}, true},
-      {"by its ending", {}, {u"a.bin.md5"}, true},
-      {"that is missing", {}, {u"gone.sha256"}, true},
-      {"another file", {}, {u"a.bin"}, false},
-      {"two files, one of them such", {}, {u"SHA256SUMS", u"a.bin"}, false},
-      {"two of them", {}, {u"SHA256SUMS", u"a.bin.md5"}, false},
-      {"a folder that holds one", {}, {u"sub"}, false},
-      {"one that was there already", {u"SHA256SUMS"}, {u"SHA256SUMS"}, false},
-      {"one beside others that were there", {u"a.bin"}, {u"SHA256SUMS"}, true},
+      {"recognised by its extension", {}, {u"a.bin.md5"}, true},
+      {"a missing one", {}, {u"gone.sha256"}, true},
+      {"a file of another kind", {}, {u"a.bin"}, false},
+      {"two files, one of them a checksum file", {}, {u"SHA256SUMS", u"a.bin"}, false},
+      {"two checksum files", {}, {u"SHA256SUMS", u"a.bin.md5"}, false},
+      {"a folder that contains one", {}, {u"sub"}, false},
+      {"one that is in the list already", {u"SHA256SUMS"}, {u"SHA256SUMS"}, false},
+      {"one, with other rows in the list", {u"a.bin"}, {u"SHA256SUMS"}, true},
   };
   TempTree tree;
   for (const char16_t* name : {u"SHA256SUMS", u"a.bin.md5", u"a.bin", u"sub/list.sha256"}) {
@@ -183,9 +183,9 @@ TEST(ChecksumFileOfferTest, WorksAfterTheRowWasRemoved) {
 
 TEST(ChecksumFileOfferTest, AListWithoutChecksumsIsReportedAndItsRowRemoved) {
   OfferedList offered("rubbish\n");
-  bool bannerStood = true;
+  bool isBannerShown = true;
   offered.window.desktop.whileMessageShows = [&] {
-    bannerStood = offered.window.view.banner.has_value();
+    isBannerShown = offered.window.view.banner.has_value();
   };
   offered.window.bannerLinks.Follow(u"a");
   EXPECT_EQ(offered.window.desktop.messages,
@@ -193,8 +193,8 @@ TEST(ChecksumFileOfferTest, AListWithoutChecksumsIsReportedAndItsRowRemoved) {
                 TaskDialogIcon::Warning, u"No checksums were found in this file.",
                 offered.list + u"\n\nChecksum files have lines like \"<hash>  <file name>\" or "
                                u"\"SHA256 (<file name>) = <hash>\".")}));
-  EXPECT_FALSE(bannerStood) << "the banner goes first";
-  EXPECT_EQ(offered.window.view.statusText, u"") << "it counts the row that is gone";
+  EXPECT_FALSE(isBannerShown) << "the banner is hidden first";
+  EXPECT_EQ(offered.window.view.statusText, u"") << "the removed row is not counted";
   EXPECT_EQ(offered.window.view.details, u"");
   EXPECT_TRUE(offered.window.rows.IsEmpty());
   EXPECT_EQ(offered.window.view.rowCount, 0u);

@@ -37,8 +37,8 @@ TEST(CheckClipboardTest, OffersWhatLooksLikeAHash) {
       {"an empty text", u"", std::nullopt},
       {"words", u"hello world", std::nullopt},
       // Lengths.
-      {"4 bytes are no hash that anybody copies", Hash(4), std::nullopt},
-      {"nor are 8", Hash(8), std::nullopt},
+      {"4 bytes are too short", Hash(4), std::nullopt},
+      {"8 bytes are too short", Hash(8), std::nullopt},
       {"10 bytes belong to no algorithm", Hash(10), std::nullopt},
       {"16 bytes", Hash(16), Banner(u"a 128-bit hash")},
       {"20 bytes", Hash(20), Banner(u"a 160-bit hash")},
@@ -50,22 +50,22 @@ TEST(CheckClipboardTest, OffersWhatLooksLikeAHash) {
       {"a label", u"MD5: " + Hash(16), Banner(u"a MD5 hash")},
       {"a label of 16 bytes", u"XXH128=" + Hash(16), Banner(u"a XXH128 hash")},
       {"BLAKE3", u"BLAKE3 (a) = " + Hash(32), Banner(u"a BLAKE3 hash")},
-      {"a named CRC32 is too short all the same", u"CRC32: " + Hash(4), std::nullopt},
+      {"a CRC32 with its name is too short too", u"CRC32: " + Hash(4), std::nullopt},
       {"a line of a list names no algorithm", Hash(20) + u"  a.iso", Banner(u"a 160-bit hash")},
       // Spellings.
-      {"blanks around", u"\r\n \u00A0" + Hash(32) + u"\u200B\n", Banner(u"a 256-bit hash")},
-      {"a line feed within", Hash(32) + u"\n" + Hash(32), std::nullopt},
-      {"a line before", u"the hash\n" + Hash(32), std::nullopt},
+      {"surrounding blanks", u"\r\n \u00A0" + Hash(32) + u"\u200B\n", Banner(u"a 256-bit hash")},
+      {"a line feed inside", Hash(32) + u"\n" + Hash(32), std::nullopt},
+      {"an earlier line", u"the hash\n" + Hash(32), std::nullopt},
       {"base64 without a label", u"q6urq6urq6urq6urq6urq6urq6urq6urq6urq6urq6s=", std::nullopt},
-      {"base64 behind a label", u"SHA-256: q6urq6urq6urq6urq6urq6urq6urq6urq6urq6urq6s=",
+      {"base64 after a label", u"SHA-256: q6urq6urq6urq6urq6urq6urq6urq6urq6urq6urq6s=",
        Banner(u"a SHA-256 hash")},
       {"an integrity value", u"sha256-q6urq6urq6urq6urq6urq6urq6urq6urq6urq6urq6s=",
        Banner(u"a SHA-256 hash")},
       {"hyphens", u"ABABABAB-ABABABAB-ABABABAB-ABABABAB", std::nullopt},
-      {"colons and capitals", u"AB:AB:AB:AB:AB:AB:AB:AB:AB:AB:AB:AB:AB:AB:AB:AB",
+      {"colons and upper case", u"AB:AB:AB:AB:AB:AB:AB:AB:AB:AB:AB:AB:AB:AB:AB:AB",
        Banner(u"a 128-bit hash")},
-      {"the longest", Hash(20) + u"  " + std::u16string(258, u'n'), Banner(u"a 160-bit hash")},
-      {"one more", Hash(20) + u"  " + std::u16string(259, u'n'), std::nullopt},
+      {"the longest text", Hash(20) + u"  " + std::u16string(258, u'n'), Banner(u"a 160-bit hash")},
+      {"one unit longer", Hash(20) + u"  " + std::u16string(259, u'n'), std::nullopt},
   };
   for (const LabelCase& test : cases) {
     SCOPED_TRACE(test.description);
@@ -74,7 +74,7 @@ TEST(CheckClipboardTest, OffersWhatLooksLikeAHash) {
     EXPECT_EQ(window.view.banner, test.banner);
     EXPECT_EQ(window.banners.Kind(), test.banner ? BannerKind::Clipboard : BannerKind::None);
     EXPECT_EQ(window.banners.Payload(), test.banner ? *test.clipboard : u"");
-    EXPECT_EQ(window.view.expectedText, u"") << "nothing goes into the box unasked";
+    EXPECT_EQ(window.view.expectedText, u"") << "an offer does not fill the box";
     EXPECT_EQ(window.Result(), (ResultLine{u"", ResultKind::None}));
   }
 }
@@ -82,7 +82,7 @@ TEST(CheckClipboardTest, OffersWhatLooksLikeAHash) {
 TEST(CheckClipboardTest, EachContentIsCheckedOnce) {
   FakeWindow window;
   window.clipboardWatch.Check();
-  EXPECT_EQ(window.desktop.clipboardReads, 0) << "nothing was ever copied";
+  EXPECT_EQ(window.desktop.clipboardReads, 0) << "nothing was copied";
   ComeBackWith(window, Hash(32));
   EXPECT_EQ(window.desktop.clipboardReads, 1);
   window.banners.Hide();
@@ -115,7 +115,7 @@ TEST(CheckClipboardTest, ALaterHashReplacesTheOffer) {
   EXPECT_EQ(window.view.banner, Banner(u"a 160-bit hash"));
   EXPECT_EQ(window.banners.Payload(), Hash(20));
   ComeBackWith(window, u"no hash");
-  EXPECT_EQ(window.view.banner, Banner(u"a 160-bit hash")) << "words leave it standing";
+  EXPECT_EQ(window.view.banner, Banner(u"a 160-bit hash")) << "other text does not hide the offer";
 }
 
 TEST(CheckClipboardTest, EveryOtherBannerTakesPrecedence) {
@@ -128,9 +128,9 @@ TEST(CheckClipboardTest, EveryOtherBannerTakesPrecedence) {
     EXPECT_EQ(window.banners.Kind(), kind);
     window.bannerLinks.Follow(u"x");
     window.clipboardWatch.Check();
-    EXPECT_FALSE(window.view.banner) << "that content is spent";
+    EXPECT_FALSE(window.view.banner) << "this content has been checked";
     ComeBackWith(window, Hash(32));
-    EXPECT_EQ(window.view.banner, Banner(u"a 256-bit hash")) << "copied once more";
+    EXPECT_EQ(window.view.banner, Banner(u"a 256-bit hash")) << "copied again";
   }
 }
 
@@ -150,9 +150,10 @@ TEST(CheckClipboardTest, ADismissedTextIsNotOfferedAgain) {
       {"again", dismissed, false},
       {"another", Hash(20), true},
       {"again, after another", dismissed, false},
-      {"the same with a blank is another text", dismissed + u" ", true},
-      {"the same in capitals is another text", std::u16string(u"AB") + dismissed.substr(2), true},
-      {"and again", dismissed, false},
+      {"the same with a blank is a different text", dismissed + u" ", true},
+      {"the same in upper case is a different text", std::u16string(u"AB") + dismissed.substr(2),
+       true},
+      {"the first text again", dismissed, false},
   };
   for (const Case& test : cases) {
     SCOPED_TRACE(test.description);
@@ -189,7 +190,7 @@ TEST(CheckClipboardTest, OnlyDismissIsADismissal) {
     test.end(window);
     EXPECT_FALSE(window.view.banner);
     window.clipboardWatch.Check();
-    EXPECT_FALSE(window.view.banner) << "not without copying it once more";
+    EXPECT_FALSE(window.view.banner) << "offered again only after it is copied again";
     ComeBackWith(window, Hash(32));
     EXPECT_EQ(window.view.banner, Banner(u"a 256-bit hash"));
   }
@@ -206,7 +207,7 @@ TEST(CheckClipboardTest, TheContentOfTheBoxIsNotOffered) {
       {"the same", Hash(32), Hash(32), false},
       {"blanks around the copy", Hash(32), u" " + Hash(32) + u"\r\n", false},
       {"blanks around the box", u"\u00A0" + Hash(32) + u" ", Hash(32), false},
-      {"in capitals", Hash(16), std::u16string(u"AB") + Hash(15), true},
+      {"in upper case", Hash(16), std::u16string(u"AB") + Hash(15), true},
       {"another", Hash(32), Hash(20), true},
       {"the same hash in a line", Hash(32), Hash(32) + u"  a.iso", true},
   };

@@ -152,7 +152,7 @@ TEST(CommandEffectsTest, EachCommandHasItsEffect) {
   for (const CommandCase& command : commands) {
     SCOPED_TRACE(command.name);
     UsedWindow window;
-    ASSERT_FALSE(command.isCarriedOut(window)) << "it would not be seen";
+    ASSERT_FALSE(command.isCarriedOut(window)) << "the effect exists before the command";
     // A click changes a check box before it sends the command.
     const auto box = std::ranges::find(AlgoBoxes, command.id, &AlgoBox::control);
     if (box != std::end(AlgoBoxes)) window.view.checkedBoxes ^= swr::MaskOf(box->algo);

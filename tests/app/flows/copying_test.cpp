@@ -105,7 +105,7 @@ TEST(CopyingTest, CopyHashesCopiesTextWhileAnEditBoxHasTheFocus) {
   EXPECT_EQ(window.view.copiesFromEdit, 1);
   EXPECT_EQ(window.desktop.clipboard, std::nullopt);
   window.commands.Run(IDC_COPY);
-  EXPECT_EQ(window.desktop.clipboard, Md5) << "the button is meant for the hashes";
+  EXPECT_EQ(window.desktop.clipboard, Md5) << "the button always copies hashes";
 }
 
 }  // namespace

@@ -60,7 +60,7 @@ TEST(DetailsTest, NothingSelectedAndSeveral) {
        {0, 2},
        u"2 files selected, 16 bytes in total.",
        {.copyHashes = true}},
-      {"a single byte in all", {1, 0}, {0, 1}, u"2 files selected, 1 byte in total.", {true}},
+      {"a single byte in total", {1, 0}, {0, 1}, u"2 files selected, 1 byte in total.", {true}},
       {"large ones",
        {0xFFFFFFFF, 0xFFFFFFFF, 2},
        {0, 1, 2},
@@ -77,7 +77,8 @@ TEST(DetailsTest, NothingSelectedAndSeveral) {
     EXPECT_EQ(window.view.detailButtons.copyHashes, test.buttons.copyHashes);
     EXPECT_FALSE(window.view.detailButtons.lookUpOnline);
     EXPECT_FALSE(window.view.detailButtons.openFolder);
-    EXPECT_TRUE(window.desktop.signatureChecks.empty()) << "nothing is checked for several";
+    EXPECT_TRUE(window.desktop.signatureChecks.empty())
+        << "no signature is checked for several rows";
   }
 }
 
@@ -116,11 +117,11 @@ TEST(DetailsTest, Sizes) {
   CheckOneRow({
       {"empty", of(0), text(u"0 bytes")},
       {"one", of(1), text(u"1 byte")},
-      {"the last that is said exactly", of(1023), text(u"1023 bytes")},
-      {"the first that is not", of(1024), text(u"1.0 KB (1,024 bytes)")},
-      {"six figures", of(999999), text(u"977 KB (999,999 bytes)")},
-      {"seven", of(1572864), text(u"1.5 MB (1,572,864 bytes)")},
-      {"ten", of(4294967296), text(u"4.0 GB (4,294,967,296 bytes)")},
+      {"the largest without a short form", of(1023), text(u"1023 bytes")},
+      {"the smallest with a short form", of(1024), text(u"1.0 KB (1,024 bytes)")},
+      {"six digits", of(999999), text(u"977 KB (999,999 bytes)")},
+      {"seven digits", of(1572864), text(u"1.5 MB (1,572,864 bytes)")},
+      {"ten digits", of(4294967296), text(u"4.0 GB (4,294,967,296 bytes)")},
       {"the largest", of(18446744073709551615U),
        text(u"16384 PB (18,446,744,073,709,551,615 bytes)")},
   });
@@ -144,7 +145,7 @@ TEST(DetailsTest, TimesAreLocalAndPadded) {
 TEST(DetailsTest, DigestsAreInCatalogueOrder) {
   CheckOneRow({
       {"none", [](OneRow&) {}, Head + u"\r\nSize:\t5 bytes" + Signature},
-      {"the selection plays no part",
+      {"digests of algorithms that are not selected",
        [](OneRow& one) {
          one.window.algorithms.Select(MaskOf(AlgoId::Sha512));
          one.window.queue.jobs.clear();
@@ -155,7 +156,7 @@ TEST(DetailsTest, DigestsAreInCatalogueOrder) {
        },
        Head + u"\r\nSize:\t5 bytes\r\nCRC32:\ta5a5a5a5\r\nSHA3-256:\t" + FilledHex(32, 0xA5) +
            u"\r\nXXH3-64:\ta5a5a5a5a5a5a5a5\r\nMD2:\t" + FilledHex(16, 0xA5) + Signature},
-      {"in capitals",
+      {"in upper case",
        [](OneRow& one) {
          PutDigest(one.row, {AlgoId::Crc32, 0xBE});
          one.window.commands.Run(ID_UPPERCASE);
@@ -178,7 +179,7 @@ TEST(DetailsTest, ExpectedDigests) {
        start + u"abcdef01 (SHA256SUMS, line 12)"},
       {"slashes", expect(u"/lists/a.sfv", 1), start + u"abcdef01 (a.sfv, line 1)"},
       {"neither", expect(u"a.sfv", 100000), start + u"abcdef01 (a.sfv, line 100000)"},
-      {"in capitals",
+      {"in upper case",
        [&](OneRow& one) {
          expect(u"C:\\a.sfv", 2)(one);
          one.window.commands.Run(ID_UPPERCASE);
@@ -202,9 +203,9 @@ TEST(DetailsTest, AFailedRowShowsItsError) {
   CheckOneRow({
       {"missing", [&](OneRow& one) { fail(one, 2); }, error(2)},
       {"denied", [&](OneRow& one) { fail(one, 5); }, error(5)},
-      {"without words", [&](OneRow& one) { fail(one, 3735928559); },
+      {"an error without a text", [&](OneRow& one) { fail(one, 3735928559); },
        Head + u"\r\nError:\tError 3735928559."},
-      {"expected all the same",
+      {"with an expected digest",
        [&](OneRow& one) {
          fail(one, 2);
          Expect(one.row, {0x12, 0x34}, {AlgoId::Crc32});
@@ -217,7 +218,7 @@ TEST(DetailsTest, AFailedRowShowsItsError) {
   fail(one, 2);
   one.Details();
   EXPECT_TRUE(one.window.desktop.signatureChecks.empty());
-  EXPECT_FALSE(one.row.extras->zone) << "its origin is not looked for";
+  EXPECT_FALSE(one.row.extras->zone) << "its origin is not looked up";
 }
 
 TEST(DetailsTest, Buttons) {
@@ -251,7 +252,7 @@ TEST(DetailsTest, Signatures) {
     return Head + u"\r\nSize:\t5 bytes\r\nSignature:\t" + std::u16string(words);
   };
   CheckOneRow({
-      {"none possible", of(SignatureState::NotApplicable, u"", false),
+      {"a file that can't be signed", of(SignatureState::NotApplicable, u"", false),
        text(u"Not applicable (this file type has no digital signature)")},
       {"none", of(SignatureState::NotSigned, u"", false), text(u"Not signed")},
       {"valid", of(SignatureState::Valid, u"Example Corp", false),
@@ -261,15 +262,15 @@ TEST(DetailsTest, Signatures) {
       {"invalid", of(SignatureState::Invalid, u"Example Corp", true),
        text(u"Signed by Example Corp, but the signature is not valid (the file was changed after "
             u"signing)")},
-      {"invalid, by nobody known", of(SignatureState::Invalid, u"", false),
+      {"invalid, signer unknown", of(SignatureState::Invalid, u"", false),
        text(u"Signed, but the signature is not valid (the file was changed after signing)")},
       {"untrusted", of(SignatureState::Untrusted, u"Example Corp", false),
        text(u"Signed by Example Corp, but Windows doesn't trust the certificate")},
       {"untrusted, by a catalog", of(SignatureState::Untrusted, u"Example Corp", true),
        text(u"Signed by Example Corp (through a Windows catalog), but Windows doesn't trust the "
             u"certificate")},
-      {"not to be checked", of(SignatureState::Unknown, u"", false), text(u"Can't be checked")},
-      {"a check under way comes before an old result",
+      {"a failed check", of(SignatureState::Unknown, u"", false), text(u"Can't be checked")},
+      {"a running check hides an old result",
        [](OneRow& one) { one.row.signatureRequested = true; }, text(u"Checking...")},
   });
 }
@@ -310,9 +311,9 @@ TEST(DetailsTest, Origins) {
       {"not recorded", of({}), start},
       {"both addresses", of({.found = true, .zoneId = 3, .hostUrl = host, .referrerUrl = page}),
        start + u"\r\nDownloaded from:\t" + host + u"\r\nFrom the page:\t" + page},
-      {"the file's alone", of({.found = true, .zoneId = 3, .hostUrl = host}),
+      {"only the file's address", of({.found = true, .zoneId = 3, .hostUrl = host}),
        start + u"\r\nDownloaded from:\t" + host},
-      {"the page's alone takes its place", of({.found = true, .zoneId = 3, .referrerUrl = page}),
+      {"only the page's address", of({.found = true, .zoneId = 3, .referrerUrl = page}),
        start + u"\r\nDownloaded from:\t" + page},
       {"the internet", of({.found = true, .zoneId = 3}),
        start + u"\r\nDownloaded from:\tthe Internet (no address recorded)"},

@@ -54,7 +54,7 @@ TEST(WideningTest, QueuesAllCandidatesUntilTheyAreKnown) {
   EXPECT_TRUE(window.desktop.timerRuns);
 
   window.intake.OnTimer();
-  EXPECT_EQ(window.queue.jobs.size(), 1u) << "asked for once";
+  EXPECT_EQ(window.queue.jobs.size(), 1u) << "queued only once";
   EXPECT_EQ(window.Result(), (ResultLine{u"Checking...", ResultKind::Busy}));
   window.Finish();
   EXPECT_TRUE(window.queue.jobs.empty());
@@ -72,42 +72,42 @@ struct WideningCase {
 
 TEST(WideningTest, Table) {
   const WideningCase cases[] = {
-      {"a match is there already",
+      {"a row matches already",
        {{.name = u"a", .digests = {{AlgoId::Md5, Wanted}}}},
        WantedHex(16),
        {}},
-      {"a match in one row spares all",
+      {"a match in one row ends it for all",
        {{.name = u"a"}, {.name = u"b", .digests = {{AlgoId::Md5, Wanted}}}, {.name = u"c"}},
        WantedHex(16),
        {}},
-      {"only what a row lacks",
+      {"only missing digests",
        {{.name = u"a", .digests = Filled({AlgoId::Sha256, AlgoId::Blake3}, Other)},
         {.name = u"b", .digests = Filled({AlgoId::Sha3_256}, Other)},
         {.name = u"c", .digests = Other32()}},
        WantedHex(32),
        {{u"a", MaskOf(AlgoId::Sha3_256)}, {u"b", MaskOf(AlgoId::Sha256) | MaskOf(AlgoId::Blake3)}}},
-      {"a named algorithm alone",
+      {"only the named algorithm",
        {{.name = u"a"}, {.name = u"b"}},
        u"SHA3-256 (x) = " + WantedHex(32),
        {{u"a", MaskOf(AlgoId::Sha3_256)}, {u"b", MaskOf(AlgoId::Sha3_256)}}},
-      {"every row, whatever name came along",
+      {"every row, whatever name is in the value",
        {{.name = u"a"}, {.name = u"b"}},
        WantedHex(20) + u"  b",
        {{u"a", MaskOf(AlgoId::Sha1)}, {u"b", MaskOf(AlgoId::Sha1)}}},
-      {"a failed row is left alone",
+      {"a failed row is not queued",
        {{.name = u"a", .status = RowStatus::Failed, .error = 2}, {.name = u"b"}},
        WantedHex(20),
        {{u"b", MaskOf(AlgoId::Sha1)}}},
-      {"a waiting row asks beside its job",
+      {"a waiting row gets a second job",
        {{.name = u"a", .status = RowStatus::Waiting}},
        WantedHex(32),
        {{u"a", Of32}}},
-      {"a cancelled row is taken up again",
+      {"a cancelled row is queued again",
        {{.name = u"a", .status = RowStatus::Cancelled}},
        WantedHex(32),
        {{u"a", Of32}}},
-      {"no hash asks for nothing", {{.name = u"a"}}, u"hello", {}},
-      {"an empty box asks for nothing", {{.name = u"a"}}, u"", {}},
+      {"text that is not a hash queues nothing", {{.name = u"a"}}, u"hello", {}},
+      {"an empty box queues nothing", {{.name = u"a"}}, u"", {}},
   };
   for (const WideningCase& test : cases) {
     SCOPED_TRACE(test.description);
@@ -148,7 +148,7 @@ TEST(WideningTest, TheFirstMatchEndsIt) {
   window.Finish(found);
   EXPECT_EQ(window.Result(),
             (ResultLine{u"Match. The SHA-1 of a is the expected hash.", ResultKind::Good}));
-  EXPECT_EQ(window.queue.jobs.size(), 1u) << "what the worker has goes on";
+  EXPECT_EQ(window.queue.jobs.size(), 1u) << "queued jobs continue";
 
   AddRow(window, {.name = u"c"});
   window.expected.Compare();
@@ -279,8 +279,8 @@ TEST(ExpectedEditedTest, TheListIsRedrawnWhenAValueAppearsOrDisappears) {
   const Case cases[] = {
       {"a value", WantedHex(16), true},
       {"another", FilledHex(16, Other), true},
-      {"no hash any more", u"nothing", true},
-      {"still no hash", u"anything", false},
+      {"text that is not a hash", u"nothing", true},
+      {"other text that is not a hash", u"anything", false},
       {"empty", u"", false},
       {"the value again", WantedHex(16), true},
       {"the same bytes for a named algorithm", u"MD5:" + WantedHex(16), true},

@@ -63,7 +63,7 @@ TEST_F(FileArrivalsTest, ARequestIsWorkInProgressUntilItEnds) {
   window.Finish();
   window.intake.OnTimer();
   EXPECT_EQ(window.view.statusText, u"Looking up files... 2 files, 6 bytes so far");
-  EXPECT_TRUE(window.desktop.timerRuns) << "the worker is idle, the intake is not";
+  EXPECT_TRUE(window.desktop.timerRuns) << "the worker is idle, but the intake is not";
   window.LookUpFiles();
   window.Finish();
   window.intake.OnTimer();
@@ -178,7 +178,7 @@ TEST_F(FileArrivalsTest, ReplacedRowsAreRemovedTogetherWhenTheFirstFileArrives) 
   window.LookUpFiles();
   const std::vector<uint64_t> ids = {window.rows[0].id, window.rows[1].id, window.rows[2].id};
   window.verification.VerifyFile(AddList(LinesOfAbc()));
-  EXPECT_EQ(window.rows.Size(), 3u) << "the list is as it was until the file can be read";
+  EXPECT_EQ(window.rows.Size(), 3u) << "the list does not change until the file has been read";
   const int paints = window.view.listPaints;
   window.LookUpFiles(1);
   EXPECT_EQ(Names(), TextList{u"a.bin"});

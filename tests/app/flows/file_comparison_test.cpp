@@ -71,7 +71,7 @@ TEST(CompareTwoFilesTest, SizesAloneAreEnough) {
   };
   const Case cases[] = {
       {"one byte", 0, 1, u"a.bin (0 bytes)\nb.bin (1 byte)\n\nTheir sizes differ."},
-      {"the same words for two sizes", 1572864, 1572865,
+      {"two sizes with the same short form", 1572864, 1572865,
        u"a.bin (1.5 MB)\nb.bin (1.5 MB)\n\nTheir sizes differ."},
       {"large and small", 10737418240, 12,
        u"a.bin (10 GB)\nb.bin (12 bytes)\n\nTheir sizes differ."},
@@ -168,7 +168,8 @@ TEST(CompareTwoFilesTest, TheFileMayGrowWhileItIsHashed) {
   two.window.Finish({.bytesRead = 999});
   two.window.Finish();
   EXPECT_NE(two.a.size, two.b.size);
-  EXPECT_EQ(two.window.desktop.messages, Messages{Identical}) << "sizes are asked about once";
+  EXPECT_EQ(two.window.desktop.messages, Messages{Identical})
+      << "sizes are compared only at the start";
 }
 
 // ---- Unreadable files.
@@ -187,9 +188,9 @@ TEST(CompareTwoFilesTest, AFailedRowMakesItUnanswerable) {
       {"the first, the other known", true, false, true, 100, 0},
       {"the second, the other known", false, true, true, 100, 0},
       {"both", true, true, false, 100, 0},
-      {"sizes do not count then", true, false, true, 5, 0},
-      {"the other is hashed all the same", true, false, false, 100, 1},
-      {"the other, the first one, is hashed all the same", false, true, false, 5, 1},
+      {"with different sizes", true, false, true, 5, 0},
+      {"the second is still hashed", true, false, false, 100, 1},
+      {"the first is still hashed", false, true, false, 5, 1},
   };
   for (const FailedCase& test : cases) {
     SCOPED_TRACE(test.description);
@@ -218,7 +219,7 @@ TEST(CompareTwoFilesTest, AFileThatVanishesMeanwhile) {
   TwoRows two;
   two.Compare();
   two.window.Finish({.error = swr::ErrorFileNotFound});
-  EXPECT_TRUE(two.window.desktop.messages.empty()) << "the other one is still at work";
+  EXPECT_TRUE(two.window.desktop.messages.empty()) << "the other file is still pending";
   two.Finish(1);
   EXPECT_EQ(two.window.desktop.messages, Messages{Unreadable});
 }
@@ -301,7 +302,7 @@ TEST(CompareTwoFilesTest, ResultsDuringTheMessageDoNotRepeatIt) {
   two.window.hashing.QueueRow(two.window.rows[2].id, Sha256);
   two.window.desktop.whileMessageShows = [&] {
     EXPECT_FALSE(two.window.comparison.IsWaiting());
-    EXPECT_EQ(two.window.StatusCell(1), u"Done") << "all else is up to date by now";
+    EXPECT_EQ(two.window.StatusCell(1), u"Done") << "the rows are up to date before the message";
     if (!two.window.queue.jobs.empty()) two.Finish(1);
   };
   two.Finish(1);

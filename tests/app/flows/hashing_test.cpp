@@ -33,7 +33,7 @@ TEST(QueueRowTest, QueuesOnlyDigestsThatAreNeitherKnownNorQueued) {
   EXPECT_TRUE(window.desktop.timerRuns);
 
   window.hashing.QueueRow(row.id, Md5 | Sha256);
-  EXPECT_EQ(window.queue.jobs.size(), 1u) << "already asked for";
+  EXPECT_EQ(window.queue.jobs.size(), 1u) << "already queued";
 
   window.hashing.QueueRow(row.id, Sha256 | Blake3);
   ASSERT_EQ(window.queue.jobs.size(), 2u);

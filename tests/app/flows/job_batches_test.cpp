@@ -76,7 +76,7 @@ TEST(ResultBatchTest, TheTotalSizeIsUpdatedByEachResult) {
   EXPECT_EQ(window.view.statusText, u"3 files, 311 bytes");
   window.hashing.QueueRow(window.rows[2].id, swr::MaskOf(AlgoId::Sha1));
   window.Finish({.bytesRead = 4});
-  EXPECT_EQ(window.view.statusText, u"3 files, 15 bytes") << "shrunk again";
+  EXPECT_EQ(window.view.statusText, u"3 files, 15 bytes") << "the file became shorter";
 }
 
 }  // namespace

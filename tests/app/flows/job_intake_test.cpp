@@ -75,7 +75,7 @@ TEST(JobIntakeTest, ASecondJobThatSucceedsMakesAFailedRowDone) {
   one.window.Finish({.error = swr::ErrorSharingViolation});
   one.window.Finish();
   EXPECT_EQ(one.row.status, RowStatus::Done);
-  EXPECT_EQ(one.row.error, swr::ErrorSharingViolation) << "the code stays as it was";
+  EXPECT_EQ(one.row.error, swr::ErrorSharingViolation) << "the error code is kept";
 }
 
 TEST(JobIntakeTest, CancelledWithNoDigestsPending) {
@@ -148,7 +148,7 @@ TEST(MarkHashingRowTest, MarksEveryRowOfThePathThatHasWork) {
   EXPECT_EQ(window.view.redrawn, (std::vector<size_t>{0, 1}));
 
   window.intake.OnTimer();
-  EXPECT_EQ(window.view.redrawn.size(), 2u) << "painted once";
+  EXPECT_EQ(window.view.redrawn.size(), 2u) << "redrawn only once";
 }
 
 TEST(MarkHashingRowTest, BetweenJobsNoRowIsMarked) {

@@ -67,7 +67,7 @@ TEST(ColumnsTest, ARebuildKeepsOnlyTheFixedWidths) {
   EXPECT_EQ(window.view.columns[0].width, 211u);
   EXPECT_EQ(window.view.columns[1].width, 171u);
   EXPECT_EQ(window.view.columns[2].width, 81u);
-  EXPECT_EQ(window.view.columns[3].width, 240u) << "a digest's follows its length";
+  EXPECT_EQ(window.view.columns[3].width, 240u) << "of a digest column, from its length";
   EXPECT_EQ(window.view.columns[4].width, 101u);
 }
 

@@ -245,10 +245,11 @@ TEST(RowsAtChoiceTest, TheMenuTogglesTheStateThatItShowed) {
     swr::AlgoMask chosen;
   };
   const Case cases[] = {
-      {"nothing happens", md5, md5, md5 | crc32},
+      {"nothing changes", md5, md5, md5 | crc32},
       {"it is selected already", md5, md5 | crc32, md5 | crc32},
       {"it is deselected already", md5 | crc32, md5, md5},
-      {"another changes", md5 | crc32, crc32 | MaskOf(AlgoId::Sha1), MaskOf(AlgoId::Sha1)},
+      {"another algorithm changes", md5 | crc32, crc32 | MaskOf(AlgoId::Sha1),
+       MaskOf(AlgoId::Sha1)},
   };
   for (const Case& test : cases) {
     SCOPED_TRACE(test.description);

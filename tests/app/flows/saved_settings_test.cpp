@@ -61,15 +61,15 @@ TEST(ReadSettingsTest, Algorithms) {
       {"missing", std::nullopt, 0, 14},
       {"none", 0, 0, 14},
       {"SHA-256", 8, 0, 8},
-      {"all that are shown", 0x1FFF, 0, 0x1FFF},
-      {"no such algorithm", 0x8000, 0, 14},
-      {"no such algorithm, with legacy ones shown", 0x8000, 1, 14},
-      {"one that exists among others", 0xFFFF8001, 0, 1},
-      {"everything", 0xFFFFFFFF, 1, 0x7FFF},
-      {"legacy ones are not shown", 0x7FFF, 0, 0x1FFF},
-      {"MD2 alone, not shown", 0x2000, 0, 14},
-      {"both legacy ones alone, not shown", 0x6000, 0, 14},
-      {"MD2 alone, shown", 0x2000, 1, 0x2000},
+      {"all algorithms that are shown", 0x1FFF, 0, 0x1FFF},
+      {"only unknown bits", 0x8000, 0, 14},
+      {"only unknown bits, with legacy algorithms shown", 0x8000, 1, 14},
+      {"one known bit among unknown ones", 0xFFFF8001, 0, 1},
+      {"all bits", 0xFFFFFFFF, 1, 0x7FFF},
+      {"legacy algorithms, not shown", 0x7FFF, 0, 0x1FFF},
+      {"only MD2, not shown", 0x2000, 0, 14},
+      {"only the legacy algorithms, not shown", 0x6000, 0, 14},
+      {"only MD2, shown", 0x2000, 1, 0x2000},
   };
   for (const AlgorithmsCase& test : cases) {
     SCOPED_TRACE(test.description);
@@ -121,11 +121,11 @@ TEST(ReadSettingsTest, ColumnWidths) {
   const ColumnsCase cases[] = {
       {"in order", Bytes({301, 302, 303, 304}), {301, 302, 303, 304}},
       {"the narrowest and the widest", Bytes({30, 2000, 30, 2000}), {30, 2000, 30, 2000}},
-      {"too narrow, alone", Bytes({29, 100, 101, 102}), {200, 100, 101, 102}},
-      {"too wide, alone", Bytes({100, 2001, 101, 102}), {100, 160, 101, 102}},
-      {"nothing and very much", Bytes({100, 101, 0, 0xFFFFFFFF}), {100, 101, 70, 90}},
-      {"bytes are not mixed up", Bytes({0x0102, 0x0203, 0x0304, 0x0405}), {258, 515, 772, 1029}},
-      {"all bad", Bytes({0, 1, 2, 3}), {200, 160, 70, 90}},
+      {"one too narrow", Bytes({29, 100, 101, 102}), {200, 100, 101, 102}},
+      {"one too wide", Bytes({100, 2001, 101, 102}), {100, 160, 101, 102}},
+      {"zero and a very large width", Bytes({100, 101, 0, 0xFFFFFFFF}), {100, 101, 70, 90}},
+      {"little-endian byte order", Bytes({0x0102, 0x0203, 0x0304, 0x0405}), {258, 515, 772, 1029}},
+      {"all invalid", Bytes({0, 1, 2, 3}), {200, 160, 70, 90}},
       {"too short", Bytes({300, 300, 300}), {200, 160, 70, 90}},
       {"too long", Bytes({300, 300, 300, 300, 300}), {200, 160, 70, 90}},
       {"a byte short", std::vector<uint8_t>(15, 100), {200, 160, 70, 90}},
@@ -141,7 +141,7 @@ TEST(ReadSettingsTest, ColumnWidths) {
     EXPECT_EQ((std::vector<uint32_t>{window.view.columns[0].width, window.view.columns[1].width,
                                      window.view.columns[2].width, window.view.columns[6].width}),
               test.widths);
-    EXPECT_EQ(window.view.columns[3].width, 240u) << "of a digest";
+    EXPECT_EQ(window.view.columns[3].width, 240u) << "of a digest column";
   }
 }
 
@@ -180,7 +180,7 @@ TEST(RestorePlacementTest, Table) {
     window.view.acceptsPlacement = test.accepts;
     window.settings.Read();
     window.main.Start();
-    EXPECT_FALSE(window.view.triedPlacement) << "its size is not final before";
+    EXPECT_FALSE(window.view.triedPlacement) << "the window is moved only by RestorePlacement";
     EXPECT_EQ(window.settings.RestorePlacement(), test.maximized);
     EXPECT_EQ(window.view.triedPlacement, test.tried);
   }

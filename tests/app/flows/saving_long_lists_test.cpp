@@ -107,7 +107,7 @@ TEST_F(SavingLongListsTest, AFailureInTheMiddleEndsTheSave) {
 
   window_.desktop.messages.clear();
   Save(2);
-  EXPECT_TRUE(window_.desktop.messages.empty()) << "the next save is whole";
+  EXPECT_TRUE(window_.desktop.messages.empty()) << "the next save succeeds";
   EXPECT_EQ(ReadWhole(target_), whole);
 }
 

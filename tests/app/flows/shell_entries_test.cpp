@@ -87,7 +87,7 @@ TEST(ShellEntriesTest, TurningTheExplorerEntryOnSaysWhereItIs) {
 
   window.commands.Run(ID_EXPLORER_MENU);
   EXPECT_EQ(window.installation.GetExplorerState(), ExplorerState::None);
-  EXPECT_EQ(window.desktop.messages.size(), 1u) << "turning it off needs no words";
+  EXPECT_EQ(window.desktop.messages.size(), 1u) << "turning it off shows no message";
   EXPECT_FALSE(window.view.options.shellEntries->explorerMenu);
 }
 
@@ -244,7 +244,7 @@ TEST(ShellEntriesTest, APortableCopyOffersTheSetupInPlaceOfItsFolder) {
   StartingWindow installed;
   Install(installed.install, u"C:\\Tools\\Sumwright\\");
   installed.Start();
-  EXPECT_EQ(installed.view.programFolderText, u"") << "the text stays as it is";
+  EXPECT_EQ(installed.view.programFolderText, u"") << "the text is not changed";
   installed.commands.Run(ID_PROGRAM_FOLDER);
   EXPECT_EQ(installed.desktop.openedFolders, std::vector<std::u16string>{u"C:\\Tools\\Sumwright"});
   EXPECT_TRUE(installed.desktop.openedAddresses.empty());

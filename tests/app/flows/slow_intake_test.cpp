@@ -151,7 +151,7 @@ TEST(SlowIntakeTest, CancelTakesEffectAtOnce) {
                   window.rows.Size());
         EXPECT_FALSE(window.view.progress);
         if (isList) {
-          EXPECT_EQ(window.rows.Size(), count) << "no line is lost from the verdict";
+          EXPECT_EQ(window.rows.Size(), count) << "every line is counted";
           EXPECT_TRUE(window.view.resultLine.ends_with(u" not checked."));
         } else {
           EXPECT_LT(window.rows.Size(), count);

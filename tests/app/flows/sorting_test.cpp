@@ -141,7 +141,7 @@ TEST(SortingTest, AfterNewColumnsTheFirstClickSortsAscending) {
   window.algorithms.Select(swr::FallbackAlgoMask);
   EXPECT_EQ(Names(window), (Texts{u"a", u"b"}));
   window.sorting.SortBy(Name);
-  EXPECT_FALSE(window.view.sortMarkDescending) << "a first click again";
+  EXPECT_FALSE(window.view.sortMarkDescending) << "treated as a first click";
 }
 
 TEST(SortingTest, AMissingColumnIsIgnored) {

@@ -225,7 +225,7 @@ TEST_F(VerificationTest, AFileWithoutChecksumsIsReportedAndNothingElseHappens) {
                          u"\"SHA256 (<file name>) = <hash>\".")}));
     EXPECT_EQ(other.rows.Size(), 1u);
     EXPECT_EQ(other.view.selected, std::vector<size_t>{0});
-    EXPECT_FALSE(other.view.banner) << "no word of skipped lines";
+    EXPECT_FALSE(other.view.banner) << "skipped lines are not reported";
     EXPECT_TRUE(other.queue.jobs.empty());
     EXPECT_EQ(other.Result(), (ResultLine{u"", ResultKind::None}));
   }
@@ -247,7 +247,8 @@ TEST_F(VerificationTest, APlainRowOfTheSamePathIsReplacedAndHashedAgain) {
   EXPECT_EQ(window.queue.removed, std::vector<uint64_t>{oldId});
   EXPECT_EQ(window.rows.Find(oldId), nullptr);
   ASSERT_EQ(window.queue.jobs.size(), 1u);
-  EXPECT_EQ(window.queue.jobs[0].mask, swr::DefaultAlgoMask) << "of SHA256SUMS, so no others";
+  EXPECT_EQ(window.queue.jobs[0].mask, swr::DefaultAlgoMask)
+      << "the name SHA256SUMS implies SHA-256";
   window.HashQueuedFiles();
   EXPECT_EQ(window.Result(), (ResultLine{u"The file is OK.", ResultKind::Good}));
 }
@@ -272,7 +273,7 @@ TEST_F(VerificationTest, LoadingTwiceDoublesTheRows) {
   EXPECT_EQ(Names(), (TextList{u"a.bin", u"b.bin", u"a.bin", u"b.bin"}));
   EXPECT_TRUE(window.queue.removed.empty());
   EXPECT_EQ(window.view.scrolledTo, 2u);
-  EXPECT_EQ(window.queue.jobs.size(), 2u) << "the first two are known";
+  EXPECT_EQ(window.queue.jobs.size(), 2u) << "only the new rows";
   EXPECT_EQ(window.Result(), (ResultLine{u"Verifying 4 files...", ResultKind::Busy}));
   window.HashQueuedFiles();
   EXPECT_EQ(window.Result(), (ResultLine{u"All 4 files are OK.", ResultKind::Good}));

@@ -113,7 +113,7 @@ TEST_F(InstallationTest, TurningTheMenuOnWritesThreeValuesForFilesAndForFolders)
   EXPECT_TRUE(installation.SetExplorerMenu(false));
   EXPECT_TRUE(system.registry.empty());
   EXPECT_EQ(system.announcements, 2);
-  EXPECT_TRUE(installation.SetExplorerMenu(false)) << "what is not there counts as removed";
+  EXPECT_TRUE(installation.SetExplorerMenu(false)) << "a missing entry needs no removal";
 }
 
 TEST_F(InstallationTest, AFailureOfOneEntryDoesNotStopTheOther) {
@@ -127,7 +127,7 @@ TEST_F(InstallationTest, AFailureOfOneEntryDoesNotStopTheOther) {
     EXPECT_FALSE(installation.SetExplorerMenu(false));
     EXPECT_TRUE(system.registry.empty());
   }
-  EXPECT_EQ(system.announcements, 4) << "the shell is told in any case";
+  EXPECT_EQ(system.announcements, 4) << "the shell is always notified";
 }
 
 TEST_F(InstallationTest, AHalfWrittenEntryIsAFailure) {
@@ -165,7 +165,7 @@ TEST_F(InstallationTest, TheSendToLinkIsWrittenAndRemoved) {
   EXPECT_EQ(installation.GetSendToState(), SendToState::ThisCopy);
   EXPECT_TRUE(installation.SetSendToLink(false));
   EXPECT_TRUE(system.links.empty());
-  EXPECT_TRUE(installation.SetSendToLink(false)) << "what is not there counts as removed";
+  EXPECT_TRUE(installation.SetSendToLink(false)) << "a missing entry needs no removal";
 
   system.linksFail = true;
   EXPECT_FALSE(installation.SetSendToLink(true));
@@ -203,7 +203,7 @@ TEST_F(InstallationTest, ALocationThatDoesNotMatchIsIgnored) {
   };
   record(RegistryHive::CurrentUser, RegistryView::Bits64, u"D:\\Elsewhere");
   record(RegistryHive::CurrentUser, RegistryView::Bits32, u"");
-  EXPECT_FALSE(installation.IsInstalledCopy()) << "portable beside an installed copy";
+  EXPECT_FALSE(installation.IsInstalledCopy()) << "a portable copy while another one is installed";
   record(RegistryHive::LocalMachine, RegistryView::Bits32, u"C:\\Tools\\Sumwright\\");
   EXPECT_TRUE(installation.IsInstalledCopy());
 }

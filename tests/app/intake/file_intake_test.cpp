@@ -177,7 +177,7 @@ TEST(FileIntakeTest, ADiscardedRequestGivesNoFiles) {
   const std::vector<IntakeBatch> batches = TakeAll(intake);
   ASSERT_EQ(batches.size(), 1u);
   EXPECT_EQ(batches[0].requestId, later);
-  EXPECT_EQ(faults.Count(SystemCall::PathInfo), 6u) << "the second file was not looked at";
+  EXPECT_EQ(faults.Count(SystemCall::PathInfo), 6u) << "the second file was not looked up";
 }
 
 TEST(FileIntakeTest, WithoutAThreadTheFilesAreReadyWhenStartReturns) {

@@ -348,7 +348,7 @@ TEST(RowTintTest, TheBoxDecidesWhileTheOwnDigestIsUnknown) {
   EXPECT_EQ(RowTintOf(row, nullptr), RowTint::None);
   EXPECT_EQ(RowTintOf(row, &box), RowTint::Good);
   row.status = RowStatus::Cancelled;
-  EXPECT_EQ(RowTintOf(row, &box), RowTint::None) << "it was not checked";
+  EXPECT_EQ(RowTintOf(row, &box), RowTint::None) << "not checked";
 }
 
 // A short digest with a named algorithm, and a row without candidates.

@@ -171,7 +171,7 @@ class VerifyScenario {
     EXPECT_TRUE(window_.WaitUntilIdle());
   }
   void Check(const MaybeFailed& failed) {
-    EXPECT_EQ(window_.StatusCell(0), u"Done") << "what was there before";
+    EXPECT_EQ(window_.StatusCell(0), u"Done") << "the earlier row";
     if (const uint32_t error = ListError(failed); error != 0) {
       EXPECT_EQ(window_.desktop.messages,
                 (std::vector<TaskDialogSpec>{

@@ -100,7 +100,7 @@ TEST(RealFaultsTest, DevicesAmongThePaths) {
 
 TEST(RealFaultsTest, SavingToAFullDisk) {
   const std::u16string full = u"Z:\\dev\\full";
-  if (!Exists(u"Z:\\dev")) GTEST_SKIP() << "there is no full disk";
+  if (!Exists(u"Z:\\dev")) GTEST_SKIP() << "/dev/full does not exist here";
   FakeWindow window;
   window.algorithms.Select(swr::MaskOf(AlgoId::Md5));
   AddRow(window, {.name = u"a", .digests = {{AlgoId::Md5, 1}}});

@@ -114,7 +114,7 @@ class ReadSettingsScenario {
     EXPECT_EQ(main_.GetColumns().Widths()[3], isRead[5] ? 104u : 90u);
     EXPECT_EQ(view_.triedPlacement.has_value(), isRead[6]);
     EXPECT_EQ(startsMaximized_, isRead[6]);
-    EXPECT_TRUE(desktop_.messages.empty()) << "nothing about settings is ever reported";
+    EXPECT_TRUE(desktop_.messages.empty()) << "no message about settings";
   }
 
  private:

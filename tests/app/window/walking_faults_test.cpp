@@ -61,7 +61,7 @@ class WalkScenario {
     const WalkedTree& walked = WalkedTree::Get();
     EXPECT_TRUE(window_.desktop.messages.empty()) << "a folder that can't be read shows no message";
     EXPECT_FALSE(window_.view.banner);
-    EXPECT_FALSE(window_.desktop.waiting) << "the wait cursor is gone";
+    EXPECT_FALSE(window_.desktop.waiting) << "no wait cursor at the end";
     if (HasFailed(failed, SystemCall::PathInfo, 1)) {
       CheckTheFolderAsAFile();
     } else if (HasFailed(failed, SystemCall::ListDirectory)) {

@@ -22,11 +22,11 @@ void Post(FinishedJobQueue& queue, uint64_t rowId) {
 
 struct CountedQueue {
   bool canTell = true;
-  int told = 0;
+  int announced = 0;
   int progressCalls = 0;
   FinishedJobQueue queue{{.finished =
                               [this] {
-                                ++told;
+                                ++announced;
                                 return canTell;
                               },
                           .progress =
@@ -49,16 +49,16 @@ TEST(FinishedJobQueueTest, AnnouncesOnceUntilTheWindowFindsTheQueueEmpty) {
   CountedQueue counted;
   counted.Post(1);
   counted.Post(2);
-  EXPECT_EQ(counted.told, 1);
+  EXPECT_EQ(counted.announced, 1);
   EXPECT_EQ(counted.Take(), (Ids{1, 2}));
 
   counted.Post(3);
-  EXPECT_EQ(counted.told, 1) << "the window polls by itself";
+  EXPECT_EQ(counted.announced, 1) << "the window is still polling";
   EXPECT_EQ(counted.Take(), Ids{3});
   EXPECT_EQ(counted.Take(), Ids{});
 
   counted.Post(4);
-  EXPECT_EQ(counted.told, 2);
+  EXPECT_EQ(counted.announced, 2);
   EXPECT_EQ(counted.Take(), Ids{4});
 }
 
@@ -69,7 +69,7 @@ TEST(FinishedJobQueueTest, AFailedAnnouncementIsTriedAgainAndNothingIsLost) {
   counted.canTell = true;
   counted.Post(2);
   counted.Post(3);
-  EXPECT_EQ(counted.told, 2);
+  EXPECT_EQ(counted.announced, 2);
   EXPECT_EQ(counted.Take(), (Ids{1, 2, 3}));
 }
 
@@ -78,9 +78,9 @@ TEST(FinishedJobQueueTest, JobsAlreadyTakenAreNotAnnounced) {
   counted.queue.AddFinished(MakeResult(1));
   EXPECT_EQ(counted.Take(), Ids{1});
   counted.queue.AnnounceFinished();
-  EXPECT_EQ(counted.told, 0);
+  EXPECT_EQ(counted.announced, 0);
   counted.Post(2);
-  EXPECT_EQ(counted.told, 1) << "the next one is";
+  EXPECT_EQ(counted.announced, 1) << "the next job is announced";
 }
 
 TEST(FinishedJobQueueTest, ProgressIsPassedOn) {

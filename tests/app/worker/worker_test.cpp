@@ -196,7 +196,7 @@ TEST_F(WorkerTest, AJobAfterTheQueueRanEmptyStartsANewBatch) {
   now = 5000;
   StartHeld(Job(2, u"b", 7));
   const WorkerSnapshot snapshot = worker.GetSnapshot();
-  EXPECT_EQ(snapshot.totalBytes, 10u) << "7, or the 10 bytes read if that is more";
+  EXPECT_EQ(snapshot.totalBytes, 10u) << "not 7, because 10 bytes have been read";
   EXPECT_EQ(snapshot.doneBytes, 10u);
   EXPECT_EQ(snapshot.bytesPerSecond, 0.0);
   sink.Release();
@@ -255,7 +255,7 @@ TEST_F(WorkerTest, CancelAllEmptiesTheQueueAndCancelsTheRunningJob) {
   worker.CancelAll();
   WorkerSnapshot snapshot = worker.GetSnapshot();
   EXPECT_EQ(snapshot.remainingJobs, 1u);
-  EXPECT_EQ(snapshot.totalBytes, 120u) << "not reduced";
+  EXPECT_EQ(snapshot.totalBytes, 120u) << "dropped jobs stay in the total";
   EXPECT_TRUE(snapshot.active);
   sink.Release();
   const auto results = sink.Wait(1);
