@@ -58,7 +58,7 @@ VIAddVersionKey "LegalCopyright" "Copyright © 2026 the Sumwright authors"
 !insertmacro MUI_UNPAGE_INSTFILES
 !insertmacro MUI_LANGUAGE "English"
 
-; The files installed beside Sumwright.exe, by their names in the staging folder.
+; The files installed with Sumwright.exe, by their names in the staging folder.
 !macro ForEachOtherFile ACTION
   !insertmacro ${ACTION} "LICENSE.txt"
   !insertmacro ${ACTION} "NOTICE.txt"

@@ -103,7 +103,6 @@ Options ReadOptions(const std::vector<std::wstring>& arguments) {
 }
 
 // --- Stopping
-// -------------------------------------------------------------------------------------
 
 HANDLE stopEvent = nullptr;  // set when the run must end
 HANDLE doneEvent = nullptr;  // set when everything has been restored
@@ -123,7 +122,6 @@ void WatchForStop() {
 }
 
 // --- Before the run
-// -------------------------------------------------------------------------------
 
 std::wstring KitFolder() {
   std::wstring path(32768, L'\0');
@@ -182,7 +180,6 @@ void WaitForEnter(const char* text) {
 }
 
 // --- Afterwards
-// -----------------------------------------------------------------------------------
 
 std::string RestoredText(const std::vector<std::string>& failures) {
   if (failures.empty()) return "Your settings, clipboard and menu entries were restored.";
@@ -216,7 +213,6 @@ bool WriteReport(const SessionFolders& folders, Report& report) {
 }
 
 // --- The run
-// ------------------------------------------------------------------------------------
 
 SessionOptions OptionsOfSession(const Options& options) {
   SessionOptions session = {.soakMinutes = options.soakMinutes, .limitSeconds = SessionSeconds};

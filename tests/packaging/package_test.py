@@ -229,7 +229,7 @@ def check_setup(dist, drive, window_tests, machine):
 
 
 def uninstall(location, last):
-    # It runs from a copy of itself, because a program can't delete its own file, so it has to be waited for.
+    # It runs from a copy of itself, because a program can't delete its own file. Wait for that copy.
     wine(location + r"\Uninstall.exe", "/S")
     expect(f"{last} after uninstalling", wait_until(lambda: not last.exists()), True)
 

@@ -187,14 +187,14 @@ def check_order(rows, target, findings):
                              path, findings)
         inside = folders
         if tuple(folders) in with_folders:
-            findings.add(f"{path}: stands behind the folders beside it")
+            findings.add(f"{path}: comes after folders of the same parent")
         check_neighbours(last_name, tuple(folders), "file", path.name, path, findings)
 
 
 def check_neighbours(last_name, folder, kind, name, path, findings):
     before = last_name.get((folder, kind))
     if before is not None and (natural_compare(before, name) or 0) > 0:
-        findings.add(f"{path}: the {kind} {name} stands behind {before}")
+        findings.add(f"{path}: the {kind} {name} comes after {before}")
     if natural_compare(name, name) is not None:  # the order of other names is unknown
         last_name[(folder, kind)] = name
 
@@ -217,7 +217,7 @@ def check_the_checks():
         "a file twice": [*good[:2], *good[1:]],
         "an unknown file": [*good, ("Done", digest, "Z:\\t\\f\\x")],
         "a wrong order": [good[1], good[0], *good[2:]],
-        "a file behind folders": [*good[1:], good[0]],
+        "a file after folders": [*good[1:], good[0]],
         "a folder in two parts": [*good[:3], good[4], good[3]],
         "folders in a wrong order": [*good[:2], good[4], *good[2:4]],
     }

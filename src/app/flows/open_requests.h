@@ -9,7 +9,7 @@ struct OpenRequests {
   size_t paths = 0;          // requests for files and folders
   size_t checksumFiles = 0;  // requests for the files that a checksum file lists
 
-  // Whether more rows may come.
+  // Whether more rows may arrive.
   bool Any() const { return paths + checksumFiles > 0; }
 };
 

@@ -1,5 +1,5 @@
-// The rows that the user has selected, by id. A flow that opens a menu or a dialog is given them
-// before, for the list may change while it is open.
+// The rows that the user has selected, by id. A flow that opens a menu or a dialog gets them
+// beforehand, because the list may change while it is open.
 #pragma once
 
 #include <cstddef>
@@ -19,7 +19,7 @@ class Selection {
   Selection(const RowTable& rows, const ListView& list) : rows_(rows), list_(list) {}
 
   size_t Count() const { return list_.SelectedRowCount(); }
-  // Both in display order. The pointers are for use at once.
+  // Both in display order. The pointers are valid until the rows change.
   RowIds Ids() const;
   std::vector<const Row*> Rows() const;
   // Null unless exactly one row is selected.

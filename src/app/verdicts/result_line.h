@@ -16,7 +16,7 @@ enum class ResultKind : uint8_t {
   None = 0,  // nothing
   Good = 1,  // a match, all OK
   Bad = 2,   // no match, some not OK
-  Hint = 3,  // not a hash, or a file is wanted
+  Hint = 3,  // not a hash, or no file to compare it with
   Busy = 4,  // still working
 };
 

@@ -24,10 +24,10 @@ struct FormCase {
 };
 
 std::u16string Text(std::u16string_view before, std::u16string_view hash,
-                    std::u16string_view behind = {}) {
+                    std::u16string_view after = {}) {
   std::u16string text(before);
   text += hash;
-  text += behind;
+  text += after;
   return text;
 }
 

@@ -103,14 +103,14 @@ struct SavedCase {
 
 const SavedCase savedCases[] = {
     {"nothing saved", 0, false, 14},
-    {"nothing saved, legacy ones shown", 0, true, 14},
+    {"nothing saved, legacy algorithms shown", 0, true, 14},
     {"one algorithm", 0x8, false, 0x8},
-    {"all, legacy ones shown", 0x7FFF, true, 0x7FFF},
-    {"all, legacy ones not shown", 0x7FFF, false, 0x1FFF},
-    {"only legacy ones, shown", 0x6000, true, 0x6000},
-    {"only legacy ones, not shown", 0x6000, false, 14},
-    {"unknown bits beside known ones", 0xFFFF8001, false, 0x1},
-    {"the first unknown bit beside a known one", 0x8008, true, 0x8},
+    {"all, legacy algorithms shown", 0x7FFF, true, 0x7FFF},
+    {"all, legacy algorithms not shown", 0x7FFF, false, 0x1FFF},
+    {"only legacy algorithms, shown", 0x6000, true, 0x6000},
+    {"only legacy algorithms, not shown", 0x6000, false, 14},
+    {"unknown bits with known ones", 0xFFFF8001, false, 0x1},
+    {"the lowest unknown bit with a known one", 0x8008, true, 0x8},
     {"only unknown bits", 0xFFFF8000, true, 14},
     {"legacy and unknown bits", 0x80006000, false, 14},
 };
@@ -152,7 +152,7 @@ struct NameCase {
 };
 
 const NameCase nameCases[] = {
-    // In any case, with any hyphens.
+    // In upper or lower case, with any hyphens.
     {"SHA-256", Sha256},
     {"sha256", Sha256},
     {"SHA_256", Sha256},

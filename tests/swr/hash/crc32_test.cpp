@@ -42,13 +42,13 @@ TEST(Crc32Test, KeepsTheStateForNoBytes) {
 
 // Each of the eight positions in a word has its own table, so each byte value is tried in each
 // position.
-TEST(Crc32Test, LooksUpEachByteInEachPlace) {
+TEST(Crc32Test, LooksUpEachByteInEachPosition) {
   for (size_t place = 0; place < 8; ++place) {
     for (int value = 0; value < 256; ++value) {
       std::string word(8, '\0');
       word[place] = static_cast<char>(value);
       ASSERT_EQ(Crc32ByTables(0, AsBytes(word), 8), PlainUpdate(0, word))
-          << "byte " << value << " in place " << place;
+          << "byte " << value << " in position " << place;
     }
   }
 }
@@ -95,7 +95,7 @@ TEST(Crc32Test, FoldingAndTablesAgree) {
   }
 }
 
-TEST(Crc32Test, FoldsEachLengthAroundTheEndsOfBlocks) {
+TEST(Crc32Test, FoldsLengthsAroundBlockBoundaries) {
   ASSERT_TRUE(CanFoldCrc32());
   const std::string bytes = CountingBytes(400);
   for (size_t length = ShortestFoldedPiece; length <= bytes.size(); ++length) {

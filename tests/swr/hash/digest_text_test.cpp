@@ -88,14 +88,14 @@ struct EqualityCase {
 };
 
 const EqualityCase equalityCases[] = {
-    {"two empty ones", {}, {}, true},
+    {"two empty digests", {}, {}, true},
     {"the same bytes", {1, 2, 3}, {1, 2, 3}, true},
-    {"another first byte", {1, 2, 3}, {0, 2, 3}, false},
-    {"another last byte", {1, 2, 3}, {1, 2, 4}, false},
+    {"a different first byte", {1, 2, 3}, {0, 2, 3}, false},
+    {"a different last byte", {1, 2, 3}, {1, 2, 4}, false},
     {"shorter bytes with the same start", {1, 2, 3}, {1, 2}, false},
     {"longer bytes with the same start", {1, 2, 3}, {1, 2, 3, 0}, false},
-    {"nothing against zeros", {}, {0}, false},
-    {"16 bytes against 20", std::vector<uint8_t>(16, 7), std::vector<uint8_t>(20, 7), false},
+    {"an empty digest and a zero", {}, {0}, false},
+    {"16 bytes and 20", std::vector<uint8_t>(16, 7), std::vector<uint8_t>(20, 7), false},
 };
 
 TEST(DigestTextTest, ComparesLengthAndBytes) {

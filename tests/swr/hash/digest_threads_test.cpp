@@ -70,7 +70,7 @@ class HeldWork final : public HelpedWork {
   int helpers_ = 0;
 };
 
-TEST(DigestThreadsTest, HasAtLeastTwoThreadsAtWork) {
+TEST(DigestThreadsTest, HasAtLeastTwoThreads) {
   EXPECT_GE(DigestThreads::UsualLimit(), 2u);
   EXPECT_EQ(DigestThreads().Limit(), DigestThreads::UsualLimit());
 }
@@ -84,7 +84,7 @@ TEST(DigestThreadsTest, LendsUpToItsLimit) {
   EXPECT_TRUE(threads.Lend(one, 2));
   EXPECT_FALSE(threads.Lend(one, 2)) << "the work has enough";
   EXPECT_TRUE(threads.Lend(other, 2));
-  EXPECT_FALSE(threads.Lend(other, 2)) << "four are at work";
+  EXPECT_FALSE(threads.Lend(other, 2)) << "four threads are hashing";
   EXPECT_FALSE(threads.IsAboveLimit());
   {
     const DigestThreads::CallerAtWork another(threads);
@@ -202,7 +202,7 @@ TEST(DigestRingTest, ReadsThreeChunksAheadOfTheSlowestHasher) {
     slow.Open();
   });
   Chunk* chunk = ring.NextFree();
-  EXPECT_TRUE(slow.IsOpen()) << "the first chunk was given away before it was digested";
+  EXPECT_TRUE(slow.IsOpen()) << "the first chunk was reused before it was digested";
   EXPECT_EQ(fastHasher.fed.substr(0, 4), "abcd") << "the reader digests while it has to wait";
   Fill(*chunk, 'e', true);
   ring.Publish();

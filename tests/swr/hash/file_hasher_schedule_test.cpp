@@ -150,7 +150,7 @@ void HashSome(const std::vector<ScheduledFile>& files, DigestThreads& threads, u
   }
 }
 
-TEST(FileHasherScheduleTest, NoFileSpoilsAnother) {
+TEST(FileHasherScheduleTest, FilesDoNotAffectEachOther) {
   TempTree tree;
   const std::vector<ScheduledFile> files = MakeFiles(tree);
   const uint64_t count = NumberFromEnvironment("SUMWRIGHT_SCHEDULES", UsualSchedules);

@@ -80,7 +80,7 @@ TEST_F(FileHasherTest, UsesTheUsualChunkSizeInsteadOfZero) {
   EXPECT_EQ(progress, std::vector<uint64_t>{content.size()});
 }
 
-TEST_F(FileHasherTest, HashesOnTheCallingThreadWithALimitOfOne) {
+TEST_F(FileHasherTest, WithALimitOfOneItHashesOnTheCallingThread) {
   DigestThreads none(1);
   FileHasher alone(none);
   const OwnResources before = CountOwnResources();
@@ -91,7 +91,7 @@ TEST_F(FileHasherTest, HashesOnTheCallingThreadWithALimitOfOne) {
   ExpectDigestsOf(outcome, AllAlgosMask, content);
 }
 
-TEST_F(FileHasherTest, HashesAloneWhileAllCoresAreBusy) {
+TEST_F(FileHasherTest, GetsNoHelpWhileAllCoresAreBusy) {
   const OwnResources before = CountOwnResources();
   DigestThreads two(2);
   const DigestThreads::CallerAtWork other(two);
@@ -118,7 +118,7 @@ TEST_F(FileHasherTest, GetsHelpAsSoonAsACoreIsFree) {
 }
 
 // More callers start in the middle of the file.
-TEST_F(FileHasherTest, GivesTheHelpBack) {
+TEST_F(FileHasherTest, ReturnsLentThreadsWhenOthersNeedThem) {
   std::unique_ptr<DigestThreads::CallerAtWork> others[4];
   const HashOutcome outcome =
       hasher.HashFile(path, AllAlgosMask,
@@ -147,7 +147,7 @@ TEST_F(FileHasherTest, KeepsItsThreadsUntilTheyAreEnded) {
 
 // --- A failure in one file does not affect the next ---------------------------------------------
 
-TEST_F(FileHasherTest, GoesOnAfterACancel) {
+TEST_F(FileHasherTest, ContinuesAfterACancel) {
   for (const uint32_t chunk : {1u, 2u, 7u, 20u}) {
     SCOPED_TRACE(chunk);
     std::atomic<bool> cancel = false;
@@ -163,7 +163,7 @@ TEST_F(FileHasherTest, GoesOnAfterACancel) {
   }
 }
 
-TEST_F(FileHasherTest, GoesOnAfterAReadThatFails) {
+TEST_F(FileHasherTest, ContinuesAfterAFailedRead) {
   for (const uint32_t failing : {1u, 2u, 3u, 9u, 21u}) {
     SCOPED_TRACE(failing);
     {
@@ -176,7 +176,7 @@ TEST_F(FileHasherTest, GoesOnAfterAReadThatFails) {
   }
 }
 
-TEST_F(FileHasherTest, GoesOnAfterAFileThatDoesNotOpen) {
+TEST_F(FileHasherTest, ContinuesAfterAFileThatDoesNotOpen) {
   ExpectDigestsOf(Hash(), AllAlgosMask, content);
   EXPECT_EQ(hasher.HashFile(tree.Path(u"absent"), AllAlgosMask, {}).error, ErrorFileNotFound);
   EXPECT_EQ(hasher.HashFile(tree.Root(), AllAlgosMask, {}).error, ErrorIsDirectory);
@@ -184,7 +184,7 @@ TEST_F(FileHasherTest, GoesOnAfterAFileThatDoesNotOpen) {
 }
 
 // With hashes that can't be reused, so that the provider makes one for each file.
-TEST_F(FileHasherTest, GoesOnAfterAProviderThatRefuses) {
+TEST_F(FileHasherTest, ContinuesAfterAProviderFailure) {
   const PlannedFault notReusable{.call = SystemCall::CreateReusableDigest, .nth = 0, .code = 87};
   for (const bool areHashersKept : {false, true}) {
     for (const uint32_t failing : {1u, 2u, 5u, 7u}) {
@@ -209,7 +209,7 @@ TEST_F(FileHasherTest, GoesOnAfterAProviderThatRefuses) {
 }
 
 // With reusable hashes where the provider has them.
-TEST_F(FileHasherTest, KeepsItsOtherHashersAfterARefusal) {
+TEST_F(FileHasherTest, KeepsItsOtherHashersAfterAProviderFailure) {
   for (const uint32_t failing : {1u, 2u, 5u, 7u}) {
     SCOPED_TRACE(failing);
     hasher.ReleaseMemory();
@@ -221,7 +221,7 @@ TEST_F(FileHasherTest, KeepsItsOtherHashersAfterARefusal) {
   }
 }
 
-TEST_F(FileHasherTest, GoesOnAfterAnExceptionOfItsCaller) {
+TEST_F(FileHasherTest, ContinuesAfterAnExceptionOfTheProgressCallback) {
   for (const uint64_t chunk : {1u, 2u, 6u, 20u}) {
     SCOPED_TRACE(chunk);
     EXPECT_THROW(hasher.HashFile(path, AllAlgosMask,
@@ -235,7 +235,7 @@ TEST_F(FileHasherTest, GoesOnAfterAnExceptionOfItsCaller) {
   }
 }
 
-TEST_F(FileHasherTest, GoesOnAfterItsMemoryIsReleased) {
+TEST_F(FileHasherTest, ContinuesAfterItsMemoryIsReleased) {
   for (int i = 0; i < 3; ++i) {
     ExpectDigestsOf(Hash(), AllAlgosMask, content);
     hasher.ReleaseMemory();
@@ -243,7 +243,7 @@ TEST_F(FileHasherTest, GoesOnAfterItsMemoryIsReleased) {
   }
 }
 
-// --- Several of them ----------------------------------------------------------------------------
+// --- Several FileHashers ------------------------------------------------------------------------
 
 TEST_F(FileHasherTest, SharesItsThreadsWithOthers) {
   std::vector<std::thread> callers;

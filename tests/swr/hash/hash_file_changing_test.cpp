@@ -38,7 +38,7 @@ constexpr struct {
   const char* name;
 } changes[] = {{Change::Cut, "cut"}, {Change::Grow, "grown"}, {Change::Rewrite, "rewritten"}};
 
-// How many changes came when.
+// How many changes happened at which time.
 struct Moments {
   int before = 0;  // before the file was opened
   int marked = 0;

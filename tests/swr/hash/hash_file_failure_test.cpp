@@ -67,21 +67,21 @@ struct DeniedCase {
 };
 
 const DeniedCase deniedCases[] = {
-    {"a folder, whichever way it shows", u"folder", {}, ErrorIsDirectory},
+    {"a folder", u"folder", {}, ErrorIsDirectory},
     {"a folder that does not open",
      u"folder",
      {{.call = SystemCall::OpenFile, .code = 5}},
      ErrorIsDirectory},
     {"a file that is denied", u"file", {{.call = SystemCall::OpenFile, .code = 5}}, 5},
-    {"something denied that is not there",
+    {"a denied path that does not exist",
      u"absent",
      {{.call = SystemCall::OpenFile, .code = 5}},
      5},
-    {"a folder of which nothing is told",
+    {"a folder without file info",
      u"folder",
      {{.call = SystemCall::OpenFile, .code = 5}, {.call = SystemCall::PathInfo, .code = 5}},
      5},
-    {"a folder that fails otherwise",
+    {"a folder with another error",
      u"folder",
      {{.call = SystemCall::OpenFile, .code = 32}},
      ErrorSharingViolation},
@@ -101,7 +101,7 @@ TEST(HashFileFailureTest, DistinguishesAFolderFromDeniedAccess) {
 
 // --- A provider can't serve an algorithm --------------------------------------------------------
 
-TEST(HashFileFailureTest, FailsWholeWhenOneAlgorithmIsUnavailable) {
+TEST(HashFileFailureTest, FailsCompletelyIfOneAlgorithmIsUnavailable) {
   TempTree tree;
   const std::u16string path = tree.AddFile(u"file", CountingBytes(FileSize));
   const AlgoMask mask = MaskOf(AlgoId::Crc32) | MaskOf(AlgoId::Sha256) | MaskOf(AlgoId::Sha512);
@@ -130,12 +130,12 @@ struct ReadFailureCase {
 const ReadFailureCase readFailureCases[] = {
     {"the first read", FileSize, 1, 0},
     {"the first read of an empty file", 0, 1, 0},
-    {"the first chunk when a part of it is there", 32, 2, 32},
+    {"the first chunk, after a part of it", 32, 2, 32},
     {"the second chunk", FileSize, 2, 64},
     {"the fourth chunk", FileSize, 4, 192},
     {"a chunk on the ring's second round", FileSize, 7, 384},
-    {"a later chunk when a part of it is there", 96, 3, 64},
-    {"the look for the end behind the last chunk", FileSize, 11, FileSize},
+    {"a later chunk, after a part of it", 96, 3, 64},
+    {"the read after the last chunk, which finds the end", FileSize, 11, FileSize},
 };
 
 TEST(HashFileFailureTest, ReportsAReadThatFails) {
@@ -152,7 +152,7 @@ TEST(HashFileFailureTest, ReportsAReadThatFails) {
   }
 }
 
-TEST(HashFileFailureTest, ReportsNoProgressForAReadThatFails) {
+TEST(HashFileFailureTest, ReportsNoProgressForAFailedRead) {
   TempTree tree;
   const std::u16string path = tree.AddFile(u"file", CountingBytes(FileSize));
   const InstalledFaults faults({{.call = SystemCall::ReadFile, .nth = 3, .code = 23}});
@@ -181,7 +181,7 @@ TEST(HashFileFailureTest, TreatsTwoFailuresAsTheEndOfTheFile) {
   }
 }
 
-// --- Called off ---------------------------------------------------------------------------------
+// --- Cancelled ----------------------------------------------------------------------------------
 
 struct CancelCase {
   std::string_view description;
@@ -249,7 +249,7 @@ TEST(HashFileFailureTest, IsNeverBothCancelledAndFailed) {
   }
 }
 
-// --- Somebody else writes to the file -----------------------------------------------------------
+// --- Another program writes to the file ---------------------------------------------------------
 
 using Change = std::function<void(const std::u16string& path)>;
 
@@ -270,7 +270,7 @@ void KeepingTime(const std::u16string& path, const std::function<void()>& change
 }
 
 const ChangeCase changeCases[] = {
-    {"left alone", [](const auto&) {}, false, FileSize},
+    {"not changed", [](const auto&) {}, false, FileSize},
     {"grows", [](const auto& path) { AppendBytes(path, std::string(100, 'x')); }, true,
      FileSize + 100},
     {"grows and keeps its time",
@@ -282,14 +282,15 @@ const ChangeCase changeCases[] = {
     {"shrinks below what was read",
      [](const auto& path) { KeepingTime(path, [&] { ResizeFile(path, 100); }); }, true,
      ChangePosition},
-    {"is touched", [](const auto& path) { SetModifiedTime(path, ModifiedTime(path) + 10'000'000); },
-     true, FileSize},
-    {"is touched back in time",
+    {"gets a later time",
+     [](const auto& path) { SetModifiedTime(path, ModifiedTime(path) + 10'000'000); }, true,
+     FileSize},
+    {"gets an earlier time",
      [](const auto& path) { SetModifiedTime(path, ModifiedTime(path) - 10'000'000); }, true,
      FileSize},
-    {"is written over", [](const auto& path) { WriteBytes(path, std::string(FileSize, 'y')); },
-     true, FileSize},
-    {"goes away", [](const auto& path) { RemoveFile(path); }, false, FileSize},
+    {"is overwritten", [](const auto& path) { WriteBytes(path, std::string(FileSize, 'y')); }, true,
+     FileSize},
+    {"is removed", [](const auto& path) { RemoveFile(path); }, false, FileSize},
 };
 
 HashOutcome HashWhileChanging(const std::u16string& path, const Change& change) {

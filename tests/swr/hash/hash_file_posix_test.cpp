@@ -25,7 +25,7 @@ struct NameCase {
 };
 
 // Windows allows lone surrogates in names too, but Wine, on which the Windows build is tested,
-// refuses to make such files.
+// refuses to create such files.
 constexpr char16_t loneSurrogates[] = {u'a', 0xD83D, u'b', 0xDE00, 0};
 // A byte that is not UTF-8 appears as U+DC00 + byte.
 constexpr char16_t invalidBytes[] = {u'x', 0xDCFF, 0xDCE9, u'.', u'm', u'd', u'5', 0};
@@ -37,7 +37,7 @@ const NameCase nameCases[] = {
     {"blanks and full stops at the end", u"both. . "},
     {"only full stops", u"..."},
     {"the name of a device", u"CON"},
-    {"the name of a device with an ending", u"nul.txt"},
+    {"the name of a device with an extension", u"nul.txt"},
     // Not possible on Windows.
     {"lone surrogates", loneSurrogates},
     {"bytes that are not UTF-8", invalidBytes},
@@ -45,7 +45,7 @@ const NameCase nameCases[] = {
     {"line end and tab", u"a\nb\tc"},
 };
 
-TEST(HashFilePosixTest, UsesNamesAsTheyAre) {
+TEST(HashFilePosixTest, UsesNamesUnchanged) {
   TempTree tree;
   for (const NameCase& row : nameCases) {
     SCOPED_TRACE(row.description);

@@ -75,7 +75,7 @@ TEST(HashFileTest, GivesAllDigestsInOnePass) {
   }
 }
 
-TEST(HashFileTest, GoesRoundTheRingManyTimes) {
+TEST(HashFileTest, FillsTheRingManyTimes) {
   TempTree tree;
   const std::string content = CountingBytes(300 * SmallChunk + 7);
   const HashOutcome outcome =
@@ -83,7 +83,7 @@ TEST(HashFileTest, GoesRoundTheRingManyTimes) {
   ExpectDigestsOf(outcome, AllAlgosMask, content);
 }
 
-TEST(HashFileTest, GivesEachAlgorithmAloneInBothWays) {
+TEST(HashFileTest, GivesEachAlgorithmAloneWithAndWithoutTheRing) {
   TempTree tree;
   const std::string content = CountingBytes(500);
   const std::u16string path = tree.AddFile(u"file", content);
@@ -95,7 +95,7 @@ TEST(HashFileTest, GivesEachAlgorithmAloneInBothWays) {
   }
 }
 
-TEST(HashFileTest, GivesTheDigestsOfTheMaskOnly) {
+TEST(HashFileTest, GivesOnlyTheDigestsOfTheMask) {
   TempTree tree;
   const std::string content = CountingBytes(500);
   const std::u16string path = tree.AddFile(u"file", content);
@@ -152,7 +152,7 @@ TEST(HashFileTest, RunsSeveralTimesAtOnce) {
 
 // A failing read without a code is treated as a full chunk, which leaves a chunk that is shorter
 // than the others. The next one continues where it ended.
-TEST(HashFileTest, GoesOnAfterAFailureWithoutACode) {
+TEST(HashFileTest, ContinuesAfterAFailureWithoutACode) {
   TempTree tree;
   const std::string content = CountingBytes(500);
   const std::u16string path = tree.AddFile(u"file", content);
@@ -192,7 +192,7 @@ const NameCase nameCases[] = {
     {"right-to-left mark", u"\u202Etxt.exe"},
 };
 
-TEST(HashFileTest, UsesNamesAsTheyAre) {
+TEST(HashFileTest, UsesNamesUnchanged) {
   TempTree tree;
   for (const NameCase& row : nameCases) {
     SCOPED_TRACE(row.description);
@@ -202,7 +202,7 @@ TEST(HashFileTest, UsesNamesAsTheyAre) {
   }
 }
 
-TEST(HashFileTest, TakesLongPaths) {
+TEST(HashFileTest, AcceptsLongPaths) {
   for (const size_t units : {100u, 259u, 260u, 261u, 1001u, 2000u}) {
     SCOPED_TRACE(units);
     TempTree tree;

@@ -30,11 +30,11 @@ Handle OpenByOther(const std::u16string& path, DWORD access, DWORD share) {
   return handle;
 }
 
-// --- Names that the system reads as others ------------------------------------------------------
+// --- Names that the system changes --------------------------------------------------------------
 
 // GetFullPathName drops spaces and full stops at the end of a path and turns device names into
-// device paths. A path that already has the long prefix is used as it is.
-TEST(HashFileWinTest, TakesUnusualNamesAfterTheLongPrefix) {
+// device paths. A path that already has the long prefix is used unchanged.
+TEST(HashFileWinTest, UsesNamesAfterTheLongPrefixUnchanged) {
   TempTree tree;
   for (const std::u16string_view name :
        {u"blank ", u"stop.", u"both. . ", u"CON", u"nul.txt", u"com1"}) {
@@ -45,7 +45,7 @@ TEST(HashFileWinTest, TakesUnusualNamesAfterTheLongPrefix) {
   }
 }
 
-TEST(HashFileWinTest, LooksForTheNameThatTheSystemReads) {
+TEST(HashFileWinTest, WithoutThePrefixTheSystemChangesTheName) {
   TempTree tree;
   for (const std::u16string_view name : {u"blank ", u"stop.", u"both. . "}) {
     SCOPED_TRACE(WideToUtf8(name));
@@ -55,7 +55,7 @@ TEST(HashFileWinTest, LooksForTheNameThatTheSystemReads) {
   }
 }
 
-TEST(HashFileWinTest, TakesOtherSeparatorsAndSteps) {
+TEST(HashFileWinTest, AcceptsSlashesAndDotSegments) {
   TempTree tree;
   tree.AddFile(u"folder/file", "content");
   for (const std::u16string_view relative :
@@ -83,7 +83,7 @@ const SharingCase sharingCases[] = {
     {"a reader that lets others read", GENERIC_READ, FILE_SHARE_READ, 0},
 };
 
-TEST(HashFileWinTest, KeepsToTheSharingOfOthers) {
+TEST(HashFileWinTest, RespectsTheSharingModesOfOthers) {
   TempTree tree;
   const std::u16string path = tree.AddFile(u"file", "content");
   for (const SharingCase& row : sharingCases) {

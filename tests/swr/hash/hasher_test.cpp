@@ -35,7 +35,7 @@ const DigestVectors& VectorsOf(AlgoId id) {
   return *row;
 }
 
-// --- What other people published ---------------------------------------------------------------
+// --- Published test vectors ---------------------------------------------------------------------
 
 struct PublishedDigest {
   AlgoId id;
@@ -159,7 +159,7 @@ TEST_P(EachAlgorithmTest, LeavesZerosAfterTheDigest) {
   }
 }
 
-TEST_P(EachAlgorithmTest, HasTheEmptyDigestWithoutAnyPiece) {
+TEST_P(EachAlgorithmTest, WithoutInputGivesTheDigestOfAnEmptyText) {
   EXPECT_EQ(DigestToHex(Make()->Final(), false), VectorsOf(GetParam()).ofEmpty);
 }
 
@@ -193,7 +193,7 @@ TEST_P(EachAlgorithmTest, StartsOverAfterAReset) {
   }
 }
 
-TEST_P(EachAlgorithmTest, TakesSingleBytes) {
+TEST_P(EachAlgorithmTest, AcceptsSingleBytes) {
   const std::string input = CountingBytes(LongestVectorLength);
   const auto hasher = Make();
   for (const char& byte : input) hasher->Update(&byte, 1);
@@ -203,7 +203,7 @@ TEST_P(EachAlgorithmTest, TakesSingleBytes) {
 // Lengths around the boundaries of every block and chunk inside the algorithms: 64 and 128
 // (MD and SHA-2), 136, 104 and 72 (SHA-3), 1024 (BLAKE3's chunk, XXH3's stripes), 240 and 256
 // (XXH3's ranges and buffer).
-TEST_P(EachAlgorithmTest, TakesTwoPiecesCutAnywhere) {
+TEST_P(EachAlgorithmTest, AcceptsTwoPiecesCutAnywhere) {
   constexpr size_t blockLengths[] = {16, 64, 72, 104, 128, 136, 240, 256, 1024};
   const std::string input = CountingBytes(1024 + 1);
   for (const size_t block : blockLengths) {
@@ -229,7 +229,7 @@ TEST_P(EachAlgorithmTest, ReadsFromAnyAddress) {
   }
 }
 
-TEST_P(EachAlgorithmTest, TakesPiecesOfAnySizes) {
+TEST_P(EachAlgorithmTest, AcceptsPiecesOfAnySize) {
   std::mt19937 random(20240229);
   for (int round = 0; round < 200; ++round) {
     const std::string input = CountingBytes(random() % 6000);
@@ -246,7 +246,7 @@ TEST_P(EachAlgorithmTest, TakesPiecesOfAnySizes) {
   }
 }
 
-TEST_P(EachAlgorithmTest, KeepsTwoComputationsApart) {
+TEST_P(EachAlgorithmTest, TwoHashersDoNotAffectEachOther) {
   const auto abc = Make();
   const auto digits = Make();
   abc->Update("a", 1);
@@ -278,13 +278,13 @@ TEST_P(EachAlgorithmTest, MayBeFinishedOnAnotherThread) {
   EXPECT_EQ(digest, VectorsOf(GetParam()).ofAbc);
 }
 
-// --- More than a provider takes in one call -----------------------------------------------------
+// --- More than a provider accepts in one call ---------------------------------------------------
 
 struct FreeMemory {
   void operator()(void* memory) const { std::free(memory); }
 };
 
-// Not SHA-1: Wine's provider counts its pieces of 512 MiB and more wrongly.
+// Not SHA-1: Wine's provider gives wrong digests for pieces of 512 MiB and more.
 TEST(HasherTest, SplitsAnInputTooLongForOneCall) {
   constexpr size_t size = ProviderPieceLimit + LongestVectorLength;
   // Zeros straight from the system: only pages that are written to take memory.
@@ -313,7 +313,7 @@ constexpr AlgoMask providerAlgos = MaskOf(AlgoId::Md2) | MaskOf(AlgoId::Md4) | M
                                    MaskOf(AlgoId::Sha1) | MaskOf(AlgoId::Sha256) |
                                    MaskOf(AlgoId::Sha384) | MaskOf(AlgoId::Sha512);
 
-TEST(HasherTest, FailsIfTheProviderMakesNoHash) {
+TEST(HasherTest, FailsIfTheProviderFails) {
   {
     const InstalledFaults faults({{.call = SystemCall::CreateDigest, .nth = 0, .code = 8}});
     for (const AlgoInfo& info : AllAlgos()) {
@@ -325,12 +325,12 @@ TEST(HasherTest, FailsIfTheProviderMakesNoHash) {
   for (const AlgoInfo& info : AllAlgos()) EXPECT_EQ(FailureOf(info.id), "none") << info.tag;
 }
 
-TEST(HasherTest, PassesOnTheProvidersFailureFromHashBytes) {
+TEST(HasherTest, HashBytesPassesOnTheProvidersFailure) {
   const InstalledFaults faults({{.call = SystemCall::CreateDigest, .nth = 0, .code = 8}});
   EXPECT_THROW(HashBytes(AlgoId::Sha256, AsBytes("abc")), std::runtime_error);
 }
 
-TEST(HasherTest, KnowsNoAlgorithmOutsideTheCatalogue) {
+TEST(HasherTest, RejectsAlgorithmsOutsideTheCatalogue) {
   for (const int id : {15, 16, 31, 32, 255}) {
     EXPECT_EQ(FailureOf(static_cast<AlgoId>(id)), "unknown algorithm") << id;
   }

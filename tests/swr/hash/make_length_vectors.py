@@ -64,7 +64,7 @@ class Md2:
         self.state, self.checksum = bytes(16), bytes(16)
 
     def with_block(self, block):
-        """The computation behind one more whole block; this one stays as it is."""
+        """The state after one more whole block; this object is not changed."""
         after = Md2()
         checksum, last = bytearray(self.checksum), self.checksum[15]
         for i in range(16):

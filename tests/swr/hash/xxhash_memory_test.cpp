@@ -1,4 +1,4 @@
-// What happens if the xxHash library gets no memory. The linker redirects its allocation function
+// The xxHash library runs out of memory. The linker redirects its allocation function
 // to the one here (--wrap in the build).
 #include <gtest/gtest.h>
 
@@ -14,7 +14,7 @@ bool hasNoMemory = false;
 
 }  // namespace
 
-// The linker prescribes these names.
+// These names are required by the linker option.
 extern "C" XXH3_state_s* __real_XXH3_createState();
 extern "C" XXH3_state_s* __wrap_XXH3_createState() {
   return hasNoMemory ? nullptr : __real_XXH3_createState();

@@ -59,7 +59,7 @@ TEST(ToLongPathTest, LeavesPathsWithAPrefixAlone) {
                                     u"\\\\.\\PhysicalDrive0", u"\\\\.\\", u"\\\\.\\pipe\\p"}) {
     SCOPED_TRACE(WideToUtf8(path));
     const auto makeFull = [](const std::u16string&) -> std::optional<std::u16string> {
-      ADD_FAILURE() << "nothing has to be made full";
+      ADD_FAILURE() << "the path is full already";
       return std::nullopt;
     };
     EXPECT_EQ(ToLongPath(path, PathStyle::Windows, makeFull), path);

@@ -190,7 +190,6 @@ TEST(ErrorCodesTest, DistinguishesMissingFromOtherErrors) {
 }
 
 // --- OutputFile and WriteWholeFile
-// -----------------------------------------------------------------------------
 
 std::string BytesOf(const std::u16string& path) {
   File file;

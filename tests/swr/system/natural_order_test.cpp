@@ -29,7 +29,7 @@ Order Sorted(const Texts& texts, bool descending) {
   return order.Sorted(descending);
 }
 
-// What the order has to be: a stable sort by the comparison of two texts.
+// The expected order: a stable sort by the comparison of two texts.
 Order StablySorted(const Texts& texts, bool descending) {
   Order order = Numbers(texts.size());
   std::ranges::stable_sort(order, [&](size_t a, size_t b) {
@@ -57,7 +57,7 @@ TEST(NaturalOrderTest, SortsNothingAndOne) {
   EXPECT_EQ(Sorted({u"a"}, true), Order{0});
 }
 
-// The first bytes of the keys decide most comparisons, so the difference is put behind them.
+// The first bytes of the keys decide most comparisons, so the difference comes after them.
 TEST(NaturalOrderTest, TextsThatDifferLateAreSorted) {
   for (size_t common = 0; common < 40; ++common) {
     SCOPED_TRACE(common);

@@ -142,7 +142,7 @@ const ValidityCase validityCases[] = {
     {"an overlong slash", "\xC0\xAF", false},
     {"an overlong three-byte form", "\xE0\x80\xAF", false},
     {"a surrogate", "\xED\xA0\x80", false},
-    {"behind the last code point", "\xF4\x90\x80\x80", false},
+    {"beyond the last code point", "\xF4\x90\x80\x80", false},
     {"a byte that never occurs", "\xFF", false},
 };
 

@@ -21,7 +21,7 @@ using Handle = UniqueHandle<FakeTraits>;
 static_assert(!std::is_copy_constructible_v<Handle> && !std::is_copy_assignable_v<Handle>);
 static_assert(std::is_nothrow_move_constructible_v<Handle>);
 static_assert(std::is_nothrow_move_assignable_v<Handle>);
-static_assert(!std::is_convertible_v<int, Handle>, "ownership is taken in so many words");
+static_assert(!std::is_convertible_v<int, Handle>, "taking ownership is explicit");
 
 class UniqueHandleTest : public ::testing::Test {
  protected:

@@ -60,7 +60,8 @@ const DecodeCase decodeCases[] = {
     {"a mark that is cut off", Bytes({0xEF, 0xBB}), u"\u00EF\u00BB"},
     // Otherwise the system's code page; see text_services_test.cpp.
     {"one byte of a code page", Bytes({0xE9}), u"\u00E9"},
-    {"one byte makes all of it so", Bytes({0xC3, 0xA9, ' ', 0xE9}), u"\u00C3\u00A9 \u00E9"},
+    {"one such byte makes the whole text ANSI", Bytes({0xC3, 0xA9, ' ', 0xE9}),
+     u"\u00C3\u00A9 \u00E9"},
     {"half of a UTF-16 mark", Bytes({0xFF}), u"\u00FF"},
     {"a null in it", Bytes({0xE9, 0, 'b'}), Units({0xE9, 0, 'b'})},
 };

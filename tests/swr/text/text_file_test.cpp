@@ -149,7 +149,7 @@ TEST(ReadTextFileTest, ReportsWhyItCannotRead) {
   EXPECT_EQ(ReadTextFile(path, nullptr), std::nullopt);
 }
 
-// Some drivers fail without an error code; the text is incomplete all the same.
+// Some drivers fail without an error code; the text is still incomplete.
 TEST(ReadTextFileTest, AFailureWithoutACodeIsAFailure) {
   TempTree tree;
   const std::u16string path = tree.AddFile(u"file", "text");

@@ -96,7 +96,7 @@ std::string RandomUser::SelectWithKeyboard() {
   return {};
 }
 
-// Other instances may hand over files meanwhile, and hashing goes on.
+// Other instances may hand over files meanwhile, and hashing continues.
 std::string RandomUser::OpenHashText() {
   ShowUp();
   window_.PostCommand(ID_HASH_TEXT);
