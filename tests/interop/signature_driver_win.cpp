@@ -42,7 +42,7 @@ void Trust(const std::u16string& path) {
                          store, X509_ASN_ENCODING, reinterpret_cast<const BYTE*>(bytes.data()),
                          static_cast<DWORD>(bytes.size()), CERT_STORE_ADD_ALWAYS, nullptr) != FALSE;
   if (store != nullptr) CertCloseStore(store, 0);
-  if (!added) throw std::runtime_error("the certificate is not taken");
+  if (!added) throw std::runtime_error("the certificate can't be added");
 }
 
 void Check(const Arguments& paths) {
@@ -81,7 +81,7 @@ void Mark(const std::u16string& path, std::u16string text) {
 }
 
 void Run(const Arguments& arguments) {
-  if (arguments.size() < 3) throw std::runtime_error("give a command and files");
+  if (arguments.size() < 3) throw std::runtime_error("usage: signature_driver COMMAND FILE...");
   const std::u16string& command = arguments[1];
   if (command == u"trust") {
     Trust(arguments[2]);
@@ -92,7 +92,7 @@ void Run(const Arguments& arguments) {
   } else if (command == u"mark" && arguments.size() == 4) {
     Mark(arguments[2], arguments[3]);
   } else {
-    throw std::runtime_error("there is no such command");
+    throw std::runtime_error("unknown command");
   }
 }
 

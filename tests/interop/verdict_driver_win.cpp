@@ -6,7 +6,7 @@
 //   verdict_driver.exe SUMWRIGHT.EXE save ALGORITHMS FORMAT TARGET PATH...
 //       adds the paths with this selection of algorithms (a mask) and saves their checksums through
 //       the dialog, in the format with this label
-// What is printed is UTF-8. Ends with exit code 1, and says why, when the window does otherwise.
+// What is printed is UTF-8. Exits with 1 and a message when the window behaves differently.
 #include "swr/system/windows_api_win.h"
 
 #include <algorithm>
@@ -50,7 +50,7 @@ void Verify(const std::vector<std::u16string>& lists) {
     if (!isLoaded) throw std::runtime_error(swr::WideToUtf8(list) + ": not loaded");
     window.WaitUntilIdle();
     if (!WaitFor([&] { return !window.Text(IDC_RESULT).starts_with(u"Verifying"); })) {
-      throw std::runtime_error("the verification does not end");
+      throw std::runtime_error("the verification did not end");
     }
     Print({u"list", list});
     Print({u"result", window.Text(IDC_RESULT)});
@@ -81,7 +81,8 @@ void Save(uint32_t algorithms, const std::u16string& format, const std::u16strin
 }
 
 int Run(const std::vector<std::u16string>& arguments) {
-  if (arguments.size() < 4) throw std::runtime_error("give a program, a command and files");
+  if (arguments.size() < 4)
+    throw std::runtime_error("usage: verdict_driver SUMWRIGHT.EXE COMMAND FILE...");
   SetProgramPath(swr::WideToUtf8(arguments[1]));
   const std::u16string& command = arguments[2];
   if (command == u"verify") {
@@ -91,7 +92,7 @@ int Run(const std::vector<std::u16string>& arguments) {
     Save(static_cast<uint32_t>(std::stoul(mask)), arguments[4], arguments[5],
          {arguments.begin() + 6, arguments.end()});
   } else {
-    throw std::runtime_error("there is no such command");
+    throw std::runtime_error("unknown command");
   }
   return 0;
 }

@@ -20,7 +20,7 @@ struct ZoneCase {
 
 const ZoneCase zoneCases[] = {
     {"nothing", u""},
-    {"a section alone", u"[ZoneTransfer]\r\n"},
+    {"only a section", u"[ZoneTransfer]\r\n"},
     {"what a browser writes",
      u"[ZoneTransfer]\r\nZoneId=3\r\nReferrerUrl=https://example.com/\r\n"
      u"HostUrl=https://example.com/setup.exe\r\n",
@@ -28,21 +28,21 @@ const ZoneCase zoneCases[] = {
     {"no section", u"ZoneId=4", 4},
     {"keys of all sections", u"[a]\nZoneId=1\n[b]\nHostUrl=x", 1, u"x"},
     {"a section after a key", u"HostUrl=x\n[ZoneTransfer]", -1, u"x"},
-    {"other case", u"ZONEID=3\nhosturl=x\nREFERRERURL=y", 3, u"x", u"y"},
+    {"other letter case", u"ZONEID=3\nhosturl=x\nREFERRERURL=y", 3, u"x", u"y"},
     {"blanks", u"  ZoneId \t=  3 \r\n\tHostUrl = x y \n", 3, u"x y"},
     {"the last of two", u"ZoneId=1\nZoneId=2\nHostUrl=x\nHostUrl=", 2},
     {"an equals sign in the value", u"HostUrl=https://e.com/?a=b=c", -1, u"https://e.com/?a=b=c"},
     {"an unknown key", u"AppZoneId=4\nHostUrls=x\nZone=3"},
     {"a line without a value", u"ZoneId"},
     {"an empty line in between", u"\n\nZoneId=3\n\n", 3},
-    {"no last line end, cut", u"ZoneId=3\nHostUrl=https://exa", 3, u"https://exa"},
+    {"no line end at the end, truncated", u"ZoneId=3\nHostUrl=https://exa", 3, u"https://exa"},
     // Numbers.
     {"no number", u"ZoneId=three", 0},
     {"an empty number", u"ZoneId=", 0},
     {"a sign", u"ZoneId=-2", -2},
     {"a plus", u"ZoneId=+2", 2},
     {"text after a number", u"ZoneId=3x4", 3},
-    {"a sign alone", u"ZoneId=-", 0},
+    {"only a sign", u"ZoneId=-", 0},
     {"too large", u"ZoneId=99999999999999999999", 2147483647},
     {"too small", u"ZoneId=-99999999999999999999", -2147483648},
 };
