@@ -157,7 +157,7 @@ class Updater {
     const bool fits = takesAny || (format_ == swr::ExportFormat::Sfv ? isCrc32 : !isSeveral);
     if (fits) return true;
     if (run_.options.format) {
-      Fail(u"the format can't hold these algorithms");
+      Fail(u"this format does not support these algorithms");
       return false;
     }
     format_ = swr::ExportFormat::Tagged;
@@ -275,7 +275,8 @@ void Updater::HashNewFiles() {
   const std::u16string folder(swr::SplitPath(fullList).folder);
   RunOverFiles(run_, [&](SelectedFile file) -> std::unique_ptr<Job> {
     if (file.isStandardInput) {
-      return MakeReport([this] { Fail(u"standard input has no name that a list could hold"); });
+      return MakeReport(
+          [this] { Fail(u"standard input has no name and can't be added to a list"); });
     }
     // A file that is selected twice is added once.
     if (!state_.listed.insert(PathIdentity(file.path)).second) return MakeReport([] {});

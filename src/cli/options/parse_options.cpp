@@ -193,7 +193,7 @@ swr::ParsedHash ExpectedFrom(std::string_view value, swr::AlgoMask algorithms) {
   if (algorithms != 0) {
     std::erase_if(hash->candidates,
                   [&](swr::AlgoId id) { return (swr::MaskOf(id) & algorithms) == 0; });
-    if (hash->candidates.empty()) Fail("the expected hash can't be one of these algorithms");
+    if (hash->candidates.empty()) Fail("the expected hash can't belong to these algorithms");
   }
   return *std::move(hash);
 }

@@ -85,7 +85,7 @@ TEST(ParseOptionsTest, ParsesTheExpectedHash) {
       Parsed({"-a", "md4", "--expect", "900150983CD24FB0D6963F7D28E17F72", "f"});
   EXPECT_EQ(narrowed.expected->candidates, std::vector{swr::AlgoId::Md4});
   EXPECT_EQ(Refused({"-a", "sha1", "--expect", "900150983CD24FB0D6963F7D28E17F72", "f"}),
-            "the expected hash can't be one of these algorithms");
+            "the expected hash can't belong to these algorithms");
   EXPECT_EQ(Refused({"--expect", "no hash", "f"}),
             "This doesn't look like a hash. Paste the hex or base64 value from the website.");
 }
