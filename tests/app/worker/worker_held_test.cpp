@@ -111,8 +111,8 @@ TEST(HeldWorkerTest, TheBytesReadOfOneFileAreNotAddedToTheNext) {
   held.gate.WaitUntilReached();
   const WorkerSnapshot snapshot = held.worker->GetSnapshot();
   EXPECT_EQ(snapshot.currentPath, second.path);
-  EXPECT_EQ(snapshot.currentBytes, 0u) << "of the second file";
-  EXPECT_EQ(snapshot.doneBytes, 10u) << "of the first file";
+  EXPECT_EQ(snapshot.currentBytes, 0u) << "nothing of it has been read";
+  EXPECT_EQ(snapshot.doneBytes, 10u) << "the first file alone";
   EXPECT_EQ(snapshot.totalBytes, 20u);
 }
 
