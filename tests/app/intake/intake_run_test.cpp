@@ -64,7 +64,7 @@ TEST_F(IntakeRunTest, ReportsFilesAndFoldersInTheOrderGiven) {
   EXPECT_EQ(files[1].path, tree.Path(u"folder/b9.bin"));
   EXPECT_EQ(files[1].size, 10u);
   EXPECT_TRUE(files[1].isWalked);
-  EXPECT_EQ(files[1].walkedPath, u"") << "the walk's path is the same";
+  EXPECT_EQ(files[1].walkedPath, u"") << "it is the same";
   EXPECT_EQ(files[2].path, tree.Path(u"folder/b10.bin"));
 }
 
