@@ -48,8 +48,6 @@ struct RowExtras {
 struct RowState {
   uint64_t size = 0;  // bytes; from the file system first, then as many as hashing read
   swr::FileTime modified = 0;
-  // Kept for as long as the row lives, whichever algorithms are selected.
-  swr::PackedDigests digests;
   swr::AlgoMask pendingMask = 0;  // queued for this row and not yet reported
   uint32_t error = 0;             // Windows error code of a failed row
   RowStatus status = RowStatus::Waiting;
@@ -59,6 +57,8 @@ struct RowState {
   bool changed = false;             // the file changed while some pass was reading it
   bool hasExpected = false;         // a checksum file expects something of it; see the extras
   bool signatureRequested = false;  // a check is in progress
+  // Kept for as long as the row lives, whichever algorithms are selected.
+  swr::PackedDigests digests;
   OnDemand<RowExtras> extras;
 };
 

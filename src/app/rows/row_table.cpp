@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "app/rows/row_walk.h"
 #include "swr/text/text.h"
 
 namespace app {
@@ -48,6 +49,15 @@ const Row& RowTable::Append(Row row) {
   return added;
 }
 
+// By ascending id, which is the order in which they were allocated: after a sort, freeing them by
+// index would touch memory here and there.
+template <typename IsRemoved>
+void RowTable::FreeRows(const IsRemoved& isRemoved) {
+  for (const size_t index : indexes_) {
+    if (index != NoRow && isRemoved(index)) rows_[index].reset();
+  }
+}
+
 void RowTable::Remove(std::span<const uint64_t> ids) {
   std::vector<bool> isRemoved(rows_.size());
   size_t removed = 0;
@@ -61,12 +71,12 @@ void RowTable::Remove(std::span<const uint64_t> ids) {
   std::erase_if(byPath_, [&](const Row* row) { return isRemoved[*IndexOf(row->id)]; });
   const auto indexed = isRemoved.begin() + static_cast<ptrdiff_t>(indexedPaths_);
   indexedPaths_ -= static_cast<size_t>(std::count(isRemoved.begin(), indexed, true));
+  FreeRows([&](size_t index) { return isRemoved[index]; });
   std::vector<size_t> newIndexes(rows_.size(), NoRow);
   size_t kept = 0;
   for (size_t i = 0; i < rows_.size(); ++i) {
     if (isRemoved[i]) continue;
     newIndexes[i] = kept;
-    // Into a place that is empty or whose row goes.
     if (kept != i) rows_[kept] = std::move(rows_[i]);
     ++kept;
   }
@@ -79,6 +89,7 @@ void RowTable::Remove(std::span<const uint64_t> ids) {
 void RowTable::Clear() {
   byPath_.clear();
   indexedPaths_ = 0;
+  FreeRows([](size_t) { return true; });
   rows_.clear();
   rows_.shrink_to_fit();
   folders_.DropUnused();
@@ -120,7 +131,10 @@ void RowTable::MoveIndexes(std::span<const size_t> newIndexes) {
 
 void RowTable::CountAll(const std::optional<swr::ParsedHash>& expected) {
   counters_.Reset(expected);
-  for (const auto& row : rows_) counters_.Add(*row);
+  for (size_t i = 0; i < rows_.size(); ++i) {
+    Prefetch(i + RowsAhead);
+    counters_.Add(*rows_[i]);
+  }
 }
 
 }  // namespace app

@@ -33,6 +33,11 @@ class RowTable {
   size_t Size() const { return rows_.size(); }
   bool IsEmpty() const { return rows_.empty(); }
   const Row& operator[](size_t index) const { return *rows_[index]; }
+  // To be called some rows before the row is read, when many rows are gone over by index; see
+  // row_walk.h. Does nothing for an index without a row.
+  void Prefetch(size_t index) const {
+    if (index < rows_.size()) PrefetchRow(*rows_[index]);
+  }
   Iterator begin() const;
   Iterator end() const;
 
@@ -86,6 +91,9 @@ class RowTable {
   using RowsByPath = std::unordered_multiset<const Row*, PathHash, PathEqual>;
   static constexpr size_t NoRow = SIZE_MAX;
 
+  // Frees the rows at the indexes for which isRemoved(index). Their places stay, empty.
+  template <typename IsRemoved>
+  void FreeRows(const IsRemoved& isRemoved);
   // The index of all rows by path, brought up to date.
   const RowsByPath& ByPath() const;
 

@@ -8,15 +8,17 @@
 
 namespace app {
 
-// Calls visit(const Row&) for each of these rows, in this order. Once a long list is sorted, its
-// rows lie anywhere in memory, and reading them one by one is mostly waiting. So the processor is
-// told of the rows to come: first of a row, and later, when it is there, of what it points to.
+// Once a long list is sorted, its rows lie anywhere in memory, and reading them one by one is
+// mostly waiting. So a row is prefetched while those before it are read: this many rows before.
+inline constexpr size_t RowsAhead = 16;
+
+// Calls visit(const Row&) for each of these rows, in this order. Prefetches first a row and later,
+// when it is there, what it points to.
 template <typename Visit>
 void ForEachRow(const std::vector<const Row*>& rows, const Visit& visit) {
-  constexpr size_t rowsAhead = 16;
-  constexpr size_t textsAhead = 8;
+  constexpr size_t textsAhead = RowsAhead / 2;
   for (size_t i = 0; i < rows.size(); ++i) {
-    if (i + rowsAhead < rows.size()) PrefetchRow(*rows[i + rowsAhead]);
+    if (i + RowsAhead < rows.size()) PrefetchRow(*rows[i + RowsAhead]);
     if (i + textsAhead < rows.size()) PrefetchRowTexts(*rows[i + textsAhead]);
     visit(*rows[i]);
   }
