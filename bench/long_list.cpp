@@ -55,6 +55,9 @@ class LoopParts {
   app::testing::FakeDesktop desktop;
 
  protected:
+  // Waiting jobs refer to the rows of the window, which is destroyed before the worker.
+  ~LoopParts() { worker_.CancelAll(); }
+
   bool Announce(bool& waits) {
     const std::lock_guard lock(mutex_);
     waits = true;

@@ -12,7 +12,6 @@
 #include <ostream>
 #include <span>
 #include <string>
-#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -23,6 +22,7 @@
 #include "app/desktop/settings_store.h"
 #include "app/desktop/shell.h"
 #include "app/desktop/signature_checks.h"
+#include "app/rows/row_id_set.h"
 #include "app/screen/algo_boxes.h"
 #include "app/screen/banner_view.h"
 #include "app/screen/column_view.h"
@@ -338,8 +338,8 @@ class FakeQueue final : public HashQueue {
   }
   void Remove(std::span<const uint64_t> rowIds) override {
     removed.insert(removed.end(), rowIds.begin(), rowIds.end());
-    const std::unordered_set<uint64_t> ids(rowIds.begin(), rowIds.end());
-    std::erase_if(jobs, [&](const HashJob& job) { return ids.contains(job.rowId); });
+    const RowIdSet ids(rowIds);
+    std::erase_if(jobs, [&](const HashJob& job) { return ids.Contains(job.rowId); });
   }
   void CancelAll() override {
     ++cancels;
@@ -449,7 +449,7 @@ struct FakeWindow : FakeParts, WindowFlows {
     while (!queue.jobs.empty()) {
       const HashJob job = queue.jobs.front();
       queue.jobs.pop_front();
-      Report(job, swr::HashFile(swr::ToLongPath(job.path), job.mask, {}));
+      Report(job, swr::HashFile(swr::ToLongPath(job.path->Text()), job.mask, {}));
     }
   }
 

@@ -311,7 +311,7 @@ std::string RandomWindow::SelectAlgos() {
 std::u16string RandomWindow::PickCurrentPath() {
   if (OneIn(4)) return u"";
   if (OneIn(4) || window_.queue.jobs.empty()) return files_.Path(Pick(RandomFiles::NameCount));
-  return window_.queue.jobs.front().path;
+  return window_.queue.jobs.front().path->Text();
 }
 
 std::string RandomWindow::Tick() {

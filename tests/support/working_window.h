@@ -27,6 +27,9 @@ class WorkingParts {
   FakeDesktop desktop;
 
  protected:
+  // Waiting jobs refer to the rows of the window, which is destroyed before the worker.
+  ~WorkingParts() { worker_.CancelAll(); }
+
   bool Announce() {
     {
       const std::lock_guard lock(mutex_);

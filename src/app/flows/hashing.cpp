@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "app/rows/row_walk.h"
+
 namespace app {
 
 Hashing::Hashing(RowTable& rows, HashQueue& queue, const Options& options, ProgressTimer& timer)
@@ -18,7 +20,7 @@ std::optional<HashJob> Hashing::JobFor(size_t index, swr::AlgoMask mask) {
     state.cancelledByUser = false;
     if (state.status != RowStatus::Hashing) state.status = RowStatus::Waiting;
   });
-  return HashJob{.rowId = row.id, .path = row.Path(), .mask = newMask, .size = row.size};
+  return HashJob{.rowId = row.id, .path = &row.path, .mask = newMask, .size = row.size};
 }
 
 bool Hashing::QueueJobs(std::vector<HashJob> jobs) {
@@ -39,6 +41,7 @@ bool Hashing::QueueRow(uint64_t id, swr::AlgoMask mask) {
 void Hashing::QueueFrom(size_t first) {
   std::vector<HashJob> jobs;
   for (size_t i = first; i < rows_.Size(); ++i) {
+    rows_.Prefetch(i + RowsAhead);
     swr::AlgoMask mask = options_.algorithms;
     if (rows_[i].hasExpected) mask |= swr::CandidateMask(rows_[i].extras->expectedAlgos);
     if (auto job = JobFor(i, mask & swr::AllAlgosMask)) jobs.push_back(*std::move(job));
@@ -52,16 +55,29 @@ bool Hashing::QueueCandidates(const swr::ParsedHash& expected, bool withCancelle
   // From the last row to the first that lacks something: mostly these are the rows that came last,
   // and a long list is not walked for each batch of them.
   for (size_t i = rows_.Size(); i > 0 && (withCancelled || rows_.Counters().WantsCandidates());) {
-    if (rows_[--i].cancelledByUser && !withCancelled) continue;
+    --i;
+    if (i >= RowsAhead) rows_.Prefetch(i - RowsAhead);
+    if (rows_[i].cancelledByUser && !withCancelled) continue;
     if (auto job = JobFor(i, mask)) jobs.push_back(*std::move(job));
   }
   std::ranges::reverse(jobs);
   return QueueJobs(std::move(jobs));
 }
 
+void Hashing::RemoveRows(std::span<const uint64_t> ids) {
+  queue_.Remove(ids);
+  rows_.Remove(ids);
+}
+
+void Hashing::RemoveAllRows() {
+  queue_.CancelAll();
+  rows_.Clear();
+}
+
 void Hashing::CancelAll() {
   queue_.CancelAll();
   for (size_t i = 0; i < rows_.Size(); ++i) {
+    rows_.Prefetch(i + RowsAhead);
     if (rows_[i].pendingMask == 0) continue;
     rows_.UpdateAt(i, [](RowState& row) {
       row.pendingMask = 0;

@@ -33,9 +33,10 @@ class Hashing {
   // cancelled only with `withCancelled`. False when there was nothing to ask for.
   bool QueueCandidates(const swr::ParsedHash& expected, bool withCancelled);
 
-  // Takes the jobs of these rows back from the worker.
-  void Forget(std::span<const uint64_t> ids) { queue_.Remove(ids); }
-  void ForgetAll() { queue_.CancelAll(); }
+  // The only ways to remove rows while there may be jobs: a waiting job refers to its row's path,
+  // so the jobs are taken back from the worker first. See RowTable::Remove.
+  void RemoveRows(std::span<const uint64_t> ids);
+  void RemoveAllRows();
   // Takes all jobs back; the rows that waited for them become cancelled.
   void CancelAll();
 

@@ -6,8 +6,7 @@ namespace app {
 
 void ListEdits::RemoveRows(const RowIds& ids) {
   if (uses_.arrivals.Open().Any()) uses_.arrivals.OnRemoval(FindRows(uses_.rows, ids));
-  uses_.hashing.Forget(ids);
-  uses_.rows.Remove(ids);
+  uses_.hashing.RemoveRows(ids);
   uses_.list.ClearSelection();
   uses_.list.SetRowCount(uses_.rows.Size());
   uses_.refresh.AfterRowChange();
@@ -15,8 +14,7 @@ void ListEdits::RemoveRows(const RowIds& ids) {
 
 void ListEdits::Clear() {
   uses_.arrivals.Forget();
-  uses_.hashing.ForgetAll();
-  uses_.rows.Clear();
+  uses_.hashing.RemoveAllRows();
   uses_.comparison.Forget();
   uses_.lookUp.Forget();
   uses_.list.SetRowCount(0);

@@ -102,10 +102,7 @@ class ListedFiles final : public FileReceiver {
   void Begin(bool isCancelled) {
     firstNew_ = rows_.Size();
     const RowIds replaced(replaced_.begin(), replaced_.end());
-    if (!replaced.empty()) {
-      hashing_.Forget(replaced);
-      rows_.Remove(replaced);
-    }
+    if (!replaced.empty()) hashing_.RemoveRows(replaced);
     if (!isCancelled) hashing_.QueueAll();
   }
 

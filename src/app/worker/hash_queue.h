@@ -6,13 +6,17 @@
 #include <string>
 #include <vector>
 
+#include "app/rows/shared_path.h"
 #include "swr/hash/algorithms.h"
 
 namespace app {
 
+// Small and without memory of its own, because a list can need a job for each of a million rows.
 struct HashJob {
   uint64_t rowId = 0;
-  std::u16string path;
+  // The row's own path. It must exist for as long as the job is in the queue, so a row's jobs are
+  // removed before the row. A running job has copied it.
+  const SharedPath* path = nullptr;
   swr::AlgoMask mask = 0;
   uint64_t size = 0;  // bytes, as known when the job was made; for the totals only
 };
@@ -38,7 +42,7 @@ class HashQueue {
   virtual void Enqueue(HashJob job) = 0;
   // Adds them in this order, and wakes the worker once.
   virtual void EnqueueAll(std::vector<HashJob> jobs) = 0;
-  // Drops the queued jobs of these rows, and cancels the running job if it is for one of them; a
+  // Drops the waiting jobs of these rows, and cancels the running job if it is for one of them; a
   // cancelled job is still reported. Goes over the queue once, however many rows there are. An id
   // may occur more than once, or have no job.
   virtual void Remove(std::span<const uint64_t> rowIds) = 0;

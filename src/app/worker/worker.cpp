@@ -2,9 +2,9 @@
 
 #include <algorithm>
 #include <chrono>
-#include <unordered_set>
 #include <utility>
 
+#include "app/rows/row_id_set.h"
 #include "swr/system/thread_schedule.h"
 
 namespace app {
@@ -29,11 +29,7 @@ uint64_t Worker::SystemTicks() {
       duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count());
 }
 
-void Worker::Enqueue(HashJob job) {
-  std::vector<HashJob> jobs;
-  jobs.push_back(std::move(job));
-  EnqueueAll(std::move(jobs));
-}
+void Worker::Enqueue(HashJob job) { EnqueueAll({job}); }
 
 void Worker::EnqueueAll(std::vector<HashJob> jobs) {
   if (jobs.empty()) return;
@@ -46,9 +42,11 @@ void Worker::EnqueueAll(std::vector<HashJob> jobs) {
     }
     // The condition ensures that this moves no more jobs than it drops.
     if (2 * next_ >= queue_.size()) DropTakenJobs();
-    for (HashJob& job : jobs) {
-      totalBytes_ += job.size;
-      queue_.push_back(std::move(job));
+    for (const HashJob& job : jobs) totalBytes_ += job.size;
+    if (queue_.empty()) {
+      queue_ = std::move(jobs);
+    } else {
+      queue_.insert(queue_.end(), jobs.begin(), jobs.end());
     }
   }
   wake_.notify_one();
@@ -65,15 +63,15 @@ void Worker::DropTakenJobs() {
 }
 
 void Worker::Remove(std::span<const uint64_t> rowIds) {
-  const std::unordered_set<uint64_t> removed(rowIds.begin(), rowIds.end());
+  const RowIdSet removed(rowIds);
   const std::lock_guard lock(mutex_);
   DropTakenJobs();
   std::erase_if(queue_, [&](const HashJob& job) {
-    if (!removed.contains(job.rowId)) return false;
+    if (!removed.Contains(job.rowId)) return false;
     totalBytes_ -= std::min(job.size, totalBytes_);
     return true;
   });
-  if (busy_ && removed.contains(currentId_)) cancel_ = true;
+  if (busy_ && removed.Contains(currentId_)) cancel_ = true;
 }
 
 void Worker::CancelAll() {
@@ -108,15 +106,15 @@ void Worker::Run() {
     WaitForWork(lock);
     // Stopping takes precedence over queued jobs.
     if (stop_) return;
-    HashJob job = std::move(queue_[next_++]);
+    const HashJob job = queue_[next_++];
     busy_ = true;
     currentId_ = job.rowId;
-    currentPath_ = job.path;
+    job.path->AppendTo(currentPath_);
     currentSize_ = job.size;
     currentBytes_ = 0;
     cancel_ = false;
     lock.unlock();
-    RunJob(std::move(job));
+    RunJob(job);
     lock.lock();
   }
 }
@@ -131,14 +129,13 @@ void Worker::WaitForWork(std::unique_lock<std::mutex>& lock) {
   wake_.wait(lock, hasWork);
 }
 
-void Worker::RunJob(HashJob job) {
+void Worker::RunJob(const HashJob& job) {
   const swr::HashOptions options{.cancel = &cancel_,
                                  .progress = [this](uint64_t bytes) { OnBytesRead(bytes); }};
   auto finished = std::make_unique<FinishedJob>();
   finished->rowId = job.rowId;
   finished->mask = job.mask;
-  finished->outcome = hasher_.HashFile(job.path, job.mask, options);
-  finished->path = std::move(job.path);
+  finished->outcome = hasher_.HashFile(currentPath_, job.mask, options);
   {
     const std::lock_guard lock(mutex_);
     busy_ = false;

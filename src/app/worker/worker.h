@@ -25,9 +25,6 @@ namespace app {
 struct FinishedJob {
   uint64_t rowId = 0;
   swr::AlgoMask mask = 0;  // the job's
-  // The job's. It returns to the thread that allocated it, because two threads that free each
-  // other's memory contend for the same heap.
-  std::u16string path;
   swr::HashOutcome outcome;
 };
 
@@ -78,7 +75,7 @@ class Worker final : public HashQueue {
   void DropQueue();
   void DropTakenJobs();
   void WaitForWork(std::unique_lock<std::mutex>& lock);
-  void RunJob(HashJob job);
+  void RunJob(const HashJob& job);
   void OnBytesRead(uint64_t bytes);
 
   WorkerSink& sink_;
@@ -90,15 +87,14 @@ class Worker final : public HashQueue {
 
   mutable std::mutex mutex_;
   std::condition_variable wake_;
-  // From here to batchStartTick_, all under mutex_. The jobs from `next_` on are waiting. Those
-  // before it have been taken and are empty; they are erased on the window's thread, because two
-  // threads that free each other's memory contend for the same heap.
+  // From here to batchStartTick_, all under mutex_. The jobs from `next_` on are waiting; those
+  // before it have been taken.
   std::vector<HashJob> queue_;
   size_t next_ = 0;
   bool stop_ = false;
   bool busy_ = false;
   uint64_t currentId_ = 0;
-  std::u16string currentPath_;
+  std::u16string currentPath_;  // written by the worker's thread only; empty between jobs
   uint64_t currentSize_ = 0;
   uint64_t doneBytes_ = 0;
   uint64_t totalBytes_ = 0;

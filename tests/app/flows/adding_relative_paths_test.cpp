@@ -90,7 +90,7 @@ TEST(AddRelativePathsTest, JobsHaveFullPaths) {
     window.adding.AddPaths({u"sub"});
   }
   ASSERT_EQ(window.queue.jobs.size(), 1u);
-  EXPECT_EQ(window.queue.jobs[0].path, c);
+  EXPECT_EQ(window.queue.jobs[0].path->Text(), c);
   window.HashQueuedFiles();
   EXPECT_EQ(window.rows[0].status, RowStatus::Done);
 }

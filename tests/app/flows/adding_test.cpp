@@ -70,7 +70,7 @@ TEST(AddPathsTest, QueuesEachNewRowForTheSelectedAlgorithms) {
   window.adding.AddPaths({a, b});
   EXPECT_EQ(Names(window), (TextList{u"a", u"b"}));
   ASSERT_EQ(window.queue.jobs.size(), 2u);
-  EXPECT_EQ(window.queue.jobs[1].path, b);
+  EXPECT_EQ(window.queue.jobs[1].path->Text(), b);
   EXPECT_EQ(window.queue.jobs[1].size, 2u);
   EXPECT_EQ(window.queue.jobs[1].mask, swr::DefaultAlgoMask);
   EXPECT_EQ(window.view.rowCount, 2u);

@@ -35,7 +35,7 @@ const std::vector<FilledDigest>& Other32() {
 using Asked = std::vector<std::pair<std::u16string, AlgoMask>>;
 Asked TakeJobs(FakeWindow& window) {
   Asked asked;
-  for (const HashJob& job : window.queue.jobs) asked.emplace_back(job.path, job.mask);
+  for (const HashJob& job : window.queue.jobs) asked.emplace_back(job.path->Text(), job.mask);
   window.queue.jobs.clear();
   return asked;
 }

@@ -25,7 +25,7 @@ TEST(QueueRowTest, QueuesOnlyDigestsThatAreNeitherKnownNorQueued) {
   window.hashing.QueueRow(row.id, Md5 | Sha256);
   ASSERT_EQ(window.queue.jobs.size(), 1u);
   EXPECT_EQ(window.queue.jobs[0].rowId, row.id);
-  EXPECT_EQ(window.queue.jobs[0].path, u"a");
+  EXPECT_EQ(window.queue.jobs[0].path->Text(), u"a");
   EXPECT_EQ(window.queue.jobs[0].size, 7u);
   EXPECT_EQ(window.queue.jobs[0].mask, Sha256);
   EXPECT_EQ(row.pendingMask, Sha256);

@@ -120,7 +120,7 @@ TEST(JobIntakeTest, AnOldCancelledResultShowsUntilTheNewJobEnds) {
 TEST(JobIntakeTest, AResultForAnUnknownRowOnlyRefreshesTheStatusLine) {
   OneRow one;
   one.window.view.statusText = u"stale";
-  one.window.Report({.rowId = 4711, .path = u"gone", .mask = Md5, .size = 1}, {});
+  one.window.Report({.rowId = 4711, .path = nullptr, .mask = Md5, .size = 1}, {});
   EXPECT_EQ(one.row.status, RowStatus::Waiting);
   EXPECT_TRUE(one.window.view.redrawn.empty());
   EXPECT_NE(one.window.view.statusText, u"stale");

@@ -137,7 +137,7 @@ TEST_F(VerificationTest, CancelledRowsAreReportedAsNotChecked) {
   ASSERT_FALSE(window.queue.jobs.empty());
   const HashJob first = window.queue.jobs.front();
   window.queue.jobs.pop_front();
-  window.Report(first, swr::HashFile(first.path, first.mask, {}));
+  window.Report(first, swr::HashFile(first.path->Text(), first.mask, {}));
   window.edits.CancelAll();
   EXPECT_EQ(StatusCells(), (TextList{u"OK (SHA-256)", u"Cancelled", u"Cancelled"}));
   EXPECT_EQ(window.Result(),
@@ -160,7 +160,7 @@ TEST_F(VerificationTest, LoadingQueuesCancelledRowsAgain) {
   window.edits.CancelAll();
   Load(u"SHA256SUMS", Line(AbcSha256, "b.bin"));
   ASSERT_EQ(window.queue.jobs.size(), 2u);
-  EXPECT_EQ(window.queue.jobs[0].path, tree.Path(u"a.bin"));
+  EXPECT_EQ(window.queue.jobs[0].path->Text(), tree.Path(u"a.bin"));
   EXPECT_EQ(window.StatusCell(0), u"Waiting");
 }
 

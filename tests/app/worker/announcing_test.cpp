@@ -22,7 +22,7 @@ constexpr swr::AlgoMask Md5 = swr::MaskOf(swr::AlgoId::Md5);
 // The window can query the worker, and take results, during an announcement.
 TEST(AnnouncingTest, HoldsNoLock) {
   TempTree tree;
-  const std::u16string path = tree.AddFile(u"a", "abc");
+  const SharedPath path = tree.AddFile(u"a", "abc");
   Worker* worker = nullptr;
   FinishedJobQueue* results = nullptr;
   std::atomic<bool> hasAnnounced = false;
@@ -52,7 +52,7 @@ TEST(AnnouncingTest, HoldsNoLock) {
   {
     Worker made(queue);
     worker = &made;
-    made.Enqueue({.rowId = 1, .path = path, .mask = Md5, .size = 3});
+    made.Enqueue({.rowId = 1, .path = &path, .mask = Md5, .size = 3});
     EXPECT_TRUE(waitFor(hasAnnounced, 60s));
     if (window.joinable()) window.join();
   }
@@ -63,11 +63,11 @@ TEST(AnnouncingTest, HoldsNoLock) {
 // At any moment a snapshot includes either the running job or its result.
 TEST(AnnouncingTest, NoSnapshotMissesBoth) {
   TempTree tree;
-  const std::u16string path = tree.AddFile(u"a", "abc");
+  const SharedPath path = tree.AddFile(u"a", "abc");
   FinishedJobQueue queue({.finished = [] { return false; }, .progress = [] { return true; }});
   Worker worker(queue);
   for (uint64_t round = 1; round <= 300; ++round) {
-    worker.Enqueue({.rowId = round, .path = path, .mask = Md5, .size = 3});
+    worker.Enqueue({.rowId = round, .path = &path, .mask = Md5, .size = 3});
     WorkerSnapshot snapshot = worker.GetSnapshot();
     while (snapshot.active) snapshot = worker.GetSnapshot();
     ASSERT_TRUE(snapshot.finishedWait) << round;

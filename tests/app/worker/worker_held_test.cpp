@@ -13,6 +13,7 @@
 
 #include "app/worker/worker.h"
 #include "tests/support/fault_plan.h"
+#include "tests/support/job_paths.h"
 #include "tests/support/temp_tree.h"
 
 namespace app::testing {
@@ -87,11 +88,15 @@ class HeldWorker {
   HeldWorker& operator=(const HeldWorker&) = delete;
 
   HashJob Job(uint64_t rowId, const std::u16string& name) {
-    return {.rowId = rowId, .path = tree_.AddFile(name, "0123456789"), .mask = Md5, .size = 10};
+    return {.rowId = rowId,
+            .path = paths_.Keep(tree_.AddFile(name, "0123456789")),
+            .mask = Md5,
+            .size = 10};
   }
 
  private:
   TempTree tree_;
+  testing::JobPaths paths_;
 
  public:
   Gate gate;
@@ -110,7 +115,7 @@ TEST(HeldWorkerTest, TheBytesReadOfOneFileAreNotAddedToTheNext) {
   held.worker->EnqueueAll({held.Job(1, u"first"), second});
   held.gate.WaitUntilReached();
   const WorkerSnapshot snapshot = held.worker->GetSnapshot();
-  EXPECT_EQ(snapshot.currentPath, second.path);
+  EXPECT_EQ(snapshot.currentPath, second.path->Text());
   EXPECT_EQ(snapshot.currentBytes, 0u) << "nothing of it has been read";
   EXPECT_EQ(snapshot.doneBytes, 10u) << "the first file alone";
   EXPECT_EQ(snapshot.totalBytes, 20u);

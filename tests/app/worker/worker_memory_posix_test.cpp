@@ -56,7 +56,7 @@ long OwnMemory() {
 
 TEST(WorkerMemoryTest, IsFreedWhenTheWorkerIsIdle) {
   swr::testing::TempTree tree;
-  const std::u16string path =
+  const SharedPath path =
       tree.AddFile(u"large", swr::testing::CountingBytes(20 * swr::UsualChunkSize));
   const OwnResources before = CountOwnResources();
   LastFinishedJob sink;
@@ -65,7 +65,7 @@ TEST(WorkerMemoryTest, IsFreedWhenTheWorkerIsIdle) {
   const long idle = OwnMemory();
   for (int round = 0; round < 3; ++round) {
     SCOPED_TRACE(round);
-    worker.Enqueue({.rowId = 1, .path = path, .mask = swr::DefaultAlgoMask, .size = 10});
+    worker.Enqueue({.rowId = 1, .path = &path, .mask = swr::DefaultAlgoMask, .size = 10});
     long most = 0;
     while (worker.GetSnapshot().active || !sink.IsThere()) most = std::max(most, OwnMemory());
     EXPECT_GT(CountOwnResources().threads, before.threads + 1) << "threads are kept";

@@ -21,6 +21,7 @@
 #include "swr/hash/digest_text.h"
 #include "swr/hash/hasher.h"
 #include "swr/text/encoding.h"
+#include "tests/support/job_paths.h"
 #include "tests/support/own_resources.h"
 #include "tests/support/run_length.h"
 #include "tests/support/temp_tree.h"
@@ -147,6 +148,7 @@ TEST(WorkerScheduleTest, WorkerAlone) {
     std::vector<size_t> fileOf = {0};
     bool dropsJobs = false;
     const bool closesAtOnce = chance.OneIn(2);
+    testing::JobPaths paths;
     {
       // Some workers free at once what they keep for the next file.
       const auto restTime = static_cast<int64_t>(chance.OneIn(2) ? chance.Below(2u) : 60'000u);
@@ -178,7 +180,7 @@ TEST(WorkerScheduleTest, WorkerAlone) {
             const size_t file = chance.OneIn(8) ? 4u : chance.Below(4u);
             fileOf.push_back(file);
             worker.Enqueue({.rowId = nextId++,
-                            .path = files.files[file].path,
+                            .path = paths.Keep(files.files[file].path),
                             .mask = ScheduledAlgos,
                             .size = 10});
           }

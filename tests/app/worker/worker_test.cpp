@@ -14,6 +14,7 @@
 
 #include "swr/hash/digest_text.h"
 #include "swr/system/error_codes.h"
+#include "tests/support/job_paths.h"
 #include "tests/support/temp_tree.h"
 
 namespace app {
@@ -81,7 +82,10 @@ class Sink final : public WorkerSink {
 class WorkerTest : public ::testing::Test {
  protected:
   HashJob Job(uint64_t rowId, const std::u16string& name, uint64_t size = 10) {
-    return {.rowId = rowId, .path = tree.AddFile(name, "0123456789"), .mask = Md5, .size = size};
+    return {.rowId = rowId,
+            .path = paths.Keep(tree.AddFile(name, "0123456789")),
+            .mask = Md5,
+            .size = size};
   }
   // Queues a job and holds the worker in the middle of it.
   void StartHeld(HashJob job) {
@@ -97,6 +101,7 @@ class WorkerTest : public ::testing::Test {
   }
 
   TempTree tree;
+  testing::JobPaths paths;
   Sink sink;
   std::atomic<uint64_t> now = 1000;
   Worker worker{sink, [this] { return now.load(); }};
@@ -104,7 +109,7 @@ class WorkerTest : public ::testing::Test {
 
 TEST_F(WorkerTest, ReportsTheDigestsOfEachJobInOrder) {
   worker.Enqueue(Job(1, u"a"));
-  worker.Enqueue({.rowId = 2, .path = tree.Path(u"gone"), .mask = Md5});
+  worker.Enqueue({.rowId = 2, .path = paths.Keep(tree.Path(u"gone")), .mask = Md5});
   worker.Enqueue(Job(3, u"c"));
   const auto results = sink.Wait(3);
   ASSERT_EQ(results.size(), 3u);
@@ -136,7 +141,7 @@ TEST_F(WorkerTest, FiguresDuringAJob) {
   worker.Enqueue(Job(2, u"b", 30));
   WorkerSnapshot snapshot = worker.GetSnapshot();
   EXPECT_TRUE(snapshot.active);
-  EXPECT_EQ(snapshot.currentPath, job.path);
+  EXPECT_EQ(snapshot.currentPath, job.path->Text());
   EXPECT_EQ(snapshot.currentBytes, 10u);
   EXPECT_EQ(snapshot.currentSize, 100u);
   EXPECT_EQ(snapshot.doneBytes, 10u);
@@ -283,12 +288,12 @@ TEST_F(WorkerTest, AtMostOneProgressMessageIsPending) {
 
 TEST(WorkerEndTest, ClosingDuringAJobDropsTheQueueAndWaits) {
   TempTree tree;
-  const std::u16string path = tree.AddFile(u"a", "0123456789");
+  const SharedPath path = tree.AddFile(u"a", "0123456789");
   Sink sink;
   {
     Worker worker(sink);
     sink.Hold();
-    for (uint64_t i = 1; i <= 3; ++i) worker.Enqueue({.rowId = i, .path = path, .mask = Md5});
+    for (uint64_t i = 1; i <= 3; ++i) worker.Enqueue({.rowId = i, .path = &path, .mask = Md5});
     sink.WaitForProgress();
     sink.Release();
   }
