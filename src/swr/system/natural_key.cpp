@@ -39,19 +39,25 @@ char16_t NaturalWeight(char16_t unit) {
 // A run of digits becomes a mark, the number of digits without leading zeros, and these digits: a
 // longer number is a larger one.
 void AppendNaturalKey(std::u16string_view text, std::u16string& key) {
+  // Long enough for any text, and made shorter at the end: adding one unit at a time takes longer
+  // than finding it.
+  const size_t start = key.size();
+  key.resize(start + 3 * text.size());
+  char16_t* out = key.data() + start;
   for (size_t i = 0; i < text.size();) {
     if (!IsDigit(text[i])) {
-      key.push_back(NaturalWeight(text[i++]));
+      *out++ = NaturalWeight(text[i++]);
       continue;
     }
     while (i + 1 < text.size() && text[i] == u'0' && IsDigit(text[i + 1])) ++i;
     size_t end = i;
     while (end < text.size() && IsDigit(text[end])) ++end;
-    key.push_back(NumberMark);
-    key.push_back(static_cast<char16_t>(std::min<size_t>(end - i, 0xFFFF)));
-    key.append(text.substr(i, end - i));
+    *out++ = NumberMark;
+    *out++ = static_cast<char16_t>(std::min<size_t>(end - i, 0xFFFF));
+    out = std::ranges::copy(text.substr(i, end - i), out).out;
     i = end;
   }
+  key.resize(static_cast<size_t>(out - key.data()));
 }
 
 }  // namespace swr

@@ -1,5 +1,6 @@
 #include "swr/system/natural_order.h"
 
+#include <array>
 #include <numeric>
 #include <span>
 
@@ -9,19 +10,23 @@
 namespace swr {
 namespace {
 
-constexpr size_t PrefixSize = sizeof(uint64_t);
+constexpr char16_t FirstLongUnit = 0xFE;
 
 // Units as bytes that compare like the units, none of which is zero: most units become one byte.
 size_t PackedSize(std::u16string_view key) {
   size_t size = 0;
-  for (const char16_t unit : key) size += unit < 0xFE ? 1 : 4;
+  for (const char16_t unit : key) size += unit < FirstLongUnit ? 1 : 4;
   return size;
 }
 
-void Pack(std::u16string_view key, char* bytes) {
+void Pack(std::u16string_view key, size_t packedSize, char* bytes) {
+  if (packedSize == key.size()) {  // as nearly always
+    std::ranges::transform(key, bytes, [](char16_t unit) { return static_cast<char>(unit + 1); });
+    return;
+  }
   const auto put = [&](uint32_t value) { *bytes++ = static_cast<char>(value); };
   for (const uint32_t unit : key) {
-    if (unit < 0xFE) {
+    if (unit < FirstLongUnit) {
       put(unit + 1);
     } else {
       put(0xFF);
@@ -34,17 +39,15 @@ void Pack(std::u16string_view key, char* bytes) {
 
 }  // namespace
 
-uint64_t NaturalOrder::Key::Prefix(size_t depth) const {
-  const auto byte = [&](size_t i) {
-    return uint64_t{static_cast<uint8_t>(bytes[depth + i])} << (8 * (PrefixSize - 1 - i));
+NaturalOrder::Prefix NaturalOrder::Key::PrefixFrom(size_t depth) const {
+  std::array<uint8_t, sizeof(Prefix)> next = {};
+  std::copy_n(bytes + depth, std::min(next.size(), size - depth), next.begin());
+  const auto number = [&](size_t first) {
+    uint64_t value = 0;
+    for (size_t i = 0; i < sizeof(uint64_t); ++i) value = value << 8 | next[first + i];
+    return value;
   };
-  uint64_t prefix = 0;
-  if (depth + PrefixSize <= size) {
-    for (size_t i = 0; i < PrefixSize; ++i) prefix |= byte(i);
-  } else {
-    for (size_t i = 0; depth + i < size; ++i) prefix |= byte(i);
-  }
-  return prefix;
+  return {.high = number(0), .low = number(sizeof(uint64_t))};
 }
 
 void NaturalOrder::Reserve(size_t count) {
@@ -71,7 +74,7 @@ void NaturalOrder::Add(std::u16string_view text) {
   AppendNaturalKey(text, key_);
   const size_t size = PackedSize(key_);
   char* bytes = Take(size);
-  Pack(key_, bytes);
+  Pack(key_, size, bytes);
   keys_.push_back({bytes, size});
   if (NaturalKeysAreExact) return;
   auto* copy = reinterpret_cast<char16_t*>(Take((text.size() + 1) * sizeof(char16_t)));
@@ -80,12 +83,12 @@ void NaturalOrder::Add(std::u16string_view text) {
   texts_.push_back(copy);
 }
 
-// Comparing two keys waits for memory twice, so each is read only once for every eight bytes: the
+// Comparing two keys waits for memory twice, so each is read only once for every sixteen bytes: the
 // first bytes lie beside the number and decide most comparisons; what they leave equal is sorted by
 // the next.
 void NaturalOrder::SortByKeys(std::vector<size_t>& order, bool descending) const {
   struct Entry {
-    uint64_t prefix;
+    Prefix prefix;
     size_t number;
   };
   const auto ascends = [](const Entry& a, const Entry& b) {
@@ -107,18 +110,18 @@ void NaturalOrder::SortByKeys(std::vector<size_t>& order, bool descending) const
     const Run run = runs.back();
     runs.pop_back();
     const std::span<Entry> part(entries.data() + run.first, run.last - run.first);
-    for (Entry& entry : part) entry.prefix = keys_[entry.number].Prefix(run.depth);
+    for (Entry& entry : part) entry.prefix = keys_[entry.number].PrefixFrom(run.depth);
     if (descending) {
       if (!std::ranges::is_sorted(part, descends)) std::ranges::sort(part, descends);
     } else {
       if (!std::ranges::is_sorted(part, ascends)) std::ranges::sort(part, ascends);
     }
     for (size_t first = run.first; first < run.last;) {
-      const uint64_t prefix = entries[first].prefix;
+      const Prefix prefix = entries[first].prefix;
       size_t last = first + 1;
       while (last < run.last && entries[last].prefix == prefix) ++last;
-      const bool isWhole = (prefix & 0xFF) == 0;
-      if (last - first > 1 && !isWhole) runs.push_back({first, last, run.depth + PrefixSize});
+      const bool isWhole = (prefix.low & 0xFF) == 0;
+      if (last - first > 1 && !isWhole) runs.push_back({first, last, run.depth + sizeof(Prefix)});
       first = last;
     }
   }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <algorithm>
+#include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -22,11 +23,17 @@ class NaturalOrder {
   std::vector<size_t> Sorted(bool descending) const;
 
  private:
+  // Sixteen bytes of a key, as numbers that compare like the bytes.
+  struct Prefix {
+    uint64_t high = 0;
+    uint64_t low = 0;
+    friend auto operator<=>(const Prefix&, const Prefix&) = default;
+  };
   struct Key {
     const char* bytes = nullptr;
     size_t size = 0;
-    // What the next bytes from `depth` on sort as, with zeros after the end.
-    uint64_t Prefix(size_t depth) const;
+    // The bytes from `depth` on, which may be the end, as far as they fit; zeros after the end.
+    Prefix PrefixFrom(size_t depth) const;
   };
 
   void SortByKeys(std::vector<size_t>& order, bool descending) const;
