@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -85,17 +86,21 @@ uint32_t WriteChecksums(const std::u16string& path, const SavedRows& targets, sw
   const std::string between = writer.Between();
   bool isFirst = true;
   piece = writer.Head();
+  // Used for every row, so that a row needs no memory of its own.
   swr::ExportRow exported;
+  for (const swr::AlgoId id : ids) exported.digests.push_back({id, {}});
   std::u16string fullPath;
   ForEachRow(targets, [&](const Row& row) {
     if (error != 0) return;
     fullPath.clear();
     row.path.AppendTo(fullPath);
-    exported.name = swr::ToForwardSlashes(std::u16string(relative.Of(fullPath)));
+    exported.name = relative.Of(fullPath);
+    exported.name = swr::ToForwardSlashes(std::move(exported.name));
     exported.size = row.size;
-    exported.digests.clear();
-    for (const swr::AlgoId id : ids) {
-      exported.digests.push_back({id, row.digests[swr::IndexOf(id)]});
+    for (swr::ExportDigest& entry : exported.digests) {
+      const std::span<const uint8_t> bytes = row.digests.View(swr::IndexOf(entry.algo));
+      std::ranges::copy(bytes, entry.digest.bytes.begin());
+      entry.digest.length = static_cast<uint8_t>(bytes.size());
     }
     if (!std::exchange(isFirst, false)) piece += between;
     writer.AppendRow(exported, piece);
@@ -118,13 +123,13 @@ void Saving::Save(const RowIds& selection) {
   SavedRows targets;
   RowIds targetIds;  // while the dialog is open, rows may go
   swr::AlgoMask common = options_.algorithms;
-  ForEachRow(selection.size() > 1 ? FindRows(rows_, selection) : AllRows(rows_),
-             [&](const Row& row) {
-               if (row.status != RowStatus::Done) return;
-               targets.push_back(&row);
-               targetIds.push_back(row.id);
-               common &= row.digests.PresentMask();
-             });
+  ForEachRowState(selection.size() > 1 ? FindRows(rows_, selection) : AllRows(rows_),
+                  [&](const Row& row) {
+                    if (row.status != RowStatus::Done) return;
+                    targets.push_back(&row);
+                    targetIds.push_back(row.id);
+                    common &= row.digests.PresentMask();
+                  });
   if (targets.empty() || common == 0) {
     messages_.ShowTaskDialog(NothingToSave());
     return;

@@ -12,8 +12,17 @@ namespace app {
 // mostly waiting. So a row is prefetched while those before it are read: this many rows before.
 inline constexpr size_t RowsAhead = 16;
 
-// Calls visit(const Row&) for each of these rows, in this order. Prefetches first a row and later,
-// when it is there, what it points to.
+// Calls visit(const Row&) for each of these rows, in this order. The visit reads no name.
+template <typename Visit>
+void ForEachRowState(const std::vector<const Row*>& rows, const Visit& visit) {
+  for (size_t i = 0; i < rows.size(); ++i) {
+    if (i + RowsAhead < rows.size()) PrefetchRow(*rows[i + RowsAhead]);
+    visit(*rows[i]);
+  }
+}
+
+// The same for a visit that reads everything. Prefetches first a row and later, when it is there,
+// what it points to.
 template <typename Visit>
 void ForEachRow(const std::vector<const Row*>& rows, const Visit& visit) {
   constexpr size_t textsAhead = RowsAhead / 2;

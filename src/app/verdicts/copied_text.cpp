@@ -1,6 +1,8 @@
 #include "app/verdicts/copied_text.h"
 
+#include <optional>
 #include <string_view>
+#include <utility>
 
 #include "app/rows/row_walk.h"
 #include "swr/checksums/name_escape.h"
@@ -57,6 +59,37 @@ void AppendTaggedLines(const Row& row, swr::AlgoMask mask, bool uppercase, std::
   }
 }
 
+// About as many units as the lines of these rows, at least one, have together. The text of a
+// million rows would be copied often while it grows, and going over all of them twice takes longer
+// than making it.
+size_t LikelyLength(const CopiedRows& rows, swr::AlgoId algo) {
+  const size_t step = rows.size() / 100 + 1;
+  size_t nameUnits = 0;
+  size_t count = 0;
+  for (size_t i = 0; i < rows.size(); i += step, ++count) nameUnits += rows[i]->Name().size();
+  const size_t blanksAndLineEnd = 4;
+  const size_t line = 2 * swr::GetAlgo(algo).digestSize + nameUnits / count + blanksAndLineEnd;
+  return rows.size() * (line + line / 16);
+}
+
+// A line in sha256sum format for each row; nothing if one of them lacks the digest.
+std::optional<std::u16string> LinesOf(const CopiedRows& rows, swr::AlgoId algo, bool uppercase) {
+  bool isWhole = true;
+  std::u16string text;
+  text.reserve(LikelyLength(rows, algo));
+  ForEachRow(rows, [&](const Row& row) {
+    isWhole = isWhole && row.digests.Has(swr::IndexOf(algo));
+    if (!isWhole) return;
+    const LineName name(row.Name());
+    text += name.Mark();
+    AppendHexOf(row, algo, uppercase, text);
+    text += u"  ";
+    text += name.Text();
+    text += u"\r\n";
+  });
+  return isWhole ? std::optional(std::move(text)) : std::nullopt;
+}
+
 }  // namespace
 
 std::u16string HashesText(const CopiedRows& rows, swr::AlgoMask mask, bool uppercase) {
@@ -74,26 +107,12 @@ std::u16string HashesText(const CopiedRows& rows, swr::AlgoMask mask, bool upper
 
 // One algorithm for all lines, so that together they form a checksum file.
 std::u16string LinesText(const CopiedRows& rows, swr::AlgoMask mask, bool uppercase) {
-  swr::AlgoMask common = rows.empty() ? 0 : mask;
-  size_t nameUnits = 0;
-  ForEachRow(rows, [&](const Row& row) {
-    common &= row.digests.PresentMask();
-    nameUnits += row.Name().size();
-  });
-  if (common == 0) return {};
-  const swr::AlgoId algo = swr::IdsFromMask(common).front();
-  std::u16string text;
-  // Without this, a text of a million lines would be copied often while it grows.
-  text.reserve(nameUnits + rows.size() * (2 * swr::GetAlgo(algo).digestSize + 4));
-  ForEachRow(rows, [&](const Row& row) {
-    const LineName name(row.Name());
-    text += name.Mark();
-    AppendHexOf(row, algo, uppercase, text);
-    text += u"  ";
-    text += name.Text();
-    text += u"\r\n";
-  });
-  return text;
+  if (rows.empty()) return {};
+  for (const swr::AlgoId algo : PresentAlgos(*rows.front(), mask)) {
+    if (std::optional<std::u16string> text = LinesOf(rows, algo, uppercase))
+      return *std::move(text);
+  }
+  return {};
 }
 
 std::u16string TaggedText(const CopiedRows& rows, swr::AlgoMask mask, bool uppercase) {

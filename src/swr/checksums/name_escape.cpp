@@ -5,8 +5,12 @@
 namespace swr {
 
 bool NameNeedsEscape(std::u16string_view name) {
-  return std::ranges::any_of(
-      name, [](char16_t unit) { return unit == u'\\' || unit == u'\n' || unit == u'\r'; });
+  // Looks at each character, because a loop without an exit is compiled to vector instructions.
+  bool needsEscape = false;
+  for (const char16_t unit : name) {
+    needsEscape |= unit == u'\\' || unit == u'\n' || unit == u'\r';
+  }
+  return needsEscape;
 }
 
 std::u16string EscapeName(std::u16string_view name) {

@@ -1,20 +1,40 @@
 #include "swr/hash/digest_text.h"
 
 #include <algorithm>
+#include <array>
+#include <string_view>
 
 namespace swr {
 namespace {
 
+// The two digits of each byte. Texts of a million digests are made at once, so a byte is one
+// look-up and not two.
+template <typename Unit>
+using DigitPairs = std::array<std::array<Unit, 2>, 256>;
+
+template <typename Unit>
+constexpr DigitPairs<Unit> MakeDigitPairs(std::string_view digits) {
+  DigitPairs<Unit> pairs = {};
+  for (size_t byte = 0; byte < pairs.size(); ++byte) {
+    pairs[byte] = {static_cast<Unit>(digits[byte >> 4]), static_cast<Unit>(digits[byte & 15])};
+  }
+  return pairs;
+}
+
+template <typename Unit>
+constexpr DigitPairs<Unit> LowercasePairs = MakeDigitPairs<Unit>("0123456789abcdef");
+template <typename Unit>
+constexpr DigitPairs<Unit> UppercasePairs = MakeDigitPairs<Unit>("0123456789ABCDEF");
+
 template <typename Text>
 void Append(std::span<const uint8_t> bytes, bool uppercase, Text& text) {
   using Unit = typename Text::value_type;
-  const char* digits = uppercase ? "0123456789ABCDEF" : "0123456789abcdef";
+  const DigitPairs<Unit>& pairs = uppercase ? UppercasePairs<Unit> : LowercasePairs<Unit>;
   const size_t start = text.size();
   text.resize(start + bytes.size() * 2);
   Unit* out = text.data() + start;
   for (const uint8_t byte : bytes) {
-    *out++ = static_cast<Unit>(digits[byte >> 4]);
-    *out++ = static_cast<Unit>(digits[byte & 15]);
+    out = std::ranges::copy(pairs[byte], out).out;
   }
 }
 
