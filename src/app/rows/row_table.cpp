@@ -11,6 +11,18 @@ size_t RowTable::PathHash::operator()(std::u16string_view path) const {
   return static_cast<size_t>(swr::CaseHash(path));
 }
 
+size_t RowTable::PathHash::operator()(uint64_t id) const {
+  return static_cast<size_t>(table->Find(id)->path.CaseHash());
+}
+
+bool RowTable::PathEqual::operator()(uint64_t a, uint64_t b) const {
+  return table->Find(a)->path.EqualsNoCase(table->Find(b)->path);
+}
+
+bool RowTable::PathEqual::operator()(std::u16string_view path, uint64_t id) const {
+  return table->Find(id)->path.EqualsNoCase(path);
+}
+
 std::optional<size_t> RowTable::IndexOf(uint64_t id) const {
   if (id < firstId_ || id - firstId_ >= indexes_.size()) return std::nullopt;
   const size_t index = indexes_[static_cast<size_t>(id - firstId_)];
@@ -22,9 +34,9 @@ const Row* RowTable::Find(uint64_t id) const {
   return index ? rows_[*index].get() : nullptr;
 }
 
-const RowTable::RowsByPath& RowTable::ByPath() const {
+const RowTable::IdsByPath& RowTable::ByPath() const {
   for (; indexedPaths_ < rows_.size(); ++indexedPaths_) {
-    byPath_.insert(rows_[indexedPaths_].get());
+    byPath_.insert(rows_[indexedPaths_]->id);
   }
   return byPath_;
 }
@@ -32,7 +44,7 @@ const RowTable::RowsByPath& RowTable::ByPath() const {
 std::vector<size_t> RowTable::IndexesOfPath(std::u16string_view path) const {
   std::vector<size_t> found;
   const auto [first, last] = ByPath().equal_range(path);
-  for (auto row = first; row != last; ++row) found.push_back(*IndexOf((*row)->id));
+  for (auto id = first; id != last; ++id) found.push_back(*IndexOf(*id));
   std::ranges::sort(found);
   return found;
 }
@@ -68,7 +80,7 @@ void RowTable::Remove(std::span<const uint64_t> ids) {
     ++removed;
   }
   if (removed == 0) return;
-  std::erase_if(byPath_, [&](const Row* row) { return isRemoved[*IndexOf(row->id)]; });
+  std::erase_if(byPath_, [&](uint64_t id) { return isRemoved[*IndexOf(id)]; });
   const auto indexed = isRemoved.begin() + static_cast<ptrdiff_t>(indexedPaths_);
   indexedPaths_ -= static_cast<size_t>(std::count(isRemoved.begin(), indexed, true));
   FreeRows([&](size_t index) { return isRemoved[index]; });

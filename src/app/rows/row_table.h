@@ -76,26 +76,29 @@ class RowTable {
   void CompareWith(const std::optional<swr::ParsedHash>& expected);
 
  private:
-  // Rows and paths are alike when their paths differ in case only.
+  // Ids of rows, and paths, are alike when the paths differ in case only.
   struct PathHash {
     using is_transparent = void;
+    const RowTable* table;
     size_t operator()(std::u16string_view path) const;
-    size_t operator()(const Row* row) const { return static_cast<size_t>(row->path.CaseHash()); }
+    size_t operator()(uint64_t id) const;
   };
   struct PathEqual {
     using is_transparent = void;
-    bool operator()(const Row* a, const Row* b) const { return a->path.EqualsNoCase(b->path); }
-    bool operator()(std::u16string_view a, const Row* b) const { return b->path.EqualsNoCase(a); }
-    bool operator()(const Row* a, std::u16string_view b) const { return a->path.EqualsNoCase(b); }
+    const RowTable* table;
+    bool operator()(uint64_t a, uint64_t b) const;
+    bool operator()(std::u16string_view path, uint64_t id) const;
+    bool operator()(uint64_t id, std::u16string_view path) const { return (*this)(path, id); }
   };
-  using RowsByPath = std::unordered_multiset<const Row*, PathHash, PathEqual>;
+  // Holds ids and not rows, so that removing many rows from it does not read each row.
+  using IdsByPath = std::unordered_multiset<uint64_t, PathHash, PathEqual>;
   static constexpr size_t NoRow = SIZE_MAX;
 
   // Frees the rows at the indexes for which isRemoved(index). Their places stay, empty.
   template <typename IsRemoved>
   void FreeRows(const IsRemoved& isRemoved);
   // The index of all rows by path, brought up to date.
-  const RowsByPath& ByPath() const;
+  const IdsByPath& ByPath() const;
 
   // The row that had the index i has the index newIndexes[i] now; NoRow: it is gone.
   void MoveIndexes(std::span<const size_t> newIndexes);
@@ -109,7 +112,7 @@ class RowTable {
   std::vector<size_t> indexes_;
   uint64_t firstId_ = 1;
   // The first `indexedPaths_` rows. Extended when it is asked, for many lists never are.
-  mutable RowsByPath byPath_;
+  mutable IdsByPath byPath_{0, PathHash{this}, PathEqual{this}};
   mutable size_t indexedPaths_ = 0;
   RowCounters counters_;
 };
