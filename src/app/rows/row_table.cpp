@@ -7,22 +7,6 @@
 
 namespace app {
 
-size_t RowTable::PathHash::operator()(std::u16string_view path) const {
-  return static_cast<size_t>(swr::CaseHash(path));
-}
-
-size_t RowTable::PathHash::operator()(uint64_t id) const {
-  return static_cast<size_t>(table->Find(id)->path.CaseHash());
-}
-
-bool RowTable::PathEqual::operator()(uint64_t a, uint64_t b) const {
-  return table->Find(a)->path.EqualsNoCase(table->Find(b)->path);
-}
-
-bool RowTable::PathEqual::operator()(std::u16string_view path, uint64_t id) const {
-  return table->Find(id)->path.EqualsNoCase(path);
-}
-
 std::optional<size_t> RowTable::IndexOf(uint64_t id) const {
   if (id < firstId_ || id - firstId_ >= indexes_.size()) return std::nullopt;
   const size_t index = indexes_[static_cast<size_t>(id - firstId_)];
@@ -34,17 +18,27 @@ const Row* RowTable::Find(uint64_t id) const {
   return index ? rows_[*index].get() : nullptr;
 }
 
-const RowTable::IdsByPath& RowTable::ByPath() const {
+void RowTable::IndexPaths() const {
   for (; indexedPaths_ < rows_.size(); ++indexedPaths_) {
-    byPath_.insert(rows_[indexedPaths_]->id);
+    const Row& row = *rows_[indexedPaths_];
+    idsByPathHash_.emplace(row.path.CaseHash(), row.id);
   }
-  return byPath_;
+}
+
+void RowTable::DropRemovedPaths() {
+  if (indexedPaths_ == 0) idsByPathHash_.clear();
+  if (idsByPathHash_.size() <= 2 * indexedPaths_) return;
+  std::erase_if(idsByPathHash_, [this](const auto& entry) { return !IndexOf(entry.second); });
 }
 
 std::vector<size_t> RowTable::IndexesOfPath(std::u16string_view path) const {
+  IndexPaths();
   std::vector<size_t> found;
-  const auto [first, last] = ByPath().equal_range(path);
-  for (auto id = first; id != last; ++id) found.push_back(*IndexOf(*id));
+  const auto [first, last] = idsByPathHash_.equal_range(swr::CaseHash(path));
+  for (auto entry = first; entry != last; ++entry) {
+    const auto index = IndexOf(entry->second);
+    if (index && rows_[*index]->path.EqualsNoCase(path)) found.push_back(*index);
+  }
   std::ranges::sort(found);
   return found;
 }
@@ -80,7 +74,6 @@ void RowTable::Remove(std::span<const uint64_t> ids) {
     ++removed;
   }
   if (removed == 0) return;
-  std::erase_if(byPath_, [&](uint64_t id) { return isRemoved[*IndexOf(id)]; });
   const auto indexed = isRemoved.begin() + static_cast<ptrdiff_t>(indexedPaths_);
   indexedPaths_ -= static_cast<size_t>(std::count(isRemoved.begin(), indexed, true));
   FreeRows([&](size_t index) { return isRemoved[index]; });
@@ -96,10 +89,11 @@ void RowTable::Remove(std::span<const uint64_t> ids) {
   folders_.DropUnused();
   counters_.Remove(isRemoved);
   MoveIndexes(newIndexes);
+  DropRemovedPaths();
 }
 
 void RowTable::Clear() {
-  byPath_.clear();
+  idsByPathHash_.clear();
   indexedPaths_ = 0;
   FreeRows([](size_t) { return true; });
   rows_.clear();
@@ -111,8 +105,8 @@ void RowTable::Clear() {
 }
 
 void RowTable::Reorder(std::span<const size_t> order) {
-  // Which rows are indexed is told by their order.
-  if (indexedPaths_ > 0) ByPath();
+  // Those that are indexed are the first ones, which will be others.
+  if (indexedPaths_ > 0) IndexPaths();
   std::vector<std::unique_ptr<Row>> ordered;
   ordered.reserve(rows_.size());
   std::vector<size_t> newIndexes(rows_.size());

@@ -10,7 +10,7 @@
 #include <span>
 #include <string>
 #include <string_view>
-#include <unordered_set>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -76,29 +76,15 @@ class RowTable {
   void CompareWith(const std::optional<swr::ParsedHash>& expected);
 
  private:
-  // Ids of rows, and paths, are alike when the paths differ in case only.
-  struct PathHash {
-    using is_transparent = void;
-    const RowTable* table;
-    size_t operator()(std::u16string_view path) const;
-    size_t operator()(uint64_t id) const;
-  };
-  struct PathEqual {
-    using is_transparent = void;
-    const RowTable* table;
-    bool operator()(uint64_t a, uint64_t b) const;
-    bool operator()(std::u16string_view path, uint64_t id) const;
-    bool operator()(uint64_t id, std::u16string_view path) const { return (*this)(path, id); }
-  };
-  // Holds ids and not rows, so that removing many rows from it does not read each row.
-  using IdsByPath = std::unordered_multiset<uint64_t, PathHash, PathEqual>;
   static constexpr size_t NoRow = SIZE_MAX;
 
   // Frees the rows at the indexes for which isRemoved(index). Their places stay, empty.
   template <typename IsRemoved>
   void FreeRows(const IsRemoved& isRemoved);
-  // The index of all rows by path, brought up to date.
-  const IdsByPath& ByPath() const;
+  // Adds the rows to the index by path that it lacks.
+  void IndexPaths() const;
+  // After rows were removed.
+  void DropRemovedPaths();
 
   // The row that had the index i has the index newIndexes[i] now; NoRow: it is gone.
   void MoveIndexes(std::span<const size_t> newIndexes);
@@ -111,8 +97,10 @@ class RowTable {
   // NoRow where that row is gone.
   std::vector<size_t> indexes_;
   uint64_t firstId_ = 1;
-  // The first `indexedPaths_` rows. Extended when it is asked, for many lists never are.
-  mutable IdsByPath byPath_{0, PathHash{this}, PathEqual{this}};
+  // The ids of the first `indexedPaths_` rows by the CaseHash of their paths. Extended when it is
+  // asked, for many lists never are. It also holds ids of rows that are gone, but not more of them
+  // than of others: taking each out would mean looking for it in the whole of a long list.
+  mutable std::unordered_multimap<uint64_t, uint64_t> idsByPathHash_;
   mutable size_t indexedPaths_ = 0;
   RowCounters counters_;
 };
