@@ -6,7 +6,7 @@ RowIds Selection::Ids() const {
   RowIds ids;
   ids.reserve(list_.SelectedRowCount());
   for (const size_t index : list_.SelectedRows()) {
-    if (index < rows_.Size()) ids.push_back(rows_[index].id);
+    if (index < rows_.Size()) ids.push_back(rows_.IdAt(index));
   }
   return ids;
 }

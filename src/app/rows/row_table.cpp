@@ -47,6 +47,7 @@ const Row& RowTable::Append(Row row) {
   rows_.push_back(std::make_unique<Row>(std::move(row)));
   Row& added = *rows_.back();
   added.id = nextId_++;
+  ids_.push_back(added.id);
   added.path.ShareFolder(folders_);
   if (rows_.size() == 1) firstId_ = added.id;
   indexes_.resize(static_cast<size_t>(added.id - firstId_), NoRow);  // ids that were skipped
@@ -83,9 +84,11 @@ void RowTable::Remove(std::span<const uint64_t> ids) {
     if (isRemoved[i]) continue;
     newIndexes[i] = kept;
     if (kept != i) rows_[kept] = std::move(rows_[i]);
+    ids_[kept] = ids_[i];
     ++kept;
   }
   rows_.resize(kept);
+  ids_.resize(kept);
   folders_.DropUnused();
   counters_.Remove(isRemoved);
   MoveIndexes(newIndexes);
@@ -98,6 +101,8 @@ void RowTable::Clear() {
   FreeRows([](size_t) { return true; });
   rows_.clear();
   rows_.shrink_to_fit();
+  ids_.clear();
+  ids_.shrink_to_fit();
   folders_.DropUnused();
   indexes_.clear();
   indexes_.shrink_to_fit();
@@ -109,12 +114,16 @@ void RowTable::Reorder(std::span<const size_t> order) {
   if (indexedPaths_ > 0) IndexPaths();
   std::vector<std::unique_ptr<Row>> ordered;
   ordered.reserve(rows_.size());
+  std::vector<uint64_t> orderedIds;
+  orderedIds.reserve(ids_.size());
   std::vector<size_t> newIndexes(rows_.size());
   for (const size_t index : order) {
     newIndexes[index] = ordered.size();
     ordered.push_back(std::move(rows_[index]));
+    orderedIds.push_back(ids_[index]);
   }
   rows_ = std::move(ordered);
+  ids_ = std::move(orderedIds);
   counters_.Reorder(order);
   MoveIndexes(newIndexes);
 }

@@ -33,6 +33,8 @@ class RowTable {
   size_t Size() const { return rows_.size(); }
   bool IsEmpty() const { return rows_.empty(); }
   const Row& operator[](size_t index) const { return *rows_[index]; }
+  // Does not read the row.
+  uint64_t IdAt(size_t index) const { return ids_[index]; }
   // To be called some rows before the row is read, when many rows are gone over by index; see
   // row_walk.h. Does nothing for an index without a row.
   void Prefetch(size_t index) const {
@@ -91,6 +93,7 @@ class RowTable {
   void CountAll(const std::optional<swr::ParsedHash>& expected);
 
   std::vector<std::unique_ptr<Row>> rows_;
+  std::vector<uint64_t> ids_;  // of rows_
   FolderTexts folders_;
   uint64_t nextId_ = 1;
   // Ids ascend, so a plain table does for a map: the index of the row with id `firstId_` + i, or

@@ -12,11 +12,12 @@ namespace app {
 // mostly waiting. So a row is prefetched while those before it are read: this many rows before.
 inline constexpr size_t RowsAhead = 16;
 
-// Calls visit(const Row&) for each of these rows, in this order. The visit reads no name.
+// Calls visit(const Row&) for each of these rows, in this order. The visit reads neither the name
+// nor digests, but may ask which digests there are.
 template <typename Visit>
 void ForEachRowState(const std::vector<const Row*>& rows, const Visit& visit) {
   for (size_t i = 0; i < rows.size(); ++i) {
-    if (i + RowsAhead < rows.size()) PrefetchRow(*rows[i + RowsAhead]);
+    if (i + RowsAhead < rows.size()) PrefetchRowState(*rows[i + RowsAhead]);
     visit(*rows[i]);
   }
 }
