@@ -49,7 +49,7 @@ std::vector<SaveChoice> ChoicesFor(swr::AlgoMask common) {
   return choices;
 }
 
-SaveRequest RequestFor(const std::vector<SaveChoice>& choices, const SavedRows& targets) {
+SaveRequest RequestFor(const std::vector<SaveChoice>& choices, const Row& first, bool isOnly) {
   SaveRequest request;
   request.title = u"Save Checksums";
   for (const SaveChoice& choice : choices) request.filters.push_back(choice.filter);
@@ -61,8 +61,8 @@ SaveRequest RequestFor(const std::vector<SaveChoice>& choices, const SavedRows& 
   }
   constexpr size_t starAndStop = 2;
   request.defaultExtension = choices[request.filter].filter.pattern.substr(starAndStop);
-  request.fileName = targets.size() == 1 ? targets.front()->Name() : u"checksums";
-  request.folder = targets.front()->Folder();
+  request.fileName = isOnly ? first.Name() : u"checksums";
+  request.folder = first.Folder();
   return request;
 }
 
@@ -120,25 +120,25 @@ TaskDialogSpec NothingToSave() {
 
 void Saving::Save(const RowIds& selection) {
   // One selected row does not limit what is saved; several do.
-  SavedRows targets;
-  RowIds targetIds;  // while the dialog is open, rows may go
+  const SavedRows candidates = selection.size() > 1 ? FindRows(rows_, selection) : AllRows(rows_);
+  RowIds targetIds;  // and not rows, which may go while the dialog is open
+  targetIds.reserve(candidates.size());
   swr::AlgoMask common = options_.algorithms;
-  ForEachRowState(selection.size() > 1 ? FindRows(rows_, selection) : AllRows(rows_),
-                  [&](const Row& row) {
-                    if (row.status != RowStatus::Done) return;
-                    targets.push_back(&row);
-                    targetIds.push_back(row.id);
-                    common &= row.digests.PresentMask();
-                  });
-  if (targets.empty() || common == 0) {
+  ForEachRowState(candidates, [&](const Row& row) {
+    if (row.status != RowStatus::Done) return;
+    targetIds.push_back(row.id);
+    common &= row.digests.PresentMask();
+  });
+  if (targetIds.empty() || common == 0) {
     messages_.ShowTaskDialog(NothingToSave());
     return;
   }
 
   const std::vector<SaveChoice> choices = ChoicesFor(common);
-  const std::optional<SaveTarget> target = pickers_.PickSaveTarget(RequestFor(choices, targets));
+  const std::optional<SaveTarget> target = pickers_.PickSaveTarget(
+      RequestFor(choices, *rows_.Find(targetIds.front()), targetIds.size() == 1));
   if (!target || target->filter >= choices.size()) return;
-  targets = FindRows(rows_, targetIds);
+  const SavedRows targets = FindRows(rows_, targetIds);
   if (targets.empty()) {
     messages_.ShowTaskDialog(NothingToSave());
     return;
