@@ -54,7 +54,7 @@ class Selector {
                           .followLinks = selection_.followLinks,
                           .onError = callbacks_.failed};
     if (!selection_.exclude.empty() || !selection_.include.empty()) {
-      walk.wants = [this](const std::u16string& relative, bool isDirectory) {
+      walk.wants = [this](std::u16string_view relative, bool isDirectory) {
         return Wants(relative, isDirectory);
       };
     }
@@ -63,7 +63,7 @@ class Selector {
     });
   }
 
-  bool Wants(const std::u16string& relative, bool isDirectory) const {
+  bool Wants(std::u16string_view relative, bool isDirectory) const {
     const auto fits = [&](const std::u16string& pattern) { return FitsPattern(relative, pattern); };
     if (std::ranges::any_of(selection_.exclude, fits)) return false;
     return isDirectory || selection_.include.empty() ||

@@ -52,13 +52,11 @@ uint32_t ListDirectory(const std::u16string& folder, const WalkOptions& options,
   return 0;
 }
 
-// A folder on the path from the root to the current one, with the lengths of its path and relative
-// path.
+// A folder on the path from the root to the current one.
 struct Level {
   std::vector<DirectoryEntry> entries;
   size_t next = 0;
-  size_t folderLength = 0;
-  size_t prefixLength = 0;
+  size_t folderLength = 0;                 // of its path
   std::optional<FolderIdentity> identity;  // where links are followed
 };
 
@@ -77,9 +75,9 @@ bool WalkFolder(const std::u16string& root, const WalkOptions& options,
                 const FoundFileCallback& callback, const std::u16string& pattern) {
   std::vector<Level> levels;
   std::u16string folder = root;
-  std::u16string prefix;
+  const size_t relativeStart = JoinPath(root, {}).size();
   const auto enter = [&] {
-    Level level{.folderLength = folder.size(), .prefixLength = prefix.size()};
+    Level level{.folderLength = folder.size()};
     if (options.followLinks) {
       level.identity = IdentityOfFolder(ToLongPath(folder));
       if (!levels.empty() && IsAmong(levels, level.identity)) return true;
@@ -96,23 +94,22 @@ bool WalkFolder(const std::u16string& root, const WalkOptions& options,
     if (options.cancel != nullptr && options.cancel->load(std::memory_order_relaxed)) break;
     Level& level = levels.back();
     folder.resize(level.folderLength);
-    prefix.resize(level.prefixLength);
     if (level.next == level.entries.size()) {
       levels.pop_back();
       continue;
     }
     const DirectoryEntry& entry = level.entries[level.next++];
     std::u16string path = JoinPath(folder, entry.name);
-    std::u16string relative = JoinPath(prefix, entry.name);
-    if (options.wants && !options.wants(relative, entry.isDirectory)) continue;
+    if (options.wants) {
+      const std::u16string_view relative = std::u16string_view(path).substr(relativeStart);
+      if (!options.wants(relative, entry.isDirectory)) continue;
+    }
     if (!entry.isDirectory) {
       if (pattern.empty() || SystemMatchesPattern(entry.name, pattern)) {
-        callback(
-            {.path = std::move(path), .relativePath = std::move(relative), .size = entry.size});
+        callback({.path = std::move(path), .relativeStart = relativeStart, .size = entry.size});
       }
     } else if (options.recursive) {
       folder = std::move(path);
-      prefix = std::move(relative);
       enter();  // one that can't be listed is skipped
     }
   }

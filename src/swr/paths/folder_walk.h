@@ -3,16 +3,23 @@
 #pragma once
 
 #include <atomic>
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <string_view>
 
 namespace swr {
 
 struct FoundFile {
-  std::u16string path;          // the root as given, joined with the names below it
-  std::u16string relativePath;  // relative to the root; a bare name for a file directly in it
-  uint64_t size = 0;            // bytes, as the listing gives them
+  std::u16string path;       // the root as given, joined with the names below it
+  size_t relativeStart = 0;  // where the part of the path begins that is relative to the root
+  uint64_t size = 0;         // bytes, as the listing gives them
+
+  // Relative to the root; a bare name for a file directly in it.
+  std::u16string_view RelativePath() const {
+    return std::u16string_view(path).substr(relativeStart);
+  }
 };
 
 struct WalkOptions {
@@ -23,7 +30,7 @@ struct WalkOptions {
   // Enter links to folders too, except links to a folder that the walk is inside.
   bool followLinks = false;
   // Whether to report a file or enter a folder, by its path below the root; empty for all.
-  std::function<bool(const std::u16string& relativePath, bool isDirectory)> wants;
+  std::function<bool(std::u16string_view relativePath, bool isDirectory)> wants;
   // Called for each folder that can't be listed, with a Windows error code; may be empty.
   std::function<void(const std::u16string& path, uint32_t error)> onError;
 };

@@ -9,9 +9,25 @@
 #include "swr/system/path_bytes_posix.h"
 
 namespace swr {
+namespace {
+
+// Whether the path is absolute and has no step that would be left out or resolved.
+bool IsFull(std::u16string_view path) {
+  if (!path.starts_with(u'/') || path.size() == 1) return path == u"/";
+  while (!path.empty()) {
+    path.remove_prefix(1);
+    const std::u16string_view step = path.substr(0, path.find(u'/'));
+    if (step.empty() || step == u"." || step == u"..") return false;
+    path.remove_prefix(step.size());
+  }
+  return true;
+}
+
+}  // namespace
 
 std::optional<std::u16string> SystemFullPath(const std::u16string& path) {
   if (path.empty() || InjectedFault(SystemCall::FullPath)) return std::nullopt;
+  if (path.size() <= LongestFullPath && IsFull(path)) return path;  // as the paths of walks are
   std::u16string absolute;
   if (path.front() != u'/') {
     std::error_code error;

@@ -1,6 +1,8 @@
 #include "swr/system/path_bytes_posix.h"
 
+#include <algorithm>
 #include <array>
+#include <cstddef>
 #include <cstdint>
 
 namespace swr {
@@ -63,11 +65,20 @@ void AppendBytes(std::string& bytes, char32_t codePoint) {
   }
 }
 
+// How many characters at the start are ASCII: mostly all of them, and they need no decoding.
+template <typename Text>
+size_t AsciiLength(Text text) {
+  const auto isAscii = [](auto c) { return static_cast<char32_t>(c) < 0x80; };
+  return static_cast<size_t>(std::ranges::find_if_not(text, isAscii) - text.begin());
+}
+
 }  // namespace
 
 std::u16string PathTextFromBytes(std::string_view bytes) {
-  std::u16string text;
-  text.reserve(bytes.size());
+  const size_t ascii = AsciiLength(bytes);
+  std::u16string text(bytes.begin(), bytes.begin() + static_cast<ptrdiff_t>(ascii));
+  bytes.remove_prefix(ascii);
+  text.reserve(ascii + bytes.size());
   while (!bytes.empty()) {
     const Decoded decoded = DecodeSequence(bytes);
     const char32_t c = decoded.codePoint;
@@ -91,9 +102,11 @@ std::u16string PathTextFromBytes(std::string_view bytes) {
 }
 
 std::string PathBytesFromText(std::u16string_view text) {
-  std::string bytes;
-  bytes.reserve(text.size());
-  for (size_t i = 0; i < text.size(); ++i) {
+  const size_t ascii = AsciiLength(text);
+  std::string bytes(ascii, '\0');
+  std::ranges::transform(text.substr(0, ascii), bytes.begin(),
+                         [](char16_t unit) { return static_cast<char>(unit); });
+  for (size_t i = ascii; i < text.size(); ++i) {
     const char32_t unit = text[i];
     if (IsHighSurrogate(unit) && i + 1 < text.size() && IsLowSurrogate(text[i + 1])) {
       AppendBytes(bytes, 0x10000 + ((unit - 0xD800) << 10) + (text[i + 1] - 0xDC00));

@@ -22,7 +22,7 @@ void AddLink(const TempTree& tree, std::u16string_view name, const char* target)
 std::vector<std::u16string> RelativePathsIn(const TempTree& tree, const WalkOptions& options = {}) {
   std::vector<std::u16string> found;
   EXPECT_TRUE(WalkFolder(tree.Root(), options,
-                         [&](const FoundFile& file) { found.push_back(file.relativePath); }));
+                         [&](const FoundFile& file) { found.emplace_back(file.RelativePath()); }));
   return found;
 }
 
@@ -57,9 +57,9 @@ TEST(FolderWalkPosixTest, ReportsALinkToAFileAsAFile) {
   std::vector<FoundFile> found;
   EXPECT_TRUE(WalkFolder(tree.Root(), {}, [&](FoundFile file) { found.push_back(file); }));
   ASSERT_EQ(found.size(), 3u);
-  EXPECT_EQ(found[0].relativePath, u"dangling");
+  EXPECT_EQ(found[0].RelativePath(), u"dangling");
   EXPECT_EQ(found[0].size, 0u);
-  EXPECT_EQ(found[1].relativePath, u"link");
+  EXPECT_EQ(found[1].RelativePath(), u"link");
   EXPECT_EQ(found[1].size, 5u);
 }
 
@@ -72,7 +72,7 @@ TEST(FolderWalkPosixTest, ADeepTreeNeedsNoMoreStack) {
   const auto walk = [](void* root) -> void* {
     auto* paths = new Names;
     WalkFolder(*static_cast<const std::u16string*>(root), {},
-               [&](const FoundFile& file) { paths->push_back(file.relativePath); });
+               [&](const FoundFile& file) { paths->emplace_back(file.RelativePath()); });
     return paths;
   };
   pthread_attr_t attributes;

@@ -20,7 +20,8 @@ namespace {
 // Relative paths with "/" as the separator on every platform.
 using Names = std::vector<std::u16string>;
 
-std::u16string WithSlashes(std::u16string path) {
+std::u16string WithSlashes(std::u16string_view relative) {
+  std::u16string path(relative);
   for (char16_t& unit : path) {
     if (unit == u'\\') unit = u'/';
   }
@@ -37,7 +38,7 @@ Walk WalkTree(const TempTree& tree, const WalkOptions& options = {},
   Walk walk;
   walk.succeeded = WalkFolder(
       tree.Root(), options,
-      [&](const FoundFile& file) { walk.found.push_back(WithSlashes(file.relativePath)); },
+      [&](const FoundFile& file) { walk.found.push_back(WithSlashes(file.RelativePath())); },
       pattern);
   return walk;
 }
@@ -96,10 +97,10 @@ TEST(FolderWalkTest, ReportsPathRelativePathAndSize) {
   EXPECT_TRUE(WalkFolder(tree.Root(), {}, [&](FoundFile file) { found.push_back(file); }));
   ASSERT_EQ(found.size(), 2u);
   EXPECT_EQ(found[0].path, tree.Path(u"empty"));
-  EXPECT_EQ(found[0].relativePath, u"empty");
+  EXPECT_EQ(found[0].RelativePath(), u"empty");
   EXPECT_EQ(found[0].size, 0u);
   EXPECT_EQ(found[1].path, tree.Path(u"sub/deeper/five"));
-  EXPECT_EQ(found[1].relativePath, JoinPath(JoinPath(u"sub", u"deeper"), u"five"));
+  EXPECT_EQ(found[1].RelativePath(), JoinPath(JoinPath(u"sub", u"deeper"), u"five"));
   EXPECT_EQ(found[1].size, 5u);
 }
 
@@ -300,7 +301,7 @@ TEST(FolderWalkTest, StopsWhenCancelled) {
     std::atomic<bool> cancel = row.after == 0;
     Names found;
     EXPECT_TRUE(WalkFolder(tree.Root(), {.cancel = &cancel}, [&](const FoundFile& file) {
-      found.push_back(WithSlashes(file.relativePath));
+      found.push_back(WithSlashes(file.RelativePath()));
       cancel = found.size() == row.after;
     }));
     EXPECT_EQ(found, row.found);
@@ -360,7 +361,7 @@ TEST(FolderWalkTest, HoldsNoFolderOpenWhileItReports) {
   tree.AddFile(u"b/file");
   Names found;
   EXPECT_TRUE(WalkFolder(tree.Root(), {}, [&](const FoundFile& file) {
-    found.push_back(WithSlashes(file.relativePath));
+    found.push_back(WithSlashes(file.RelativePath()));
     RemoveFile(file.path);
     RemoveEmptyFolder(std::u16string(SplitPath(file.path).folder));
   }));
@@ -374,7 +375,7 @@ TEST(FolderWalkTest, SkipsASubfolderThatIsGone) {
   tree.AddFolder(u"a");
   Names found;
   EXPECT_TRUE(WalkFolder(tree.Root(), {}, [&](const FoundFile& file) {
-    found.push_back(WithSlashes(file.relativePath));
+    found.push_back(WithSlashes(file.RelativePath()));
     if (found.size() == 1) RemoveEmptyFolder(tree.Path(u"a"));
   }));
   EXPECT_EQ(found, (Names{u"0", u"b/1"}));

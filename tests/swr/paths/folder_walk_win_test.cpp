@@ -20,7 +20,7 @@ using Names = std::vector<std::u16string>;
 Names RelativePathsIn(const TempTree& tree, const WalkOptions& options = {}) {
   Names found;
   EXPECT_TRUE(WalkFolder(tree.Root(), options,
-                         [&](const FoundFile& file) { found.push_back(file.relativePath); }));
+                         [&](const FoundFile& file) { found.emplace_back(file.RelativePath()); }));
   return found;
 }
 
