@@ -241,9 +241,8 @@ void FillList(FakeWindow& window, size_t count, swr::AlgoMask algos) {
       for (size_t b = 0; b < 8; ++b) slot.bytes[b] = static_cast<uint8_t>(value >> (8 * b));
       row.digests.Set(swr::IndexOf(id), slot);
     }
-    window.rows.Append(std::move(row));
+    window.rows.Append(std::move(row), true);
   }
-  window.rows.IndexesOfPath(folder);  // as when files are added: they are looked up by their paths
   window.algorithms.Select(algos);
   window.view.SetRowCount(count);
 }

@@ -84,6 +84,7 @@ class FakeIntake final : public Intake {
     current_ = taken->end ? 0 : taken->requestId;
     return taken;
   }
+  void GiveBack(std::unique_ptr<IntakeBatch>) override {}
   bool AnnounceNext() override { return released_ == 0; }
 
   // Releases up to `most` further batches. With `isHeld`, a batch has one file; the paths that a

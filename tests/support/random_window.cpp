@@ -308,16 +308,27 @@ std::string RandomWindow::SelectAlgos() {
   return "algorithms selected";
 }
 
-std::u16string RandomWindow::PickCurrentPath() {
-  if (OneIn(4)) return u"";
-  if (OneIn(4) || window_.queue.jobs.empty()) return files_.Path(Pick(RandomFiles::NameCount));
-  return window_.queue.jobs.front().path->Text();
+// The job of a row, of a row that has been removed, or none.
+void RandomWindow::PickCurrentJob() {
+  WorkerSnapshot& snapshot = window_.queue.snapshot;
+  snapshot.currentRowId = 0;
+  snapshot.currentPath.clear();
+  if (OneIn(4)) return;
+  if (OneIn(4) || window_.queue.jobs.empty()) {
+    snapshot.currentPath = files_.Path(Pick(RandomFiles::NameCount));
+    const std::vector<size_t> rows = window_.rows.IndexesOfPath(snapshot.currentPath);
+    if (!rows.empty() && !OneIn(4))
+      snapshot.currentRowId = window_.rows[rows[Pick(rows.size())]].id;
+  } else {
+    snapshot.currentRowId = window_.queue.jobs.front().rowId;
+    snapshot.currentPath = window_.queue.jobs.front().path->Text();
+  }
 }
 
 std::string RandomWindow::Tick() {
   if (OneIn(2)) reference_.workerLingers = false;
   window_.queue.snapshot.active = reference_.workerLingers;
-  window_.queue.snapshot.currentPath = PickCurrentPath();
+  PickCurrentJob();
   reference_.Tick(window_.queue.snapshot.currentPath);
   window_.intake.OnTimer();
   return "tick";
@@ -380,7 +391,7 @@ std::string RandomWindow::LateResult() {
 
 void RandomWindow::Deliver(const std::vector<ReferenceResult>& results,
                            std::vector<std::pair<HashJob, swr::HashOutcome>> reports) {
-  window_.queue.snapshot.currentPath = PickCurrentPath();
+  PickCurrentJob();
   reference_.TakeResults(results, window_.queue.snapshot.currentPath);
   if (const auto answer = reference_.TakeComparison()) messages_.push_back(*answer);
   window_.ReportAll(std::move(reports));

@@ -84,7 +84,7 @@ class RandomWindow {
   std::string DropJobs();
   std::string SelectAlgos();
   // The file that the worker appears to read: usually the first in its queue.
-  std::u16string PickCurrentPath();
+  void PickCurrentJob();
   std::string Tick();
   // A random result of a job, for both.
   std::pair<ReferenceResult, swr::HashOutcome> EndOf(const HashJob& job, bool isLate);

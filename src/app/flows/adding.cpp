@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <memory>
 #include <optional>
+#include <span>
 #include <unordered_set>
 #include <utility>
 
@@ -53,19 +54,21 @@ class KnownFiles {
 // Makes rows of the files of one call of AddPaths.
 class AddedFiles final : public FileReceiver {
  public:
-  AddedFiles(RowTable& rows, Hashing& hashing, Banners& banners, ListView& list, bool isSinglePath)
+  AddedFiles(RowTable& rows, Hashing& hashing, Banners& banners, ListView& list, bool isSinglePath,
+             bool startsEmpty)
       : rows_(rows),
         hashing_(hashing),
         banners_(banners),
         list_(list),
         isSinglePath_(isSinglePath),
+        startsEmpty_(startsEmpty),
         known_(rows) {}
 
   void Expect(const std::vector<std::u16string>&) override {}
 
-  void Take(std::vector<IntakeFile> files, bool isCancelled) override {
+  void Take(std::span<IntakeFile> files, bool isCancelled) override {
     const size_t before = rows_.Size();
-    for (IntakeFile& file : files) Add(std::move(file), isCancelled);
+    for (IntakeFile& file : files) Add(file, isCancelled);
     if (rows_.Size() == before) return;
     if (!firstNew_) firstNew_ = before;
     isUpToDate_ = false;
@@ -96,17 +99,16 @@ class AddedFiles final : public FileReceiver {
   }
 
  private:
-  void Add(IntakeFile file, bool isCancelled) {
-    const bool isWalked = file.isWalked;
-    const std::u16string walkedPath = std::move(file.walkedPath);
-    if (known_.Has(walkedPath.empty() ? file.path : walkedPath)) {
-      if (!isWalked) rows_.SkipId();
+  void Add(IntakeFile& file, bool isCancelled) {
+    const bool isNewPath = startsEmpty_ && !file.mayRepeat;
+    if (!isNewPath && known_.Has(file.walkedPath.empty() ? file.path : file.walkedPath)) {
+      if (!file.isWalked) rows_.SkipId();
       return;
     }
     if (isCancelled) file.lookedUp = false;
-    const Row& row = rows_.Append(NewRow(std::move(file)));
-    if (!walkedPath.empty()) known_.AddWalked(walkedPath, row);
-    if (!isWalked && isSinglePath_ && swr::IsChecksumFileName(row.Path())) {
+    const Row& row = rows_.Append(NewRow(std::move(file)), isNewPath);
+    if (!file.walkedPath.empty()) known_.AddWalked(file.walkedPath, row);
+    if (!file.isWalked && isSinglePath_ && swr::IsChecksumFileName(row.Path())) {
       checksumCandidate_ = row.Path();
     }
   }
@@ -116,6 +118,7 @@ class AddedFiles final : public FileReceiver {
   Banners& banners_;
   ListView& list_;
   const bool isSinglePath_;
+  const bool startsEmpty_;  // the rows are only those of this call
   KnownFiles known_;
   std::optional<size_t> firstNew_;  // the number of rows before the first one came
   bool isUpToDate_ = true;
@@ -136,9 +139,10 @@ Adding::Adding(RowTable& rows, Hashing& hashing, const Options& options, Banners
       pickers_(pickers) {}
 
 void Adding::AddPaths(const std::vector<std::u16string>& paths) {
-  arrivals_.Start(
-      PathsRequest{.paths = paths, .includeHidden = options_.includeHidden},
-      std::make_unique<AddedFiles>(rows_, hashing_, banners_, list_, paths.size() == 1));
+  const bool startsEmpty = rows_.IsEmpty() && !arrivals_.Open().Any();
+  arrivals_.Start(PathsRequest{.paths = paths, .includeHidden = options_.includeHidden},
+                  std::make_unique<AddedFiles>(rows_, hashing_, banners_, list_, paths.size() == 1,
+                                               startsEmpty));
 }
 
 void Adding::AddChosenFiles() {

@@ -47,7 +47,7 @@ void FileArrivals::Start(IntakeRequest request, std::unique_ptr<FileReceiver> re
     const uint64_t id = intake_.Start(std::move(request));
     requests_.push_back({.id = id, .isForPaths = isForPaths, .receiver = std::move(receiver)});
     while (IsOpen(id) && !turn.message && intake_.WaitForBatch(deadline)) {
-      if (const auto batch = intake_.Take()) TakeBatch(*batch, turn);
+      if (auto batch = intake_.Take()) TakeBatch(std::move(batch), turn);
     }
   }
   End(turn);
@@ -59,8 +59,7 @@ bool FileArrivals::TakeSome(milliseconds longest) {
   if (!batch) return false;
   Turn turn;
   while (batch) {
-    TakeBatch(*batch, turn);
-    batch.reset();
+    TakeBatch(std::move(batch), turn);
     if (!turn.message && Clock::now() < deadline) batch = intake_.Take();
   }
   End(turn);
@@ -86,22 +85,24 @@ bool FileArrivals::IsOpen(uint64_t id) const {
   return std::ranges::find(requests_, id, &Request::id) != requests_.end();
 }
 
-void FileArrivals::TakeBatch(IntakeBatch& batch, Turn& turn) {
+void FileArrivals::TakeBatch(std::unique_ptr<IntakeBatch> batch, Turn& turn) {
   Request& request = requests_.front();
   FileReceiver& receiver = *request.receiver;
-  if (!batch.announcedPaths.empty()) receiver.Expect(batch.announcedPaths);
-  if (!batch.files.empty()) {
-    receiver.Take(std::move(batch.files), request.isCancelled);
+  if (!batch->announcedPaths.empty()) receiver.Expect(batch->announcedPaths);
+  if (!batch->files.empty()) {
+    receiver.Take(batch->files, request.isCancelled);
     turn.needsRefresh = true;
   }
-  if (!batch.end) return;
+  const std::optional<IntakeEnd> end = std::move(batch->end);
+  intake_.GiveBack(std::move(batch));
+  if (!end) return;
   receiver.Show();
   // The request is over before its message shows: while that is open, the window takes the files of
   // the next one.
   const Request ended = std::move(request);
   requests_.pop_front();
   --(ended.isForPaths ? open_.paths : open_.checksumFiles);
-  turn.message = ended.receiver->Finish(*batch.end);
+  turn.message = ended.receiver->Finish(*end);
   if (!turn.message || ended.isShown) turn.needsRefresh = true;
 }
 

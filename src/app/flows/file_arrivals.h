@@ -7,6 +7,7 @@
 #include <deque>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -28,8 +29,8 @@ class FileReceiver {
   // Files of these paths are going to come (see IntakeBatch::announcedPaths).
   virtual void Expect(const std::vector<std::u16string>& paths) = 0;
   // Appends the rows of these files. If the user has cancelled the request, they are cancelled and
-  // nothing is queued for them.
-  virtual void Take(std::vector<IntakeFile> files, bool isCancelled) = 0;
+  // nothing is queued for them. The files keep their paths; see Intake::GiveBack.
+  virtual void Take(std::span<IntakeFile> files, bool isCancelled) = 0;
   // The user is removing these rows. What was asked for before knows them all the same: the files
   // do not come back.
   virtual void OnRemoval(const std::vector<const Row*>& rows) = 0;
@@ -76,7 +77,7 @@ class FileArrivals {
   };
 
   bool IsOpen(uint64_t id) const;
-  void TakeBatch(IntakeBatch& batch, Turn& turn);
+  void TakeBatch(std::unique_ptr<IntakeBatch> batch, Turn& turn);
   void End(const Turn& turn);
 
   Intake& intake_;

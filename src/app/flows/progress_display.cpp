@@ -1,5 +1,7 @@
 #include "app/flows/progress_display.h"
 
+#include <optional>
+
 #include "app/verdicts/status_line.h"
 
 namespace app {
@@ -27,16 +29,23 @@ void ProgressDisplay::Show(const WorkerSnapshot& snapshot) {
 // The worker does not report that it starts a file. Rows are found by path: a list can hold the
 // same file twice, and then both rows show that it is being read.
 void ProgressDisplay::MarkRunningRows(const WorkerSnapshot& snapshot) {
-  if (!snapshot.active) return;
-  for (const size_t index : rows_.IndexesOfPath(snapshot.currentPath)) {
-    const Row& row = rows_[index];
-    if (row.pendingMask == 0 || row.status == RowStatus::Failed ||
-        row.status == RowStatus::Hashing) {
-      continue;
-    }
-    rows_.UpdateAt(index, [](RowState& state) { state.status = RowStatus::Hashing; });
-    list_.RedrawRow(index);
+  const bool isBetweenJobs = snapshot.currentPath.empty();
+  if (!snapshot.active || isBetweenJobs) return;
+  const std::optional<size_t> own = rows_.IndexOf(snapshot.currentRowId);
+  if (own && rows_.PathsAreUnique()) {
+    MarkAsRunning(*own);
+  } else {
+    for (const size_t index : rows_.IndexesOfPath(snapshot.currentPath)) MarkAsRunning(index);
   }
+}
+
+void ProgressDisplay::MarkAsRunning(size_t index) {
+  const Row& row = rows_[index];
+  if (row.pendingMask == 0 || row.status == RowStatus::Failed || row.status == RowStatus::Hashing) {
+    return;
+  }
+  rows_.UpdateAt(index, [](RowState& state) { state.status = RowStatus::Hashing; });
+  list_.RedrawRow(index);
 }
 
 }  // namespace app

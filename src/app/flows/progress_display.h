@@ -22,6 +22,8 @@ class ProgressDisplay {
   void MarkRunningRows(const WorkerSnapshot& snapshot);
 
  private:
+  void MarkAsRunning(size_t index);
+
   RowTable& rows_;
   const HashQueue& queue_;
   const OpenRequests& open_;

@@ -6,6 +6,7 @@
 #include <memory>
 #include <optional>
 #include <set>
+#include <span>
 #include <utility>
 #include <vector>
 
@@ -44,12 +45,13 @@ TaskDialogSpec NoChecksums(const std::u16string& path) {
 class ListedFiles final : public FileReceiver {
  public:
   ListedFiles(RowTable& rows, Hashing& hashing, Banners& banners, ListView& list,
-              const std::u16string& checksumFile)
+              const std::u16string& checksumFile, bool startsEmpty)
       : rows_(rows),
         hashing_(hashing),
         banners_(banners),
         list_(list),
-        checksumFile_(checksumFile) {}
+        checksumFile_(checksumFile),
+        startsEmpty_(startsEmpty) {}
 
   // A listed file replaces the rows of its path that no checksum file expects anything of.
   void Expect(const std::vector<std::u16string>& paths) override {
@@ -60,14 +62,15 @@ class ListedFiles final : public FileReceiver {
     }
   }
 
-  void Take(std::vector<IntakeFile> files, bool isCancelled) override {
+  void Take(std::span<IntakeFile> files, bool isCancelled) override {
     if (!firstNew_) Begin(isCancelled);
     const size_t before = rows_.Size();
     for (IntakeFile& file : files) {
       if (isCancelled) file.lookedUp = false;
+      const bool isNewPath = startsEmpty_ && !file.mayRepeat;
       Row row = NewRow(std::move(file));
       row.extras.Make().checksumFile = checksumFile_;
-      rows_.Append(std::move(row));
+      rows_.Append(std::move(row), isNewPath);
     }
     isUpToDate_ = false;
     if (!isCancelled) hashing_.QueueFrom(before);
@@ -111,6 +114,7 @@ class ListedFiles final : public FileReceiver {
   Banners& banners_;
   ListView& list_;
   const std::u16string checksumFile_;
+  const bool startsEmpty_;  // the rows are only those of this file
   std::set<uint64_t> replaced_;
   std::optional<size_t> firstNew_;  // the number of rows before the first file came
   bool isUpToDate_ = true;
@@ -130,9 +134,10 @@ Verification::Verification(RowTable& rows, Hashing& hashing, Banners& banners,
 
 void Verification::VerifyFile(const std::u16string& path) {
   // Rows of listed paths are replaced; without rows there is nothing to look for.
-  const bool mayReplaceRows = !rows_.IsEmpty() || arrivals_.Open().Any();
-  arrivals_.Start(ChecksumFileRequest{.path = path, .announcePaths = mayReplaceRows},
-                  std::make_unique<ListedFiles>(rows_, hashing_, banners_, list_, path));
+  const bool startsEmpty = rows_.IsEmpty() && !arrivals_.Open().Any();
+  arrivals_.Start(
+      ChecksumFileRequest{.path = path, .announcePaths = !startsEmpty},
+      std::make_unique<ListedFiles>(rows_, hashing_, banners_, list_, path, startsEmpty));
 }
 
 void Verification::VerifyChosenFiles() {

@@ -8,6 +8,7 @@
 #include <system_error>
 #include <thread>
 #include <utility>
+#include <vector>
 
 #include "app/intake/intake_run.h"
 #include "swr/system/fault_injection.h"
@@ -41,6 +42,7 @@ class FileIntake::State {
   void WaitForEnd();
   bool WaitForBatch(std::chrono::steady_clock::time_point deadline);
   std::unique_ptr<IntakeBatch> Take();
+  void GiveBack(std::unique_ptr<IntakeBatch> batch);
   bool AnnounceNext();
 
   // The thread's body.
@@ -52,7 +54,8 @@ class FileIntake::State {
   void Run(std::unique_lock<std::mutex>& lock);
   template <typename Change>
   bool Publish(Change&& change);
-  // These two under mutex_.
+  // These three under mutex_.
+  void AddBatch();
   void DiscardAll();
   bool CanTakeFullBatch() const;
 
@@ -63,6 +66,7 @@ class FileIntake::State {
   // From here to hasEnded_: under mutex_.
   std::deque<WaitingRequest> requests_;
   std::deque<std::unique_ptr<IntakeBatch>> batches_;
+  std::vector<std::unique_ptr<IntakeBatch>> spareBatches_;
   uint64_t current_ = 0;  // the request that is being worked on; 0 for none
   bool discardsCurrent_ = false;
   bool announced_ = false;
@@ -134,6 +138,25 @@ std::unique_ptr<IntakeBatch> FileIntake::State::Take() {
   return taken;
 }
 
+void FileIntake::State::GiveBack(std::unique_ptr<IntakeBatch> batch) {
+  const std::lock_guard lock(mutex_);
+  if (current_ != 0 && !stop_) spareBatches_.push_back(std::move(batch));
+}
+
+void FileIntake::State::AddBatch() {
+  if (spareBatches_.empty()) {
+    batches_.push_back(std::make_unique<IntakeBatch>());
+  } else {
+    batches_.push_back(std::move(spareBatches_.back()));
+    spareBatches_.pop_back();
+  }
+  IntakeBatch& batch = *batches_.back();
+  batch.requestId = current_;
+  batch.announcedPaths.clear();
+  batch.files.clear();
+  batch.end.reset();
+}
+
 bool FileIntake::State::AnnounceNext() {
   const std::lock_guard lock(mutex_);
   if (!batches_.empty()) return false;
@@ -180,6 +203,7 @@ void FileIntake::State::Run(std::unique_lock<std::mutex>& lock) {
   IntakeEnd end = RunIntake(next.request, cancel_, callbacks);
   Publish([&](IntakeBatch& batch) { batch.end = std::move(end); });
   lock.lock();
+  spareBatches_.clear();
   current_ = 0;
   moved_.notify_all();
 }
@@ -192,8 +216,7 @@ bool FileIntake::State::Publish(Change&& change) {
   if (stop_ || discardsCurrent_) return false;
   if (batches_.empty() || batches_.back()->requestId != current_ ||
       SizeOf(*batches_.back()) == FilesPerBatch) {
-    batches_.push_back(std::make_unique<IntakeBatch>());
-    batches_.back()->requestId = current_;
+    AddBatch();
   }
   change(*batches_.back());
   const IntakeBatch& last = *batches_.back();
@@ -241,6 +264,10 @@ bool FileIntake::WaitForBatch(std::chrono::steady_clock::time_point deadline) {
 }
 
 std::unique_ptr<IntakeBatch> FileIntake::Take() { return state_->Take(); }
+
+void FileIntake::GiveBack(std::unique_ptr<IntakeBatch> batch) {
+  state_->GiveBack(std::move(batch));
+}
 
 bool FileIntake::AnnounceNext() { return state_->AnnounceNext(); }
 

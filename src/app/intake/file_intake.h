@@ -27,6 +27,7 @@ class FileIntake final : public Intake {
   void Discard() override;
   bool WaitForBatch(std::chrono::steady_clock::time_point deadline) override;
   std::unique_ptr<IntakeBatch> Take() override;
+  void GiveBack(std::unique_ptr<IntakeBatch> batch) override;
   bool AnnounceNext() override;
 
   // Discards all requests and ends the thread within half a second. If the system still holds a

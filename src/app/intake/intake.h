@@ -27,6 +27,9 @@ class Intake {
   virtual bool WaitForBatch(std::chrono::steady_clock::time_point deadline) = 0;
   // The next batch, or null if none is there yet.
   virtual std::unique_ptr<IntakeBatch> Take() = 0;
+  // Hands over a batch that is no longer needed. The thread that filled it uses its memory again:
+  // two threads that free each other's memory contend for the same heap.
+  virtual void GiveBack(std::unique_ptr<IntakeBatch> batch) = 0;
   // To be called when Take found nothing: the next batch is announced again. Returns false, and
   // does nothing, if a batch has come in the meantime.
   virtual bool AnnounceNext() = 0;

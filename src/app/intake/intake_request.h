@@ -40,6 +40,8 @@ struct IntakeFile {
   bool isWalked = false;  // found by the walk of a folder, not named itself
   // The path as the walk reported it, where it differs from `path`; otherwise empty.
   std::u16string walkedPath;
+  // False if no earlier file of the request has one of these paths, ignoring case.
+  bool mayRepeat = true;
   uint64_t size = 0;  // bytes
   swr::FileTime modified = 0;
   uint32_t error = 0;    // Windows error code; meaningful if `failed`

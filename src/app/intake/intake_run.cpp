@@ -1,16 +1,42 @@
 #include "app/intake/intake_run.h"
 
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <unordered_set>
 #include <utility>
+#include <vector>
 
 #include "swr/checksums/checksum_file.h"
 #include "swr/checksums/listed_path.h"
 #include "swr/paths/folder_walk.h"
 #include "swr/paths/path_forms.h"
 #include "swr/system/full_path.h"
+#include "swr/text/text.h"
 #include "swr/text/text_file.h"
 
 namespace app {
 namespace {
+
+// Passes the files of one request on.
+class FoundFiles {
+ public:
+  explicit FoundFiles(const IntakeCallbacks& callbacks) : callbacks_(callbacks) {}
+
+  // False when no more is wanted.
+  bool Report(IntakeFile file) {
+    // Unequal paths with the same hash value do no harm: their files only seem to repeat.
+    file.mayRepeat = !hashes_.insert(swr::CaseHash(file.path)).second;
+    if (!file.walkedPath.empty()) {
+      file.mayRepeat |= !hashes_.insert(swr::CaseHash(file.walkedPath)).second;
+    }
+    return callbacks_.found(std::move(file));
+  }
+
+ private:
+  const IntakeCallbacks& callbacks_;
+  std::unordered_set<uint64_t> hashes_;  // of the paths so far
+};
 
 IntakeFile WithFullPath(const std::u16string& path) {
   IntakeFile file;
@@ -33,6 +59,7 @@ IntakeEnd Run(const PathsRequest& request, const std::atomic<bool>& cancel,
                                  .includeHidden = request.includeHidden,
                                  .withSizes = false,
                                  .cancel = &cancel};
+  FoundFiles found(callbacks);
   for (const std::u16string& path : request.paths) {
     if (cancel) break;
     if (swr::IsDirectoryPath(path)) {
@@ -41,47 +68,56 @@ IntakeEnd Run(const PathsRequest& request, const std::atomic<bool>& cancel,
         file.isWalked = true;
         // Mostly it is the same: one text less for the other thread to free.
         if (walked.path != file.path) file.walkedPath = std::move(walked.path);
-        callbacks.found(std::move(file));
+        found.Report(std::move(file));
       });
-    } else if (!cancel && !callbacks.found(LookUpFile(path))) {
+    } else if (!cancel && !found.Report(LookUpFile(path))) {
       break;
     }
   }
   return {.cancelled = cancel};
 }
 
-// The lines are read before the first file is looked up: the paths may be wanted first, and after a
-// cancel all lines still have to be known.
+IntakeFile ListedFile(swr::ChecksumLine line, const std::u16string& checksumFile) {
+  IntakeFile file = WithFullPath(swr::ResolveListedPath(checksumFile, line.name));
+  file.listed = ListedChecksum{.digest = std::move(line.digest),
+                               .candidates = std::move(line.candidates),
+                               .lineNumber = line.lineNumber};
+  return file;
+}
+
 IntakeEnd Run(const ChecksumFileRequest& request, const std::atomic<bool>& cancel,
               const IntakeCallbacks& callbacks) {
   if (cancel) return {.cancelled = true};
-  IntakeEnd end;
-  std::vector<IntakeFile> files;
-  {
-    uint32_t error = 0;
-    const std::optional<std::u16string> text = swr::ReadTextFile(request.path, &error);
-    if (!text) return {.cancelled = cancel, .readError = error};
-    swr::ChecksumTextReader reader(*text, request.path);
-    while (std::optional<swr::ChecksumLine> line = reader.Next()) {
-      IntakeFile& file =
-          files.emplace_back(WithFullPath(swr::ResolveListedPath(request.path, line->name)));
-      file.listed = ListedChecksum{.digest = std::move(line->digest),
-                                   .candidates = std::move(line->candidates),
-                                   .lineNumber = line->lineNumber};
-      if (request.announcePaths && !callbacks.announced(file.path)) return {.cancelled = cancel};
-    }
-    end.skippedLines = reader.SkippedLines();
-  }
-  for (IntakeFile& file : files) {
+  uint32_t error = 0;
+  const std::optional<std::u16string> text = swr::ReadTextFile(request.path, &error);
+  if (!text) return {.cancelled = cancel, .readError = error};
+  swr::ChecksumTextReader reader(*text, request.path);
+  FoundFiles found(callbacks);
+  const auto report = [&](IntakeFile file) {
     if (cancel) {
       file.lookedUp = false;
     } else {
       LookUp(file);
     }
-    if (!callbacks.found(std::move(file))) break;
+    return found.Report(std::move(file));
+  };
+  // Unless all paths are wanted first, the first file is looked up, and hashed, while the lines
+  // after it are still to be read.
+  std::vector<IntakeFile> announced;
+  bool goesOn = true;
+  while (goesOn) {
+    std::optional<swr::ChecksumLine> line = reader.Next();
+    if (!line) break;
+    IntakeFile file = ListedFile(*std::move(line), request.path);
+    if (request.announcePaths) {
+      goesOn = callbacks.announced(file.path);
+      announced.push_back(std::move(file));
+    } else {
+      goesOn = report(std::move(file));
+    }
   }
-  end.cancelled = cancel;
-  return end;
+  for (size_t i = 0; goesOn && i < announced.size(); ++i) goesOn = report(std::move(announced[i]));
+  return {.cancelled = cancel, .skippedLines = reader.SkippedLines()};
 }
 
 }  // namespace

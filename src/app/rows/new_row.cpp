@@ -4,7 +4,7 @@
 
 namespace app {
 
-Row NewRow(IntakeFile file) {
+Row NewRow(IntakeFile&& file) {
   Row row;
   row.path = file.path;
   row.size = file.size;

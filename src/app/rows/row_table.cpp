@@ -43,7 +43,8 @@ std::vector<size_t> RowTable::IndexesOfPath(std::u16string_view path) const {
   return found;
 }
 
-const Row& RowTable::Append(Row row) {
+const Row& RowTable::Append(Row row, bool isNewPath) {
+  pathsAreUnique_ = rows_.empty() || (pathsAreUnique_ && isNewPath);
   rows_.push_back(std::make_unique<Row>(std::move(row)));
   Row& added = *rows_.back();
   added.id = nextId_++;

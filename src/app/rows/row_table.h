@@ -49,8 +49,12 @@ class RowTable {
   // The rows of this path, ignoring case as the system does; ascending.
   std::vector<size_t> IndexesOfPath(std::u16string_view path) const;
 
-  // Puts the row at the end and gives it the next id. Takes constant time.
-  const Row& Append(Row row);
+  // Whether no two rows have the same path, ignoring case. Says no where that is not known.
+  bool PathsAreUnique() const { return pathsAreUnique_; }
+
+  // Puts the row at the end and gives it the next id. Takes constant time. With `isNewPath` the
+  // caller knows that no row has its path yet.
+  const Row& Append(Row row, bool isNewPath = false);
   // Uses up an id, for a row that was made and not wanted.
   void SkipId() { ++nextId_; }
   // Removes the rows of these ids. An id may come twice; one without a row does nothing.
@@ -95,6 +99,7 @@ class RowTable {
   std::vector<std::unique_ptr<Row>> rows_;
   std::vector<uint64_t> ids_;  // of rows_
   FolderTexts folders_;
+  bool pathsAreUnique_ = true;
   uint64_t nextId_ = 1;
   // Ids ascend, so a plain table does for a map: the index of the row with id `firstId_` + i, or
   // NoRow where that row is gone.

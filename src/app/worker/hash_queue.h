@@ -26,6 +26,7 @@ struct HashJob {
 struct WorkerSnapshot {
   bool active = false;         // a job is running or waiting
   bool finishedWait = false;   // the window has not taken every finished job yet
+  uint64_t currentRowId = 0;   // of the running job; 0 between jobs
   std::u16string currentPath;  // of the running job; empty between jobs
   uint64_t currentBytes = 0;   // read so far of the running job
   uint64_t currentSize = 0;    // the running job's size as it was queued

@@ -84,6 +84,7 @@ WorkerSnapshot Worker::GetSnapshot() const {
   const std::lock_guard lock(mutex_);
   WorkerSnapshot snapshot{.active = busy_ || !IsQueueEmpty(),
                           .finishedWait = sink_.HoldsFinished(),
+                          .currentRowId = busy_ ? currentId_ : 0,
                           .currentPath = currentPath_,
                           .currentBytes = busy_ ? currentBytes_.load() : 0,
                           .currentSize = currentSize_};

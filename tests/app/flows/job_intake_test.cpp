@@ -6,6 +6,7 @@
 #include "swr/system/error_codes.h"
 #include "swr/text/encoding.h"
 #include "tests/support/fake_window.h"
+#include "tests/support/temp_tree.h"
 
 namespace app::testing {
 namespace {
@@ -151,14 +152,42 @@ TEST(MarkHashingRowTest, MarksEveryRowOfThePathThatHasWork) {
   EXPECT_EQ(window.view.redrawn.size(), 2u) << "redrawn only once";
 }
 
+TEST(MarkHashingRowTest, TheRowOfTheJobIsEnoughWherePathsAreUnique) {
+  swr::testing::TempTree tree;
+  const std::u16string a = tree.AddFile(u"a");
+  const std::u16string b = tree.AddFile(u"b");
+  FakeWindow window;
+  window.adding.AddPaths({a, b});
+  ASSERT_TRUE(window.rows.PathsAreUnique());
+  window.queue.snapshot = {.active = true, .currentRowId = window.rows[1].id, .currentPath = b};
+  window.intake.OnTimer();
+  EXPECT_EQ(window.rows[0].status, RowStatus::Waiting);
+  EXPECT_EQ(window.rows[1].status, RowStatus::Hashing);
+}
+
+// A file that was removed and added again while its first job runs.
+TEST(MarkHashingRowTest, AfterTheRowOfTheJobIsGoneItsPathCounts) {
+  swr::testing::TempTree tree;
+  const std::u16string a = tree.AddFile(u"a");
+  FakeWindow window;
+  window.adding.AddPaths({a});
+  const uint64_t removed = window.rows[0].id;
+  window.RemoveRows({0});
+  window.adding.AddPaths({a});
+  window.queue.snapshot = {.active = true, .currentRowId = removed, .currentPath = a};
+  window.intake.OnTimer();
+  EXPECT_EQ(window.rows[0].status, RowStatus::Hashing);
+}
+
 TEST(MarkHashingRowTest, BetweenJobsNoRowIsMarked) {
   FakeWindow window;
   Row& row = window.AddRow(u"");
   window.hashing.QueueRow(row.id, Md5);
-  window.queue.snapshot = {.active = false, .currentPath = u""};
-  window.queue.jobs.clear();
-  window.intake.OnTimer();
-  EXPECT_EQ(row.status, RowStatus::Waiting);
+  for (const bool active : {false, true}) {
+    window.queue.snapshot = {.active = active, .currentPath = u""};
+    window.intake.OnTimer();
+    EXPECT_EQ(row.status, RowStatus::Waiting);
+  }
 }
 
 TEST(OnProgressTimerTest, TheTickThatFindsTheWorkerIdleIsTheLast) {

@@ -8,6 +8,7 @@
 #include <random>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include "swr/system/error_codes.h"
@@ -29,10 +30,13 @@ using swr::testing::TempTree;
 
 constexpr milliseconds LongTime{30'000};
 
+// Gives each batch back, as the window does.
 std::vector<IntakeBatch> TakeAll(Intake& intake) {
   std::vector<IntakeBatch> all;
   while (intake.WaitForBatch(std::chrono::steady_clock::now() + LongTime)) {
-    all.push_back(*intake.Take());
+    std::unique_ptr<IntakeBatch> batch = intake.Take();
+    all.push_back(*batch);
+    intake.GiveBack(std::move(batch));
   }
   return all;
 }

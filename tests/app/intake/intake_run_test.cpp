@@ -50,6 +50,50 @@ struct IntakeRunTest : ::testing::Test {
   std::vector<IntakeFile> files;
 };
 
+TEST_F(IntakeRunTest, FilesRepeatWhoseFullOrWalkedPathCameBefore) {
+  const std::u16string a = tree.AddFile(u"a");
+  std::u16string upper = tree.Path(u"A");
+  const std::u16string b = tree.AddFile(u"folder/b");
+  tree.AddFile(u"folder/c");
+  Run(PathsRequest{.paths = {a, upper, a, tree.Path(u"folder"), tree.Path(u"./folder"), b}});
+  std::vector<bool> repeats;
+  for (const IntakeFile& file : files) repeats.push_back(file.mayRepeat);
+  EXPECT_EQ(repeats, (std::vector<bool>{false, true, true, false, false, true, true, true}));
+}
+
+TEST_F(IntakeRunTest, ListedFilesRepeatWhenAnEarlierLineNamesThem) {
+  const std::string digest(64, '1');
+  std::string text;
+  for (const char* name : {"a", "b", "./a", "c", "B"}) text += digest + "  " + name + "\n";
+  const std::u16string list = tree.AddFile(u"list.sha256", text);
+  for (const bool announce : {false, true}) {
+    files.clear();
+    announced.clear();
+    Run(ChecksumFileRequest{.path = list, .announcePaths = announce});
+    std::vector<bool> repeats;
+    for (const IntakeFile& file : files) repeats.push_back(file.mayRepeat);
+    EXPECT_EQ(repeats, (std::vector<bool>{false, false, true, false, true}));
+  }
+}
+
+TEST_F(IntakeRunTest, LooksUpTheFirstListedFileBeforeAllLinesAreRead) {
+  constexpr uint32_t lines = 20;
+  std::string text;
+  for (uint32_t i = 0; i < lines; ++i) text += std::string(64, '1') + "  name\n";
+  const std::u16string list = tree.AddFile(u"list.sha256", text);
+  for (const bool announce : {false, true}) {
+    files.clear();
+    announced.clear();
+    uint32_t madeFull = 0;  // a path of each line, and of what the system is asked about
+    const InstalledFaults faults(
+        {{.call = SystemCall::FullPath, .nth = 0, .before = [&] { ++madeFull; }},
+         {.call = SystemCall::PathInfo,
+          .before = [&] { EXPECT_EQ(madeFull >= lines, announce); }}});
+    Run(ChecksumFileRequest{.path = list, .announcePaths = announce});
+    EXPECT_EQ(files.size(), lines);
+  }
+}
+
 TEST_F(IntakeRunTest, ReportsFilesAndFoldersInTheOrderGiven) {
   const std::u16string single = tree.AddFile(u"z.bin", "four");
   tree.AddFile(u"folder/b10.bin");

@@ -42,6 +42,20 @@ TEST(RowTableTest, GivesAscendingIdsAndNeverReusesThem) {
   EXPECT_EQ(IdsOf(rows), Ids{5});
 }
 
+TEST(RowTableTest, PathsAreUniqueWhileEveryRowButTheFirstWasNew) {
+  RowTable rows;
+  EXPECT_TRUE(rows.PathsAreUnique());
+  rows.Append(RowOf(u"a"));
+  rows.Append(RowOf(u"b"), true);
+  EXPECT_TRUE(rows.PathsAreUnique());
+  rows.Append(RowOf(u"c"));
+  rows.Append(RowOf(u"d"), true);
+  EXPECT_FALSE(rows.PathsAreUnique());
+  rows.Clear();
+  rows.Append(RowOf(u"a"));
+  EXPECT_TRUE(rows.PathsAreUnique());
+}
+
 TEST(RowTableTest, FindsByIdAndPath) {
   RowTable rows;
   for (const char16_t* path : {u"C:\\A", u"b", u"c:\\a", u"B", u"c"}) rows.Append(RowOf(path));
