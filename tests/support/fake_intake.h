@@ -51,10 +51,13 @@ class FakeIntake final : public Intake {
       if (i >= released_) {
         const bool hasBegun = batch.requestId == current_;
         std::erase_if(batch.files,
-                      [&](const IntakeFile& file) { return !file.listed || !hasBegun; });
+                      [&](const IntakeFile& file) { return !file.row.hasExpected || !hasBegun; });
         for (IntakeFile& file : batch.files) {
-          file = {
-              .path = std::move(file.path), .lookedUp = false, .listed = std::move(file.listed)};
+          file.row.size = 0;
+          file.row.modified = 0;
+          file.row.error = 0;
+          file.row.status = RowStatus::Waiting;
+          CancelNewRow(file.row);
         }
         if (!hasBegun) batch.announcedPaths.clear();
         if (batch.end) {

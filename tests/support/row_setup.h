@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <initializer_list>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -51,7 +52,7 @@ inline void Expect(RowState& row, std::vector<uint8_t> bytes, std::vector<swr::A
   row.hasExpected = true;
   row.extras.Make().expectedBytes = std::move(bytes);
   row.extras.Make().expectedAlgos = std::move(algos);
-  row.extras.Make().checksumFile = u"C:\\SHA256SUMS";
+  row.extras.Make().checksumFile = std::make_shared<const std::u16string>(u"C:\\SHA256SUMS");
   row.extras.Make().checksumLine = 1;
 }
 

@@ -8,7 +8,7 @@
 #include <unordered_set>
 #include <utility>
 
-#include "app/rows/new_row.h"
+#include "app/intake/intake_run.h"
 #include "app/screen/link_ids.h"
 #include "swr/checksums/checksum_file.h"
 #include "swr/text/text.h"
@@ -101,12 +101,12 @@ class AddedFiles final : public FileReceiver {
  private:
   void Add(IntakeFile& file, bool isCancelled) {
     const bool isNewPath = startsEmpty_ && !file.mayRepeat;
-    if (!isNewPath && known_.Has(file.walkedPath.empty() ? file.path : file.walkedPath)) {
+    if (!isNewPath && known_.Has(file.walkedPath.empty() ? file.row.Path() : file.walkedPath)) {
       if (!file.isWalked) rows_.SkipId();
       return;
     }
-    if (isCancelled) file.lookedUp = false;
-    const Row& row = rows_.Append(NewRow(std::move(file)), isNewPath);
+    if (isCancelled) CancelNewRow(file.row);
+    const Row& row = rows_.Append(std::move(file.row), isNewPath);
     if (!file.walkedPath.empty()) known_.AddWalked(file.walkedPath, row);
     if (!file.isWalked && isSinglePath_ && swr::IsChecksumFileName(row.Path())) {
       checksumCandidate_ = row.Path();

@@ -29,7 +29,7 @@ class FileReceiver {
   // Files of these paths are going to come (see IntakeBatch::announcedPaths).
   virtual void Expect(const std::vector<std::u16string>& paths) = 0;
   // Appends the rows of these files. If the user has cancelled the request, they are cancelled and
-  // nothing is queued for them. The files keep their paths; see Intake::GiveBack.
+  // nothing is queued for them. May move from the rows.
   virtual void Take(std::span<IntakeFile> files, bool isCancelled) = 0;
   // The user is removing these rows. What was asked for before knows them all the same: the files
   // do not come back.

@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "app/flows/selection.h"
-#include "app/rows/new_row.h"
+#include "app/intake/intake_run.h"
 #include "app/screen/link_ids.h"
 #include "swr/checksums/verdict_text.h"
 #include "swr/text/display_escape.h"
@@ -66,11 +66,8 @@ class ListedFiles final : public FileReceiver {
     if (!firstNew_) Begin(isCancelled);
     const size_t before = rows_.Size();
     for (IntakeFile& file : files) {
-      if (isCancelled) file.lookedUp = false;
-      const bool isNewPath = startsEmpty_ && !file.mayRepeat;
-      Row row = NewRow(std::move(file));
-      row.extras.Make().checksumFile = checksumFile_;
-      rows_.Append(std::move(row), isNewPath);
+      if (isCancelled) CancelNewRow(file.row);
+      rows_.Append(std::move(file.row), startsEmpty_ && !file.mayRepeat);
     }
     isUpToDate_ = false;
     if (!isCancelled) hashing_.QueueFrom(before);

@@ -7,8 +7,7 @@
 #include <variant>
 #include <vector>
 
-#include "swr/hash/algorithms.h"
-#include "swr/system/file.h"
+#include "app/rows/row.h"
 
 namespace app {
 
@@ -27,27 +26,17 @@ struct ChecksumFileRequest {
 
 using IntakeRequest = std::variant<PathsRequest, ChecksumFileRequest>;
 
-// What a line of a checksum file says about its file.
-struct ListedChecksum {
-  std::vector<uint8_t> digest;
-  std::vector<swr::AlgoId> candidates;  // that the digest may belong to, in the order of comparison
-  uint32_t lineNumber = 0;              // from 1
-};
-
-// One file, with everything that a new row needs to know about it.
+// One file, as a row of the list.
 struct IntakeFile {
-  std::u16string path;    // full; as it was given if it can't be made full
+  // Has no id. Failed if the system gave no information about the file, and cancelled if it was not
+  // asked because of a cancel. The path is full, or as it was given if it can't be made full. With
+  // what the line of a ChecksumFileRequest expects.
+  Row row;
   bool isWalked = false;  // found by the walk of a folder, not named itself
-  // The path as the walk reported it, where it differs from `path`; otherwise empty.
+  // The path as the walk reported it, where it differs from that of the row; otherwise empty.
   std::u16string walkedPath;
   // False if no earlier file of the request has one of these paths, ignoring case.
   bool mayRepeat = true;
-  uint64_t size = 0;  // bytes
-  swr::FileTime modified = 0;
-  uint32_t error = 0;    // Windows error code; meaningful if `failed`
-  bool failed = false;   // the system gave no information about the file
-  bool lookedUp = true;  // false after a cancel: the system was not asked about the file
-  std::optional<ListedChecksum> listed;  // always set for a ChecksumFileRequest
 };
 
 // How a request ended.

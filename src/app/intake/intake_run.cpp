@@ -2,11 +2,13 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <unordered_set>
 #include <utility>
 #include <vector>
 
+#include "app/rows/shared_path.h"
 #include "swr/checksums/checksum_file.h"
 #include "swr/checksums/listed_path.h"
 #include "swr/paths/folder_walk.h"
@@ -18,40 +20,57 @@
 namespace app {
 namespace {
 
-// Passes the files of one request on.
-class FoundFiles {
- public:
-  explicit FoundFiles(const IntakeCallbacks& callbacks) : callbacks_(callbacks) {}
+std::u16string FullPath(const std::u16string& path) {
+  return swr::SystemFullPath(path).value_or(path);
+}
 
-  // False when no more is wanted.
-  bool Report(IntakeFile file) {
-    // Unequal paths with the same hash value do no harm: their files only seem to repeat.
-    file.mayRepeat = !hashes_.insert(swr::CaseHash(file.path)).second;
-    if (!file.walkedPath.empty()) {
-      file.mayRepeat |= !hashes_.insert(swr::CaseHash(file.walkedPath)).second;
-    }
-    return callbacks_.found(std::move(file));
+void LookUp(const std::u16string& fullPath, Row& row) {
+  if (const auto info = swr::QueryFileInfo(swr::ToLongPath(fullPath), row.error)) {
+    row.size = info->size;
+    row.modified = info->modified;
+  } else {
+    row.status = RowStatus::Failed;
+  }
+}
+
+// Makes the files of one request.
+class FileMaker {
+ public:
+  // A file that was not looked up.
+  IntakeFile Make(const std::u16string& fullPath) {
+    IntakeFile file;
+    file.row.path = SharedPath(fullPath, folders_);
+    file.mayRepeat = CameBefore(fullPath);
+    return file;
+  }
+
+  IntakeFile LookedUp(const std::u16string& path) {
+    const std::u16string fullPath = FullPath(path);
+    IntakeFile file = Make(fullPath);
+    LookUp(fullPath, file.row);
+    return file;
+  }
+
+  IntakeFile Walked(std::u16string path) {
+    const std::u16string fullPath = FullPath(path);
+    IntakeFile file = Make(fullPath);
+    LookUp(fullPath, file.row);
+    file.isWalked = true;
+    if (path == fullPath) return file;
+    file.mayRepeat |= CameBefore(path);
+    file.walkedPath = std::move(path);
+    return file;
   }
 
  private:
-  const IntakeCallbacks& callbacks_;
+  // Unequal paths with the same hash value do no harm: their files only seem to repeat.
+  bool CameBefore(const std::u16string& path) {
+    return !hashes_.insert(swr::CaseHash(path)).second;
+  }
+
+  FolderTexts folders_;
   std::unordered_set<uint64_t> hashes_;  // of the paths so far
 };
-
-IntakeFile WithFullPath(const std::u16string& path) {
-  IntakeFile file;
-  file.path = swr::SystemFullPath(path).value_or(path);
-  return file;
-}
-
-void LookUp(IntakeFile& file) {
-  if (const auto info = swr::QueryFileInfo(swr::ToLongPath(file.path), file.error)) {
-    file.size = info->size;
-    file.modified = info->modified;
-  } else {
-    file.failed = true;
-  }
-}
 
 IntakeEnd Run(const PathsRequest& request, const std::atomic<bool>& cancel,
               const IntakeCallbacks& callbacks) {
@@ -59,30 +78,18 @@ IntakeEnd Run(const PathsRequest& request, const std::atomic<bool>& cancel,
                                  .includeHidden = request.includeHidden,
                                  .withSizes = false,
                                  .cancel = &cancel};
-  FoundFiles found(callbacks);
+  FileMaker files;
   for (const std::u16string& path : request.paths) {
     if (cancel) break;
     if (swr::IsDirectoryPath(path)) {
       swr::WalkFolder(path, options, [&](swr::FoundFile walked) {
-        IntakeFile file = LookUpFile(walked.path);
-        file.isWalked = true;
-        // Mostly it is the same: one text less for the other thread to free.
-        if (walked.path != file.path) file.walkedPath = std::move(walked.path);
-        found.Report(std::move(file));
+        callbacks.found(files.Walked(std::move(walked.path)));
       });
-    } else if (!cancel && !found.Report(LookUpFile(path))) {
+    } else if (!cancel && !callbacks.found(files.LookedUp(path))) {
       break;
     }
   }
   return {.cancelled = cancel};
-}
-
-IntakeFile ListedFile(swr::ChecksumLine line, const std::u16string& checksumFile) {
-  IntakeFile file = WithFullPath(swr::ResolveListedPath(checksumFile, line.name));
-  file.listed = ListedChecksum{.digest = std::move(line.digest),
-                               .candidates = std::move(line.candidates),
-                               .lineNumber = line.lineNumber};
-  return file;
 }
 
 IntakeEnd Run(const ChecksumFileRequest& request, const std::atomic<bool>& cancel,
@@ -91,41 +98,57 @@ IntakeEnd Run(const ChecksumFileRequest& request, const std::atomic<bool>& cance
   uint32_t error = 0;
   const std::optional<std::u16string> text = swr::ReadTextFile(request.path, &error);
   if (!text) return {.cancelled = cancel, .readError = error};
-  swr::ChecksumTextReader reader(*text, request.path);
-  FoundFiles found(callbacks);
-  const auto report = [&](IntakeFile file) {
+  const auto checksumFile = std::make_shared<const std::u16string>(request.path);
+  FileMaker files;
+  const auto makeFile = [&](swr::ChecksumLine line, const std::u16string& fullPath) {
+    IntakeFile file = files.Make(fullPath);
+    file.row.hasExpected = true;
+    file.row.extras.Make() = {.expectedBytes = std::move(line.digest),
+                              .expectedAlgos = std::move(line.candidates),
+                              .checksumFile = checksumFile,
+                              .checksumLine = line.lineNumber};
+    return file;
+  };
+  const auto report = [&](IntakeFile file, const std::u16string& fullPath) {
     if (cancel) {
-      file.lookedUp = false;
+      CancelNewRow(file.row);
     } else {
-      LookUp(file);
+      LookUp(fullPath, file.row);
     }
-    return found.Report(std::move(file));
+    return callbacks.found(std::move(file));
   };
   // Unless all paths are wanted first, the first file is looked up, and hashed, while the lines
   // after it are still to be read.
+  swr::ChecksumTextReader reader(*text, request.path);
   std::vector<IntakeFile> announced;
   bool goesOn = true;
   while (goesOn) {
     std::optional<swr::ChecksumLine> line = reader.Next();
     if (!line) break;
-    IntakeFile file = ListedFile(*std::move(line), request.path);
+    std::u16string fullPath = FullPath(swr::ResolveListedPath(request.path, line->name));
+    IntakeFile file = makeFile(*std::move(line), fullPath);
     if (request.announcePaths) {
-      goesOn = callbacks.announced(file.path);
       announced.push_back(std::move(file));
+      goesOn = callbacks.announced(std::move(fullPath));
     } else {
-      goesOn = report(std::move(file));
+      goesOn = report(std::move(file), fullPath);
     }
   }
-  for (size_t i = 0; goesOn && i < announced.size(); ++i) goesOn = report(std::move(announced[i]));
+  for (size_t i = 0; goesOn && i < announced.size(); ++i) {
+    const std::u16string fullPath = announced[i].row.Path();
+    goesOn = report(std::move(announced[i]), fullPath);
+  }
   return {.cancelled = cancel, .skippedLines = reader.SkippedLines()};
 }
 
 }  // namespace
 
-IntakeFile LookUpFile(const std::u16string& path) {
-  IntakeFile file = WithFullPath(path);
-  LookUp(file);
-  return file;
+IntakeFile LookUpFile(const std::u16string& path) { return FileMaker().LookedUp(path); }
+
+void CancelNewRow(Row& row) {
+  if (row.status == RowStatus::Failed) return;
+  row.status = RowStatus::Cancelled;
+  row.cancelledByUser = true;
 }
 
 IntakeEnd RunIntake(const IntakeRequest& request, const std::atomic<bool>& cancel,

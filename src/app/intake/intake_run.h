@@ -17,6 +17,8 @@ struct IntakeCallbacks {
 
 // What the system says about the file or folder at this path. Does not fail.
 IntakeFile LookUpFile(const std::u16string& path);
+// The row of a file whose request has been cancelled becomes cancelled, unless the file failed.
+void CancelNewRow(Row& row);
 
 // Answers the request on the calling thread. Once `cancel` is set, a walk stops, and the remaining
 // files of a checksum file are reported without being looked up.

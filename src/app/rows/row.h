@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -36,8 +37,8 @@ struct RowExtras {
   // may belong to, in the order of comparison.
   std::vector<uint8_t> expectedBytes;
   std::vector<swr::AlgoId> expectedAlgos;
-  std::u16string checksumFile;  // full path
-  uint32_t checksumLine = 0;    // from 1
+  std::shared_ptr<const std::u16string> checksumFile;  // full path; null without one
+  uint32_t checksumLine = 0;                           // from 1
   // Both are looked up when the details of the row are first shown.
   std::optional<swr::SignatureResult> signature;
   std::optional<swr::ZoneRecord> zone;

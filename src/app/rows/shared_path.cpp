@@ -6,13 +6,30 @@
 #include "swr/text/text.h"
 
 namespace app {
+namespace {
+
+// Of what comes before the name, with the separator.
+size_t ParentSize(std::u16string_view path) {
+  const size_t separator = path.find_last_of(u"\\/");
+  return separator == path.npos ? 0 : separator + 1;
+}
+
+}  // namespace
 
 size_t FolderTexts::Hash::operator()(const FolderText& text) const {
   return std::hash<std::u16string_view>()(*text);
 }
 
-FolderText FolderTexts::Share(FolderText text) {
-  if (!last_ || *last_ != *text) last_ = *texts_.insert(std::move(text)).first;
+void FolderTexts::Share(FolderText& text) {
+  if (last_ == text) return;
+  if (!last_ || *last_ != *text) last_ = *texts_.insert(text).first;
+  text = last_;
+}
+
+FolderText FolderTexts::Share(std::u16string_view text) {
+  if (!last_ || *last_ != text) {
+    last_ = *texts_.insert(std::make_shared<const std::u16string>(text)).first;
+  }
   return last_;
 }
 
@@ -22,9 +39,14 @@ void FolderTexts::DropUnused() {
 }
 
 SharedPath::SharedPath(std::u16string_view path) {
-  const size_t separator = path.find_last_of(u"\\/");
-  const size_t parentSize = separator == path.npos ? 0 : separator + 1;
+  const size_t parentSize = ParentSize(path);
   if (parentSize > 0) parent_ = std::make_shared<const std::u16string>(path.substr(0, parentSize));
+  name_ = path.substr(parentSize);
+}
+
+SharedPath::SharedPath(std::u16string_view path, FolderTexts& texts) {
+  const size_t parentSize = ParentSize(path);
+  if (parentSize > 0) parent_ = texts.Share(path.substr(0, parentSize));
   name_ = path.substr(parentSize);
 }
 
@@ -62,7 +84,7 @@ bool SharedPath::EqualsNoCase(std::u16string_view path) const {
 uint64_t SharedPath::CaseHash() const { return swr::CaseHash(name_, swr::CaseHash(Parent())); }
 
 void SharedPath::ShareFolder(FolderTexts& texts) {
-  if (parent_) parent_ = texts.Share(std::move(parent_));
+  if (parent_) texts.Share(parent_);
 }
 
 }  // namespace app

@@ -17,7 +17,8 @@ using FolderText = std::shared_ptr<const std::u16string>;
 class FolderTexts {
  public:
   // The text that is here already and equals this one, or this one, which is kept from here on.
-  FolderText Share(FolderText text);
+  void Share(FolderText& text);
+  FolderText Share(std::u16string_view text);
   // Drops the texts that no path holds any more. Takes time for each text.
   void DropUnused();
   size_t Size() const { return texts_.size(); }
@@ -40,6 +41,8 @@ class SharedPath {
   SharedPath(std::u16string_view path);
   SharedPath(const std::u16string& path) : SharedPath(std::u16string_view(path)) {}
   SharedPath(const char16_t* path) : SharedPath(std::u16string_view(path)) {}
+  // With the text that `texts` has for the folder.
+  SharedPath(std::u16string_view path, FolderTexts& texts);
 
   // The path exactly as it was given.
   std::u16string Text() const;

@@ -41,7 +41,7 @@ std::u16string ExpectedValueText(const Row& row, bool uppercase) {
   const std::string hex = swr::BytesToHex(row.extras->expectedBytes, uppercase);
   std::u16string text(hex.begin(), hex.end());
   text += u" (";
-  text += swr::EscapeForDisplay(swr::SplitPath(row.extras->checksumFile).name);
+  text += swr::EscapeForDisplay(swr::SplitPath(*row.extras->checksumFile).name);
   return text + u", line " + swr::DecimalText(row.extras->checksumLine) + u")";
 }
 

@@ -4,7 +4,6 @@
 #include <vector>
 
 #include "app/intake/intake_run.h"
-#include "app/rows/new_row.h"
 #include "resources/resource_ids.h"
 #include "swr/system/error_codes.h"
 #include "swr/text/encoding.h"
@@ -31,10 +30,10 @@ std::vector<std::u16string> Names(const FakeWindow& window) {
 
 using TextList = std::vector<std::u16string>;
 
-TEST(NewRowTest, ReadsFileInfo) {
+TEST(LookUpFileTest, ReadsFileInfo) {
   TempTree tree;
   const std::u16string path = tree.AddFile(u"a.bin", "12345");
-  const Row row = NewRow(LookUpFile(path));
+  const Row row = LookUpFile(path).row;
   EXPECT_EQ(row.Path(), path);
   EXPECT_EQ(row.Name(), u"a.bin");
   EXPECT_EQ(row.Folder(), tree.Root());
@@ -45,17 +44,17 @@ TEST(NewRowTest, ReadsFileInfo) {
   EXPECT_EQ(row.pendingMask, 0u);
 }
 
-TEST(NewRowTest, AMissingFileBecomesAFailedRow) {
+TEST(LookUpFileTest, AMissingFileBecomesAFailedRow) {
   TempTree tree;
-  const Row row = NewRow(LookUpFile(tree.Path(u"gone.bin")));
+  const Row row = LookUpFile(tree.Path(u"gone.bin")).row;
   EXPECT_EQ(row.status, RowStatus::Failed);
   EXPECT_EQ(row.error, swr::ErrorFileNotFound);
   EXPECT_EQ(row.Name(), u"gone.bin");
   EXPECT_EQ(row.size, 0u);
 }
 
-TEST(NewRowTest, AnEmptyPathBecomesAFailedRow) {
-  const Row row = NewRow(LookUpFile(u""));
+TEST(LookUpFileTest, AnEmptyPathBecomesAFailedRow) {
+  const Row row = LookUpFile(u"").row;
   EXPECT_EQ(row.Path(), u"");
   EXPECT_EQ(row.Name(), u"");
   EXPECT_EQ(row.Folder(), u"");

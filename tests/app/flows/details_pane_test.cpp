@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -169,7 +170,7 @@ TEST(DetailsTest, ExpectedDigests) {
   const auto expect = [](std::u16string file, uint32_t line) {
     return [file, line](OneRow& one) {
       Expect(one.row, {0xAB, 0xCD, 0xEF, 0x01}, {AlgoId::Crc32});
-      one.row.extras.Make().checksumFile = file;
+      one.row.extras.Make().checksumFile = std::make_shared<const std::u16string>(file);
       one.row.extras.Make().checksumLine = line;
     };
   };
@@ -209,7 +210,7 @@ TEST(DetailsTest, AFailedRowShowsItsError) {
        [&](OneRow& one) {
          fail(one, 2);
          Expect(one.row, {0x12, 0x34}, {AlgoId::Crc32});
-         one.row.extras.Make().checksumFile = u"C:\\SUMS";
+         one.row.extras.Make().checksumFile = std::make_shared<const std::u16string>(u"C:\\SUMS");
          one.row.extras.Make().checksumLine = 3;
        },
        error(2) + u"\r\nExpected:\t1234 (SUMS, line 3)"},

@@ -62,7 +62,7 @@ TEST_F(VerificationTest, EachLineBecomesARowThatKnowsItsDigest) {
     EXPECT_TRUE(row.hasExpected);
     EXPECT_EQ(swr::BytesToHex(row.extras->expectedBytes, false), expected[i].digest);
     EXPECT_EQ(row.extras->expectedAlgos, expected[i].algos);
-    EXPECT_EQ(row.extras->checksumFile, list);
+    EXPECT_EQ(*row.extras->checksumFile, list);
     EXPECT_EQ(row.extras->checksumLine, expected[i].line);
     EXPECT_EQ(window.queue.jobs[i].rowId, row.id);
     EXPECT_EQ(window.queue.jobs[i].mask, expected[i].asked);

@@ -86,7 +86,7 @@ TEST(FileIntakeTest, FilesCanBeTakenWhileTheNextCallHangs) {
   const auto batch = intake.Take();
   ASSERT_TRUE(batch);
   ASSERT_EQ(batch->files.size(), 1u);
-  EXPECT_EQ(batch->files[0].path, a);
+  EXPECT_EQ(batch->files[0].row.Path(), a);
   EXPECT_FALSE(batch->end);
   EXPECT_EQ(announcements, 1);
   gate.Open();

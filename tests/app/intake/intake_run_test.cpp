@@ -37,7 +37,7 @@ struct IntakeRunTest : ::testing::Test {
   std::vector<std::string> Names() const {
     std::vector<std::string> names;
     for (const IntakeFile& file : files) {
-      names.push_back(swr::WideToUtf8(file.path.substr(tree.Root().size() + 1)));
+      names.push_back(swr::WideToUtf8(file.row.Path().substr(tree.Root().size() + 1)));
     }
     return names;
   }
@@ -101,24 +101,24 @@ TEST_F(IntakeRunTest, ReportsFilesAndFoldersInTheOrderGiven) {
   const IntakeEnd end = Run(PathsRequest{.paths = {single, tree.Path(u"folder")}});
   EXPECT_FALSE(end.cancelled);
   ASSERT_EQ(files.size(), 3u);
-  EXPECT_EQ(files[0].path, single);
-  EXPECT_EQ(files[0].size, 4u);
-  EXPECT_EQ(files[0].modified, swr::testing::ModifiedTime(single));
+  EXPECT_EQ(files[0].row.Path(), single);
+  EXPECT_EQ(files[0].row.size, 4u);
+  EXPECT_EQ(files[0].row.modified, swr::testing::ModifiedTime(single));
   EXPECT_FALSE(files[0].isWalked);
-  EXPECT_EQ(files[1].path, tree.Path(u"folder/b9.bin"));
-  EXPECT_EQ(files[1].size, 10u);
+  EXPECT_EQ(files[1].row.Path(), tree.Path(u"folder/b9.bin"));
+  EXPECT_EQ(files[1].row.size, 10u);
   EXPECT_TRUE(files[1].isWalked);
   EXPECT_EQ(files[1].walkedPath, u"") << "it is the same";
-  EXPECT_EQ(files[2].path, tree.Path(u"folder/b10.bin"));
+  EXPECT_EQ(files[2].row.Path(), tree.Path(u"folder/b10.bin"));
 }
 
 TEST_F(IntakeRunTest, ReportsUnreadablePathsAsFailed) {
   Run(PathsRequest{.paths = {tree.Path(u"absent"), u""}});
   ASSERT_EQ(files.size(), 2u);
-  EXPECT_TRUE(files[0].failed);
-  EXPECT_EQ(files[0].error, swr::ErrorFileNotFound);
-  EXPECT_TRUE(files[1].failed);
-  EXPECT_EQ(files[1].path, u"");
+  EXPECT_EQ(files[0].row.status, RowStatus::Failed);
+  EXPECT_EQ(files[0].row.error, swr::ErrorFileNotFound);
+  EXPECT_EQ(files[1].row.status, RowStatus::Failed);
+  EXPECT_EQ(files[1].row.Path(), u"");
 }
 
 TEST_F(IntakeRunTest, AFailedFileInAFolderIsStillReported) {
@@ -128,8 +128,8 @@ TEST_F(IntakeRunTest, AFailedFileInAFolderIsStillReported) {
       {{.call = SystemCall::PathInfo, .nth = 2, .code = swr::ErrorNetworkNameGone}});
   Run(PathsRequest{.paths = {tree.Path(u"folder")}});
   ASSERT_EQ(files.size(), 1u);
-  EXPECT_TRUE(files[0].failed);
-  EXPECT_EQ(files[0].error, swr::ErrorNetworkNameGone);
+  EXPECT_EQ(files[0].row.status, RowStatus::Failed);
+  EXPECT_EQ(files[0].row.error, swr::ErrorNetworkNameGone);
 }
 
 TEST_F(IntakeRunTest, ReadsTheLinesOfAChecksumFile) {
@@ -141,15 +141,15 @@ TEST_F(IntakeRunTest, ReadsTheLinesOfAChecksumFile) {
   EXPECT_FALSE(end.readError);
   EXPECT_EQ(end.skippedLines, std::vector<uint32_t>{3});
   ASSERT_EQ(files.size(), 2u);
-  EXPECT_EQ(files[0].path, tree.Path(u"a.bin"));
-  EXPECT_EQ(files[0].size, 3u);
-  ASSERT_TRUE(files[0].listed);
-  EXPECT_EQ(files[0].listed->digest, std::vector<uint8_t>(32, 0x11));
-  EXPECT_EQ(files[0].listed->candidates.front(), swr::AlgoId::Sha256);
-  EXPECT_EQ(files[0].listed->lineNumber, 2u);
-  EXPECT_TRUE(files[1].failed);
-  EXPECT_EQ(files[1].error, swr::ErrorFileNotFound);
-  EXPECT_EQ(files[1].listed->lineNumber, 4u);
+  EXPECT_EQ(files[0].row.Path(), tree.Path(u"a.bin"));
+  EXPECT_EQ(files[0].row.size, 3u);
+  ASSERT_TRUE(files[0].row.hasExpected);
+  EXPECT_EQ(files[0].row.extras->expectedBytes, std::vector<uint8_t>(32, 0x11));
+  EXPECT_EQ(files[0].row.extras->expectedAlgos.front(), swr::AlgoId::Sha256);
+  EXPECT_EQ(files[0].row.extras->checksumLine, 2u);
+  EXPECT_EQ(files[1].row.status, RowStatus::Failed);
+  EXPECT_EQ(files[1].row.error, swr::ErrorFileNotFound);
+  EXPECT_EQ(files[1].row.extras->checksumLine, 4u);
 }
 
 TEST_F(IntakeRunTest, AnnouncesListedPathsBeforeTheFirstFileWhenAsked) {
@@ -194,9 +194,9 @@ TEST_F(IntakeRunTest, ACancelStillReportsEveryLineOfAChecksumFile) {
   const IntakeEnd end = Run(ChecksumFileRequest{list});
   EXPECT_TRUE(end.cancelled);
   ASSERT_EQ(files.size(), 4u);
-  EXPECT_TRUE(files[1].lookedUp);
-  EXPECT_FALSE(files[2].lookedUp);
-  EXPECT_FALSE(files[2].failed);
+  EXPECT_EQ(files[1].row.status, RowStatus::Waiting);
+  EXPECT_EQ(files[2].row.status, RowStatus::Cancelled);
+  EXPECT_TRUE(files[2].row.cancelledByUser);
   EXPECT_EQ(calls.Count(SystemCall::PathInfo), 2u);
 }
 

@@ -2,6 +2,7 @@
 // where the window shows a name, and in what it copies and saves.
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -51,7 +52,7 @@ std::u16string Replaced(std::u16string text, std::u16string_view by) {
 std::vector<std::u16string> Shown(const std::u16string& name, RowStatus status, uint32_t error) {
   FakeWindow window;
   Row& row = window.AddRow(u"C:\\d" + name + u"\\" + name);
-  row.extras.Make().checksumFile = u"C:\\" + name;
+  row.extras.Make().checksumFile = std::make_shared<const std::u16string>(u"C:\\" + name);
   row.extras.Make().signature =
       swr::SignatureResult{.state = swr::SignatureState::Valid, .signer = name};
   row.extras.Make().zone =
