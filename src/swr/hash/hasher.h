@@ -1,6 +1,7 @@
 // One incremental hash computation, and the factory that makes one for any algorithm.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <span>
@@ -16,6 +17,8 @@ class Hasher {
   virtual ~Hasher() = default;
   // Takes any number of bytes, including none, in pieces of any size.
   virtual void Update(const void* data, uint64_t size) = 0;
+  // From this many bytes on, longer pieces are not noticeably faster per byte.
+  virtual size_t EfficientPiece() const { return 2048; }
   // The digest of all bytes so far. After it, only Reset may be called.
   virtual Digest Final() = 0;
   // Returns the hasher to its initial state, whether it was finished or not. Throws as MakeHasher

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 
@@ -16,6 +17,9 @@ inline constexpr size_t ProviderAlgorithmCount = 7;
 // every later use.
 class ProviderHash {
  public:
+  // Bytes of an Update beside which the cost of the call itself is small.
+  static const size_t EfficientPiece;
+
   // Throws std::runtime_error "Windows cryptography provider unavailable" if the algorithm's
   // provider can't be opened, and "BCryptCreateHash failed" if it makes no hash object.
   explicit ProviderHash(ProviderAlgorithm algorithm);

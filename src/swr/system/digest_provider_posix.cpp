@@ -103,6 +103,8 @@ struct ProviderHash::State {
   std::variant<md2_ctx, md4_ctx, MD5_CTX, SHA_CTX, SHA256_CTX, Sha384State, Sha512State> context;
 };
 
+const size_t ProviderHash::EfficientPiece = 2048;
+
 ProviderHash::ProviderHash(ProviderAlgorithm algorithm) : state_(std::make_unique<State>()) {
   OpenProvider(algorithm);
   switch (algorithm) {

@@ -131,6 +131,8 @@ bool ProviderHash::State::TryToMakeHash(ULONG flags) {
   return true;
 }
 
+const size_t ProviderHash::EfficientPiece = 16384;
+
 ProviderHash::ProviderHash(ProviderAlgorithm algorithm)
     : state_(std::make_unique<State>(GetProvider(algorithm))) {
   state_->MakeHash();
