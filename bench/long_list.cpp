@@ -273,10 +273,12 @@ void TimeActions(size_t count) {
     window.details.Refresh();
   });
   time("copy all lines", [&] { window.commands.Run(ID_CTX_COPY_LINE); });
-  time("save", [&] {
-    window.desktop.saveTarget = {u"/tmp/long_list.sha256", 0};
-    window.commands.Run(ID_SAVE_CHECKSUMS);
-  });
+  // Freeing the content of an earlier file would take a fifth of the time.
+  constexpr char saved[] = "/tmp/long_list.sha256";
+  std::remove(saved);
+  window.desktop.saveTarget = {swr::Utf8ToWide(saved), 0};
+  time("save", [&] { window.commands.Run(ID_SAVE_CHECKSUMS); });
+  std::remove(saved);
   time("a value in the box", [&] {
     window.view.expectedText = ForeignDigest;
     window.expected.OnEdited();
