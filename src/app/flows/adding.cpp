@@ -16,8 +16,8 @@
 namespace app {
 namespace {
 
-// Which files are in the list already: by their paths, in which only A to Z match in either case. A
-// file found by a walk is known by the path that the walk gave it, and that alone.
+// The files that are in the list already, by their paths; only A to Z are compared ignoring case. A
+// file found by a walk is known only by the path that the walk gave it.
 class KnownFiles {
  public:
   explicit KnownFiles(const RowTable& rows) : rows_(rows) {}
@@ -32,13 +32,13 @@ class KnownFiles {
            (!otherPaths_.empty() && otherPaths_.contains(swr::ToLowerText(path)));
   }
 
-  // The row was made from this path of a walk, which differs from that of the row.
+  // The row was made from a file that the walk found under this path, which is not the row's path.
   void AddWalked(const std::u16string& walked, const Row& row) {
     otherPaths_.insert(swr::ToLowerText(walked));
     walkedOtherwise_.insert(row.id);
   }
 
-  // The row is removed, but stays known.
+  // The row is being removed, but its file stays known.
   void KeepRemoved(const Row& row) {
     if (!walkedOtherwise_.contains(row.id)) otherPaths_.insert(swr::ToLowerText(row.Path()));
   }
@@ -51,7 +51,7 @@ class KnownFiles {
   std::unordered_set<uint64_t> walkedOtherwise_;
 };
 
-// Makes rows of the files of one call of AddPaths.
+// Makes rows from the files of one call of AddPaths.
 class AddedFiles final : public FileReceiver {
  public:
   AddedFiles(RowTable& rows, Hashing& hashing, Banners& banners, ListView& list, bool isSinglePath,
@@ -120,7 +120,7 @@ class AddedFiles final : public FileReceiver {
   const bool isSinglePath_;
   const bool startsEmpty_;  // the rows are only those of this call
   KnownFiles known_;
-  std::optional<size_t> firstNew_;  // the number of rows before the first one came
+  std::optional<size_t> firstNew_;  // the number of rows before the first one arrived
   bool isUpToDate_ = true;
   bool wasShown_ = false;
   std::u16string checksumCandidate_;

@@ -1,5 +1,5 @@
-// Takes files and folders into the list: start-up arguments, drops, the Add commands and the paths
-// from other instances all come through here.
+// Adds files and folders to the list: start-up arguments, drops, the Add commands and the paths
+// from other instances.
 #pragma once
 
 #include <string>

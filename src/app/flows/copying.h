@@ -12,7 +12,7 @@
 namespace app {
 
 // Each works on the rows it is given; see copied_text.h for the texts. Without rows the clipboard
-// stays as it is.
+// is not changed.
 class Copying {
  public:
   // All must outlive the object.
@@ -21,7 +21,7 @@ class Copying {
 
   // The selected algorithms' digests.
   void CopyHashes(const RowIds& selection);
-  // Without an algorithm that all rows have, the clipboard stays as it is.
+  // Without an algorithm that all rows have, the clipboard is not changed.
   void CopyLines(const RowIds& selection);
   void CopyAllHashes(const RowIds& selection);
   void CopyPaths(const RowIds& selection);

@@ -10,7 +10,7 @@ namespace {
 using Clock = std::chrono::steady_clock;
 using std::chrono::milliseconds;
 
-// With the work that follows it stays below the 50 ms that a message may take.
+// Together with the work that follows it stays below the 50 ms that a message may take.
 constexpr milliseconds LongestWait{40};
 
 // Shows the wait cursor while it lives.
@@ -97,8 +97,8 @@ void FileArrivals::TakeBatch(std::unique_ptr<IntakeBatch> batch, Turn& turn) {
   intake_.GiveBack(std::move(batch));
   if (!end) return;
   receiver.Show();
-  // The request is over before its message shows: while that is open, the window takes the files of
-  // the next one.
+  // The request ends before its message is shown, because the window takes the files of the next
+  // one while the message is open.
   const Request ended = std::move(request);
   requests_.pop_front();
   --(ended.isForPaths ? open_.paths : open_.checksumFiles);

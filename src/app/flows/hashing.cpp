@@ -52,8 +52,8 @@ void Hashing::QueueFrom(size_t first) {
 bool Hashing::QueueCandidates(const swr::ParsedHash& expected, bool withCancelled) {
   const swr::AlgoMask mask = swr::CandidateMask(expected.candidates);
   std::vector<HashJob> jobs;
-  // From the last row to the first that lacks something: mostly these are the rows that came last,
-  // and a long list is not walked for each batch of them.
+  // From the last row back to the first that lacks something. Usually these are the newest rows, so
+  // a long list is not walked for each batch of them.
   for (size_t i = rows_.Size(); i > 0 && (withCancelled || rows_.Counters().WantsCandidates());) {
     --i;
     if (i >= RowsAhead) rows_.Prefetch(i - RowsAhead);
@@ -90,7 +90,7 @@ void Hashing::CancelAll() {
 }
 
 void Hashing::StartTimer() {
-  // Starting a timer that runs would postpone its next tick.
+  // Restarting a running timer would postpone its next tick.
   if (!std::exchange(timerRuns_, true)) timer_.StartProgressTimer();
 }
 

@@ -22,7 +22,7 @@ void JobIntake::Take(std::vector<std::unique_ptr<FinishedJob>> jobs) {
   if (changesDetails) uses_.details.Refresh();
   uses_.progress.Update();
   if (pageToOpen) uses_.shell.OpenAddress(*pageToOpen);
-  // Last, for its message stays open until the user closes it.
+  // Last, because its message stays open until the user closes it.
   uses_.comparison.Finish();
 }
 

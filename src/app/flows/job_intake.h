@@ -1,4 +1,4 @@
-// Where the worker's reports enter the window.
+// Handles the worker's reports.
 #pragma once
 
 #include <memory>
@@ -37,7 +37,7 @@ class JobIntake {
   };
   explicit JobIntake(const Uses& uses) : uses_(uses) {}
 
-  // Takes finished jobs into their rows; what belongs to a row that is gone is dropped.
+  // Puts the results of finished jobs into their rows; those of removed rows are dropped.
   void Take(std::vector<std::unique_ptr<FinishedJob>> jobs);
   // To be called at each tick of the progress timer.
   void OnTimer();

@@ -1,4 +1,4 @@
-// Takes rows out of the list, and work away from the worker.
+// Removes rows from the list, and cancels work.
 #pragma once
 
 #include <string>
@@ -34,13 +34,13 @@ class ListEdits {
   };
   explicit ListEdits(const Uses& uses) : uses_(uses) {}
 
-  // An id may come twice; one whose row is gone does nothing.
+  // Ids may be repeated; those of removed rows are ignored.
   void RemoveRows(const RowIds& ids);
   void Clear();
-  // Stops all hashing and looking up. The rows stay.
+  // Cancels all hashing and looking up. The rows are kept.
   void CancelAll();
-  // Removes the first row of this path that no checksum file expects anything of. A checksum file
-  // that was added is in the list like any file; once it is opened, its own row goes.
+  // Removes the first row of this path that has no expected digest from a checksum file. For the
+  // row of a checksum file that was added like any file and has now been opened.
   void RemovePlainRow(const std::u16string& path);
 
  private:

@@ -33,7 +33,7 @@ std::vector<size_t> Sorting::OrderBySize() const {
   std::vector<Entry> entries;
   entries.reserve(rows_.Size());
   for (const Row& row : rows_) entries.push_back({row.size, entries.size()});
-  // Rows of one size keep their order, in either direction.
+  // Rows of equal size keep their order, in either direction.
   std::ranges::sort(entries, [this](const Entry& a, const Entry& b) {
     return a.size != b.size ? (a.size < b.size) != descending_ : a.index < b.index;
   });

@@ -1,4 +1,4 @@
-// Sorts the list by a column: once, at the click on its heading.
+// Sorts the list by a column when its heading is clicked. Later rows are appended unsorted.
 #pragma once
 
 #include <cstddef>
@@ -21,7 +21,7 @@ class Sorting {
           ListView& list, ColumnView& view);
 
   // The first click on a column sorts ascending; each further one reverses the direction. Does
-  // nothing for a column that is not there.
+  // nothing for a column that does not exist.
   void SortBy(size_t column);
   // To be called when the columns are replaced: the next click on any sorts ascending.
   void Forget() { column_.reset(); }

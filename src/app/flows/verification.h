@@ -20,8 +20,8 @@ class Verification {
                ListView& list, Pickers& pickers);
 
   // Adds the files that the checksum file lists; those that are looked up at once are in the list
-  // when this returns. A file that can't be read or holds no checksum is reported in a message and
-  // leaves the list as it is.
+  // when this returns. A file that can't be read or has no checksums is reported in a message and
+  // does not change the list.
   void VerifyFile(const std::u16string& path);
   void VerifyChosenFiles();
 

@@ -61,7 +61,7 @@ class FileIntake::State {
 
   const std::function<bool()> announce_;
   mutable std::mutex mutex_;
-  std::condition_variable wake_;   // for the thread: a request came, or it is to stop
+  std::condition_variable wake_;   // for the thread: a new request, or the stop
   std::condition_variable moved_;  // for the window: a batch is complete, or the thread is idle
   // From here to hasEnded_: under mutex_.
   std::deque<WaitingRequest> requests_;
@@ -165,7 +165,7 @@ bool FileIntake::State::AnnounceNext() {
 }
 
 void FileIntake::State::RunUntilStopped() {
-  // As the worker's thread: neither is to take the other's core.
+  // Like the worker's thread, so that neither displaces the other.
   swr::PreferThroughput();
   std::unique_lock lock(mutex_);
   while (true) {
@@ -208,8 +208,8 @@ void FileIntake::State::Run(std::unique_lock<std::mutex>& lock) {
   moved_.notify_all();
 }
 
-// Changes the last batch of the current request and tells the window. False when nobody wants more
-// of this request.
+// Changes the last batch of the current request and notifies the window. False if the request has
+// been discarded.
 template <typename Change>
 bool FileIntake::State::Publish(Change&& change) {
   const std::lock_guard lock(mutex_);
@@ -240,7 +240,7 @@ uint64_t FileIntake::Start(IntakeRequest request) {
   const uint64_t id = ++lastId_;
   state_->Add({.id = id, .request = std::move(request)});
   if (!hasThread_) hasThread_ = StartThread();
-  // A window that waits is better than files that never come.
+  // A window that waits is better than files that never arrive.
   if (!hasThread_) state_->RunWaitingRequests();
   return id;
 }

@@ -15,7 +15,8 @@ class FileIntake final : public Intake {
  public:
   // `announce` tells the window's thread that a batch can be taken. It is called on the intake's
   // thread (on the window's if no thread can be started), and must neither wait for the window nor
-  // call the intake. It returns false when the window could not be told; the next file tries again.
+  // call the intake. It returns false if the window could not be notified; the next file tries
+  // again.
   explicit FileIntake(std::function<bool()> announce);
   ~FileIntake() override;
   FileIntake(const FileIntake&) = delete;

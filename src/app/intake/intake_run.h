@@ -1,4 +1,4 @@
-// Works on one request from start to end: which files it means and what the system says about them.
+// Carries out one request: finds the files that it refers to, and asks the system for their info.
 #pragma once
 
 #include <atomic>
@@ -9,13 +9,13 @@
 
 namespace app {
 
-// Receive the answer, in order. Return false when no more is wanted.
+// Receive the answer, in order. Return false to end the request.
 struct IntakeCallbacks {
   std::function<bool(std::u16string)> announced;  // see IntakeBatch::announcedPaths
   std::function<bool(IntakeFile)> found;
 };
 
-// What the system says about the file or folder at this path. Does not fail.
+// The info of the file or folder at this path; an error is part of the result.
 IntakeFile LookUpFile(const std::u16string& path);
 // The row of a file whose request has been cancelled becomes cancelled, unless the file failed.
 void CancelNewRow(Row& row);

@@ -1,4 +1,4 @@
-// A row against an expected digest.
+// Compares a row with an expected digest.
 #pragma once
 
 #include <cstdint>
@@ -18,7 +18,7 @@ using swr::CompareResult;
 CompareResult CompareRow(const Row& row, std::span<const uint8_t> expectedBytes,
                          std::span<const swr::AlgoId> candidates);
 
-// The row against what a checksum file expects of it.
+// Compares the row with its expected digest from a checksum file.
 CompareResult CompareWithOwn(const Row& row);
 
 }  // namespace app

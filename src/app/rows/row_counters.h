@@ -16,11 +16,11 @@
 
 namespace app {
 
-// Kept up to date by RowTable; everybody else reads. Indexes are those of the table.
+// Kept up to date by RowTable; all others only read. Indexes are those of the table.
 class RowCounters {
  public:
   uint64_t TotalSize() const { return totalSize_; }
-  // The rows that a checksum file expects something of.
+  // The rows with an expected digest from a checksum file.
   const swr::VerificationCounts& Verification() const { return verification_; }
 
   // The rows compared with the expected hash.
@@ -36,9 +36,9 @@ class RowCounters {
 
   // Empties the counters. From here on rows are compared with this value; nothing for an empty box.
   void Reset(const std::optional<swr::ParsedHash>& expected);
-  // Counts the row after those that are counted already.
+  // Adds the row after those counted so far.
   void Add(const Row& row);
-  // Counts the row again that has this index.
+  // Counts the row with this index again.
   void Recount(size_t index, const Row& row);
   // To be called when the rows at these indexes are removed; the others move up.
   void Remove(const std::vector<bool>& isRemoved);
@@ -50,7 +50,7 @@ class RowCounters {
  private:
   struct Contribution {
     uint64_t size = 0;
-    bool isListed = false;  // a checksum file expects something of it
+    bool isListed = false;  // it has an expected digest from a checksum file
     CompareOutcome own = {};
     CompareOutcome expected = {};
     swr::AlgoId expectedAlgo = {};

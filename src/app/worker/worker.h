@@ -51,7 +51,7 @@ class Worker final : public HashQueue {
   using TickFunction = std::function<uint64_t()>;
 
   // Starts the thread. The sink must outlive the worker. After `rest` without a job the memory and
-  // the threads that are kept for the next file are given back.
+  // the threads that are kept for the next file are freed.
   explicit Worker(WorkerSink& sink, TickFunction ticks = SystemTicks,
                   std::chrono::milliseconds rest = std::chrono::minutes(1));
   // Drops the queue, cancels the running job and waits for the thread.
