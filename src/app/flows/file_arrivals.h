@@ -1,5 +1,5 @@
-// Where the files that the intake finds enter the list. Each request has a receiver, which turns
-// its files into rows; the requests are answered one after the other.
+// Passes the files that the intake finds to the list. Each request has a receiver, which makes rows
+// from its files; the requests are answered one after the other.
 #pragma once
 
 #include <chrono>
@@ -21,22 +21,22 @@
 
 namespace app {
 
-// What becomes of the answer to one request.
+// Receives the answer to one request.
 class FileReceiver {
  public:
   virtual ~FileReceiver() = default;
 
-  // Files of these paths are going to come (see IntakeBatch::announcedPaths).
+  // Files with these paths will arrive (see IntakeBatch::announcedPaths).
   virtual void Expect(const std::vector<std::u16string>& paths) = 0;
   // Appends the rows of these files. If the user has cancelled the request, they are cancelled and
   // nothing is queued for them. May move from the rows.
   virtual void Take(std::span<IntakeFile> files, bool isCancelled) = 0;
-  // The user is removing these rows. What was asked for before knows them all the same: the files
-  // do not come back.
+  // The user is removing these rows. Requests made before still treat their files as known, so
+  // that they do not come back.
   virtual void OnRemoval(const std::vector<const Row*>& rows) = 0;
   // Brings the list view in line with the rows, after one or several calls of Take.
   virtual void Show() = 0;
-  // After the last file. Returns what the user has to be told in a message, if anything.
+  // Called after the last file. Returns the message to show, if any.
   virtual std::optional<TaskDialogSpec> Finish(const IntakeEnd& end) = 0;
 };
 
@@ -46,16 +46,16 @@ class FileArrivals {
   FileArrivals(Intake& intake, OpenRequests& open, Hashing& hashing, Refresh& refresh, Frame& frame,
                Messages& messages);
 
-  // Starts the request and waits a moment for it: what is found at once is in the list when this
-  // returns. The rest comes with TakeSome.
+  // Starts the request and waits a moment for it: files found by then are in the list when this
+  // returns. TakeSome adds the others.
   void Start(IntakeRequest request, std::unique_ptr<FileReceiver> receiver);
-  // Takes what has been found in the meantime, but stops after `longest` or when there is a message
-  // to show. To be called when the intake has announced something, and at each tick of the progress
+  // Takes the files found meanwhile, but stops after `longest` or when there is a message to show.
+  // To be called when the intake has announced something, and at each tick of the progress
   // timer. Returns false if there was nothing to take.
   bool TakeSome(std::chrono::milliseconds longest);
-  // Ends all requests: walks stop, and what still comes becomes cancelled rows.
+  // Cancels all requests: walks stop, and files that still arrive become cancelled rows.
   void Cancel();
-  // Ends all requests; nothing more comes of them.
+  // Ends all requests; no more of their files arrive.
   void Forget();
   // To be called before the user removes these rows.
   void OnRemoval(const std::vector<const Row*>& rows);
@@ -70,7 +70,7 @@ class FileArrivals {
     bool isShown = false;  // the screen has been updated since it was started
     std::unique_ptr<FileReceiver> receiver;
   };
-  // What has to be done before the window is left to its user again.
+  // What is left to do before the window handles further input.
   struct Turn {
     bool needsRefresh = false;
     std::optional<TaskDialogSpec> message;

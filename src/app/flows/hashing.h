@@ -1,4 +1,4 @@
-// Asks the worker for the digests that rows lack.
+// Queues jobs for the digests that rows lack.
 #pragma once
 
 #include <cstddef>
@@ -21,34 +21,34 @@ class Hashing {
   // All must outlive the object.
   Hashing(RowTable& rows, HashQueue& queue, const Options& options, ProgressTimer& timer);
 
-  // Asks for those digests of `mask` that the row lacks and that were not asked for yet. False when
-  // there are none.
+  // Queues the digests of `mask` that the row lacks and that are not queued yet. False if there are
+  // none.
   bool QueueRow(uint64_t id, swr::AlgoMask mask);
-  // Does so for every row, with the selected algorithms and, where a checksum file expects
-  // something of the row, the algorithms that this may belong to.
+  // Does so for every row, with the selected algorithms and, if a checksum file lists the row, the
+  // candidates of its expected digest.
   void QueueAll() { QueueFrom(0); }
   // The same for the rows from this index on.
   void QueueFrom(size_t first);
   // Does so for every row with the algorithms that the value may belong to; for rows that the user
-  // cancelled only with `withCancelled`. False when there was nothing to ask for.
+  // cancelled only with `withCancelled`. False if nothing was queued.
   bool QueueCandidates(const swr::ParsedHash& expected, bool withCancelled);
 
   // The only ways to remove rows while there may be jobs: a waiting job refers to its row's path,
-  // so the jobs are taken back from the worker first. See RowTable::Remove.
+  // so the jobs are dropped first. See RowTable::Remove.
   void RemoveRows(std::span<const uint64_t> ids);
   void RemoveAllRows();
-  // Takes all jobs back; the rows that waited for them become cancelled.
+  // Drops all jobs; the rows that were waiting for them become cancelled.
   void CancelAll();
 
   WorkerSnapshot Snapshot() const { return queue_.GetSnapshot(); }
-  // For work that the worker does not know of.
+  // For work other than the worker's.
   void StartTimer();
   // To be called at a tick of the timer that finds no work.
   void StopTimer();
 
  private:
-  // The job that gets the row these digests; from here on they count as asked for. Nothing when
-  // there is nothing to do.
+  // A job for those of the digests that QueueRow would queue, which it marks as pending. Nothing if
+  // there are none.
   std::optional<HashJob> JobFor(size_t index, swr::AlgoMask mask);
   bool QueueJobs(std::vector<HashJob> jobs);
 

@@ -121,7 +121,7 @@ TaskDialogSpec NothingToSave() {
 void Saving::Save(const RowIds& selection) {
   // One selected row does not limit what is saved; several do.
   const SavedRows candidates = selection.size() > 1 ? FindRows(rows_, selection) : AllRows(rows_);
-  RowIds targetIds;  // and not rows, which may go while the dialog is open
+  RowIds targetIds;  // rows may be removed while the dialog is open
   targetIds.reserve(candidates.size());
   swr::AlgoMask common = options_.algorithms;
   ForEachRowState(candidates, [&](const Row& row) {

@@ -41,7 +41,7 @@ TaskDialogSpec NoChecksums(const std::u16string& path) {
                            u"\"SHA256 (<file name>) = <hash>\".");
 }
 
-// Makes rows of the files that one checksum file lists.
+// Makes rows from the files that one checksum file lists.
 class ListedFiles final : public FileReceiver {
  public:
   ListedFiles(RowTable& rows, Hashing& hashing, Banners& banners, ListView& list,
@@ -53,7 +53,7 @@ class ListedFiles final : public FileReceiver {
         checksumFile_(checksumFile),
         startsEmpty_(startsEmpty) {}
 
-  // A listed file replaces the rows of its path that no checksum file expects anything of.
+  // A listed file replaces the rows of its path that have no expected digest.
   void Expect(const std::vector<std::u16string>& paths) override {
     for (const std::u16string& path : paths) {
       for (const size_t index : rows_.IndexesOfPath(path)) {
@@ -98,7 +98,7 @@ class ListedFiles final : public FileReceiver {
   }
 
  private:
-  // The replaced rows go at once, before the first new one comes.
+  // All replaced rows are removed before the first new one is appended.
   void Begin(bool isCancelled) {
     firstNew_ = rows_.Size();
     const RowIds replaced(replaced_.begin(), replaced_.end());
@@ -113,7 +113,7 @@ class ListedFiles final : public FileReceiver {
   const std::u16string checksumFile_;
   const bool startsEmpty_;  // the rows are only those of this file
   std::set<uint64_t> replaced_;
-  std::optional<size_t> firstNew_;  // the number of rows before the first file came
+  std::optional<size_t> firstNew_;  // the number of rows before the first file arrived
   bool isUpToDate_ = true;
   bool wasShown_ = false;
 };
@@ -130,7 +130,7 @@ Verification::Verification(RowTable& rows, Hashing& hashing, Banners& banners,
       pickers_(pickers) {}
 
 void Verification::VerifyFile(const std::u16string& path) {
-  // Rows of listed paths are replaced; without rows there is nothing to look for.
+  // The paths are needed to replace rows; without rows there is nothing to replace.
   const bool startsEmpty = rows_.IsEmpty() && !arrivals_.Open().Any();
   arrivals_.Start(
       ChecksumFileRequest{.path = path, .announcePaths = !startsEmpty},

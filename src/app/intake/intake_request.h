@@ -11,7 +11,7 @@
 
 namespace app {
 
-// Files, and folders whose files are wanted, in the order given.
+// Files, and folders whose files are requested, in the order given.
 struct PathsRequest {
   std::vector<std::u16string> paths;
   bool includeHidden = false;  // also hidden and system entries of the folders
@@ -20,7 +20,7 @@ struct PathsRequest {
 // The files that a checksum file lists.
 struct ChecksumFileRequest {
   std::u16string path;
-  // Whether the paths of all listed files are wanted before the first file is looked up.
+  // Whether to announce the paths of all listed files before the first file is looked up.
   bool announcePaths = false;
 };
 
@@ -28,11 +28,11 @@ using IntakeRequest = std::variant<PathsRequest, ChecksumFileRequest>;
 
 // One file, as a row of the list.
 struct IntakeFile {
-  // Has no id. Failed if the system gave no information about the file, and cancelled if it was not
-  // asked because of a cancel. The path is full, or as it was given if it can't be made full. With
-  // what the line of a ChecksumFileRequest expects.
+  // Has no id. Failed if the system gave no information about the file; cancelled if it was not
+  // queried because of a cancel. The path is full, or as given if it can't be made full. Has the
+  // expected digest from the line of a ChecksumFileRequest.
   Row row;
-  bool isWalked = false;  // found by the walk of a folder, not named itself
+  bool isWalked = false;  // found by walking a folder, not given by name
   // The path as the walk reported it, where it differs from that of the row; otherwise empty.
   std::u16string walkedPath;
   // False if no earlier file of the request has one of these paths, ignoring case.
@@ -53,8 +53,8 @@ struct IntakeEnd {
 // has the end. Then come those of the next request.
 struct IntakeBatch {
   uint64_t requestId = 0;
-  // With ChecksumFileRequest::announcePaths: full paths of files that are still to come. All of
-  // them come before the first file.
+  // With ChecksumFileRequest::announcePaths: full paths of files that will follow. All of them
+  // come before the first file.
   std::vector<std::u16string> announcedPaths;
   std::vector<IntakeFile> files;  // in order
   std::optional<IntakeEnd> end;

@@ -63,7 +63,7 @@ class FileMaker {
   }
 
  private:
-  // Unequal paths with the same hash value do no harm: their files only seem to repeat.
+  // Different paths with the same hash value do no harm: their files are only treated as repeated.
   bool CameBefore(const std::u16string& path) {
     return !hashes_.insert(swr::CaseHash(path)).second;
   }
@@ -117,8 +117,8 @@ IntakeEnd Run(const ChecksumFileRequest& request, const std::atomic<bool>& cance
     }
     return callbacks.found(std::move(file));
   };
-  // Unless all paths are wanted first, the first file is looked up, and hashed, while the lines
-  // after it are still to be read.
+  // Unless all paths are requested first, the first file is looked up, and hashed, before the lines
+  // after it are read.
   swr::ChecksumTextReader reader(*text, request.path);
   std::vector<IntakeFile> announced;
   bool goesOn = true;

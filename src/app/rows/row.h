@@ -1,4 +1,4 @@
-// One file in the list: what names it, and what is known of it so far.
+// One file in the list: what identifies it, and what is known about it so far.
 #pragma once
 
 #include <cstdint>
@@ -31,10 +31,10 @@ struct RowIdentity {
   std::u16string_view Folder() const { return path.Folder(); }
 };
 
-// What few rows have, or rows that the user looked at.
+// What only few rows have.
 struct RowExtras {
-  // What a checksum file expects of this file. `expectedAlgos` holds the algorithms that the digest
-  // may belong to, in the order of comparison.
+  // The expected digest from a checksum file. `expectedAlgos` has the algorithms that it may belong
+  // to, in the order of comparison.
   std::vector<uint8_t> expectedBytes;
   std::vector<swr::AlgoId> expectedAlgos;
   std::shared_ptr<const std::u16string> checksumFile;  // full path; null without one
@@ -47,7 +47,7 @@ struct RowExtras {
 // Changed through RowTable only, which keeps its counters in step. A list can have a million rows,
 // so each byte counts.
 struct RowState {
-  uint64_t size = 0;  // bytes; from the file system first, then as many as hashing read
+  uint64_t size = 0;  // bytes; from the file system at first, then as read by hashing
   swr::FileTime modified = 0;
   swr::AlgoMask pendingMask = 0;  // queued for this row and not yet reported
   uint32_t error = 0;             // Windows error code of a failed row
@@ -56,7 +56,7 @@ struct RowState {
   // that is Cancelled without this has a later job; the result of an earlier one hides that.
   bool cancelledByUser = false;
   bool changed = false;             // the file changed while some pass was reading it
-  bool hasExpected = false;         // a checksum file expects something of it; see the extras
+  bool hasExpected = false;         // a checksum file lists the row; see the extras
   bool signatureRequested = false;  // a check is in progress
   // Kept for as long as the row lives, whichever algorithms are selected.
   swr::PackedDigests digests;
@@ -65,8 +65,8 @@ struct RowState {
 
 struct Row : RowIdentity, RowState {};
 
-// Hints for a row that is read soon. Each brings a part of it into the cache: all but its digests,
-// the whole row, and what it points to.
+// Prefetch hints for a row that will be read soon: for all but its digests, for the whole row, and
+// for what it points to.
 inline constexpr size_t CacheLine = 64;
 inline void PrefetchRowState(const Row& row) {
   __builtin_prefetch(&row);

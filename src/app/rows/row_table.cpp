@@ -57,8 +57,8 @@ const Row& RowTable::Append(Row row, bool isNewPath) {
   return added;
 }
 
-// By ascending id, which is the order in which they were allocated: after a sort, freeing them by
-// index would touch memory here and there.
+// By ascending id, the order in which they were allocated: after a sort, freeing them by index
+// would access scattered memory.
 template <typename IsRemoved>
 void RowTable::FreeRows(const IsRemoved& isRemoved) {
   for (const size_t index : indexes_) {
@@ -111,7 +111,7 @@ void RowTable::Clear() {
 }
 
 void RowTable::Reorder(std::span<const size_t> order) {
-  // Those that are indexed are the first ones, which will be others.
+  // Only the first rows are indexed. Reordering would mix them with the others.
   if (indexedPaths_ > 0) IndexPaths();
   std::vector<std::unique_ptr<Row>> ordered;
   ordered.reserve(rows_.size());
@@ -133,7 +133,7 @@ void RowTable::CompareWith(const std::optional<swr::ParsedHash>& expected) {
   if (expected != counters_.Expected()) CountAll(expected);
 }
 
-// The rows themselves are not read: in a long list that was sorted each would be waited for.
+// Does not read the rows: in a long sorted list each would be a cache miss.
 void RowTable::MoveIndexes(std::span<const size_t> newIndexes) {
   for (size_t& index : indexes_) {
     if (index != NoRow) index = newIndexes[index];

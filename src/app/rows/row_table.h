@@ -1,5 +1,5 @@
-// The rows of the list, in display order. The table alone changes them, and keeps everything that
-// is derived from them in step: the lookup by id and by path, and the running counters.
+// The rows of the list, in display order. Only the table changes them, and it keeps everything that
+// is derived from them up to date: the look-ups by id and by path, and the running counters.
 #pragma once
 
 #include <cstddef>
@@ -35,8 +35,8 @@ class RowTable {
   const Row& operator[](size_t index) const { return *rows_[index]; }
   // Does not read the row.
   uint64_t IdAt(size_t index) const { return ids_[index]; }
-  // To be called some rows before the row is read, when many rows are gone over by index; see
-  // row_walk.h. Does nothing for an index without a row.
+  // For loops over many rows: call it some rows before the row is read; see row_walk.h.
+  // Does nothing for an index without a row.
   void Prefetch(size_t index) const {
     if (index < rows_.size()) PrefetchRow(*rows_[index]);
   }
@@ -49,21 +49,21 @@ class RowTable {
   // The rows of this path, ignoring case as the system does; ascending.
   std::vector<size_t> IndexesOfPath(std::u16string_view path) const;
 
-  // Whether no two rows have the same path, ignoring case. Says no where that is not known.
+  // Whether no two rows have the same path, ignoring case. False if that is not known.
   bool PathsAreUnique() const { return pathsAreUnique_; }
 
   // Puts the row at the end and gives it the next id. Takes constant time. With `isNewPath` the
   // caller knows that no row has its path yet.
   const Row& Append(Row row, bool isNewPath = false);
-  // Uses up an id, for a row that was made and not wanted.
+  // Uses up an id, for a file that gets no row.
   void SkipId() { ++nextId_; }
-  // Removes the rows of these ids. An id may come twice; one without a row does nothing.
+  // Removes the rows of these ids. Ids may be repeated; those without a row are ignored.
   void Remove(std::span<const uint64_t> ids);
   void Clear();
-  // Puts the row that has the index order[i] now at the index i. `order` holds each index once.
+  // Moves the row with the index order[i] to the index i. `order` has each index once.
   void Reorder(std::span<const size_t> order);
 
-  // Calls change(RowState&) for the row with this id, or does nothing when it is gone.
+  // Calls change(RowState&) for the row with this id; does nothing if the row is gone.
   template <typename Change>
   void Update(uint64_t id, Change&& change) {
     if (const auto index = IndexOf(id)) UpdateAt(*index, std::forward<Change>(change));
@@ -75,19 +75,19 @@ class RowTable {
   }
 
   const RowCounters& Counters() const { return counters_; }
-  // The value of the Expected hash box, which every row is compared with; nothing when the box
-  // holds no hash.
+  // The value of the Expected hash box, which every row is compared with; nothing if the box has no
+  // hash.
   const std::optional<swr::ParsedHash>& Expected() const { return counters_.Expected(); }
-  // Takes time for every row when the value is another one.
+  // Takes time for every row if the value is a new one.
   void CompareWith(const std::optional<swr::ParsedHash>& expected);
 
  private:
   static constexpr size_t NoRow = SIZE_MAX;
 
-  // Frees the rows at the indexes for which isRemoved(index). Their places stay, empty.
+  // Frees the rows at the indexes for which isRemoved(index). Their places stay, but empty.
   template <typename IsRemoved>
   void FreeRows(const IsRemoved& isRemoved);
-  // Adds the rows to the index by path that it lacks.
+  // Adds the rows that are missing in the index by path.
   void IndexPaths() const;
   // After rows were removed.
   void DropRemovedPaths();
@@ -101,19 +101,19 @@ class RowTable {
   FolderTexts folders_;
   bool pathsAreUnique_ = true;
   uint64_t nextId_ = 1;
-  // Ids ascend, so a plain table does for a map: the index of the row with id `firstId_` + i, or
+  // Ids ascend, so a vector serves as the map: the index of the row with id `firstId_` + i, or
   // NoRow where that row is gone.
   std::vector<size_t> indexes_;
   uint64_t firstId_ = 1;
-  // The ids of the first `indexedPaths_` rows by the CaseHash of their paths. Extended when it is
-  // asked, for many lists never are. It also holds ids of rows that are gone, but not more of them
-  // than of others: taking each out would mean looking for it in the whole of a long list.
+  // The ids of the first `indexedPaths_` rows by the CaseHash of their paths. Extended only
+  // when it is used, because in many lists it never is. Also has ids of removed rows, but at most
+  // as many as of others: removing each at once would require a search of the whole index.
   mutable std::unordered_multimap<uint64_t, uint64_t> idsByPathHash_;
   mutable size_t indexedPaths_ = 0;
   RowCounters counters_;
 };
 
-// Goes over the rows in display order.
+// Iterates over the rows in display order.
 class RowTable::Iterator {
  public:
   using iterator_concept = std::forward_iterator_tag;

@@ -1,4 +1,4 @@
-// Going over many rows of a long list.
+// Iterates over many rows of a long list.
 #pragma once
 
 #include <cstddef>
@@ -8,8 +8,8 @@
 
 namespace app {
 
-// Once a long list is sorted, its rows lie anywhere in memory, and reading them one by one is
-// mostly waiting. So a row is prefetched while those before it are read: this many rows before.
+// Once a long list is sorted, its rows are scattered in memory, and reading them one by one is
+// mostly waiting. So a row is prefetched while those before it are read: this many rows ahead.
 inline constexpr size_t RowsAhead = 16;
 
 // Calls visit(const Row&) for each of these rows, in this order. The visit reads neither the name
@@ -22,8 +22,8 @@ void ForEachRowState(const std::vector<const Row*>& rows, const Visit& visit) {
   }
 }
 
-// The same for a visit that reads everything. Prefetches first a row and later, when it is there,
-// what it points to.
+// The same for a visit that reads everything. Prefetches each row first and, once it has
+// arrived, what it points to.
 template <typename Visit>
 void ForEachRow(const std::vector<const Row*>& rows, const Visit& visit) {
   constexpr size_t textsAhead = RowsAhead / 2;

@@ -13,13 +13,13 @@ namespace app {
 // The text of a folder with the separator at its end; shared, and never changed.
 using FolderText = std::shared_ptr<const std::u16string>;
 
-// The texts of the folders of many paths, each of them once. Used by one thread at a time.
+// The texts of the folders of many paths, each stored once. Used by one thread at a time.
 class FolderTexts {
  public:
-  // The text that is here already and equals this one, or this one, which is kept from here on.
+  // The stored text that equals this one; without one, stores this one.
   void Share(FolderText& text);
   FolderText Share(std::u16string_view text);
-  // Drops the texts that no path holds any more. Takes time for each text.
+  // Drops the texts that no path uses any more. Takes time for each text.
   void DropUnused();
   size_t Size() const { return texts_.size(); }
 
@@ -31,7 +31,7 @@ class FolderTexts {
     bool operator()(const FolderText& a, const FolderText& b) const { return *a == *b; }
   };
   std::unordered_set<FolderText, Hash, Equal> texts_;
-  FolderText last_;  // files of one folder come one after the other
+  FolderText last_;  // files of one folder come in succession
 };
 
 // A path, which may be any text. It is split after its last backslash or slash.
