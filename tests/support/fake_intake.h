@@ -39,7 +39,7 @@ class FakeIntake final : public Intake {
                                    }});
     batch.end = std::move(end);
     next();
-    if (!isHeld) released_ = found_.size();
+    Release(isHeld ? releasedAtOnce : SIZE_MAX);
     return id;
   }
 
@@ -97,7 +97,9 @@ class FakeIntake final : public Intake {
   }
   bool IsIdle() const { return found_.empty(); }
 
-  bool isHeld = false;  // applies to requests started from now on
+  // For requests that are started from here on.
+  bool isHeld = false;
+  size_t releasedAtOnce = 0;  // batches of a held one that can be taken while its start waits
 
  private:
   uint64_t lastId_ = 0;

@@ -11,7 +11,7 @@ using Clock = std::chrono::steady_clock;
 using std::chrono::milliseconds;
 
 // Together with the work that follows it stays below the 50 ms that a message may take.
-constexpr milliseconds LongestWait{40};
+constexpr milliseconds LongestWait{30};
 
 // Shows the wait cursor while it lives.
 class WaitCursor {
@@ -49,6 +49,8 @@ void FileArrivals::Start(IntakeRequest request, std::unique_ptr<FileReceiver> re
     while (IsOpen(id) && !turn.message && intake_.WaitForBatch(deadline)) {
       if (auto batch = intake_.Take()) TakeBatch(std::move(batch), turn);
     }
+    // More files are announced. A list view can take as long for them as this has waited.
+    showsLater_ = IsOpen(id) && turn.needsRefresh;
   }
   End(turn);
 }
@@ -56,8 +58,8 @@ void FileArrivals::Start(IntakeRequest request, std::unique_ptr<FileReceiver> re
 bool FileArrivals::TakeSome(milliseconds longest) {
   const auto deadline = Clock::now() + longest;
   std::unique_ptr<IntakeBatch> batch = intake_.Take();
-  if (!batch) return false;
-  Turn turn;
+  if (!batch && !showsLater_) return false;
+  Turn turn{.needsRefresh = std::exchange(showsLater_, false)};
   while (batch) {
     TakeBatch(std::move(batch), turn);
     if (!turn.message && Clock::now() < deadline) batch = intake_.Take();
@@ -109,7 +111,7 @@ void FileArrivals::TakeBatch(std::unique_ptr<IntakeBatch> batch, Turn& turn) {
 void FileArrivals::End(const Turn& turn) {
   bool needsRefresh = turn.needsRefresh;
   if (!requests_.empty()) {
-    requests_.front().receiver->Show();
+    if (!showsLater_) requests_.front().receiver->Show();
     hashing_.StartTimer();
   }
   for (Request& request : requests_) needsRefresh |= !std::exchange(request.isShown, true);

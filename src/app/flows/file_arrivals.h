@@ -87,6 +87,7 @@ class FileArrivals {
   Frame& frame_;
   Messages& messages_;
   std::deque<Request> requests_;  // in the order of their start
+  bool showsLater_ = false;       // the list view is updated by the next TakeSome
 };
 
 }  // namespace app

@@ -52,6 +52,21 @@ TEST_F(FileArrivalsTest, RowsAppearAndAreQueuedWhileTheWalkContinues) {
   EXPECT_EQ(window.desktop.waits, 1);
 }
 
+// Waiting for the first files and updating a long list view would be too much for one message.
+TEST_F(FileArrivalsTest, TheListViewIsUpdatedByTheNextMessageIfFilesAreStillToCome) {
+  window.fileIntake.releasedAtOnce = 2;
+  window.adding.AddPaths({tree.Root()});
+  EXPECT_EQ(Names(), (TextList{u"a.bin", u"b.bin"}));
+  EXPECT_EQ(window.view.rowCount, 0u);
+  EXPECT_TRUE(window.view.progress);
+  EXPECT_TRUE(window.desktop.timerRuns);
+  window.LookUpFiles(0);
+  EXPECT_EQ(window.view.rowCount, 2u) << "although no further file has been found";
+  EXPECT_EQ(window.view.selected, std::vector<size_t>{0});
+  window.LookUpFiles();
+  EXPECT_EQ(window.view.rowCount, 3u);
+}
+
 TEST_F(FileArrivalsTest, ARequestIsWorkInProgressUntilItEnds) {
   window.adding.AddPaths({tree.Root()});
   EXPECT_TRUE(window.desktop.timerRuns);
