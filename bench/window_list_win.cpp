@@ -111,7 +111,7 @@ void TimeVerification(const std::u16string& list) {
   window.WaitUntilIdle();
   TimeWindow(window, [&] {
     window.FollowBannerLink(u"a");
-    // A short list may be verified before the first look at it.
+    // A short list may be verified before it is first checked.
     WaitFor([&] { return window.RowCount() > 1; });
   });
 }

@@ -1,4 +1,4 @@
-// The running counters behind the sentences about the whole list. What each row contributes is
+// The running counters for the sentences about the whole list. What each row contributes is
 // remembered, so that a change of one row costs the same in a list of ten and in one of a hundred
 // thousand. At any time the counters equal what a walk over all rows would give.
 #pragma once

@@ -133,7 +133,7 @@ std::vector<size_t> NaturalOrder::Sorted(bool descending) const {
   std::iota(order.begin(), order.end(), size_t{0});
   SortByKeys(order, descending);
   if (!NaturalKeysAreExact) {
-    // The system's own comparison is dear, but most neighbours are in its order by now.
+    // The system's own comparison is expensive, but most neighbours are in its order by now.
     MergeSortedRuns(order, [&](size_t a, size_t b) {
       const int compared = SystemCompareNaturalTexts(texts_[a], texts_[b]);
       return compared != 0 ? (compared < 0) != descending : a < b;
