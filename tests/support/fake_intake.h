@@ -32,7 +32,7 @@ class FakeIntake final : public Intake {
                                      return true;
                                    },
                                .found =
-                                   [&](IntakeFile file) {
+                                   [&](IntakeFile&& file) {
                                      batch.files.push_back(std::move(file));
                                      if (batch.files.size() == most) next();
                                      return true;

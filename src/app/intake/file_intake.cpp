@@ -197,7 +197,7 @@ void FileIntake::State::Run(std::unique_lock<std::mutex>& lock) {
                 [&](IntakeBatch& batch) { batch.announcedPaths.push_back(std::move(path)); });
           },
       .found =
-          [this](IntakeFile file) {
+          [this](IntakeFile&& file) {
             return Publish([&](IntakeBatch& batch) { batch.files.push_back(std::move(file)); });
           }};
   IntakeEnd end = RunIntake(next.request, cancel_, callbacks);

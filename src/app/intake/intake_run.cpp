@@ -1,13 +1,12 @@
 #include "app/intake/intake_run.h"
 
-#include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <memory>
 #include <optional>
-#include <unordered_set>
 #include <utility>
-#include <vector>
 
+#include "app/intake/hash_value_set.h"
 #include "app/rows/shared_path.h"
 #include "swr/checksums/checksum_file.h"
 #include "swr/checksums/listed_path.h"
@@ -64,12 +63,10 @@ class FileMaker {
 
  private:
   // Different paths with the same hash value do no harm: their files are only treated as repeated.
-  bool CameBefore(const std::u16string& path) {
-    return !hashes_.insert(swr::CaseHash(path)).second;
-  }
+  bool CameBefore(const std::u16string& path) { return !hashes_.Insert(swr::CaseHash(path)); }
 
   FolderTexts folders_;
-  std::unordered_set<uint64_t> hashes_;  // of the paths so far
+  HashValueSet hashes_;  // of the paths so far
 };
 
 IntakeEnd Run(const PathsRequest& request, const std::atomic<bool>& cancel,
@@ -120,7 +117,7 @@ IntakeEnd Run(const ChecksumFileRequest& request, const std::atomic<bool>& cance
   // Unless all paths are requested first, the first file is looked up, and hashed, before the lines
   // after it are read.
   swr::ChecksumTextReader reader(*text, request.path);
-  std::vector<IntakeFile> announced;
+  std::deque<IntakeFile> announced;
   bool goesOn = true;
   while (goesOn) {
     std::optional<swr::ChecksumLine> line = reader.Next();
@@ -134,9 +131,9 @@ IntakeEnd Run(const ChecksumFileRequest& request, const std::atomic<bool>& cance
       goesOn = report(std::move(file), fullPath);
     }
   }
-  for (size_t i = 0; goesOn && i < announced.size(); ++i) {
-    const std::u16string fullPath = announced[i].row.Path();
-    goesOn = report(std::move(announced[i]), fullPath);
+  for (; goesOn && !announced.empty(); announced.pop_front()) {
+    const std::u16string fullPath = announced.front().row.Path();
+    goesOn = report(std::move(announced.front()), fullPath);
   }
   return {.cancelled = cancel, .skippedLines = reader.SkippedLines()};
 }

@@ -12,7 +12,7 @@ namespace app {
 // Receive the answer, in order. Return false to end the request.
 struct IntakeCallbacks {
   std::function<bool(std::u16string)> announced;  // see IntakeBatch::announcedPaths
-  std::function<bool(IntakeFile)> found;
+  std::function<bool(IntakeFile&&)> found;
 };
 
 // The info of the file or folder at this path; an error is part of the result.

@@ -28,7 +28,7 @@ struct IntakeRunTest : ::testing::Test {
                             return announced.size() != refuseAfter;
                           },
                       .found =
-                          [&](IntakeFile file) {
+                          [&](IntakeFile&& file) {
                             files.push_back(std::move(file));
                             if (files.size() == cancelAfter) cancel = true;
                             return files.size() != refuseAfter;
