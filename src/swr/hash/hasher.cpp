@@ -82,6 +82,9 @@ class Sha3Hasher final : public Hasher {
     }
   }
 
+  // The bytes of incomplete blocks are absorbed one by one.
+  size_t EfficientPiece() const override { return 16384; }
+
   Digest Final() override {
     XorByte(position_, 0x06);  // the domain of SHA-3 and the first padding bit
     XorByte(rate_ - 1, 0x80);  // the last padding bit
