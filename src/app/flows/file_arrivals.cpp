@@ -77,6 +77,7 @@ void FileArrivals::Forget() {
   intake_.Discard();
   requests_.clear();
   open_ = {};
+  showsLater_ = false;
 }
 
 void FileArrivals::OnRemoval(const std::vector<const Row*>& rows) {

@@ -3,11 +3,9 @@
 #include <sys/ioctl.h>
 #include <unistd.h>
 
-#include <cerrno>
 #include <cstdlib>
 
-#include "swr/system/errno_posix.h"
-#include "swr/system/fault_injection.h"
+#include "swr/system/write_all_posix.h"
 
 namespace swr {
 namespace {
@@ -35,16 +33,7 @@ bool EnableColors(StandardStream /*stream*/) {
 }
 
 uint32_t WriteStandard(StandardStream stream, std::string_view text) {
-  while (!text.empty()) {
-    if (const auto fault = InjectedFault(SystemCall::WriteStream)) return *fault;
-    const ssize_t written = write(DescriptorOf(stream), text.data(), text.size());
-    if (written >= 0) {
-      text.remove_prefix(static_cast<size_t>(written));
-    } else if (errno != EINTR) {
-      return ErrorFromErrno(errno);
-    }
-  }
-  return 0;
+  return WriteAll(DescriptorOf(stream), text, SystemCall::WriteStream);
 }
 
 }  // namespace swr

@@ -15,9 +15,11 @@
 namespace swr {
 
 // Returns 0, or a Windows error code; part of the bytes may be written then. No bytes make no call.
-[[nodiscard]] inline uint32_t WriteAll(int descriptor, std::string_view bytes) {
+// `call` is what fault injection takes each write for.
+[[nodiscard]] inline uint32_t WriteAll(int descriptor, std::string_view bytes,
+                                       SystemCall call = SystemCall::WriteFile) {
   while (!bytes.empty()) {
-    if (const auto fault = InjectedFault(SystemCall::WriteFile)) return *fault;
+    if (const auto fault = InjectedFault(call)) return *fault;
     const ssize_t written = write(descriptor, bytes.data(), bytes.size());
     if (written >= 0) {
       bytes.remove_prefix(static_cast<size_t>(written));
