@@ -43,7 +43,7 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR, int showCommand) {
   const std::vector<std::u16string> paths = CommandLinePaths();
   app::WindowsInstanceSystem instances;
   if (app::ForwardToFirstInstance(instances, paths)) return 0;
-  // The results don't matter: code that needs COM or a control copes without.
+  // The results don't matter: code that needs COM or a control copes without it.
   static_cast<void>(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED | COINIT_DISABLE_OLE1DDE));
   const INITCOMMONCONTROLSEX classes = {sizeof classes, ICC_LISTVIEW_CLASSES | ICC_PROGRESS_CLASS |
                                                             ICC_STANDARD_CLASSES | ICC_LINK_CLASS};

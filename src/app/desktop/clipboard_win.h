@@ -10,7 +10,7 @@
 
 namespace app {
 
-// As in Clipboard. `owner` becomes the owner of the text that is written.
+// See Clipboard. `owner` becomes the owner of the clipboard when text is written.
 std::optional<std::u16string> ReadClipboardText(HWND owner);
 void WriteClipboardText(HWND owner, const std::u16string& text);
 

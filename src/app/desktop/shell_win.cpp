@@ -21,8 +21,8 @@ void WindowsShell::OpenFolder(const std::u16string& folder) { OpenWithShell(fold
 void WindowsShell::ShowInFolder(const std::u16string& path, const std::u16string& folder) {
   const ItemIdList item(ILCreateFromPathW(swr::AsWide(path)));
   if (!item) {
-    // With a name in a checksum file, any file can appear as the folder of a row, and the shell
-    // would run it if it were a program.
+    // A name in a checksum file can make any file appear as the folder of a row, and the shell
+    // would run that file if it were a program.
     if (swr::IsDirectoryPath(folder)) OpenWithShell(folder);
     return;
   }

@@ -1,4 +1,4 @@
-// Checks digital signatures, each on a short-lived thread of its own.
+// Checks digital signatures, each on its own short-lived thread.
 #pragma once
 
 #include "swr/system/windows_api_win.h"

@@ -155,7 +155,7 @@ void HashTextDialog::OnCommand(int control, int notification) const {
 void HashTextDialog::ChangeDpi(int dpi) {
   smallestSize_ = {MulDiv(smallestSize_.cx, dpi, dpi_), MulDiv(smallestSize_.cy, dpi, dpi_)};
   dpi_ = dpi;
-  // The system now moves the controls; later layouts are computed from their new places.
+  // The system now moves the controls; later layouts are computed from their new positions.
   layout_.Forget();
   PostMessageW(window_, WM_APP_HASHTEXT_RELAYOUT, 0, 0);
 }

@@ -16,8 +16,8 @@
 namespace app {
 namespace {
 
-// The files that are in the list already, by their paths; only A to Z are compared ignoring case. A
-// file found by a walk is known only by the path that the walk gave it.
+// The files that are in the list already, by path; case is ignored for A to Z only. A file found by
+// a walk is known only by the path that the walk gave it.
 class KnownFiles {
  public:
   explicit KnownFiles(const RowTable& rows) : rows_(rows) {}
@@ -25,7 +25,7 @@ class KnownFiles {
   bool Has(const std::u16string& path) const {
     const auto isPathOf = [&](size_t index) {
       const Row& row = rows_[index];
-      return !walkedOtherwise_.contains(row.id) &&
+      return !walkedUnderOtherPath_.contains(row.id) &&
              swr::ToLowerText(row.Path()) == swr::ToLowerText(path);
     };
     return std::ranges::any_of(rows_.IndexesOfPath(path), isPathOf) ||
@@ -35,12 +35,12 @@ class KnownFiles {
   // The row was made from a file that the walk found under this path, which is not the row's path.
   void AddWalked(const std::u16string& walked, const Row& row) {
     otherPaths_.insert(swr::ToLowerText(walked));
-    walkedOtherwise_.insert(row.id);
+    walkedUnderOtherPath_.insert(row.id);
   }
 
   // The row is being removed, but its file stays known.
   void KeepRemoved(const Row& row) {
-    if (!walkedOtherwise_.contains(row.id)) otherPaths_.insert(swr::ToLowerText(row.Path()));
+    if (!walkedUnderOtherPath_.contains(row.id)) otherPaths_.insert(swr::ToLowerText(row.Path()));
   }
 
  private:
@@ -48,7 +48,7 @@ class KnownFiles {
   // In lower case: paths of walks that differ from those of their rows, and paths of rows that were
   // removed.
   std::unordered_set<std::u16string> otherPaths_;
-  std::unordered_set<uint64_t> walkedOtherwise_;
+  std::unordered_set<uint64_t> walkedUnderOtherPath_;
 };
 
 // Makes rows from the files of one call of AddPaths.

@@ -18,7 +18,7 @@ BannerLinks::BannerLinks(Banners& banners, ClipboardWatch& clipboard, ListEdits&
       expected_(expected) {}
 
 void BannerLinks::Follow(std::u16string_view link) {
-  // The banner is hidden first, and its payload with it.
+  // Hiding the banner clears its kind and payload, so they are copied first.
   const BannerKind kind = banners_.Kind();
   const std::u16string payload = banners_.Payload();
   banners_.Hide();

@@ -1,5 +1,5 @@
-// The banner: the line above the list that makes an offer without blocking the user. At most one
-// shows at a time; banner_links.h has the effects of its links.
+// The banner: the line above the list that makes an offer without blocking the user. At most one is
+// shown at a time; banner_links.h has the effects of its links.
 #pragma once
 
 #include <cstdint>

@@ -11,7 +11,7 @@
 namespace app {
 namespace {
 
-// "a SHA-256 hash", "a 256-bit hash".
+// Such as "a SHA-256 hash" or "a 256-bit hash".
 std::u16string HashLabel(const swr::ParsedHash& hash) {
   if (!hash.explicitAlgo) return u"a " + swr::DecimalText(hash.digest.size() * 8) + u"-bit hash";
   return u"a " + std::u16string(swr::GetAlgo(hash.candidates.front()).name) + u" hash";

@@ -1,5 +1,5 @@
-// Offers to compare a hash that the user copied elsewhere, when the window becomes active and once
-// for each content of the clipboard. The Expected hash box never changes by itself.
+// When the window becomes active, offers to compare a hash that the user copied elsewhere, once for
+// each content of the clipboard. The Expected hash box never changes by itself.
 #pragma once
 
 #include <cstdint>

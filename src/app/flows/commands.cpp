@@ -67,7 +67,7 @@ constexpr Command commands[] = {
     Act(ID_VERIFY_FILE, [](T t) { t.verification.VerifyChosenFiles(); }),
     ActOn(ID_SAVE_CHECKSUMS, [](T t, const RowIds& rows) { t.saving.Save(rows); }),
     Act(ID_EXIT, [](T t) { t.frame.CloseWindow(); }),
-    // The Edit menu. While an edit box has the focus, its keys edit the text.
+    // The Edit menu. While an edit box has the focus, Copy, Paste and Select All act on its text.
     ActOn(ID_COPY_HASHES,
           [](T t, const RowIds& rows) {
             if (!t.edit.CopyFromFocusedEdit()) t.copying.CopyHashes(rows);

@@ -1,4 +1,4 @@
-// The pane below the list: everything known about the selected file, or totals of several. The
+// The pane below the list: everything known about the selected file, or totals for several. The
 // signature and the origin of a file are looked up when the file is first shown.
 #pragma once
 

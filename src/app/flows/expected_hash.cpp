@@ -34,7 +34,7 @@ void ExpectedHash::Compare() {
   if (trimmed.empty()) {
     // Rows whose results have not arrived yet must not be reported as unchecked.
     const WorkerSnapshot snapshot = hashing_.Snapshot();
-    const bool isWorking = snapshot.active || snapshot.finishedWait || open_.Any();
+    const bool isWorking = snapshot.active || snapshot.hasFinishedJobs || open_.Any();
     line = VerificationLine(rows_.Counters().Verification(), isWorking, open_.checksumFiles > 0);
   } else if (!expected) {
     line = NotAHashLine();
@@ -44,7 +44,7 @@ void ExpectedHash::Compare() {
     // This is the only place where a pasted value changes what is hashed. Only a new value resumes
     // what the user has cancelled; otherwise Cancel would have no effect.
     const RowCounters& counters = rows_.Counters();
-    if (counters.Matches() == 0 && (isNew || counters.WantsCandidates())) {
+    if (counters.Matches() == 0 && (isNew || counters.LacksCandidates())) {
       queued = hashing_.QueueCandidates(*expected, isNew);
     }
     line = ExpectedHashLine(rows_, *expected, open_.Any());

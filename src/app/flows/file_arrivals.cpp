@@ -10,10 +10,10 @@ namespace {
 using Clock = std::chrono::steady_clock;
 using std::chrono::milliseconds;
 
-// Together with the work that follows it stays below the 50 ms that a message may take.
+// Leaves time for the work that follows: handling a message may take 50 ms in all.
 constexpr milliseconds LongestWait{30};
 
-// Shows the wait cursor while it lives.
+// Shows the wait cursor while it exists.
 class WaitCursor {
  public:
   explicit WaitCursor(Frame& frame) : frame_(frame) { frame_.BeginWait(); }
@@ -49,7 +49,7 @@ void FileArrivals::Start(IntakeRequest request, std::unique_ptr<FileReceiver> re
     while (IsOpen(id) && !turn.message && intake_.WaitForBatch(deadline)) {
       if (auto batch = intake_.Take()) TakeBatch(std::move(batch), turn);
     }
-    // More files are announced. A list view can take as long for them as this has waited.
+    // Updating the list view can take as long as this wait did, so the next TakeSome does it.
     showsLater_ = IsOpen(id) && turn.needsRefresh;
   }
   End(turn);

@@ -31,8 +31,8 @@ class FileReceiver {
   // Appends the rows of these files. If the user has cancelled the request, they are cancelled and
   // nothing is queued for them. May move from the rows.
   virtual void Take(std::span<IntakeFile> files, bool isCancelled) = 0;
-  // The user is removing these rows. Requests made before still treat their files as known, so
-  // that they do not come back.
+  // The user is removing these rows. Earlier requests still treat their files as known, so that
+  // they do not come back.
   virtual void OnRemoval(const std::vector<const Row*>& rows) = 0;
   // Brings the list view in line with the rows, after one or several calls of Take.
   virtual void Show() = 0;

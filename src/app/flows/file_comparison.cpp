@@ -49,9 +49,10 @@ void FileComparison::Start(const RowIds& selection) {
   if (selected.size() != 2) return;
   const Row& first = *selected[0];
   const Row& second = *selected[1];
-  // The size of a row that could not be read may not be the file's.
-  const bool sizesCount = first.status != RowStatus::Failed && second.status != RowStatus::Failed;
-  if (sizesCount && first.size != second.size) {
+  // If a file could not be read, its row may not have its actual size.
+  const bool sizesAreKnown =
+      first.status != RowStatus::Failed && second.status != RowStatus::Failed;
+  if (sizesAreKnown && first.size != second.size) {
     messages_.ShowTaskDialog(SizesDiffer(first, second));
     return;
   }

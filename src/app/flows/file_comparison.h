@@ -22,7 +22,8 @@ class FileComparison {
                  Messages& messages);
 
   // Compares the two selected rows and shows the answer in a message, as soon as their digests are
-  // known. Only the last request waits. Does nothing for any other number of rows.
+  // known. A request that has to wait replaces an earlier one that is still waiting. Does nothing
+  // for any other number of rows.
   void Start(const RowIds& selection);
   // Answers if both digests are known now. Call after every result.
   void Finish();

@@ -54,7 +54,7 @@ bool Hashing::QueueCandidates(const swr::ParsedHash& expected, bool withCancelle
   std::vector<HashJob> jobs;
   // From the last row back to the first that lacks something. Usually these are the newest rows, so
   // a long list is not walked for each batch of them.
-  for (size_t i = rows_.Size(); i > 0 && (withCancelled || rows_.Counters().WantsCandidates());) {
+  for (size_t i = rows_.Size(); i > 0 && (withCancelled || rows_.Counters().LacksCandidates());) {
     --i;
     if (i >= RowsAhead) rows_.Prefetch(i - RowsAhead);
     if (rows_[i].cancelledByUser && !withCancelled) continue;

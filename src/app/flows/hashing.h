@@ -24,13 +24,13 @@ class Hashing {
   // Queues the digests of `mask` that the row lacks and that are not queued yet. False if there are
   // none.
   bool QueueRow(uint64_t id, swr::AlgoMask mask);
-  // Does so for every row, with the selected algorithms and, if a checksum file lists the row, the
+  // The same for every row, with the selected algorithms and, if a checksum file lists the row, the
   // candidates of its expected digest.
   void QueueAll() { QueueFrom(0); }
   // The same for the rows from this index on.
   void QueueFrom(size_t first);
-  // Does so for every row with the algorithms that the value may belong to; for rows that the user
-  // cancelled only with `withCancelled`. False if nothing was queued.
+  // The same for every row with the algorithms that the value may belong to. Skips rows that the
+  // user cancelled, unless `withCancelled`. False if nothing was queued.
   bool QueueCandidates(const swr::ParsedHash& expected, bool withCancelled);
 
   // The only ways to remove rows while there may be jobs: a waiting job refers to its row's path,
@@ -41,7 +41,7 @@ class Hashing {
   void CancelAll();
 
   WorkerSnapshot Snapshot() const { return queue_.GetSnapshot(); }
-  // For work other than the worker's.
+  // To be called for other work that needs the timer.
   void StartTimer();
   // To be called at a tick of the timer that finds no work.
   void StopTimer();

@@ -55,8 +55,8 @@ void JobIntake::OnTimer() {
   uses_.progress.MarkRunningRows(snapshot);
   uses_.progress.Show(snapshot);
   if (snapshot.active || uses_.open.Any()) return;
-  // Jobs that are waiting are taken at one of the next ticks, even if their announcement failed.
-  if (!snapshot.finishedWait) uses_.hashing.StopTimer();
+  // The next ticks take the remaining finished jobs, even if announcing them failed.
+  if (!snapshot.hasFinishedJobs) uses_.hashing.StopTimer();
   uses_.expected.Compare();
 }
 

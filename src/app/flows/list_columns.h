@@ -46,7 +46,7 @@ class ListColumns {
   // The view must outlive the object.
   explicit ListColumns(ColumnView& view) : view_(view) {}
 
-  // Replaces the columns by those for this selection. The fixed ones keep their widths.
+  // Replaces the columns with those for this selection. The fixed ones keep their widths.
   void Rebuild(swr::AlgoMask mask);
   // Reads the widths that the user has given the fixed columns.
   void ReadWidths();

@@ -37,10 +37,10 @@ class ListEdits {
   // Ids may be repeated; those of removed rows are ignored.
   void RemoveRows(const RowIds& ids);
   void Clear();
-  // Cancels all hashing and looking up. The rows are kept.
+  // Cancels all hashing and all file lookups. The rows are kept.
   void CancelAll();
-  // Removes the first row of this path that has no expected digest from a checksum file. For the
-  // row of a checksum file that was added like any file and has now been opened.
+  // Removes the first row of this path that has no expected digest from a checksum file. For a
+  // checksum file that was added like any other file and is now being verified.
   void RemovePlainRow(const std::u16string& path);
 
  private:

@@ -19,13 +19,13 @@ class LookUp {
   // All must outlive the object.
   LookUp(RowTable& rows, Hashing& hashing, ProgressDisplay& progress, ListView& list, Shell& shell);
 
-  // Opens the page of the one selected row, as soon as its digest is known. Only the last request
-  // waits. Does nothing for any other number of rows.
+  // Opens the page of the one selected row, as soon as its digest is known. A request that has to
+  // wait replaces an earlier one that is still waiting. Does nothing for any other number of rows.
   void Start(const RowIds& selection);
-  // Whether the look-up of this row is waiting for its digest.
+  // Whether the lookup of this row is waiting for its digest.
   bool WaitsFor(uint64_t rowId) const { return waitsFor_ == rowId; }
   bool IsWaiting() const { return waitsFor_.has_value(); }
-  // Call after each result for the row of a waiting look-up, before more is queued for it. Returns
+  // Call after each result for the row of a waiting lookup, before more is queued for it. Returns
   // the address of the page to open now, if any.
   std::optional<std::u16string> Finish();
   void Forget() { waitsFor_.reset(); }

@@ -1,4 +1,5 @@
-// Shows in the main menu the options, the shell's entries and how the program was installed.
+// Makes the main menu show the options, the state of the shell's entries and how the program was
+// installed.
 #pragma once
 
 #include "app/flows/options.h"

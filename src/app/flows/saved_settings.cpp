@@ -17,7 +17,7 @@ constexpr char16_t CrLfName[] = u"CrLf";
 constexpr char16_t ColumnsName[] = u"Columns";
 constexpr char16_t WindowName[] = u"Window";
 
-// No user makes a column narrower or wider than this.
+// Stored widths outside this range are ignored.
 constexpr uint32_t NarrowestColumn = 30;
 constexpr uint32_t WidestColumn = 2000;
 

@@ -59,8 +59,8 @@ SaveRequest RequestFor(const std::vector<SaveChoice>& choices, const Row& first,
   if (preferred != choices.end()) {
     request.filter = static_cast<size_t>(preferred - choices.begin());
   }
-  constexpr size_t starAndStop = 2;
-  request.defaultExtension = choices[request.filter].filter.pattern.substr(starAndStop);
+  constexpr size_t starAndDot = 2;
+  request.defaultExtension = choices[request.filter].filter.pattern.substr(starAndDot);
   request.fileName = isOnly ? first.Name() : u"checksums";
   request.folder = first.Folder();
   return request;
@@ -86,7 +86,7 @@ uint32_t WriteChecksums(const std::u16string& path, const SavedRows& targets, sw
   const std::string between = writer.Between();
   bool isFirst = true;
   piece = writer.Head();
-  // Used for every row, so that a row needs no memory of its own.
+  // Reused for every row, so that no memory is allocated for each.
   swr::ExportRow exported;
   for (const swr::AlgoId id : ids) exported.digests.push_back({id, {}});
   std::u16string fullPath;

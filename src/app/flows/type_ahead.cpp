@@ -19,16 +19,16 @@ class TypedText {
     for (char16_t& unit : upper_) unit = swr::SystemUpperUnit(unit);
   }
 
-  bool Fits(std::u16string_view name) const {
+  bool Matches(std::u16string_view name) const {
     // Characters that can't be displayed appear as a code in brackets; other names are displayed
     // unchanged.
     return mayBeEscape_
-               ? FitsText(swr::EscapeForDisplay(whole_ ? name : name.substr(0, upper_.size())))
-               : FitsText(name);
+               ? MatchesText(swr::EscapeForDisplay(whole_ ? name : name.substr(0, upper_.size())))
+               : MatchesText(name);
   }
 
  private:
-  bool FitsText(std::u16string_view text) const {
+  bool MatchesText(std::u16string_view text) const {
     if (text.size() < upper_.size() || (whole_ && text.size() > upper_.size())) return false;
     for (size_t i = 0; i < upper_.size(); ++i) {
       if (text[i] != upper_[i] && swr::SystemUpperUnit(text[i]) != upper_[i]) return false;
@@ -42,15 +42,15 @@ class TypedText {
 };
 
 // The first matching row in [begin, end).
-std::optional<size_t> FirstFit(const RowTable& rows, size_t begin, size_t end,
-                               const TypedText& text) {
+std::optional<size_t> FirstMatch(const RowTable& rows, size_t begin, size_t end,
+                                 const TypedText& text) {
   // After a sort the next row can be anywhere in memory, so the next rows, and then their names,
   // are prefetched.
   constexpr size_t ahead = 8;
   for (size_t i = begin; i < end; ++i) {
     if (i + 2 * ahead < end) __builtin_prefetch(&rows[i + 2 * ahead].Name());
     if (i + ahead < end) __builtin_prefetch(rows[i + ahead].Name().data());
-    if (text.Fits(rows[i].Name())) return i;
+    if (text.Matches(rows[i].Name())) return i;
   }
   return std::nullopt;
 }
@@ -62,8 +62,8 @@ std::optional<size_t> FindRowNamed(const RowTable& rows, std::u16string_view typ
   if (typed.empty()) return std::nullopt;
   const TypedText text(typed, whole);
   const size_t begin = std::min(first, rows.Size());
-  const auto found = FirstFit(rows, begin, rows.Size(), text);
-  return found ? found : FirstFit(rows, 0, begin, text);
+  const auto found = FirstMatch(rows, begin, rows.Size(), text);
+  return found ? found : FirstMatch(rows, 0, begin, text);
 }
 
 }  // namespace app

@@ -28,14 +28,15 @@ class InstanceSystem {
   virtual ~InstanceSystem() = default;
 
   // Opens the named mutex that says that an instance exists, and keeps it open while this process
-  // lives. True when another process had it open already.
+  // runs. True when another process had it open already.
   virtual bool AnotherInstanceExists() = 0;
   // The window published last, or 0. It may no longer exist.
   virtual uint64_t PublishedWindow() = 0;
   virtual bool IsWindow(uint64_t window) = 0;
   // Waits 100 milliseconds.
   virtual void WaitForWindow() = 0;
-  // `path` made absolute against this process's folder; nothing when that can't be done.
+  // `path` made absolute, relative to this process's current folder; nothing when that can't be
+  // done.
   virtual std::optional<std::u16string> FullPath(const std::u16string& path) = 0;
   // Sends the payload, allows the window to come to the foreground, and waits for its answer for at
   // most 10 seconds. False when the window hangs, is gone or takes longer.

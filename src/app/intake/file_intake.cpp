@@ -54,7 +54,7 @@ class FileIntake::State {
   void Run(std::unique_lock<std::mutex>& lock);
   template <typename Change>
   bool Publish(Change&& change);
-  // These three under mutex_.
+  // The next three are called under mutex_.
   void AddBatch();
   void DiscardAll();
   bool CanTakeFullBatch() const;
@@ -63,7 +63,7 @@ class FileIntake::State {
   mutable std::mutex mutex_;
   std::condition_variable wake_;   // for the thread: a new request, or the stop
   std::condition_variable moved_;  // for the window: a batch is complete, or the thread is idle
-  // From here to hasEnded_: under mutex_.
+  // Guarded by mutex_, from here to hasEnded_.
   std::deque<WaitingRequest> requests_;
   std::deque<std::unique_ptr<IntakeBatch>> batches_;
   std::vector<std::unique_ptr<IntakeBatch>> spareBatches_;

@@ -1,5 +1,5 @@
-// Looks files up on a thread of its own. On a slow share every call to the system can take long,
-// and the window must not wait for it.
+// Looks up files on a separate thread. On a slow share every system call can take a long time, and
+// the window must not wait for it.
 #pragma once
 
 #include <chrono>

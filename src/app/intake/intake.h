@@ -1,4 +1,4 @@
-// Looks files up, as the flows see it: they start requests, and take the answers in batches.
+// The file lookup as the flows see it: they start requests, and take the answers in batches.
 #pragma once
 
 #include <chrono>
@@ -27,8 +27,8 @@ class Intake {
   virtual bool WaitForBatch(std::chrono::steady_clock::time_point deadline) = 0;
   // The next batch, or null if none is ready.
   virtual std::unique_ptr<IntakeBatch> Take() = 0;
-  // Hands over a batch that is no longer needed. The thread that filled it uses its memory again:
-  // two threads that free each other's memory contend for the same heap.
+  // Hands over a batch that is no longer needed. The thread that filled it reuses its memory: two
+  // threads that free each other's memory contend for the same heap.
   virtual void GiveBack(std::unique_ptr<IntakeBatch> batch) = 0;
   // To be called when Take found nothing: the next batch is announced again. Returns false, and
   // does nothing, if a batch has arrived meanwhile.

@@ -23,7 +23,7 @@ class ControlLayout {
   void Capture(HWND dialog);
   // Until the next Capture, Apply does nothing.
   void Forget() { isCaptured_ = false; }
-  // Moves the controls to their places for the current size.
+  // Moves the controls to their positions for the current size.
   void Apply(HWND dialog) const;
 
  private:

@@ -1,4 +1,4 @@
-// A value that most objects never have, in the memory of a pointer.
+// A value that most objects never need. Without one, this takes only the memory of a pointer.
 #pragma once
 
 #include <memory>

@@ -20,7 +20,7 @@ namespace app {
 
 enum class RowStatus : uint8_t { Waiting = 0, Hashing = 1, Done = 2, Failed = 3, Cancelled = 4 };
 
-// Never changes while the row lives.
+// Never changes while the row exists.
 struct RowIdentity {
   uint64_t id = 0;  // given by the table; never 0 and never reused
   SharedPath path;  // full where the system could make it full
@@ -31,7 +31,7 @@ struct RowIdentity {
   std::u16string_view Folder() const { return path.Folder(); }
 };
 
-// What only few rows have.
+// What only a few rows have.
 struct RowExtras {
   // The expected digest from a checksum file. `expectedAlgos` has the algorithms that it may belong
   // to, in the order of comparison.
@@ -45,20 +45,21 @@ struct RowExtras {
 };
 
 // Changed through RowTable only, which keeps its counters in step. A list can have a million rows,
-// so each byte counts.
+// so every byte counts.
 struct RowState {
   uint64_t size = 0;  // bytes; from the file system at first, then as read by hashing
   swr::FileTime modified = 0;
   swr::AlgoMask pendingMask = 0;  // queued for this row and not yet reported
   uint32_t error = 0;             // Windows error code of a failed row
   RowStatus status = RowStatus::Waiting;
-  // The user cancelled what was queued for this row, and nothing was queued for it since. A row
-  // that is Cancelled without this has a later job; the result of an earlier one hides that.
+  // The user cancelled what was queued for this row, and nothing was queued for it since. If a row
+  // is Cancelled but this is false, a later job for it is still queued: the row got its status from
+  // the late result of an earlier, cancelled job.
   bool cancelledByUser = false;
   bool changed = false;             // the file changed while some pass was reading it
   bool hasExpected = false;         // a checksum file lists the row; see the extras
   bool signatureRequested = false;  // a check is in progress
-  // Kept for as long as the row lives, whichever algorithms are selected.
+  // Kept for as long as the row exists, whichever algorithms are selected.
   swr::PackedDigests digests;
   OnDemand<RowExtras> extras;
 };

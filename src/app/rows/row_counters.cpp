@@ -14,7 +14,7 @@ void RowCounters::Reset(const std::optional<swr::ParsedHash>& expected) {
   verification_ = {};
   matches_ = 0;
   pending_ = 0;
-  wanting_ = 0;
+  lacking_ = 0;
   named_.reset();
 }
 
@@ -30,8 +30,8 @@ void RowCounters::Recount(size_t index, const Row& row) {
   Exclude(contributions_[index]);
   contributions_[index] = ContributionOf(row);
   Include(contributions_[index], index);
-  // It is rare that a row stops matching: its file could be read the first time and not the second.
-  // Such a row never matches again, so all these searches together go through the list once.
+  // A row rarely stops matching: its file could be read the first time but not the second. Such a
+  // row never matches again, so all these searches together pass over the list at most once.
   if (wasMatch && index == firstMatch_ && matches_ > 0 && !contributions_[index].IsMatch()) {
     const auto next =
         std::find_if(contributions_.begin() + static_cast<ptrdiff_t>(index), contributions_.end(),
@@ -40,7 +40,8 @@ void RowCounters::Recount(size_t index, const Row& row) {
   }
 }
 
-// What the other rows contribute is known: reading them again would cost far more in a long list.
+// Uses the stored contributions of the other rows: in a long list, reading those rows again would
+// take far longer.
 void RowCounters::Remove(const std::vector<bool>& isRemoved) {
   size_t kept = 0;
   for (size_t i = 0; i < contributions_.size(); ++i) {
@@ -81,7 +82,7 @@ RowCounters::Contribution RowCounters::ContributionOf(const Row& row) const {
   contribution.expected = compared.outcome;
   contribution.expectedAlgo = compared.algo;
   contribution.isNamed = !expected_->name.empty() && swr::EqualsNoCase(row.Name(), expected_->name);
-  contribution.wantsCandidates =
+  contribution.lacksCandidates =
       row.status != RowStatus::Failed && !row.cancelledByUser &&
       std::ranges::any_of(expected_->candidates, [&](swr::AlgoId id) {
         return !row.digests.Has(swr::IndexOf(id)) && (row.pendingMask & swr::MaskOf(id)) == 0;
@@ -96,7 +97,7 @@ void RowCounters::Include(const Contribution& contribution, size_t index) {
     firstMatch_ = matches_++ == 0 ? index : std::min(firstMatch_, index);
   }
   if (contribution.expected == CompareOutcome::Pending) ++pending_;
-  if (contribution.wantsCandidates) ++wanting_;
+  if (contribution.lacksCandidates) ++lacking_;
 }
 
 void RowCounters::Exclude(const Contribution& contribution) {
@@ -104,7 +105,7 @@ void RowCounters::Exclude(const Contribution& contribution) {
   if (contribution.isListed) --verification_.Of(contribution.own);
   if (contribution.IsMatch()) --matches_;
   if (contribution.expected == CompareOutcome::Pending) --pending_;
-  if (contribution.wantsCandidates) --wanting_;
+  if (contribution.lacksCandidates) --lacking_;
 }
 
 }  // namespace app

@@ -1,6 +1,6 @@
-// The running counters for the sentences about the whole list. What each row contributes is
-// remembered, so that a change of one row costs the same in a list of ten and in one of a hundred
-// thousand. At any time the counters equal what a walk over all rows would give.
+// The running counters for the texts about the whole list. The contribution of each row is stored,
+// so that a change of one row takes the same time in a list of ten rows and in one of a hundred
+// thousand. At any time the counters equal what a pass over all rows would give.
 #pragma once
 
 #include <cstddef>
@@ -25,20 +25,20 @@ class RowCounters {
 
   // The rows compared with the expected hash.
   size_t Matches() const { return matches_; }
-  size_t FirstMatch() const { return firstMatch_; }  // only while there are matches
+  size_t FirstMatch() const { return firstMatch_; }  // valid only while there are matches
   swr::AlgoId MatchAlgo() const { return contributions_[firstMatch_].expectedAlgo; }  // likewise
   bool HasPending() const { return pending_ > 0; }
   // The last row whose name came with the expected hash.
   std::optional<size_t> Named() const { return named_; }
   // Whether some row, neither cancelled by the user nor failed, lacks a candidate's digest that has
-  // not been asked for.
-  bool WantsCandidates() const { return wanting_ > 0; }
+  // not been queued.
+  bool LacksCandidates() const { return lacking_ > 0; }
 
-  // Empties the counters. From here on rows are compared with this value; nothing for an empty box.
+  // Resets the counters. From now on rows are compared with this value; nothing for an empty box.
   void Reset(const std::optional<swr::ParsedHash>& expected);
   // Adds the row after those counted so far.
   void Add(const Row& row);
-  // Counts the row with this index again.
+  // Updates the contribution of the row with this index.
   void Recount(size_t index, const Row& row);
   // To be called when the rows at these indexes are removed; the others move up.
   void Remove(const std::vector<bool>& isRemoved);
@@ -54,7 +54,7 @@ class RowCounters {
     CompareOutcome own = {};
     CompareOutcome expected = {};
     swr::AlgoId expectedAlgo = {};
-    bool wantsCandidates = false;
+    bool lacksCandidates = false;
     bool isNamed = false;  // its name came with the expected hash
 
     bool IsMatch() const { return expected == CompareOutcome::Match; }
@@ -63,7 +63,7 @@ class RowCounters {
   Contribution ContributionOf(const Row& row) const;
   void Include(const Contribution& contribution, size_t index);
   void Exclude(const Contribution& contribution);
-  // After the indexes changed.
+  // To be called after the indexes have changed.
   void FindFirstMatchAndNamed();
 
   std::optional<swr::ParsedHash> expected_;
@@ -73,7 +73,7 @@ class RowCounters {
   size_t matches_ = 0;
   size_t firstMatch_ = 0;  // the lowest index of a match
   size_t pending_ = 0;
-  size_t wanting_ = 0;
+  size_t lacking_ = 0;
   std::optional<size_t> named_;
 };
 

@@ -1,4 +1,4 @@
-// A set of ids of rows that is asked for many ids.
+// A set of row ids, for checking many ids.
 #pragma once
 
 #include <algorithm>

@@ -1,5 +1,5 @@
 // The rows of the list, in display order. Only the table changes them, and it keeps everything that
-// is derived from them up to date: the look-ups by id and by path, and the running counters.
+// is derived from them up to date: the lookups by id and by path, and the running counters.
 #pragma once
 
 #include <cstddef>
@@ -43,7 +43,7 @@ class RowTable {
   Iterator begin() const;
   Iterator end() const;
 
-  // Nothing for an id that was never given or whose row is gone.
+  // Nothing for an id that was never assigned or whose row is gone.
   const Row* Find(uint64_t id) const;
   std::optional<size_t> IndexOf(uint64_t id) const;
   // The rows of this path, ignoring case as the system does; ascending.
@@ -52,8 +52,8 @@ class RowTable {
   // Whether no two rows have the same path, ignoring case. False if that is not known.
   bool PathsAreUnique() const { return pathsAreUnique_; }
 
-  // Puts the row at the end and gives it the next id. Takes constant time. With `isNewPath` the
-  // caller knows that no row has its path yet.
+  // Puts the row at the end and gives it the next id. Takes constant time. `isNewPath` means that
+  // the caller knows that no row has this path yet.
   const Row& Append(Row row, bool isNewPath = false);
   // Uses up an id, for a file that gets no row.
   void SkipId() { ++nextId_; }
@@ -78,21 +78,21 @@ class RowTable {
   // The value of the Expected hash box, which every row is compared with; nothing if the box has no
   // hash.
   const std::optional<swr::ParsedHash>& Expected() const { return counters_.Expected(); }
-  // Takes time for every row if the value is a new one.
+  // Goes over all rows if the value is a new one.
   void CompareWith(const std::optional<swr::ParsedHash>& expected);
 
  private:
   static constexpr size_t NoRow = SIZE_MAX;
 
-  // Frees the rows at the indexes for which isRemoved(index). Their places stay, but empty.
+  // Frees the rows at the indexes for which isRemoved(index). Their entries remain, but are null.
   template <typename IsRemoved>
   void FreeRows(const IsRemoved& isRemoved);
-  // Adds the rows that are missing in the index by path.
+  // Adds the rows that are missing from the index by path.
   void IndexPaths() const;
-  // After rows were removed.
+  // To be called after rows have been removed.
   void DropRemovedPaths();
 
-  // The row that had the index i has the index newIndexes[i] now; NoRow: it is gone.
+  // The row that had the index i now has the index newIndexes[i], or is gone if that is NoRow.
   void MoveIndexes(std::span<const size_t> newIndexes);
   void CountAll(const std::optional<swr::ParsedHash>& expected);
 
@@ -106,8 +106,9 @@ class RowTable {
   std::vector<size_t> indexes_;
   uint64_t firstId_ = 1;
   // The ids of the first `indexedPaths_` rows by the CaseHash of their paths. Extended only
-  // when it is used, because in many lists it never is. Also has ids of removed rows, but at most
-  // as many as of others: removing each at once would require a search of the whole index.
+  // when it is used, because in many lists it never is. Also has ids of removed rows, but no more
+  // than of existing ones: removing them at once would require a search of the whole index each
+  // time.
   mutable std::unordered_multimap<uint64_t, uint64_t> idsByPathHash_;
   mutable size_t indexedPaths_ = 0;
   RowCounters counters_;

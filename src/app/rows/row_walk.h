@@ -8,12 +8,13 @@
 
 namespace app {
 
-// Once a long list is sorted, its rows are scattered in memory, and reading them one by one is
-// mostly waiting. So a row is prefetched while those before it are read: this many rows ahead.
+// Once a long list is sorted, its rows are scattered in memory, and reading them one by one means
+// mostly waiting for memory. So a row is prefetched while those before it are read: this many rows
+// ahead.
 inline constexpr size_t RowsAhead = 16;
 
 // Calls visit(const Row&) for each of these rows, in this order. The visit reads neither the name
-// nor digests, but may ask which digests there are.
+// nor digests, but may check which digests there are.
 template <typename Visit>
 void ForEachRowState(const std::vector<const Row*>& rows, const Visit& visit) {
   for (size_t i = 0; i < rows.size(); ++i) {

@@ -8,7 +8,7 @@
 namespace app {
 namespace {
 
-// Of what comes before the name, with the separator.
+// The size of the part before the name, with the separator.
 size_t ParentSize(std::u16string_view path) {
   const size_t separator = path.find_last_of(u"\\/");
   return separator == path.npos ? 0 : separator + 1;

@@ -16,10 +16,11 @@ using FolderText = std::shared_ptr<const std::u16string>;
 // The texts of the folders of many paths, each stored once. Used by one thread at a time.
 class FolderTexts {
  public:
-  // The stored text that equals this one; without one, stores this one.
+  // The first replaces the text with the equal one that is stored; the second returns that one. If
+  // there is none, they store the text.
   void Share(FolderText& text);
   FolderText Share(std::u16string_view text);
-  // Drops the texts that no path uses any more. Takes time for each text.
+  // Drops the texts that no path uses any more. Goes over all texts.
   void DropUnused();
   size_t Size() const { return texts_.size(); }
 
@@ -31,7 +32,7 @@ class FolderTexts {
     bool operator()(const FolderText& a, const FolderText& b) const { return *a == *b; }
   };
   std::unordered_set<FolderText, Hash, Equal> texts_;
-  FolderText last_;  // files of one folder come in succession
+  FolderText last_;  // files of one folder usually arrive one after another
 };
 
 // A path, which may be any text. It is split after its last backslash or slash.
@@ -53,7 +54,7 @@ class SharedPath {
   // The part before that separator; empty without one.
   std::u16string_view Folder() const;
 
-  // Whether the paths are equal ignoring case, as swr::EqualsNoCase of their texts.
+  // Whether the paths are equal ignoring case, like swr::EqualsNoCase of their texts.
   bool EqualsNoCase(const SharedPath& other) const;
   bool EqualsNoCase(std::u16string_view path) const;
   // swr::CaseHash of the text.

@@ -7,8 +7,8 @@
 
 namespace app {
 
-// Implemented by the list control and by the tests. Called on the window's thread. Rows are indexes
-// below the count last set by SetRowCount.
+// Implemented by the list control and by the tests. Called on the window's thread. Rows are given
+// by index, below the count last set by SetRowCount.
 class ListView {
  public:
   virtual ~ListView() = default;

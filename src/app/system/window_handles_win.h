@@ -1,4 +1,4 @@
-// Owners of the handles and interfaces that only windows and the shell have;
+// Owners of the handles and interfaces that only the code for windows and the shell uses;
 // swr/system/handles_win.h has the others.
 #pragma once
 

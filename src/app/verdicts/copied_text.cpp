@@ -59,9 +59,9 @@ void AppendTaggedLines(const Row& row, swr::AlgoMask mask, bool uppercase, std::
   }
 }
 
-// About as many units as the lines of these rows, at least one, have together. The text of a
-// million rows would be copied often while it grows, and going over all of them twice takes longer
-// than making it.
+// An estimate of how many units the lines of these rows have together; there must be at least one
+// row. Without it, the text of a million rows would be copied often while it grows. Going over all
+// rows twice, for the exact number, would take even longer.
 size_t LikelyLength(const CopiedRows& rows, swr::AlgoId algo) {
   const size_t step = rows.size() / 100 + 1;
   size_t nameUnits = 0;

@@ -16,7 +16,7 @@ namespace app {
 // The text of the Status column.
 std::u16string RowStatusText(const Row& row, const swr::ParsedHash* expected);
 
-// The background of a row. A mismatch with the box tints no row.
+// The background of a row. A row that doesn't match the box is not tinted.
 enum class RowTint : uint8_t { None, Good, Bad };
 RowTint RowTintOf(const Row& row, const swr::ParsedHash* expected);
 

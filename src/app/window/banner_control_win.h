@@ -1,4 +1,4 @@
-// The control of the banner.
+// The banner's control.
 #pragma once
 
 #include "swr/system/windows_api_win.h"

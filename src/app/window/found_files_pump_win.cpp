@@ -9,8 +9,8 @@ bool FoundFilesPump::Announce() const {
 }
 
 void FoundFilesPump::OnAnnounced(FileArrivals& arrivals) {
-  // The messages of a timer come after the user's input. It is set first: a message about a
-  // checksum file can be open for long, and files that are found meanwhile are to be taken.
+  // Timer messages have a lower priority than user input. The timer is set first because taking
+  // files can open a message box, and files that are found while it is open must still be taken.
   SetTimer(window_, IDT_FOUND_FILES, FoundFilesInterval, nullptr);
   TakeSome(arrivals);
 }

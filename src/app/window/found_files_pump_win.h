@@ -1,4 +1,4 @@
-// Takes found files to the window a few at a time, so that the window answers its user however fast
+// Passes found files to the window in batches, so that the window stays responsive however fast
 // files are found.
 #pragma once
 
@@ -23,12 +23,12 @@ class FoundFilesPump {
   // To be called when the window is destroyed. Takes half a second at most.
   void Stop() { intake_.Stop(); }
 
-  // Answers WM_APP_FILES_FOUND: from here on the timer IDT_FOUND_FILES runs until all files are
+  // Handles WM_APP_FILES_FOUND: from now on the timer IDT_FOUND_FILES runs until all files are
   // taken.
   void OnAnnounced(FileArrivals& arrivals);
-  // Takes files until there are none or the window has been kept long enough.
+  // Takes files until there are none or the time limit is reached.
   void TakeSome(FileArrivals& arrivals) { TakeFor(LongestTake, arrivals); }
-  // The same at a tick of the progress timer, which has more to do.
+  // The same with a shorter limit, for a tick of the progress timer, which has more to do.
   void TakeFew(FileArrivals& arrivals) { TakeFor(ShortTake, arrivals); }
 
  private:
@@ -36,7 +36,7 @@ class FoundFilesPump {
   static constexpr std::chrono::milliseconds ShortTake{5};
 
   void TakeFor(std::chrono::milliseconds longest, FileArrivals& arrivals);
-  // On the intake's thread.
+  // Called on the intake's thread.
   bool Announce() const;
 
   HWND window_ = nullptr;

@@ -101,7 +101,7 @@ void ListControl::ScrollToRow(size_t index) {
   SendMessageW(list_, LVM_ENSUREVISIBLE, index, FALSE);
 }
 
-POINT ListControl::MenuPlace() const {
+POINT ListControl::MenuPosition() const {
   const auto next = [&](LPARAM flag) {
     return SendMessageW(list_, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), flag);
   };

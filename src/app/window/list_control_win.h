@@ -39,7 +39,7 @@ class ListControl final : public ListView, public ColumnView {
   void SelectAllRows();
   // Where to open a context menu for the focused row or, without one, the first selected row: below
   // its name, in screen coordinates.
-  POINT MenuPlace() const;
+  POINT MenuPosition() const;
   // Copies a cell's text into the buffer of the request, truncated to its size.
   static void FillText(const LVITEMW& item, const std::u16string& text);
   // Handles a custom-draw notification: gives rows their background, and draws the hint of an empty

@@ -192,7 +192,7 @@ INT_PTR MainDialog::OnClose(WPARAM, LPARAM) {
 }
 
 INT_PTR MainDialog::OnGetMinMaxInfo(WPARAM, LPARAM lParam) {
-  // The window cannot be made smaller than it was designed.
+  // The window cannot be made smaller than its dialog template.
   const SIZE smallest = screen_.frame.SmallestSize();
   if (smallest.cx < 1) return FALSE;
   reinterpret_cast<MINMAXINFO*>(lParam)->ptMinTrackSize = {smallest.cx, smallest.cy};
@@ -298,8 +298,8 @@ INT_PTR MainDialog::OnCommand(WPARAM wParam, LPARAM) {
 }
 
 INT_PTR MainDialog::OnTimer(WPARAM wParam, LPARAM) {
-  // The tick takes found files and finished jobs too: their announcements, or the timers of their
-  // own, can fail.
+  // A progress tick takes found files and finished jobs too, because their announcements and their
+  // own timers can fail.
   if (wParam == IDT_FOUND_FILES) foundFiles_.TakeSome(main_->GetFileArrivals());
   if (wParam == IDT_PROGRESS) foundFiles_.TakeFew(main_->GetFileArrivals());
   if (wParam == IDT_FINISHED_JOBS || wParam == IDT_PROGRESS) {

@@ -1,4 +1,4 @@
-// The layout of the main dialog: which controls move, and the space of the banner.
+// The layout of the main dialog: which controls move, and the space for the banner.
 #pragma once
 
 #include <array>
@@ -48,8 +48,8 @@ inline constexpr std::array<AnchoredControl, 16> MainDialogControls = {{
     MovesWithCorner(IDC_LINKS),
 }};
 
-// Sets the top of the list in the rectangles of these controls: while no banner shows, the list
-// covers the banner's space; while one does, the list starts `bannerGap` below it.
+// Sets the top of the list in the rectangles of these controls: while no banner is shown, the list
+// covers the banner's space; otherwise it starts `bannerGap` below the banner.
 void PlaceListUnderBanner(std::vector<LayoutRect>& rects, bool bannerShows, int32_t bannerGap);
 
 }  // namespace app

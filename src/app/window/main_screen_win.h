@@ -33,7 +33,7 @@ class MainScreen {
   // new size.
   void ChangeDpi(int dpi);
   void Relayout();
-  // Frees the icons of buttons. To be called when the window is destroyed.
+  // Frees the icons of the push buttons. To be called when the window is destroyed.
   void ReleaseImages() { toolbar_.DestroyButtonImages(); }
 
   ListControl list;

@@ -41,7 +41,7 @@ std::optional<ListMenuChoice> WindowPopupMenus::ChooseListCommand(const ListMenu
   };
   enable(ID_CTX_COMPARE, menu.canCompare);
   enable(ID_CTX_VIRUSTOTAL, menu.canLookUp);
-  const POINT place = at ? POINT{at->x, at->y} : list_->MenuPlace();
+  const POINT place = at ? POINT{at->x, at->y} : list_->MenuPosition();
   const auto chosen = static_cast<uint32_t>(TrackPopupMenu(popup, TPM_RETURNCMD | TPM_RIGHTBUTTON,
                                                            place.x, place.y, 0, dialog_, nullptr));
   if (chosen == 0) return std::nullopt;

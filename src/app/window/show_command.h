@@ -9,12 +9,13 @@ inline constexpr int ShowMaximizedCommand = 3;
 inline constexpr int ShowCommand = 5;
 inline constexpr int ShowDefaultCommand = 10;
 
-// The show command for a start with the command `asked`. A window that was maximized when it was
-// closed is maximized again, unless the start asks for something else, such as minimized.
-constexpr int StartShowCommand(int asked, bool wasMaximized) {
+// The show command to use when the program was started with the command `requested`. A window that
+// was maximized when it was closed is maximized again, unless something else was requested, such as
+// minimized.
+constexpr int StartShowCommand(int requested, bool wasMaximized) {
   const bool isOrdinary =
-      asked == ShowNormalCommand || asked == ShowCommand || asked == ShowDefaultCommand;
-  return wasMaximized && isOrdinary ? ShowMaximizedCommand : asked;
+      requested == ShowNormalCommand || requested == ShowCommand || requested == ShowDefaultCommand;
+  return wasMaximized && isOrdinary ? ShowMaximizedCommand : requested;
 }
 
 }  // namespace app

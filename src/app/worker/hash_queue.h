@@ -11,7 +11,7 @@
 
 namespace app {
 
-// Small and without memory of its own, because a list can need a job for each of a million rows.
+// Small and without memory on the heap, because a list can need a job for each of a million rows.
 struct HashJob {
   uint64_t rowId = 0;
   // The row's own path. It must exist for as long as the job is in the queue, so a row's jobs are
@@ -24,16 +24,16 @@ struct HashJob {
 // The progress at one moment. A batch begins when an idle worker gets a job, and lasts until the
 // next time that happens.
 struct WorkerSnapshot {
-  bool active = false;         // a job is running or waiting
-  bool finishedWait = false;   // the window has not taken every finished job yet
-  uint64_t currentRowId = 0;   // of the running job; 0 between jobs
-  std::u16string currentPath;  // of the running job; empty between jobs
-  uint64_t currentBytes = 0;   // read so far of the running job
-  uint64_t currentSize = 0;    // the running job's size as it was queued
-  uint64_t doneBytes = 0;      // sizes of the batch's finished jobs plus currentBytes
-  uint64_t totalBytes = 0;     // sizes of all jobs of the batch; never below doneBytes
-  uint64_t remainingJobs = 0;  // including the running one
-  double bytesPerSecond = 0;   // average over the batch; 0 in its first 500 ms
+  bool active = false;           // a job is running or waiting
+  bool hasFinishedJobs = false;  // the window has not taken every finished job yet
+  uint64_t currentRowId = 0;     // of the running job; 0 between jobs
+  std::u16string currentPath;    // of the running job; empty between jobs
+  uint64_t currentBytes = 0;     // read so far of the running job
+  uint64_t currentSize = 0;      // the running job's size as it was queued
+  uint64_t doneBytes = 0;        // sizes of the batch's finished jobs plus currentBytes
+  uint64_t totalBytes = 0;       // sizes of all jobs of the batch; never below doneBytes
+  uint64_t remainingJobs = 0;    // including the running one
+  double bytesPerSecond = 0;     // average over the batch; 0 in its first 500 ms
 };
 
 // Called on the window's thread only.

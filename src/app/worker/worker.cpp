@@ -83,7 +83,7 @@ void Worker::CancelAll() {
 WorkerSnapshot Worker::GetSnapshot() const {
   const std::lock_guard lock(mutex_);
   WorkerSnapshot snapshot{.active = busy_ || !IsQueueEmpty(),
-                          .finishedWait = sink_.HoldsFinished(),
+                          .hasFinishedJobs = sink_.HoldsFinished(),
                           .currentRowId = busy_ ? currentId_ : 0,
                           .currentPath = currentPath_,
                           .currentBytes = busy_ ? currentBytes_.load() : 0,

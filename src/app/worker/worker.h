@@ -47,7 +47,7 @@ class WorkerSink {
 // Its public functions are called on the window's thread.
 class Worker final : public HashQueue {
  public:
-  // Milliseconds since any fixed moment; never decreases.
+  // Milliseconds since some fixed moment; never decreases.
   using TickFunction = std::function<uint64_t()>;
 
   // Starts the thread. The sink must outlive the worker. After `rest` without a job the memory and
@@ -87,7 +87,7 @@ class Worker final : public HashQueue {
 
   mutable std::mutex mutex_;
   std::condition_variable wake_;
-  // From here to batchStartTick_, all under mutex_. The jobs from `next_` on are waiting; those
+  // Guarded by mutex_, from here to batchStartTick_. The jobs from `next_` on are waiting; those
   // before it have been taken.
   std::vector<HashJob> queue_;
   size_t next_ = 0;

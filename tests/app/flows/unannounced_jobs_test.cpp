@@ -17,12 +17,12 @@ TEST(UnannouncedResultsTest, TheTimerKeepsRunningWhileResultsWait) {
   window.hashing.QueueAll();
   const HashJob job = window.queue.jobs.at(0);
   window.queue.jobs.clear();
-  window.queue.snapshot.finishedWait = true;
+  window.queue.snapshot.hasFinishedJobs = true;
   window.intake.OnTimer();
   EXPECT_TRUE(window.desktop.timerRuns);
   EXPECT_EQ(window.Result(), (ResultLine{u"Verifying 1 files...", ResultKind::Busy}));
 
-  window.queue.snapshot.finishedWait = false;
+  window.queue.snapshot.hasFinishedJobs = false;
   window.Report(job, {});
   EXPECT_EQ(row.status, RowStatus::Done);
   window.intake.OnTimer();

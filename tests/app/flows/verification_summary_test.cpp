@@ -145,10 +145,10 @@ TEST(VerificationSummaryTest, PendingResultsAreNotReportedAsNotChecked) {
   Row& row = AddRow(window, {.name = u"b", .status = RowStatus::Waiting, .expected = Wanted});
   window.hashing.QueueRow(row.id, MaskOf(AlgoId::Sha256));
   window.queue.jobs.clear();
-  window.queue.snapshot.finishedWait = true;
+  window.queue.snapshot.hasFinishedJobs = true;
   window.intake.OnTimer();
   EXPECT_EQ(window.Result(), (ResultLine{u"Verifying 2 files...", ResultKind::Busy}));
-  window.queue.snapshot.finishedWait = false;
+  window.queue.snapshot.hasFinishedJobs = false;
   window.expected.Compare();
   EXPECT_EQ(window.Result(),
             (ResultLine{u"Not all files match: 1 OK, 1 not checked.", ResultKind::Bad}));

@@ -139,7 +139,7 @@ void ExpectCountersOf(const RowTable& rows) {
     EXPECT_EQ(counters.FirstMatch(), *firstMatch);
   }
   EXPECT_EQ(counters.HasPending(), isPending);
-  EXPECT_EQ(counters.WantsCandidates(), isWanting);
+  EXPECT_EQ(counters.LacksCandidates(), isWanting);
   EXPECT_EQ(counters.Named(), named);
   EXPECT_EQ(counters.Verification().rows, verification.rows);
 }

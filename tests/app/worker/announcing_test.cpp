@@ -40,7 +40,7 @@ TEST(AnnouncingTest, HoldsNoLock) {
   const auto announce = [&] {
     window = std::thread([&] {
       const WorkerSnapshot snapshot = worker->GetSnapshot();
-      sawResult = !snapshot.active && snapshot.finishedWait && results->Take().size() == 1;
+      sawResult = !snapshot.active && snapshot.hasFinishedJobs && results->Take().size() == 1;
       hasAnswered = true;
     });
     answeredInTime = waitFor(hasAnswered, 20s);
@@ -70,7 +70,7 @@ TEST(AnnouncingTest, NoSnapshotMissesBoth) {
     worker.Enqueue({.rowId = round, .path = &path, .mask = Md5, .size = 3});
     WorkerSnapshot snapshot = worker.GetSnapshot();
     while (snapshot.active) snapshot = worker.GetSnapshot();
-    ASSERT_TRUE(snapshot.finishedWait) << round;
+    ASSERT_TRUE(snapshot.hasFinishedJobs) << round;
     ASSERT_EQ(queue.Take().size(), 1u);
   }
 }

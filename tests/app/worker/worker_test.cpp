@@ -160,15 +160,15 @@ TEST_F(WorkerTest, FiguresDuringAJob) {
 
 // At any moment a job is running, waiting, or finished but not taken.
 TEST_F(WorkerTest, ReportsWaitingResults) {
-  EXPECT_FALSE(worker.GetSnapshot().finishedWait);
+  EXPECT_FALSE(worker.GetSnapshot().hasFinishedJobs);
   const HashJob job = Job(1, u"a");
   for (int round = 0; round < 200; ++round) {
     worker.Enqueue(job);
     WorkerSnapshot snapshot = worker.GetSnapshot();
     while (snapshot.active) snapshot = worker.GetSnapshot();
-    ASSERT_TRUE(snapshot.finishedWait);
+    ASSERT_TRUE(snapshot.hasFinishedJobs);
     ASSERT_EQ(sink.Wait(1).size(), 1u);
-    ASSERT_FALSE(worker.GetSnapshot().finishedWait);
+    ASSERT_FALSE(worker.GetSnapshot().hasFinishedJobs);
   }
 }
 
