@@ -1,4 +1,4 @@
-// Measures the peak of memory that code allocates with `new`. For programs that link
+// Measures the peak of the memory that code allocates with `new`. For programs that link
 // allocation_peak.cpp, which replaces the allocation functions.
 #pragma once
 
@@ -6,7 +6,7 @@
 
 namespace swr::testing {
 
-// Counts allocations on all threads, from its construction on. One at a time.
+// Counts allocations on all threads, from its construction on. Only one may exist at a time.
 class AllocationPeak {
  public:
   AllocationPeak();

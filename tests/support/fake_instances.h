@@ -1,4 +1,4 @@
-// In-memory stand-ins for the named objects and windows through which processes find each other.
+// In-memory fakes of the named objects and windows through which processes find each other.
 #pragma once
 
 #include <cstdint>
@@ -26,7 +26,7 @@ class FakeInstances final : public InstanceSystem {
     if (swr::InjectedFault(swr::SystemCall::MapView)) return 0;
     return waits < publishedAfter ? 0 : window;
   }
-  bool IsWindow(uint64_t asked) override { return asked == window && waits >= aliveAfter; }
+  bool IsWindow(uint64_t queried) override { return queried == window && waits >= aliveAfter; }
   void WaitForWindow() override { ++waits; }
   std::optional<std::u16string> FullPath(const std::u16string& path) override {
     if (swr::InjectedFault(swr::SystemCall::FullPath)) return std::nullopt;
@@ -37,7 +37,7 @@ class FakeInstances final : public InstanceSystem {
   bool Deliver(uint64_t to, const std::u16string& payload) override {
     if (swr::InjectedFault(swr::SystemCall::DeliverMessage)) return false;
     deliveries.emplace_back(to, payload);
-    return takes;
+    return accepts;
   }
 
   bool anotherExists = true;
@@ -47,7 +47,7 @@ class FakeInstances final : public InstanceSystem {
   int aliveAfter = 0;
   int waits = 0;
   std::map<std::u16string, std::u16string> fullPaths;
-  bool takes = true;
+  bool accepts = true;
   std::vector<std::pair<uint64_t, std::u16string>> deliveries;
 };
 

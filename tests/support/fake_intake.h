@@ -97,9 +97,9 @@ class FakeIntake final : public Intake {
   }
   bool IsIdle() const { return found_.empty(); }
 
-  // For requests that are started from here on.
+  // For requests that are started from now on.
   bool isHeld = false;
-  size_t releasedAtOnce = 0;  // batches of a held one that can be taken while its start waits
+  size_t releasedAtOnce = 0;  // with `isHeld`: batches that can be taken while a start waits
 
  private:
   uint64_t lastId_ = 0;

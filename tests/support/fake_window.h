@@ -89,7 +89,7 @@ class FakeView final : public ListView,
   size_t SelectedRowCount() const override { return selected.size(); }
   void ClearSelection() override { selected.clear(); }
   void SelectRow(size_t index) override {
-    if (!takesSelection) return;
+    if (!acceptsSelection) return;
     selected.push_back(index);
     focused = index;
   }
@@ -172,7 +172,7 @@ class FakeView final : public ListView,
   int redrawnWhole = 0;
   int listPaints = 0;  // of the whole list, for any reason
   std::vector<size_t> selected;
-  bool takesSelection = true;
+  bool acceptsSelection = true;
   std::optional<size_t> focused;
   std::optional<size_t> scrolledTo;
   bool editHasFocus = false;

@@ -23,7 +23,7 @@ struct PlannedFault {
   std::function<void()> before;  // runs on the calling thread before the call fails or proceeds
 };
 
-// Whether the call asks the disk or the network.
+// Whether the call accesses the disk or the network.
 inline bool CanBeSlow(SystemCall call) {
   switch (call) {
     case SystemCall::OpenFile:
@@ -42,7 +42,7 @@ inline bool CanBeSlow(SystemCall call) {
   }
 }
 
-// One at a time. Calls may come from several threads.
+// Only one may exist at a time. Calls may come from several threads.
 class InstalledFaults final : public FaultPlan {
  public:
   // `delay` is added to every call that can be slow.

@@ -33,7 +33,7 @@ FolderLink::FolderLink(const std::u16string& path, const std::u16string& target)
   } else if (CanRunHostCommands()) {
     RunHostCommand(L"ln -s " + HostPath(target) + L" " + HostPath(path));
     for (int round = 0; round < Rounds && !IsLink(path); ++round) Sleep(10);
-    if (!IsLink(path)) throw std::runtime_error("the host makes no link to a folder");
+    if (!IsLink(path)) throw std::runtime_error("the host did not create a link to a folder");
   }
   isThere_ = IsLink(path);
 }

@@ -1,4 +1,4 @@
-// A system call that does not return.
+// Simulates a system call that does not return.
 #pragma once
 
 #include <condition_variable>
@@ -6,7 +6,7 @@
 
 namespace swr::testing {
 
-// Holds every thread that passes until it is opened.
+// Blocks every thread that calls Pass until Open is called.
 class Gate {
  public:
   void Pass() {

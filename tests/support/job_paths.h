@@ -8,7 +8,7 @@
 
 namespace app::testing {
 
-// Keeps the paths for as long as it lives.
+// Keeps the paths for as long as it exists.
 class JobPaths {
  public:
   const SharedPath* Keep(std::u16string_view path) { return &paths_.emplace_back(path); }

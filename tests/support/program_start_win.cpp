@@ -10,7 +10,7 @@ namespace swr::testing {
 namespace {
 
 constexpr DWORD pollInterval = 10;                      // milliseconds
-constexpr DWORD patience[] = {15'000, 30'000, 60'000};  // milliseconds, of each start
+constexpr DWORD timeouts[] = {15'000, 30'000, 60'000};  // milliseconds, of each start
 
 // Quotes one argument for the program's runtime: backslashes are special only before a quote.
 std::wstring Quoted(const std::u16string& argument) {
@@ -47,7 +47,7 @@ BOOL CALLBACK StopAtMainWindow(HWND window, LPARAM parameter) {
   return FALSE;
 }
 
-// "no window", or how the process ended; empty when the window shows.
+// "no window", or how the process ended; empty when the window is shown.
 std::string WaitForWindow(StartedProgram& program, DWORD milliseconds) {
   const ULONGLONG end = GetTickCount64() + milliseconds;
   for (;;) {
@@ -77,7 +77,7 @@ void Report(const std::string& failure) {
 }
 
 // Turns on Wine's error messages, which are off by default, for the processes started from now on.
-void HaveWineSayErrors() { SetEnvironmentVariableW(L"WINEDEBUG", L"fixme-all"); }
+void TurnOnWineErrors() { SetEnvironmentVariableW(L"WINEDEBUG", L"fixme-all"); }
 
 }  // namespace
 
@@ -117,13 +117,13 @@ HWND FindMainWindow(DWORD process) {
 
 StartedProgram StartProgramWithWindow(const ProgramStart& start) {
   std::string failure;
-  for (const DWORD milliseconds : patience) {
+  for (const DWORD milliseconds : timeouts) {
     StartedProgram program = StartProgram(start);
     failure = WaitForWindow(program, milliseconds);
     if (failure.empty()) return program;
     End(program);
     Report(failure);
-    HaveWineSayErrors();
+    TurnOnWineErrors();
   }
   throw std::runtime_error("the program shows no window: " + failure);
 }

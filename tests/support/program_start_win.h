@@ -1,6 +1,6 @@
 // Starts Sumwright.exe, for ./run and for every test of the real window.
 //
-// Under Wine, on a busy machine, a start rarely fails: the process is not created, or ends, or
+// Under Wine, on a busy machine, a start sometimes fails: the process is not created, or ends, or
 // shows no window. So a process that shows no window in time is ended and started again.
 #pragma once
 

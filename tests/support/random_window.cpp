@@ -90,12 +90,12 @@ std::string RandomWindow::Step() {
   window_.view.redrawn.clear();
   paintsBefore_ = window_.view.listPaints;
   messages_.clear();
-  const std::string event = Happen();
-  window_.queue.snapshot.active = reference_.workerLingers;
+  const std::string event = RandomEvent();
+  window_.queue.snapshot.active = reference_.workerRunsDroppedJob;
   return event;
 }
 
-std::string RandomWindow::Happen() {
+std::string RandomWindow::RandomEvent() {
   if (!reference_.intakes.empty() && OneIn(4)) return TakeFiles();
   switch (Pick(26)) {
     case 0:
@@ -202,7 +202,7 @@ std::string RandomWindow::LoadList() {
   WriteList();
   const auto running = RunningJob();
   LoadWrittenList();
-  LeaveBehind(running);
+  ExpectLateResult(running);
   window_.verification.VerifyFile(files_.ListPath());
   return "list loaded";
 }
@@ -249,12 +249,12 @@ std::string RandomWindow::TakeFiles() {
   const size_t count = 1 + Pick(std::max<size_t>(3, longestList_ / 2));
   const auto running = RunningJob();
   messages_ = reference_.TakeFiles(count, nextId_);
-  LeaveBehind(running);
+  ExpectLateResult(running);
   window_.LookUpFiles(count);
   return std::to_string(count) + " files looked up";
 }
 
-// ---- Jobs and their ends.
+// ---- Jobs and their results.
 
 // A job that is dropped while it runs leaves the worker busy, and delivers a late result.
 std::optional<HashJob> RandomWindow::RunningJob() const {
@@ -262,12 +262,12 @@ std::optional<HashJob> RandomWindow::RunningJob() const {
   return window_.queue.jobs.front();
 }
 
-void RandomWindow::LeaveBehind(const std::optional<HashJob>& running) {
+void RandomWindow::ExpectLateResult(const std::optional<HashJob>& running) {
   if (!running) return;
   const ReferenceJob job = {running->rowId, SetOfMask(running->mask)};
   if (std::ranges::find(reference_.jobs, job) != reference_.jobs.end()) return;
   late_.push_back(*running);
-  reference_.workerLingers = true;
+  reference_.workerRunsDroppedJob = true;
   window_.queue.snapshot.active = true;
 }
 
@@ -275,13 +275,13 @@ std::string RandomWindow::DropJobs() {
   const auto running = RunningJob();
   if (OneIn(2)) {
     reference_.Cancel();
-    LeaveBehind(running);
+    ExpectLateResult(running);
     window_.commands.Run(IDC_CANCEL);
     return "cancelled";
   }
   if (OneIn(6)) {
     reference_.Clear();
-    LeaveBehind(running);
+    ExpectLateResult(running);
     window_.commands.Run(ID_CLEAR_LIST);
     return "cleared";
   }
@@ -290,7 +290,7 @@ std::string RandomWindow::DropJobs() {
     if (OneIn(3)) chosen.insert(i);
   }
   reference_.Remove(chosen);
-  LeaveBehind(running);
+  ExpectLateResult(running);
   window_.view.selected.assign(chosen.begin(), chosen.end());
   window_.commands.Run(ID_REMOVE);
   return "rows removed";
@@ -326,15 +326,16 @@ void RandomWindow::PickCurrentJob() {
 }
 
 std::string RandomWindow::Tick() {
-  if (OneIn(2)) reference_.workerLingers = false;
-  window_.queue.snapshot.active = reference_.workerLingers;
+  if (OneIn(2)) reference_.workerRunsDroppedJob = false;
+  window_.queue.snapshot.active = reference_.workerRunsDroppedJob;
   PickCurrentJob();
   reference_.Tick(window_.queue.snapshot.currentPath);
   window_.intake.OnTimer();
   return "tick";
 }
 
-std::pair<ReferenceResult, swr::HashOutcome> RandomWindow::EndOf(const HashJob& job, bool isLate) {
+std::pair<ReferenceResult, swr::HashOutcome> RandomWindow::ResultOf(const HashJob& job,
+                                                                    bool isLate) {
   ReferenceResult result = {.rowId = job.rowId, .algos = SetOfMask(job.mask)};
   swr::HashOutcome outcome;
   if (isLate ? OneIn(2) : OneIn(10)) {
@@ -367,7 +368,7 @@ std::string RandomWindow::Results() {
     const HashJob job = window_.queue.jobs[static_cast<size_t>(index)];
     window_.queue.jobs.erase(window_.queue.jobs.begin() + index);
     reference_.jobs.erase(reference_.jobs.begin() + index);
-    auto [result, outcome] = EndOf(job, false);
+    auto [result, outcome] = ResultOf(job, false);
     results.push_back(std::move(result));
     reports.emplace_back(job, std::move(outcome));
   }
@@ -380,9 +381,9 @@ std::string RandomWindow::LateResult() {
   if (late_.empty()) return Results();
   const HashJob job = late_.back();
   late_.pop_back();
-  reference_.workerLingers = false;
+  reference_.workerRunsDroppedJob = false;
   window_.queue.snapshot.active = false;
-  auto [result, outcome] = EndOf(job, true);
+  auto [result, outcome] = ResultOf(job, true);
   std::vector<std::pair<HashJob, swr::HashOutcome>> reports;
   reports.emplace_back(job, std::move(outcome));
   Deliver({result}, std::move(reports));

@@ -1,5 +1,5 @@
-// A window with fakes and a reference model that receive the same random events. Everything visible
-// must be equal after each.
+// A window with fakes and a reference model that receive the same random events. After each event,
+// everything visible must be equal.
 #pragma once
 
 #include <cstddef>
@@ -18,8 +18,8 @@
 
 namespace app::testing {
 
-// The files of random windows; only their names, sizes and times are used. One at a time may be a
-// checksum file.
+// The files of random windows; only their names, sizes and times are used. There is also one
+// checksum file, which is rewritten for each use.
 class RandomFiles {
  public:
   static constexpr size_t Count = 5;
@@ -48,8 +48,8 @@ class RandomFiles {
 class RandomWindow {
  public:
   // Checksum files have up to `longestList` lines, and results come in batches of up to a tenth of
-  // that, or of three. With `overlaps`, files are looked up while other things happen. The files
-  // must outlive the window.
+  // that, or up to three if that is more. With `overlaps`, files are looked up while other things
+  // happen. The files must outlive the window.
   RandomWindow(RandomFiles& files, uint32_t seed, size_t longestList, bool overlaps);
 
   // Applies a random event to both. Returns a description of it.
@@ -71,7 +71,7 @@ class RandomWindow {
   uint8_t PickFill() { return static_cast<uint8_t>(1 + Pick(3)); }
   swr::AlgoId PickAlgo() { return static_cast<swr::AlgoId>(Pick(swr::AlgoCount)); }
   static DigestBytes DigestOf(swr::AlgoId id, uint8_t fill);
-  std::string Happen();
+  std::string RandomEvent();
   ReferenceFileRow WithId(ReferenceFileRow row);
   std::string AddFiles();
   void WriteList();
@@ -80,14 +80,14 @@ class RandomWindow {
   std::string AddListFile();
   std::string TakeFiles();
   std::optional<HashJob> RunningJob() const;
-  void LeaveBehind(const std::optional<HashJob>& running);
+  void ExpectLateResult(const std::optional<HashJob>& running);
   std::string DropJobs();
   std::string SelectAlgos();
   // The file that the worker appears to read: usually the first in its queue.
   void PickCurrentJob();
   std::string Tick();
   // A random result of a job, for both.
-  std::pair<ReferenceResult, swr::HashOutcome> EndOf(const HashJob& job, bool isLate);
+  std::pair<ReferenceResult, swr::HashOutcome> ResultOf(const HashJob& job, bool isLate);
   std::string Results();
   std::string LateResult();
   void Deliver(const std::vector<ReferenceResult>& results,

@@ -125,7 +125,8 @@ std::string RandomWindow::UseClipboard() {
   }
   reference_.Activate();
   window_.clipboardWatch.Check();
-  return "come back with " + swr::WideToUtf8(window_.desktop.clipboard.value_or(u"nothing"));
+  return "window activated, clipboard: " +
+         swr::WideToUtf8(window_.desktop.clipboard.value_or(u"nothing"));
 }
 
 std::string RandomWindow::FindStaleEntry() {
@@ -144,7 +145,7 @@ std::string RandomWindow::FollowBannerLink() {
   reference_.FollowBannerLink(link);
   if (loads) {
     LoadWrittenList();
-    LeaveBehind(running);
+    ExpectLateResult(running);
   }
   window_.bannerLinks.Follow(link);
   return "link " + swr::WideToUtf8(link);

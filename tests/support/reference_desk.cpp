@@ -1,4 +1,4 @@
-// The reference model's rules other than those of rows and verdicts: sorting, look-ups, the banner
+// The reference model's rules other than those of rows and verdicts: sorting, lookups, the banner
 // and the clipboard.
 #include <algorithm>
 #include <utility>
@@ -29,14 +29,14 @@ std::u16string ReferenceWindow::Cell(const ReferenceFileRow& row,
 }
 
 void ReferenceWindow::SortBy(const std::u16string& heading) {
-  sortsDown_ = sortHeading_ == heading && !sortsDown_;
+  descending_ = sortHeading_ == heading && !descending_;
   sortHeading_ = heading;
   const auto isLess = [&](const ReferenceFileRow& a, const ReferenceFileRow& b) {
     if (heading == u"Size") return a.size < b.size;
     return swr::SystemCompareNatural(Cell(a, heading), Cell(b, heading)) < 0;
   };
   std::ranges::stable_sort(rows, [&](const ReferenceFileRow& a, const ReferenceFileRow& b) {
-    return sortsDown_ ? isLess(b, a) : isLess(a, b);
+    return descending_ ? isLess(b, a) : isLess(a, b);
   });
   selection.clear();
   Widen(false);
@@ -54,7 +54,7 @@ std::optional<std::u16string> ReferenceWindow::IdleStatus() const {
   return intakes.empty() ? files : u"Looking up files... " + files + u" so far";
 }
 
-// ---- Look-ups.
+// ---- Lookups.
 
 void ReferenceWindow::LookUp() {
   if (selection.size() != 1) return;
@@ -66,12 +66,12 @@ void ReferenceWindow::LookUp() {
   }
   const ResultLine before = Line();
   lookedUp_ = row.id;
-  if (Ask(row, {AlgoId::Sha256})) heldLine_ = before;
+  if (Queue(row, {AlgoId::Sha256})) heldLine_ = before;
 }
 
 void ReferenceWindow::FinishLookUp(const ReferenceFileRow& row) {
-  const bool isAtWork = row.status == RowStatus::Waiting || row.status == RowStatus::Hashing;
-  if (row.id != lookedUp_ || isAtWork) return;
+  const bool isBusy = row.status == RowStatus::Waiting || row.status == RowStatus::Hashing;
+  if (row.id != lookedUp_ || isBusy) return;
   lookedUp_.reset();
   if (row.digests.contains(AlgoId::Sha256)) openedPage_ = row.digests.at(AlgoId::Sha256);
 }
@@ -153,14 +153,14 @@ void ReferenceWindow::FollowBannerLink(const std::u16string& link) {
     return;
   }
   if (followed == ReferenceBanner::Clipboard) EditBox(offeredCopy_.box);
-  if (followed == ReferenceBanner::ChecksumFileOffer) ForgetPlainRow(offeredFile);
+  if (followed == ReferenceBanner::ChecksumFileOffer) RemovePlainRow(offeredFile);
   if (followed == ReferenceBanner::StaleEntries && entry == ReferenceEntry::MissingCopy) {
     entry = link == u"a" ? ReferenceEntry::ThisCopy : ReferenceEntry::None;
   }
 }
 
 // The first row of this path that has no expected digest from a checksum file.
-void ReferenceWindow::ForgetPlainRow(const std::u16string& path) {
+void ReferenceWindow::RemovePlainRow(const std::u16string& path) {
   const auto found = std::ranges::find_if(rows, [&](const ReferenceFileRow& row) {
     return !row.listed && swr::EqualsNoCase(row.path, path);
   });

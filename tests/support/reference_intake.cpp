@@ -11,7 +11,7 @@ namespace {
 void MakeCancelled(ReferenceFileRow& row) {
   if (row.status == RowStatus::Failed) return;
   row.status = RowStatus::Cancelled;
-  row.isGivenUp = true;
+  row.cancelledByUser = true;
 }
 
 }  // namespace
@@ -30,7 +30,7 @@ void ReferenceWindow::StartIntake(ReferenceIntake intake) {
 std::vector<std::u16string> ReferenceWindow::TakeFiles(size_t count, uint64_t& nextId) {
   std::vector<std::u16string> messages;
   while (count > 0 && !intakes.empty()) {
-    // After a message the window starts again.
+    // When a message is shown, the window stops taking files for the moment, so a new round begins.
     std::optional<std::u16string> message;
     for (; count > 0 && !intakes.empty() && !message; --count) {
       ReferenceIntake& intake = intakes.front();
@@ -65,7 +65,7 @@ void ReferenceWindow::TakeAdded(ReferenceIntake& intake, ReferenceFileRow file) 
   if (intake.given == 1) intake.offered = file;
   rows.push_back(std::move(file));
   if (!std::exchange(intake.hasRows, true)) selection = {rows.size() - 1};
-  if (!intake.isCancelled) Ask(rows.back(), selectedAlgos);
+  if (!intake.isCancelled) Queue(rows.back(), selectedAlgos);
 }
 
 void ReferenceWindow::TakeListed(ReferenceIntake& intake, ReferenceFileRow file) {
@@ -80,14 +80,14 @@ void ReferenceWindow::TakeListed(ReferenceIntake& intake, ReferenceFileRow file)
       if (!row.listed && isListed(row)) DropJobsOf(row.id);
     }
     std::erase_if(rows, [&](const auto& row) { return !row.listed && isListed(row); });
-    if (!intake.isCancelled) AskAll();
+    if (!intake.isCancelled) QueueAll();
     selection.clear();
   }
   AlgoSet wanted = selectedAlgos;
   wanted.insert(file.listed->algos.begin(), file.listed->algos.end());
   rows.push_back(std::move(file));
   intake.hasRows = true;
-  if (!intake.isCancelled) Ask(rows.back(), wanted);
+  if (!intake.isCancelled) Queue(rows.back(), wanted);
 }
 
 std::optional<std::u16string> ReferenceWindow::EndIntake() {
@@ -111,7 +111,7 @@ void ReferenceWindow::CancelIntakes() {
       file.error = 0;
       file.size = 0;
       file.modified.clear();
-      file.isGivenUp = true;
+      file.cancelledByUser = true;
     }
   }
 }

@@ -94,7 +94,7 @@ ReferenceFileRow* ReferenceWindow::Find(uint64_t id) {
   return nullptr;
 }
 
-bool ReferenceWindow::Ask(ReferenceFileRow& row, const AlgoSet& algos) {
+bool ReferenceWindow::Queue(ReferenceFileRow& row, const AlgoSet& algos) {
   if (row.status == RowStatus::Failed) return false;
   AlgoSet missing;
   for (const AlgoId id : algos) {
@@ -102,17 +102,17 @@ bool ReferenceWindow::Ask(ReferenceFileRow& row, const AlgoSet& algos) {
   }
   if (missing.empty()) return false;
   row.pending.insert(missing.begin(), missing.end());
-  row.isGivenUp = false;
+  row.cancelledByUser = false;
   if (row.status != RowStatus::Hashing) row.status = RowStatus::Waiting;
   jobs.push_back({row.id, missing});
   return true;
 }
 
-void ReferenceWindow::AskAll() {
+void ReferenceWindow::QueueAll() {
   for (ReferenceFileRow& row : rows) {
     AlgoSet wanted = selectedAlgos;
     if (row.listed) wanted.insert(row.listed->algos.begin(), row.listed->algos.end());
-    Ask(row, wanted);
+    Queue(row, wanted);
   }
 }
 
@@ -128,8 +128,8 @@ void ReferenceWindow::Widen(bool isNewValue) {
   }
   for (ReferenceFileRow& row : rows) {
     // Cancelled rows stay cancelled until something new is requested.
-    if (row.isGivenUp && !isNewValue) continue;
-    Ask(row, AlgoSet(box.claim->algos.begin(), box.claim->algos.end()));
+    if (row.cancelledByUser && !isNewValue) continue;
+    Queue(row, AlgoSet(box.claim->algos.begin(), box.claim->algos.end()));
   }
 }
 
@@ -141,7 +141,7 @@ void ReferenceWindow::AddFiles(std::vector<ReferenceFileRow> files) {
     };
     if (std::ranges::none_of(rows, isThere)) rows.push_back(std::move(file));
   }
-  for (size_t i = before; i < rows.size(); ++i) Ask(rows[i], selectedAlgos);
+  for (size_t i = before; i < rows.size(); ++i) Queue(rows[i], selectedAlgos);
   if (rows.size() > before) {
     selection = {before};
     if (files.size() == 1) OfferToVerify(rows.back());
@@ -163,7 +163,7 @@ void ReferenceWindow::LoadList(std::vector<ReferenceFileRow> listed,
     }
     rows.push_back(std::move(added));
   }
-  AskAll();
+  QueueAll();
   selection.clear();
   if (!skippedLines.empty()) ReportSkippedLines(skippedLines);
   Widen(false);
@@ -240,7 +240,7 @@ void ReferenceWindow::Cancel() {
   for (ReferenceFileRow& row : rows) {
     if (row.pending.empty()) continue;
     row.pending.clear();
-    row.isGivenUp = true;
+    row.cancelledByUser = true;
     if (row.status == RowStatus::Waiting || row.status == RowStatus::Hashing) {
       row.status = RowStatus::Cancelled;
     }
@@ -264,7 +264,7 @@ void ReferenceWindow::TakeSignature(uint64_t rowId, const std::u16string& words)
 void ReferenceWindow::SelectAlgos(AlgoSet chosen) {
   selectedAlgos = chosen.empty() ? AlgoSet{AlgoId::Sha256} : std::move(chosen);
   sortHeading_.reset();
-  AskAll();
+  QueueAll();
   Widen(false);
   shownDetails = Details();
 }
@@ -276,8 +276,8 @@ bool ReferenceWindow::CompareTwo(size_t first, size_t second) {
     return true;
   }
   compared_ = {a.id, b.id};
-  Ask(a, {AlgoId::Sha256});
-  Ask(b, {AlgoId::Sha256});
+  Queue(a, {AlgoId::Sha256});
+  Queue(b, {AlgoId::Sha256});
   Widen(false);
   return false;
 }
@@ -352,12 +352,12 @@ ResultLine ReferenceWindow::BoxLine(const ReferenceClaim& claim) const {
   }
   std::vector<std::pair<const ReferenceFileRow*, AlgoId>> matches;
   bool isPending = false;
-  const ReferenceFileRow* blamed = rows.size() == 1 ? &rows.front() : nullptr;
+  const ReferenceFileRow* reported = rows.size() == 1 ? &rows.front() : nullptr;
   for (const ReferenceFileRow& row : rows) {
     const Verdict verdict = VerdictOf(row, claim);
     if (verdict.outcome == Outcome::Match) matches.emplace_back(&row, verdict.algo);
     if (verdict.outcome == Outcome::Pending) isPending = true;
-    if (!claim.fileName.empty() && swr::EqualsNoCase(row.name, claim.fileName)) blamed = &row;
+    if (!claim.fileName.empty() && swr::EqualsNoCase(row.name, claim.fileName)) reported = &row;
   }
   if (matches.size() == 1) {
     return {u"Match. The " + Name(matches[0].second) + u" of " + matches[0].first->name +
@@ -370,14 +370,14 @@ ResultLine ReferenceWindow::BoxLine(const ReferenceClaim& claim) const {
             ResultKind::Good};
   }
   if (isPending || !intakes.empty()) return {u"Checking...", ResultKind::Busy};
-  if (blamed == nullptr) {
+  if (reported == nullptr) {
     return {u"No match. None of the " + Number(rows.size()) + u" files has this hash.",
             ResultKind::Bad};
   }
-  if (blamed->status == RowStatus::Failed) {
-    return {blamed->name + u" can't be read, so it can't be compared.", ResultKind::Bad};
+  if (reported->status == RowStatus::Failed) {
+    return {reported->name + u" can't be read, so it can't be compared.", ResultKind::Bad};
   }
-  return {u"No match. " + blamed->name + u" has a different " + Names(claim.algos, u"and") + u".",
+  return {u"No match. " + reported->name + u" has a different " + Names(claim.algos, u"and") + u".",
           ResultKind::Bad};
 }
 

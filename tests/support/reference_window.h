@@ -22,11 +22,11 @@ namespace app::testing {
 using DigestBytes = std::vector<uint8_t>;
 using AlgoSet = std::set<swr::AlgoId>;
 
-// The algorithms that a digest of this length may belong to, in the order of trial.
+// The algorithms that a digest of this length may belong to, in the order of comparison.
 std::vector<swr::AlgoId> ReferenceAlgosOfSize(size_t bytes);
 std::u16string ReferenceHex(const DigestBytes& bytes, bool uppercase);
 
-// An expected digest, and the algorithms that it may belong to in the order of trial.
+// An expected digest, and the algorithms that it may belong to, in the order of comparison.
 struct ReferenceClaim {
   DigestBytes bytes;
   std::vector<swr::AlgoId> algos;
@@ -46,7 +46,7 @@ struct ReferenceFileRow {
   RowStatus status = RowStatus::Waiting;
   uint32_t error = 0;
   bool changed = false;
-  bool isGivenUp = false;  // the user cancelled it, and nothing was requested since
+  bool cancelledByUser = false;  // the user cancelled it, and nothing was requested since
   std::map<swr::AlgoId, DigestBytes> digests;
   AlgoSet pending;
   std::optional<ReferenceClaim> listed;  // from a checksum file
@@ -82,7 +82,7 @@ struct ReferenceIntake {
   bool hasBegun = false;  // the first file has arrived
   bool hasRows = false;
   std::set<std::u16string> removed;  // paths in lower case that the user has removed meanwhile
-  std::optional<ReferenceFileRow> offered;  // a checksum file that was added by itself
+  std::optional<ReferenceFileRow> offered;  // a checksum file that was added alone
 };
 
 // The content of the Expected hash box.
@@ -112,7 +112,7 @@ class ReferenceWindow {
   // The same for files that arrive in batches.
   void StartIntake(ReferenceIntake intake);
   // Takes this many further files; the end of an intake counts as one. Each row gets the next id.
-  // Returns the instructions of the messages that show.
+  // Returns the instructions of the messages that are shown.
   std::vector<std::u16string> TakeFiles(size_t count, uint64_t& nextId);
   // The worker is reading this path.
   void TakeResults(const std::vector<ReferenceResult>& results, const std::u16string& currentPath);
@@ -144,7 +144,7 @@ class ReferenceWindow {
   RowTint Tint(const ReferenceFileRow& row) const;
   // By the heading of its column.
   std::u16string Cell(const ReferenceFileRow& row, const std::u16string& heading) const;
-  // A look-up does not change the line, which stays until the next event.
+  // A lookup does not change the line, which stays until the next event.
   ResultLine Line() const { return heldLine_ ? *heldLine_ : LineOfNow(); }
   // Nothing while files are hashed, because then it depends on the worker's progress.
   std::optional<std::u16string> IdleStatus() const;
@@ -153,7 +153,7 @@ class ReferenceWindow {
   // The instruction of the message of a comparison of two files that has just been answered, if
   // any.
   std::optional<std::u16string> TakeComparison();
-  // The digest whose page a look-up has just opened, if any.
+  // The digest whose page a lookup has just opened, if any.
   std::optional<DigestBytes> TakeOpenedPage();
 
   std::vector<ReferenceFileRow> rows;
@@ -166,7 +166,7 @@ class ReferenceWindow {
   ReferenceBanner banner = ReferenceBanner::None;
   std::u16string offeredFile;  // while the banner offers to verify what a checksum file lists
   ReferenceEntry entry = ReferenceEntry::None;
-  bool workerLingers = false;  // it is still busy with a job that was dropped
+  bool workerRunsDroppedJob = false;  // it is still busy with a job that was dropped
   // The total of several selected rows is not updated when results arrive.
   std::u16string shownDetails;
 
@@ -177,21 +177,21 @@ class ReferenceWindow {
     swr::AlgoId algo = {};
   };
   static Verdict VerdictOf(const ReferenceFileRow& row, const ReferenceClaim& claim);
-  bool Ask(ReferenceFileRow& row, const AlgoSet& algos);
-  void AskAll();
+  bool Queue(ReferenceFileRow& row, const AlgoSet& algos);
+  void QueueAll();
   void DropJobsOf(uint64_t rowId);
   void TakeAdded(ReferenceIntake& intake, ReferenceFileRow file);
   void TakeListed(ReferenceIntake& intake, ReferenceFileRow file);
   std::optional<std::u16string> EndIntake();
   void CancelIntakes();
   void RememberRemoved(const ReferenceFileRow& row);
-  void ForgetPlainRow(const std::u16string& path);
+  void RemovePlainRow(const std::u16string& path);
   void FinishLookUp(const ReferenceFileRow& row);
   void OfferToVerify(const ReferenceFileRow& row);
   void ReportSkippedLines(const std::vector<uint32_t>& lines);
   void ShowBanner(ReferenceBanner kind, const std::u16string& text);
   void HideBanner();
-  bool IsActive() const { return workerLingers || !jobs.empty(); }
+  bool IsActive() const { return workerRunsDroppedJob || !jobs.empty(); }
   bool IsListOpen() const;
   void MarkHashing(const std::u16string& currentPath);
   // Queues the candidates of the value in the box.
@@ -204,7 +204,7 @@ class ReferenceWindow {
 
   std::optional<std::pair<uint64_t, uint64_t>> compared_;
   std::optional<std::u16string> sortHeading_;
-  bool sortsDown_ = false;
+  bool descending_ = false;
   std::optional<uint64_t> lookedUp_;  // a row that waits for its digest
   std::optional<DigestBytes> openedPage_;
   std::optional<ResultLine> heldLine_;

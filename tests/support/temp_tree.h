@@ -25,7 +25,7 @@ class TempTree {
   const std::u16string& Root() const { return root_; }
   // The full path of `relative`, which uses "/" as the separator on every platform.
   std::u16string Path(std::u16string_view relative) const;
-  // Both create the folders above as well, and return the full path.
+  // Both also create missing parent folders, and return the full path.
   std::u16string AddFolder(std::u16string_view relative);
   std::u16string AddFile(std::u16string_view relative, std::string_view bytes = {});
 
@@ -36,7 +36,7 @@ class TempTree {
 // Creates the file or replaces its content.
 void WriteBytes(const std::u16string& path, std::string_view bytes);
 void AppendBytes(const std::u16string& path, std::string_view bytes);
-// Truncates the file or extends it by zeros, which take no space on the disk.
+// Truncates the file, or extends it with zeros, which take no space on the disk.
 void ResizeFile(const std::u16string& path, uint64_t size);
 // Overwrites one byte of the file.
 void OverwriteByte(const std::u16string& path, uint64_t position, char byte);

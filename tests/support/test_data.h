@@ -1,4 +1,4 @@
-// The folder of the files that results are compared with.
+// The folder of the files with expected results.
 #pragma once
 
 #include <cstdlib>
@@ -6,8 +6,8 @@
 
 namespace swr::testing {
 
-// The environment variable SUMWRIGHT_TEST_DATA, for tests that run on another machine than the one
-// that built them; otherwise the folder of the sources.
+// The environment variable SUMWRIGHT_TEST_DATA, for tests that run on a different machine from the
+// one that built them; otherwise the folder of the sources.
 inline std::string TestDataFolder(const char* folderOfSources) {
   const char* const moved = std::getenv("SUMWRIGHT_TEST_DATA");
   return moved == nullptr ? folderOfSources : moved;

@@ -1,4 +1,4 @@
-// Whether a test runs on a real Windows.
+// Whether a test runs under Wine instead of real Windows.
 #pragma once
 
 #include "swr/system/windows_api_win.h"

@@ -21,8 +21,8 @@ bool Exists(const std::u16string& path) {
   return swr::QueryFileInfo(path, error).has_value();
 }
 
-bool Appears(const std::u16string& path, milliseconds patience) {
-  for (milliseconds waited{0}; waited < patience; waited += milliseconds(50)) {
+bool Appears(const std::u16string& path, milliseconds timeout) {
+  for (milliseconds waited{0}; waited < timeout; waited += milliseconds(50)) {
     if (Exists(path)) return true;
     std::this_thread::sleep_for(milliseconds(50));
   }
@@ -39,7 +39,7 @@ TEST(ShowInFileManagerTest, DoesNotStartAFolderThatIsAProgram) {
   WindowsShell().ShowInFolder(program + u"\\setup.exe", program);
   EXPECT_FALSE(Appears(mark, milliseconds(1500)));
 
-  // By now its traces would exist.
+  // Opened on purpose, the program does leave its mark.
   OpenWithShell(program);
   EXPECT_TRUE(Appears(mark, std::chrono::seconds(20)));
   // The command prompt closes the program's file a moment later.

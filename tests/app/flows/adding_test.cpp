@@ -141,7 +141,8 @@ TEST(AddPathsTest, Duplicates) {
   }
 }
 
-// The key of a walked file begins with the folder as it was given; keys of the list are full paths.
+// A walked file is looked up by a path that begins with the folder as it was given, but rows have
+// full paths.
 TEST(AddPathsTest, AFolderInAnotherSpellingAddsItsFilesAgain) {
   TempTree tree;
   tree.AddFolder(u"sub");

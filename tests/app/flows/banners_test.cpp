@@ -130,7 +130,7 @@ struct OfferedList {
 
 using TextList = std::vector<std::u16string>;
 
-TEST(ChecksumFileOfferTest, FollowingItReplacesTheListByTheListedFiles) {
+TEST(ChecksumFileOfferTest, FollowingItReplacesTheListWithTheListedFiles) {
   OfferedList offered;
   const uint64_t listId = offered.window.rows[0].id;
   offered.window.bannerLinks.Follow(u"a");

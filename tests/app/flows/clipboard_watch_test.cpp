@@ -20,7 +20,7 @@ std::u16string Banner(std::u16string_view label) {
 }
 
 // Activates the window with this text on the clipboard.
-void ComeBackWith(FakeWindow& window, const std::optional<std::u16string>& text) {
+void ActivateWith(FakeWindow& window, const std::optional<std::u16string>& text) {
   window.desktop.Copy(text);
   window.clipboardWatch.Check();
 }
@@ -70,7 +70,7 @@ TEST(CheckClipboardTest, OffersWhatLooksLikeAHash) {
   for (const LabelCase& test : cases) {
     SCOPED_TRACE(test.description);
     FakeWindow window;
-    ComeBackWith(window, test.clipboard);
+    ActivateWith(window, test.clipboard);
     EXPECT_EQ(window.view.banner, test.banner);
     EXPECT_EQ(window.banners.Kind(), test.banner ? BannerKind::Clipboard : BannerKind::None);
     EXPECT_EQ(window.banners.Payload(), test.banner ? *test.clipboard : u"");
@@ -83,7 +83,7 @@ TEST(CheckClipboardTest, EachContentIsCheckedOnce) {
   FakeWindow window;
   window.clipboardWatch.Check();
   EXPECT_EQ(window.desktop.clipboardReads, 0) << "nothing was copied";
-  ComeBackWith(window, Hash(32));
+  ActivateWith(window, Hash(32));
   EXPECT_EQ(window.desktop.clipboardReads, 1);
   window.banners.Hide();
   window.clipboardWatch.Check();
@@ -93,7 +93,7 @@ TEST(CheckClipboardTest, EachContentIsCheckedOnce) {
 
 TEST(CheckClipboardTest, UnreadableContentIsNotCheckedAgain) {
   FakeWindow window;
-  ComeBackWith(window, std::nullopt);
+  ActivateWith(window, std::nullopt);
   window.desktop.clipboard = Hash(32);
   window.clipboardWatch.Check();
   EXPECT_FALSE(window.view.banner);
@@ -110,11 +110,11 @@ TEST(CheckClipboardTest, ContentCopiedBeforeTheStartIsChecked) {
 
 TEST(CheckClipboardTest, ALaterHashReplacesTheOffer) {
   FakeWindow window;
-  ComeBackWith(window, Hash(32));
-  ComeBackWith(window, Hash(20));
+  ActivateWith(window, Hash(32));
+  ActivateWith(window, Hash(20));
   EXPECT_EQ(window.view.banner, Banner(u"a 160-bit hash"));
   EXPECT_EQ(window.banners.Payload(), Hash(20));
-  ComeBackWith(window, u"no hash");
+  ActivateWith(window, u"no hash");
   EXPECT_EQ(window.view.banner, Banner(u"a 160-bit hash")) << "other text does not hide the offer";
 }
 
@@ -123,13 +123,13 @@ TEST(CheckClipboardTest, EveryOtherBannerTakesPrecedence) {
        {BannerKind::ChecksumFileOffer, BannerKind::StaleExplorer, BannerKind::SkippedLines}) {
     FakeWindow window;
     window.banners.Show(kind, u"other", u"payload");
-    ComeBackWith(window, Hash(32));
+    ActivateWith(window, Hash(32));
     EXPECT_EQ(window.view.banner, u"other");
     EXPECT_EQ(window.banners.Kind(), kind);
     window.bannerLinks.Follow(u"x");
     window.clipboardWatch.Check();
     EXPECT_FALSE(window.view.banner) << "this content has been checked";
-    ComeBackWith(window, Hash(32));
+    ActivateWith(window, Hash(32));
     EXPECT_EQ(window.view.banner, Banner(u"a 256-bit hash")) << "copied again";
   }
 }
@@ -139,7 +139,7 @@ TEST(CheckClipboardTest, EveryOtherBannerTakesPrecedence) {
 TEST(CheckClipboardTest, ADismissedTextIsNotOfferedAgain) {
   FakeWindow window;
   const std::u16string dismissed = Hash(32);
-  ComeBackWith(window, dismissed);
+  ActivateWith(window, dismissed);
   window.bannerLinks.Follow(u"x");
   struct Case {
     const char* description;
@@ -158,14 +158,14 @@ TEST(CheckClipboardTest, ADismissedTextIsNotOfferedAgain) {
   for (const Case& test : cases) {
     SCOPED_TRACE(test.description);
     window.banners.Hide();
-    ComeBackWith(window, test.clipboard);
+    ActivateWith(window, test.clipboard);
     EXPECT_EQ(window.view.banner.has_value(), test.offered);
   }
   // Only the last dismissal is remembered.
   window.banners.Hide();
-  ComeBackWith(window, Hash(20));
+  ActivateWith(window, Hash(20));
   window.bannerLinks.Follow(u"x");
-  ComeBackWith(window, dismissed);
+  ActivateWith(window, dismissed);
   EXPECT_EQ(window.view.banner, Banner(u"a 256-bit hash"));
 }
 
@@ -186,12 +186,12 @@ TEST(CheckClipboardTest, OnlyDismissIsADismissal) {
   for (const Case& test : cases) {
     SCOPED_TRACE(test.description);
     FakeWindow window;
-    ComeBackWith(window, Hash(32));
+    ActivateWith(window, Hash(32));
     test.end(window);
     EXPECT_FALSE(window.view.banner);
     window.clipboardWatch.Check();
     EXPECT_FALSE(window.view.banner) << "offered again only after it is copied again";
-    ComeBackWith(window, Hash(32));
+    ActivateWith(window, Hash(32));
     EXPECT_EQ(window.view.banner, Banner(u"a 256-bit hash"));
   }
 }
@@ -215,7 +215,7 @@ TEST(CheckClipboardTest, TheContentOfTheBoxIsNotOffered) {
     SCOPED_TRACE(test.description);
     FakeWindow window;
     window.view.SetExpectedText(test.box);
-    ComeBackWith(window, test.clipboard);
+    ActivateWith(window, test.clipboard);
     EXPECT_EQ(window.view.banner.has_value(), test.offered);
     EXPECT_EQ(window.view.expectedText, test.box);
   }
@@ -223,10 +223,10 @@ TEST(CheckClipboardTest, TheContentOfTheBoxIsNotOffered) {
 
 TEST(CheckClipboardTest, AComparedHashIsNotOfferedAgain) {
   FakeWindow window;
-  ComeBackWith(window, Hash(32) + u"\n");
+  ActivateWith(window, Hash(32) + u"\n");
   window.bannerLinks.Follow(u"a");
   EXPECT_EQ(window.view.expectedText, Hash(32));
-  ComeBackWith(window, Hash(32));
+  ActivateWith(window, Hash(32));
   EXPECT_FALSE(window.view.banner);
 }
 

@@ -32,12 +32,12 @@ const std::vector<FilledDigest>& Other32() {
 }
 
 // The jobs queued since the last call: the name of the row and the algorithms of each.
-using Asked = std::vector<std::pair<std::u16string, AlgoMask>>;
-Asked TakeJobs(FakeWindow& window) {
-  Asked asked;
-  for (const HashJob& job : window.queue.jobs) asked.emplace_back(job.path->Text(), job.mask);
+using QueuedJobs = std::vector<std::pair<std::u16string, AlgoMask>>;
+QueuedJobs TakeJobs(FakeWindow& window) {
+  QueuedJobs queued;
+  for (const HashJob& job : window.queue.jobs) queued.emplace_back(job.path->Text(), job.mask);
   window.queue.jobs.clear();
-  return asked;
+  return queued;
 }
 
 // ---- What is queued.
@@ -67,7 +67,7 @@ struct WideningCase {
   const char* description;
   std::vector<RowSetup> rows;
   std::u16string box;
-  Asked asked;
+  QueuedJobs queued;
 };
 
 TEST(WideningTest, Table) {
@@ -114,7 +114,7 @@ TEST(WideningTest, Table) {
     FakeWindow window;
     for (const RowSetup& row : test.rows) AddRow(window, row);
     window.view.SetExpectedText(test.box);
-    EXPECT_EQ(TakeJobs(window), test.asked);
+    EXPECT_EQ(TakeJobs(window), test.queued);
   }
 }
 
@@ -124,7 +124,7 @@ TEST(WideningTest, QueuedDigestsAreNotQueuedAgain) {
   window.hashing.QueueRow(row.id, MaskOf(AlgoId::Sha256));
   TakeJobs(window);
   window.view.SetExpectedText(WantedHex(32));
-  EXPECT_EQ(TakeJobs(window), (Asked{{u"a", Of32 & ~MaskOf(AlgoId::Sha256)}}));
+  EXPECT_EQ(TakeJobs(window), (QueuedJobs{{u"a", Of32 & ~MaskOf(AlgoId::Sha256)}}));
 }
 
 TEST(WideningTest, ChangesNeitherSelectionNorColumns) {
@@ -156,7 +156,8 @@ TEST(WideningTest, TheFirstMatchEndsIt) {
 
   // Without the match the other candidates are queued again.
   window.RemoveRows({0});
-  EXPECT_EQ(TakeJobs(window), (Asked{{u"b", MaskOf(AlgoId::Sha1)}, {u"c", MaskOf(AlgoId::Sha1)}}));
+  EXPECT_EQ(TakeJobs(window),
+            (QueuedJobs{{u"b", MaskOf(AlgoId::Sha1)}, {u"c", MaskOf(AlgoId::Sha1)}}));
   EXPECT_EQ(window.Result(), (ResultLine{u"Checking...", ResultKind::Busy}));
 }
 
@@ -171,10 +172,10 @@ TEST(WideningTest, RowsAddedLaterAreIncluded) {
                         ResultKind::Hint}));
   constexpr AlgoMask of64 = MaskOf(AlgoId::Sha512) | MaskOf(AlgoId::Sha3_512);
   window.adding.AddPaths({first});
-  EXPECT_EQ(TakeJobs(window), (Asked{{first, swr::DefaultAlgoMask}, {first, of64}}));
+  EXPECT_EQ(TakeJobs(window), (QueuedJobs{{first, swr::DefaultAlgoMask}, {first, of64}}));
   EXPECT_EQ(window.Result(), (ResultLine{u"Checking...", ResultKind::Busy}));
   window.adding.AddPaths({second});
-  EXPECT_EQ(TakeJobs(window), (Asked{{second, swr::DefaultAlgoMask}, {second, of64}}));
+  EXPECT_EQ(TakeJobs(window), (QueuedJobs{{second, swr::DefaultAlgoMask}, {second, of64}}));
 }
 
 TEST(WideningTest, EachNewValueQueuesItsOwnCandidates) {
@@ -183,7 +184,8 @@ TEST(WideningTest, EachNewValueQueuesItsOwnCandidates) {
   window.view.SetExpectedText(WantedHex(4));
   window.view.SetExpectedText(WantedHex(20));
   window.view.SetExpectedText(u"");
-  EXPECT_EQ(TakeJobs(window), (Asked{{u"a", MaskOf(AlgoId::Crc32)}, {u"a", MaskOf(AlgoId::Sha1)}}));
+  EXPECT_EQ(TakeJobs(window),
+            (QueuedJobs{{u"a", MaskOf(AlgoId::Crc32)}, {u"a", MaskOf(AlgoId::Sha1)}}));
   EXPECT_EQ(row.pendingMask, MaskOf(AlgoId::Crc32) | MaskOf(AlgoId::Sha1));
 }
 
@@ -231,7 +233,7 @@ TEST(CancelWithABoxTest, TheLineShowsNoMatchAtOnceAndNothingIsQueuedAgain) {
   EXPECT_FALSE(window.desktop.timerRuns);
 
   // A value entered now is a new one, and so is the same value entered again.
-  const Asked again = {{u"a", MaskOf(AlgoId::Sha3_256) | MaskOf(AlgoId::Blake3)}};
+  const QueuedJobs again = {{u"a", MaskOf(AlgoId::Sha3_256) | MaskOf(AlgoId::Blake3)}};
   window.view.SetExpectedText(WantedHex(32));
   EXPECT_EQ(window.Result(), (ResultLine{u"Checking...", ResultKind::Busy}));
   EXPECT_EQ(TakeJobs(window), again);
@@ -249,7 +251,7 @@ TEST(CancelWithABoxTest, TheSameValueAfterAnEmptyBoxIsANewOne) {
   window.edits.CancelAll();
   window.view.SetExpectedText(u"");
   window.view.SetExpectedText(WantedHex(20));
-  EXPECT_EQ(TakeJobs(window), (Asked{{u"a", MaskOf(AlgoId::Sha1)}}));
+  EXPECT_EQ(TakeJobs(window), (QueuedJobs{{u"a", MaskOf(AlgoId::Sha1)}}));
 }
 
 TEST(CancelWithABoxTest, ACancelledRowDoesNotDelayTheVerdict) {

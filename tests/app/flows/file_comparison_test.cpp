@@ -35,7 +35,7 @@ struct TwoRows {
     window.view.selected = {0, 1};
   }
   void Compare() { window.commands.Run(ID_CTX_COMPARE); }
-  // The front job ends with digests of these bytes.
+  // Finishes the front job with digests of this byte.
   void Finish(uint8_t fill) {
     swr::HashOutcome outcome;
     for (const AlgoId id : swr::IdsFromMask(swr::AllAlgosMask)) {

@@ -34,7 +34,7 @@ struct BatchWindow : FakeWindow {
   }
 };
 
-TEST(ResultBatchTest, ALookUpFindsItsResultAnywhereInTheBatch) {
+TEST(ResultBatchTest, ALookupFindsItsResultAnywhereInTheBatch) {
   for (size_t place = 0; place < RowCount; ++place) {
     SCOPED_TRACE(place);
     BatchWindow window;

@@ -166,7 +166,7 @@ TEST(MarkHashingRowTest, TheRowOfTheJobIsEnoughWherePathsAreUnique) {
 }
 
 // A file that was removed and added again while its first job runs.
-TEST(MarkHashingRowTest, AfterTheRowOfTheJobIsGoneItsPathCounts) {
+TEST(MarkHashingRowTest, AfterTheRowOfTheJobIsGoneItsPathIsUsed) {
   swr::testing::TempTree tree;
   const std::u16string a = tree.AddFile(u"a");
   FakeWindow window;

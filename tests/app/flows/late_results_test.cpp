@@ -78,9 +78,9 @@ TEST(LateCancelTest, RowsCancelledTwiceStayCancelled) {
   EXPECT_EQ(window.Result().kind, ResultKind::Bad);
 }
 
-// ---- A look-up waits for a digest that does not arrive, and the box queues the row again.
+// ---- A lookup waits for a digest that does not arrive, and the box queues the row again.
 
-TEST(LateLookUpTest, ThePageOpensOnlyWithTheAwaitedResult) {
+TEST(LateLookupTest, ThePageOpensOnlyWithTheAwaitedResult) {
   FakeWindow window;
   window.algorithms.Select(Md5);
   Row& row = window.AddRow(u"a.iso");
@@ -99,7 +99,7 @@ TEST(LateLookUpTest, ThePageOpensOnlyWithTheAwaitedResult) {
   EXPECT_EQ(row.status, RowStatus::Waiting) << "for the candidate of the box";
 }
 
-TEST(LateLookUpTest, ACancelledReadEndsTheLookUpWhateverIsInTheBox) {
+TEST(LateLookupTest, ACancelledReadEndsTheLookupWhateverIsInTheBox) {
   FakeWindow window;
   window.algorithms.Select(Md5);
   window.AddRow(u"a.iso");
@@ -114,10 +114,10 @@ TEST(LateLookUpTest, ACancelledReadEndsTheLookUpWhateverIsInTheBox) {
   window.Report(lookUp, {.cancelled = true});
   EXPECT_FALSE(window.lookUp.IsWaiting());
   while (!window.queue.jobs.empty()) window.Finish();
-  EXPECT_TRUE(window.desktop.openedAddresses.empty()) << "the look-up has ended";
+  EXPECT_TRUE(window.desktop.openedAddresses.empty()) << "the lookup has ended";
 }
 
-TEST(LateLookUpTest, TheAwaitedResultCanBeAnywhereInABatch) {
+TEST(LateLookupTest, TheAwaitedResultCanBeAnywhereInABatch) {
   for (const bool comesFirst : {true, false}) {
     SCOPED_TRACE(comesFirst);
     FakeWindow window;

@@ -186,7 +186,7 @@ TEST(RestorePlacementTest, Table) {
   }
 }
 
-// Only the invalid value falls back.
+// Only the invalid value falls back to its default.
 TEST(ReadSettingsTest, ABadValueDoesNotAffectOthers) {
   const std::map<std::u16string, uint32_t> flags = {{u"Algorithms", 1},
                                                     {u"Uppercase", 1},

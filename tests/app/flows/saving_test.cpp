@@ -106,7 +106,7 @@ TEST(SaveOfferTest, Table) {
        0,
        u"md5",
        u"both"},
-      {"one selected row of three limits nothing",
+      {"one selected row of three does not limit what is saved",
        Md5,
        {both, md5, both},
        {1},
@@ -414,7 +414,7 @@ TEST_F(SavingTest, CancellingWritesNothing) {
 // ---- Failures.
 
 // Everything that the window shows.
-std::vector<std::u16string> Look(const FakeWindow& window) {
+std::vector<std::u16string> VisibleTexts(const FakeWindow& window) {
   std::vector<std::u16string> texts = {window.view.resultLine, window.view.details,
                                        window.view.statusText, window.view.banner.value_or(u"-")};
   for (size_t row = 0; row < window.rows.Size(); ++row) {
@@ -460,7 +460,7 @@ TEST_F(SavingTest, FailuresAreReportedAndChangeNothing) {
     window.view.selected = {0};
     window.details.Refresh();
     window.desktop.messages.clear();
-    const auto before = Look(window);
+    const auto before = VisibleTexts(window);
     const InstalledFaults faults(test.faults);
     const std::u16string path = tree.Path(test.name);
     const std::string left = SaveAs(test.name, FilterTagged);
@@ -469,7 +469,7 @@ TEST_F(SavingTest, FailuresAreReportedAndChangeNothing) {
                   MessageDialog(TaskDialogIcon::Error, u"The checksums couldn't be saved.",
                                 path + u"\n\n" + swr::FormatErrorText(test.error) + u".")}));
     EXPECT_EQ(left, test.left);
-    EXPECT_EQ(Look(window), before);
+    EXPECT_EQ(VisibleTexts(window), before);
     EXPECT_EQ(window.view.selected, std::vector<size_t>{0});
     EXPECT_TRUE(window.queue.jobs.empty());
   }
@@ -478,9 +478,9 @@ TEST_F(SavingTest, FailuresAreReportedAndChangeNothing) {
 TEST_F(SavingTest, SuccessIsSilent) {
   window.view.selected = {1};
   window.details.Refresh();
-  const auto before = Look(window);
+  const auto before = VisibleTexts(window);
   SaveAs(u"out", FilterJson);
-  EXPECT_EQ(Look(window), before);
+  EXPECT_EQ(VisibleTexts(window), before);
   EXPECT_TRUE(window.desktop.messages.empty());
   EXPECT_EQ(window.view.selected, std::vector<size_t>{1});
 }

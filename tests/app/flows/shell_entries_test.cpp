@@ -283,7 +283,7 @@ const std::u16string ToolText =
     u"md5,sha256 -r C:\\Downloads > checksums.txt\nswrhash -c SHA256SUMS\nswrhash --expect <hash> "
     u"setup.exe\n\nRun swrhash --help for all options.";
 
-TEST(ShellEntriesTest, AMissingCommandLineToolIsOffered) {
+TEST(ShellEntriesTest, TheDialogOffersToGetAMissingCommandLineTool) {
   FakeWindow window;
   window.commands.Run(ID_CLI_TOOL);
   EXPECT_EQ(window.desktop.messages,
@@ -298,7 +298,7 @@ TEST(ShellEntriesTest, AMissingCommandLineToolIsOffered) {
                       .customIcon = IDI_COMMAND_LINE_TOOL}}));
 }
 
-TEST(ShellEntriesTest, TheCommandLineToolIsOpenedWhereItExists) {
+TEST(ShellEntriesTest, TheDialogOffersToOpenAnExistingCommandLineTool) {
   FakeWindow window;
   window.installSystem.files = {u"C:\\Tools\\Sumwright\\swrhash.exe"};
   window.commands.Run(ID_CLI_TOOL);

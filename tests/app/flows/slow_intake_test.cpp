@@ -1,5 +1,5 @@
-// A window whose files are on a slow share: every call that asks the share takes 1 or 10 ms, or
-// does not return at all. Files are looked up and hashed by the real threads.
+// A window whose files are on a slow share: every call to the share takes 1 or 10 ms, or does not
+// return at all. Files are looked up and hashed by the real threads.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -35,7 +35,7 @@ constexpr milliseconds LongestCancel{100};
 constexpr milliseconds LongestClose{1000};
 
 // On a busy machine a message occasionally takes longer; a window that waits for the share takes
-// longer each time.
+// longer every time.
 constexpr int Tries = 5;
 
 std::u16string NameInShare(size_t file) {
@@ -97,7 +97,7 @@ struct SlowCase {
 };
 const SlowCase slowCases[] = {{milliseconds(1), 300}, {milliseconds(10), 40}};
 
-TEST(SlowIntakeTest, TheWindowAnswersWhileFilesAreLookedUp) {
+TEST(SlowIntakeTest, TheWindowStaysResponsiveWhileFilesAreLookedUp) {
   for (const auto& [delay, count] : slowCases) {
     const Share share(count);
     for (const bool isList : {false, true}) {

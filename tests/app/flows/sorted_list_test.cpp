@@ -63,8 +63,8 @@ TEST(SortedListTest, TheRowNamedWithTheValueIsFoundAgain) {
   EXPECT_EQ(window.Result(), verdict);
 }
 
-// A result replaces what its own row contributed to the counters, not what the row that was in its
-// place before the sort did.
+// A result replaces the contribution of its own row to the counters, not that of the row that had
+// its index before the sort.
 TEST(SortedListTest, ALaterResultUpdatesTheCountersForItsOwnRow) {
   FakeWindow window;
   window.algorithms.Select(swr::MaskOf(AlgoId::Sha256));

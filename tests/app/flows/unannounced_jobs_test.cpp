@@ -11,7 +11,7 @@
 namespace app::testing {
 namespace {
 
-TEST(UnannouncedResultsTest, TheTimerKeepsRunningWhileResultsWait) {
+TEST(UnannouncedResultsTest, TheTimerKeepsRunningWhileResultsAreWaiting) {
   FakeWindow window;
   Row& row = AddRow(window, {.name = u"a", .status = RowStatus::Waiting, .expected = 1});
   window.hashing.QueueAll();

@@ -73,7 +73,7 @@ TEST_F(ListedFilesTest, TheBannerCountsSkippedLinesAndGivesTheFirst) {
   }
 }
 
-// ---- No list passes without checksums.
+// ---- Unusual lists, and the verdict on each of their lines.
 
 struct ListCase {
   const char* description;

@@ -39,7 +39,7 @@ TEST_F(VerificationTest, EachLineBecomesARowThatKnowsItsDigest) {
     std::string digest;
     std::vector<AlgoId> algos;
     uint32_t line;
-    AlgoMask asked;
+    AlgoMask queued;
   };
   const Expected expected[] = {
       {u"a.bin",
@@ -65,7 +65,7 @@ TEST_F(VerificationTest, EachLineBecomesARowThatKnowsItsDigest) {
     EXPECT_EQ(*row.extras->checksumFile, list);
     EXPECT_EQ(row.extras->checksumLine, expected[i].line);
     EXPECT_EQ(window.queue.jobs[i].rowId, row.id);
-    EXPECT_EQ(window.queue.jobs[i].mask, expected[i].asked);
+    EXPECT_EQ(window.queue.jobs[i].mask, expected[i].queued);
     EXPECT_EQ(window.rows.Find(row.id), &row);
   }
   EXPECT_EQ(window.view.rowCount, 3u);
@@ -342,8 +342,8 @@ struct ReferenceRow {
   bool expected = false;
 };
 
-void LoadByTheRule(std::vector<ReferenceRow>& rows, const std::u16string& path, uint32_t line,
-                   std::vector<uint64_t>& removed) {
+void LoadByReference(std::vector<ReferenceRow>& rows, const std::u16string& path, uint32_t line,
+                     std::vector<uint64_t>& removed) {
   for (size_t i = 0; i < rows.size();) {
     if (!rows[i].expected && swr::EqualsNoCase(rows[i].path, path)) {
       removed.push_back(rows[i].id);
@@ -355,7 +355,7 @@ void LoadByTheRule(std::vector<ReferenceRow>& rows, const std::u16string& path, 
   rows.push_back({.path = path, .line = line, .expected = true});
 }
 
-TEST_F(VerificationTest, TheIndexReplacesWhatTheRuleReplaces) {
+TEST_F(VerificationTest, ReplacesTheSameRowsAsTheReferenceModel) {
   // Letters whose case mapping differs between systems: the Kelvin sign and k, long s and s, the
   // dotless and the dotted i, sharp s, the final sigma, a digraph in three cases, the micro sign, a
   // letter outside the first plane.
@@ -385,7 +385,7 @@ TEST_F(VerificationTest, TheIndexReplacesWhatTheRuleReplaces) {
     for (uint32_t line = 1; line <= lines; ++line) {
       const std::u16string listed = name();
       text += Line(AbcSha256, swr::WideToUtf8(listed));
-      LoadByTheRule(expected, tree.Path(listed), line, removed);
+      LoadByReference(expected, tree.Path(listed), line, removed);
     }
     other.verification.VerifyFile(tree.AddFile(u"the list", text));
 

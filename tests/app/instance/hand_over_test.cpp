@@ -123,7 +123,7 @@ TEST_F(ForwardTest, ADeadWindowIsTreatedAsNone) {
 }
 
 TEST_F(ForwardTest, PathsThatAreNotAcceptedStayHere) {
-  instances.takes = false;
+  instances.accepts = false;
   EXPECT_FALSE(Forward());
   EXPECT_EQ(instances.deliveries.size(), 1u);
 }

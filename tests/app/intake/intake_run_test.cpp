@@ -50,7 +50,7 @@ struct IntakeRunTest : ::testing::Test {
   std::vector<IntakeFile> files;
 };
 
-TEST_F(IntakeRunTest, FilesRepeatWhoseFullOrWalkedPathCameBefore) {
+TEST_F(IntakeRunTest, FilesMayRepeatIfTheirFullOrWalkedPathCameBefore) {
   const std::u16string a = tree.AddFile(u"a");
   std::u16string upper = tree.Path(u"A");
   const std::u16string b = tree.AddFile(u"folder/b");
@@ -61,7 +61,7 @@ TEST_F(IntakeRunTest, FilesRepeatWhoseFullOrWalkedPathCameBefore) {
   EXPECT_EQ(repeats, (std::vector<bool>{false, true, true, false, false, true, true, true}));
 }
 
-TEST_F(IntakeRunTest, ListedFilesRepeatWhenAnEarlierLineNamesThem) {
+TEST_F(IntakeRunTest, ListedFilesMayRepeatIfAnEarlierLineNamesThem) {
   const std::string digest(64, '1');
   std::string text;
   for (const char* name : {"a", "b", "./a", "c", "B"}) text += digest + "  " + name + "\n";
@@ -84,11 +84,11 @@ TEST_F(IntakeRunTest, LooksUpTheFirstListedFileBeforeAllLinesAreRead) {
   for (const bool announce : {false, true}) {
     files.clear();
     announced.clear();
-    uint32_t madeFull = 0;  // a path of each line, and of what the system is asked about
+    uint32_t fullPathCalls = 0;  // one for each line, and one for each file that is looked up
     const InstalledFaults faults(
-        {{.call = SystemCall::FullPath, .nth = 0, .before = [&] { ++madeFull; }},
+        {{.call = SystemCall::FullPath, .nth = 0, .before = [&] { ++fullPathCalls; }},
          {.call = SystemCall::PathInfo,
-          .before = [&] { EXPECT_EQ(madeFull >= lines, announce); }}});
+          .before = [&] { EXPECT_EQ(fullPathCalls >= lines, announce); }}});
     Run(ChecksumFileRequest{.path = list, .announcePaths = announce});
     EXPECT_EQ(files.size(), lines);
   }

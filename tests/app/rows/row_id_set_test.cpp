@@ -7,7 +7,7 @@
 namespace app {
 namespace {
 
-TEST(RowIdSetTest, HoldsTheIdsThatItWasMadeOf) {
+TEST(RowIdSetTest, ContainsExactlyTheGivenIds) {
   struct Case {
     const char* description;
     std::vector<uint64_t> ids;

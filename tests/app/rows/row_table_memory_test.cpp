@@ -39,7 +39,7 @@ size_t PeakOver(size_t rounds, const RemoveRows& remove) {
   return peak.Bytes();
 }
 
-// A removed row may leave nothing behind, not even its place in the table of ids (8 bytes).
+// A removed row must leave nothing behind, not even its entry in the table of ids (8 bytes).
 TEST(RowTableMemoryTest, DoesNotGrowWithTheRowsThatWereRemoved) {
   struct Case {
     const char* description;

@@ -42,7 +42,7 @@ TEST(RowTableTest, GivesAscendingIdsAndNeverReusesThem) {
   EXPECT_EQ(IdsOf(rows), Ids{5});
 }
 
-TEST(RowTableTest, PathsAreUniqueWhileEveryRowButTheFirstWasNew) {
+TEST(RowTableTest, PathsAreUniqueWhileEveryRowButTheFirstHadANewPath) {
   RowTable rows;
   EXPECT_TRUE(rows.PathsAreUnique());
   rows.Append(RowOf(u"a"));
@@ -114,7 +114,7 @@ void ExpectCountersOf(const RowTable& rows) {
   size_t matches = 0;
   std::optional<size_t> firstMatch;
   bool isPending = false;
-  bool isWanting = false;
+  bool isLacking = false;
   std::optional<size_t> named;
   swr::VerificationCounts verification;
   const auto& expected = rows.Expected();
@@ -128,7 +128,7 @@ void ExpectCountersOf(const RowTable& rows) {
     if (outcome == CompareOutcome::Match && matches++ == 0) firstMatch = i;
     isPending = isPending || outcome == CompareOutcome::Pending;
     const swr::AlgoMask known = row.digests.PresentMask() | row.pendingMask;
-    isWanting = isWanting || (row.status != RowStatus::Failed && !row.cancelledByUser &&
+    isLacking = isLacking || (row.status != RowStatus::Failed && !row.cancelledByUser &&
                               (swr::CandidateMask(expected->candidates) & ~known) != 0);
     if (swr::EqualsNoCase(row.Name(), expected->name)) named = i;
   }
@@ -139,7 +139,7 @@ void ExpectCountersOf(const RowTable& rows) {
     EXPECT_EQ(counters.FirstMatch(), *firstMatch);
   }
   EXPECT_EQ(counters.HasPending(), isPending);
-  EXPECT_EQ(counters.LacksCandidates(), isWanting);
+  EXPECT_EQ(counters.LacksCandidates(), isLacking);
   EXPECT_EQ(counters.Named(), named);
   EXPECT_EQ(counters.Verification().rows, verification.rows);
 }
@@ -152,7 +152,7 @@ void PutDigest(RowState& row, swr::AlgoId id, uint8_t fill) {
   row.digests.Set(swr::IndexOf(id), slot);
 }
 
-TEST(RowTableTest, LookUpsAndCountersAreRightAfterRandomChanges) {
+TEST(RowTableTest, LookupsAndCountersAreCorrectAfterRandomChanges) {
   constexpr swr::AlgoId algos[] = {swr::AlgoId::Md5, swr::AlgoId::Xxh128};
   for (uint32_t seed = 1; seed <= 60; ++seed) {
     SCOPED_TRACE(seed);

@@ -71,7 +71,7 @@ TEST(SharedPathTest, KeepsRandomPaths) {
   }
 }
 
-TEST(SharedPathTest, ComparesAsItsTextDoes) {
+TEST(SharedPathTest, ComparesLikeItsText) {
   constexpr std::u16string_view units = u"aA/\\\u00E9\u00C9";
   std::mt19937 random(1);
   const auto path = [&] {

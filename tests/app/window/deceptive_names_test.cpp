@@ -89,10 +89,10 @@ std::vector<std::u16string> Shown(const std::u16string& name, RowStatus status, 
 }
 
 TEST(DeceptiveNamesTest, AreEscapedWhereverTheyAreShown) {
-  const std::pair<RowStatus, uint32_t> fates[] = {{RowStatus::Done, 0},
-                                                  {RowStatus::Failed, swr::ErrorFileNotFound},
-                                                  {RowStatus::Failed, swr::ErrorAccessDenied}};
-  for (const auto& [status, error] : fates) {
+  const std::pair<RowStatus, uint32_t> outcomes[] = {{RowStatus::Done, 0},
+                                                     {RowStatus::Failed, swr::ErrorFileNotFound},
+                                                     {RowStatus::Failed, swr::ErrorAccessDenied}};
+  for (const auto& [status, error] : outcomes) {
     const std::vector<std::u16string> plain = Shown(std::u16string(Plain), status, error);
     for (const std::u16string& name : DeceptiveNames()) {
       const std::vector<std::u16string> shown = Shown(name, status, error);
@@ -124,7 +124,7 @@ TEST(DeceptiveNamesTest, MessagesAboutAFileKeepTheirLines) {
 }
 
 // A line of a checksum file may contain an escaped line end; the row of such a name stays readable.
-TEST(DeceptiveNamesTest, AListedNameForgesNoLineOfTheDetails) {
+TEST(DeceptiveNamesTest, AListedNameCannotForgeALineOfTheDetails) {
   TempTree tree;
   const std::u16string list =
       tree.AddFile(u"SHA256SUMS",
@@ -140,7 +140,7 @@ TEST(DeceptiveNamesTest, AListedNameForgesNoLineOfTheDetails) {
       << swr::WideToUtf8(window.view.details);
 }
 
-TEST(DeceptiveNamesTest, ForgeNoLineOfWhatIsCopied) {
+TEST(DeceptiveNamesTest, CannotForgeALineOfCopiedText) {
   FakeWindow window;
   window.algorithms.Select(swr::MaskOf(AlgoId::Crc32));
   for (const char16_t* name : {u"a\r\n00000000  b", u"c\u202Ed", u"e"}) {

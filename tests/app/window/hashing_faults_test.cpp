@@ -80,7 +80,7 @@ class HashingScenario {
   HashingScenario() {
     window_.algorithms.Select(HashedAlgos);
     // The details would read the file while the worker hashes it, in no fixed order.
-    window_.view.takesSelection = false;
+    window_.view.acceptsSelection = false;
   }
   void Run() {
     window_.adding.AddPaths(HashedFiles::Get().paths);

@@ -105,7 +105,7 @@ TEST_F(ResultControlTest, EachVerdictHasItsColourUnlessContrastIsHigh) {
   };
   for (const Case& test : cases) {
     SCOPED_TRACE(test.description);
-    // Without font smoothing, regardless of the system's setting.
+    // Their straight edges have pixels of exactly the text's colour, even with font smoothing.
     control_.Set(u"\u2588\u2588 IIII ||||", test.kind);
     Draw(test.highContrast);
     for (const COLORREF color : {Green, Red, text}) {

@@ -84,7 +84,7 @@ const std::vector<uint8_t> ColumnBytes = {101, 0, 0, 0, 102, 0, 0, 0, 103, 0, 0,
 const std::vector<uint8_t> WindowBytes = {1, 0, 0, 0,    2, 0, 0, 0, 0x84, 3,
                                           0, 0, 0, 0x20, 3, 0, 1, 0, 0,    0};
 
-// Each value that can't be read falls back independently.
+// Each value that can't be read falls back to its default, independently of the others.
 class ReadSettingsScenario {
  public:
   ReadSettingsScenario() {

@@ -7,11 +7,11 @@ namespace {
 
 TEST(StartShowCommandTest, OnlyAnOrdinaryStartRestoresAMaximizedWindow) {
   // Windows defines 0 to 11; other values are passed through.
-  for (int asked = -1; asked <= 12; ++asked) {
-    SCOPED_TRACE(asked);
-    EXPECT_EQ(StartShowCommand(asked, false), asked);
-    const bool isOrdinary = asked == 1 || asked == 5 || asked == 10;
-    EXPECT_EQ(StartShowCommand(asked, true), isOrdinary ? 3 : asked);
+  for (int requested = -1; requested <= 12; ++requested) {
+    SCOPED_TRACE(requested);
+    EXPECT_EQ(StartShowCommand(requested, false), requested);
+    const bool isOrdinary = requested == 1 || requested == 5 || requested == 10;
+    EXPECT_EQ(StartShowCommand(requested, true), isOrdinary ? 3 : requested);
   }
 }
 

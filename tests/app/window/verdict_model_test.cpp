@@ -25,7 +25,7 @@ void ExpectRuns(uint32_t runs, int steps, size_t longestList, bool overlaps = fa
 
 TEST(VerdictModelTest, VerdictsAreRightAfterRandomEvents) { ExpectRuns(600, 60, 3); }
 
-// The running counts of a long list against a reference model that counts from scratch after each
+// The running counters of a long list against a reference model that counts from scratch after each
 // event.
 TEST(VerdictModelTest, VerdictsAreRightInLongLists) {
   ExpectRuns(40, 60, 60);

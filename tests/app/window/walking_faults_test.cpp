@@ -37,7 +37,7 @@ struct WalkedTree {
   Texts folders = {tree.Path(u"root"), tree.Path(u"root/sub"), tree.Path(u"root/sub/deep"),
                    tree.Path(u"root/sub/deeper"), tree.Path(u"root/tail")};
   // The number of calls for a next entry in each listing, found by a walk without failures.
-  std::vector<uint32_t> looks = [this] {
+  std::vector<uint32_t> nextEntryCalls = [this] {
     std::vector<uint32_t> counts;
     for (const std::u16string& folder : folders) {
       const InstalledFaults calls;
@@ -69,7 +69,7 @@ class WalkScenario {
       std::erase_if(rest, [&](const auto& file) { return walked.IsBelow(file, failed->nth - 1); });
       EXPECT_EQ(Paths(), rest);
     } else if (HasFailed(failed, SystemCall::NextEntry)) {
-      CheckAListingThatIsCut(failed->nth);
+      CheckAnInterruptedListing(failed->nth);
     } else {
       EXPECT_EQ(Paths(), walked.files);
     }
@@ -92,10 +92,10 @@ class WalkScenario {
 
   // An error in the middle of a listing is treated as its end: the entries before it are added with
   // everything below them, and all other folders are added completely.
-  void CheckAListingThatIsCut(uint32_t nth) {
+  void CheckAnInterruptedListing(uint32_t nth) {
     const WalkedTree& walked = WalkedTree::Get();
     size_t cut = 0;
-    while (nth > walked.looks[cut]) nth -= walked.looks[cut++];
+    while (nth > walked.nextEntryCalls[cut]) nth -= walked.nextEntryCalls[cut++];
     std::vector<swr::DirectoryEntry> listed;
     {
       const InstalledFaults faults({{.call = SystemCall::NextEntry, .nth = nth, .code = 5}});

@@ -30,8 +30,8 @@ TEST(AnnouncingTest, HoldsNoLock) {
   std::atomic<bool> answeredInTime = false;
   std::atomic<bool> sawResult = false;
   std::thread window;
-  const auto waitFor = [](const std::atomic<bool>& flag, std::chrono::seconds patience) {
-    const auto deadline = std::chrono::steady_clock::now() + patience;
+  const auto waitFor = [](const std::atomic<bool>& flag, std::chrono::seconds timeout) {
+    const auto deadline = std::chrono::steady_clock::now() + timeout;
     while (!flag && std::chrono::steady_clock::now() < deadline) {
       std::this_thread::sleep_for(1ms);
     }

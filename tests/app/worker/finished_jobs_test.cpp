@@ -21,13 +21,13 @@ void Post(FinishedJobQueue& queue, uint64_t rowId) {
 }
 
 struct CountedQueue {
-  bool canTell = true;
+  bool canAnnounce = true;
   int announced = 0;
   int progressCalls = 0;
   FinishedJobQueue queue{{.finished =
                               [this] {
                                 ++announced;
-                                return canTell;
+                                return canAnnounce;
                               },
                           .progress =
                               [this] {
@@ -64,9 +64,9 @@ TEST(FinishedJobQueueTest, AnnouncesOnceUntilTheWindowFindsTheQueueEmpty) {
 
 TEST(FinishedJobQueueTest, AFailedAnnouncementIsTriedAgainAndNothingIsLost) {
   CountedQueue counted;
-  counted.canTell = false;
+  counted.canAnnounce = false;
   counted.Post(1);
-  counted.canTell = true;
+  counted.canAnnounce = true;
   counted.Post(2);
   counted.Post(3);
   EXPECT_EQ(counted.announced, 2);

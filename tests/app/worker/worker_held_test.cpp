@@ -1,5 +1,5 @@
-// The worker's figures, and closing it, while it is opening a file, a moment too short to be hit by
-// chance.
+// The worker's progress figures, and closing the worker, while it is opening a file: a moment too
+// short to hit by chance.
 #include <gtest/gtest.h>
 
 #include <chrono>

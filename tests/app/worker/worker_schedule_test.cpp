@@ -48,7 +48,7 @@ class Chance {
     return static_cast<std::make_unsigned_t<Number>>(engine_() % static_cast<uint64_t>(bound));
   }
   bool OneIn(uint64_t count) { return Below(count) == 0; }
-  // Lets the other threads run: not at all, briefly, or for long.
+  // Lets the other threads run: not at all, briefly, or for a longer time.
   void Pause() {
     const uint64_t kind = Below(4u);
     if (kind == 0) std::this_thread::yield();

@@ -41,7 +41,7 @@ struct ChoosingWindow : FakeWindow {
     view.selected = {rows.Size() - 1};
   }
   // Removes the row with this name, and with it the selection.
-  void LoseRow(const std::u16string& name) {
+  void RemoveRowNamed(const std::u16string& name) {
     for (size_t i = 0; i < rows.Size(); ++i) {
       if (rows[i].Name() != name) continue;
       view.selected = {i};
@@ -71,14 +71,14 @@ struct ChoosingWindow : FakeWindow {
 
 // ---- The list's menu, while files are handed over.
 
-TEST(RowsAtChoiceTest, RemoveActsOnTheRowsOfTheMenu) {
+TEST(SelectionSnapshotTest, RemoveActsOnTheRowsOfTheMenu) {
   ChoosingWindow window;
   window.view.whileMenuShows = [&] { window.TakeLateFile(); };
   window.ChooseFor({0}, ID_CTX_REMOVE);
   EXPECT_EQ(window.Names(), (Texts{u"b.bin", u"late.bin"}));
 }
 
-TEST(RowsAtChoiceTest, CopyingActsOnTheRowsOfTheMenu) {
+TEST(SelectionSnapshotTest, CopyingActsOnTheRowsOfTheMenu) {
   const std::u16string hex = FilledHex(32, Fill);
   struct Case {
     uint32_t command;
@@ -98,7 +98,7 @@ TEST(RowsAtChoiceTest, CopyingActsOnTheRowsOfTheMenu) {
   }
 }
 
-TEST(RowsAtChoiceTest, CompareActsOnTheRowsOfTheMenu) {
+TEST(SelectionSnapshotTest, CompareActsOnTheRowsOfTheMenu) {
   ChoosingWindow window;
   window.view.whileMenuShows = [&] { window.TakeLateFile(); };
   window.ChooseFor({0, 1}, ID_CTX_COMPARE);
@@ -107,7 +107,7 @@ TEST(RowsAtChoiceTest, CompareActsOnTheRowsOfTheMenu) {
   EXPECT_TRUE(window.desktop.messages[0].content.starts_with(u"a.bin\nb.bin\n"));
 }
 
-TEST(RowsAtChoiceTest, TheLookUpActsOnTheRowOfTheMenu) {
+TEST(SelectionSnapshotTest, TheLookupActsOnTheRowOfTheMenu) {
   ChoosingWindow window;
   PutDigest(window.RowAt(0), {AlgoId::Sha256, 0x11});
   window.view.whileMenuShows = [&] { window.TakeLateFile(); };
@@ -116,7 +116,7 @@ TEST(RowsAtChoiceTest, TheLookUpActsOnTheRowOfTheMenu) {
             Texts{u"https://www.virustotal.com/gui/file/" + FilledHex(32, 0x11)});
 }
 
-TEST(RowsAtChoiceTest, OpenFolderActsOnTheRowOfTheMenu) {
+TEST(SelectionSnapshotTest, OpenFolderActsOnTheRowOfTheMenu) {
   ChoosingWindow window;
   window.view.whileMenuShows = [&] { window.TakeLateFile(); };
   window.ChooseFor({0}, ID_CTX_OPEN_FOLDER);
@@ -124,14 +124,14 @@ TEST(RowsAtChoiceTest, OpenFolderActsOnTheRowOfTheMenu) {
   EXPECT_EQ(window.desktop.shownInFolder[0].first, u"/d/a.bin");
 }
 
-TEST(RowsAtChoiceTest, OpenFolderForSeveralRowsDoesNothingIfOneIsSelectedLater) {
+TEST(SelectionSnapshotTest, OpenFolderForSeveralRowsDoesNothingIfOneIsSelectedLater) {
   ChoosingWindow window;
   window.view.whileMenuShows = [&] { window.TakeLateFile(); };
   window.ChooseFor({0, 1}, ID_CTX_OPEN_FOLDER);
   EXPECT_TRUE(window.desktop.shownInFolder.empty());
 }
 
-TEST(RowsAtChoiceTest, CopyingADigestActsOnTheRowOfTheMenuAfterASort) {
+TEST(SelectionSnapshotTest, CopyingADigestActsOnTheRowOfTheMenuAfterASort) {
   ChoosingWindow window;
   PutDigest(window.RowAt(0), {AlgoId::Sha256, 0x11});
   window.view.whileMenuShows = [&] {
@@ -145,7 +145,7 @@ TEST(RowsAtChoiceTest, CopyingADigestActsOnTheRowOfTheMenuAfterASort) {
 
 // ---- Removed rows.
 
-TEST(RowsAtChoiceTest, RemovedRowsAreSkipped) {
+TEST(SelectionSnapshotTest, RemovedRowsAreSkipped) {
   struct Case {
     const char* description;
     std::vector<size_t> rows;
@@ -159,7 +159,7 @@ TEST(RowsAtChoiceTest, RemovedRowsAreSkipped) {
       {"the line", {0}, {.command = ID_CTX_COPY_LINE}, std::nullopt},
       {"all hashes", {0}, {.command = ID_CTX_COPY_ALL}, std::nullopt},
       {"one path of two", {0, 1}, {.command = ID_CTX_COPY_PATH}, u"/d/b.bin"},
-      {"the look-up", {0}, {.command = ID_CTX_VIRUSTOTAL}, std::nullopt},
+      {"the lookup", {0}, {.command = ID_CTX_VIRUSTOTAL}, std::nullopt},
       {"the folder", {0}, {.command = ID_CTX_OPEN_FOLDER}, std::nullopt},
       {"the comparison", {0, 1}, {.command = ID_CTX_COMPARE}, std::nullopt},
       {"the removal", {0}, {.command = ID_CTX_REMOVE}, std::nullopt},
@@ -168,7 +168,7 @@ TEST(RowsAtChoiceTest, RemovedRowsAreSkipped) {
   for (const Case& test : cases) {
     SCOPED_TRACE(test.description);
     ChoosingWindow window;
-    window.view.whileMenuShows = [&] { window.LoseRow(u"a.bin"); };
+    window.view.whileMenuShows = [&] { window.RemoveRowNamed(u"a.bin"); };
     window.ChooseFor(test.rows, test.choice);
     EXPECT_EQ(window.Names(), test.left);
     EXPECT_EQ(window.desktop.clipboard, test.copied);
@@ -179,9 +179,9 @@ TEST(RowsAtChoiceTest, RemovedRowsAreSkipped) {
   }
 }
 
-TEST(RowsAtChoiceTest, ARowMayBeRemovedWhileItsFolderOpens) {
+TEST(SelectionSnapshotTest, ARowMayBeRemovedWhileItsFolderOpens) {
   ChoosingWindow window;
-  window.desktop.whileFolderOpens = [&] { window.LoseRow(u"a.bin"); };
+  window.desktop.whileFolderOpens = [&] { window.RemoveRowNamed(u"a.bin"); };
   window.view.selected = {0};
   window.commands.Run(IDC_OPEN_FOLDER);
   ASSERT_EQ(window.desktop.shownInFolder.size(), 1u);
@@ -207,7 +207,7 @@ std::u16string LineOf(const std::u16string& name) {
   return FilledHex(32, Fill) + u"  /d/" + name + u"\n";
 }
 
-TEST(RowsAtChoiceTest, SavingActsOnTheRowsSelectedBeforeThePicker) {
+TEST(SelectionSnapshotTest, SavingActsOnTheRowsSelectedBeforeThePicker) {
   SavingWindow window;
   window.view.selected = {0, 1};
   window.desktop.whilePickerShows = [&] { window.TakeLateFile(); };
@@ -215,15 +215,15 @@ TEST(RowsAtChoiceTest, SavingActsOnTheRowsSelectedBeforeThePicker) {
   EXPECT_EQ(window.Saved(), LineOf(u"a.bin") + LineOf(u"b.bin"));
 }
 
-TEST(RowsAtChoiceTest, SavingSkipsRemovedRows) {
+TEST(SelectionSnapshotTest, SavingSkipsRemovedRows) {
   SavingWindow window;
   window.view.selected = {0, 1};
-  window.desktop.whilePickerShows = [&] { window.LoseRow(u"a.bin"); };
+  window.desktop.whilePickerShows = [&] { window.RemoveRowNamed(u"a.bin"); };
   window.commands.Run(ID_SAVE_CHECKSUMS);
   EXPECT_EQ(window.Saved(), LineOf(u"b.bin"));
 }
 
-TEST(RowsAtChoiceTest, WithoutRowsTheFileIsNotWritten) {
+TEST(SelectionSnapshotTest, WithoutRowsTheFileIsNotWritten) {
   SavingWindow window;
   window.tree.AddFile(u"saved.sha256", "old");
   window.desktop.whilePickerShows = [&] { window.commands.Run(ID_CLEAR_LIST); };
@@ -235,7 +235,7 @@ TEST(RowsAtChoiceTest, WithoutRowsTheFileIsNotWritten) {
 
 // ---- The menu of algorithms.
 
-TEST(RowsAtChoiceTest, TheMenuTogglesTheStateThatItShowed) {
+TEST(SelectionSnapshotTest, TheMenuTogglesTheStateThatItShowed) {
   constexpr swr::AlgoMask md5 = MaskOf(AlgoId::Md5);
   constexpr swr::AlgoMask crc32 = MaskOf(AlgoId::Crc32);
   struct Case {

@@ -24,7 +24,7 @@ using swr::testing::TempTree;
 
 constexpr std::u16string_view Secret = u"secret";
 
-// The kinds of event: commands that open a page, the look-up, and everything else.
+// The kinds of event: commands that open a page, the lookup, and everything else.
 constexpr uint32_t Pages[] = {ID_HELP_ONLINE, ID_WEBSITE, ID_PROGRAM_FOLDER, ID_CLI_TOOL};
 constexpr uint32_t LookUps[] = {IDC_VIRUSTOTAL, ID_CTX_VIRUSTOTAL};
 constexpr uint32_t Others[] = {
@@ -61,7 +61,7 @@ class RandomUse {
     }
     // At once, or when the awaited digest arrived.
     ASSERT_TRUE(event == EventKind::LookUp || (event == EventKind::Result && wasPending));
-    ASSERT_LE(++lookUps, asked_);
+    ASSERT_LE(++lookUps, requested_);
     const std::u16string digest = address.substr(VirusTotalFilePage.size());
     ASSERT_TRUE(std::ranges::any_of(window_.rows, [&](const Row& row) {
       const swr::DigestSlot& slot = row.digests[swr::IndexOf(AlgoId::Sha256)];
@@ -97,7 +97,7 @@ class RandomUse {
         return EventKind::Page;
       case 1:
       case 2:
-        ++asked_;
+        ++requested_;
         window_.commands.Run(OneOf(LookUps));
         return EventKind::LookUp;
       case 3:
@@ -130,10 +130,10 @@ class RandomUse {
   FakeWindow window_;
   std::mt19937 random_;
   std::vector<std::u16string> files_;
-  size_t asked_ = 0;  // look-ups that the user requested
+  size_t requested_ = 0;  // lookups that the user requested
 };
 
-TEST(HandedOverTest, OnlyAnAddressOnACommandWithOnlyADigestInIt) {
+TEST(PrivacyTest, OnlyCommandsOpenAddressesAndOnlyADigestIsRevealed) {
   TempTree tree;
   tree.AddFile(u"secret a", "a");
   tree.AddFile(u"secret b", "b");
