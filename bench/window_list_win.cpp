@@ -83,7 +83,7 @@ void TimeWindow(const RunningWindow& window, const std::function<void()>& start)
   std::thread probe([&] {
     while (!isOver) {
       const auto asked = Clock::now();
-      window.Ask();
+      window.Ping();
       longest = std::max(longest, SecondsSince(asked) * 1000);
       std::this_thread::sleep_for(std::chrono::milliseconds(5));
     }
@@ -136,7 +136,7 @@ int Run(const std::vector<std::u16string>& arguments) {
   }
   if (arguments.size() != 4) throw std::runtime_error("this mode needs the program and a path");
   SetProgramPath(swr::WideToUtf8(arguments[2]));
-  ForgetSettings();
+  DeleteSettings();
   WriteSetting(u"Algorithms", Sha256);
   if (mode == u"drop" || mode == u"box") {
     TimeDrop(arguments[3], mode == u"box");

@@ -65,7 +65,7 @@ void Verify(const std::vector<std::u16string>& lists) {
 
 void Save(uint32_t algorithms, const std::u16string& format, const std::u16string& target,
           const std::vector<std::u16string>& paths) {
-  ForgetSettings();
+  DeleteSettings();
   WriteSetting(u"Algorithms", algorithms);
   const RunningWindow window({.keepSettings = true});
   window.Drop(paths);

@@ -92,7 +92,7 @@ void TakePicture(const RunningWindow& window, const std::u16string& name) {
   const std::u16string folder = PictureFolder();
   if (folder.empty()) return;
   Sleep(PaintTime);
-  window.Ask();
+  window.Ping();
   Collected collected = {.process = window.ProcessId()};
   EnumWindows(Collect, reinterpret_cast<LPARAM>(&collected));
   if (collected.frames.empty()) throw std::runtime_error("the program shows no window");

@@ -122,7 +122,7 @@ TEST_F(CommandLineToolTest, ClosingTheDialogDoesNothing) {
                 FolderOf(program_));
   EXPECT_EQ(dialog.Control(102), nullptr);
   dialog.Press(IDCLOSE);
-  window.Ask();
+  window.Ping();
   EXPECT_EQ(OpenedAddress(), u"");
   EXPECT_FALSE(CloseFolderWindow(u"program and tool"));
 }
@@ -143,8 +143,8 @@ TEST_F(CommandLineToolTest, TheToolRunsInACommandPromptInItsFolder) {
   const ProgramDialog dialog(window, u"Command-Line Tool");
   dialog.Press(100);
   const std::wstring folder = swr::AsWide(FolderOf(program_));
-  EXPECT_TRUE(WaitFor([&] { return ToolRun() == folder + L"|--help"; }))
-      << ::testing::PrintToString(ToolRun());
+  EXPECT_TRUE(WaitFor([&] { return RecordedToolRun() == folder + L"|--help"; }))
+      << ::testing::PrintToString(RecordedToolRun());
   EndProgramsStartedBy(window.ProcessId(), L"cmd.exe");
 }
 

@@ -34,10 +34,10 @@ class CancelTest : public ::testing::Test {
     }
     return ::testing::AssertionFailure() << "the progress does not change";
   }
-  ::testing::AssertionResult WaitForStatuses(const Texts& statuses, milliseconds patience) const {
+  ::testing::AssertionResult WaitForStatuses(const Texts& statuses, milliseconds timeout) const {
     Texts shown;
     const bool came =
-        WaitFor([&] { return (shown = window_.Column(u"Status")) == statuses; }, patience);
+        WaitFor([&] { return (shown = window_.Column(u"Status")) == statuses; }, timeout);
     if (came) return ::testing::AssertionSuccess();
     return ::testing::AssertionFailure() << "instead: " << ::testing::PrintToString(shown);
   }

@@ -31,7 +31,7 @@ struct ClosingCase {
 
 void ExpectToEndAtOnce(const ClosingCase& test) {
   SCOPED_TRACE(test.description);
-  ForgetSettings();
+  DeleteSettings();
   WriteSetting(u"Algorithms", static_cast<uint32_t>(test.algorithms));
   WriteSetting(u"ShowLegacy", 1);
   TempTree tree;
@@ -42,8 +42,7 @@ void ExpectToEndAtOnce(const ClosingCase& test) {
   ASSERT_TRUE(WaitFor([&] { return window.ProgressPosition() > 0; }));
   Sleep(static_cast<DWORD>(test.delay.count()));
   const DWORD process = window.ProcessId();
-  // The threads of the window, of the worker and of the look-up, and at least one that the worker
-  // has been lent.
+  // The threads of the window, the worker and the lookup, and at least one that computes digests.
   ASSERT_GE(CountThreads(process), 4u) << "the file is being read";
 
   // If a thread were not waited for, the exit code would differ.

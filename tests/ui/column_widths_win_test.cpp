@@ -28,7 +28,7 @@ std::vector<uint32_t> StoredWidths() {
   return widths;
 }
 
-// Changes the DPI of the window's screen to this, unless it is this already.
+// Changes the DPI of the window's screen to this value, unless it already has it.
 void EnsureDpi(const RunningWindow& window, int dpi) {
   if (window.Dpi() != dpi) window.ChangeDpi(dpi, window.OuterSize());
 }

@@ -48,7 +48,7 @@ struct FolderSearch {
   HWND found = nullptr;
 };
 
-// The title is the folder's name, or its path if the user has chosen so, and on Windows 11 is
+// The title is the folder's name, or its path if the user has chosen that, and on Windows 11 is
 // followed by the file manager's name.
 BOOL CALLBACK FindFolderWindow(HWND window, LPARAM parameter) {
   auto& search = *reinterpret_cast<FolderSearch*>(parameter);
@@ -68,7 +68,7 @@ BOOL CALLBACK FindFolderWindow(HWND window, LPARAM parameter) {
 }  // namespace
 
 void CopyText(const std::u16string& text) {
-  // Another program may have the clipboard open just now.
+  // Another program may have the clipboard open at this moment.
   const bool copied = WaitFor([&] {
     WriteClipboardText(nullptr, text);
     return CopiedText() == text;
@@ -110,7 +110,7 @@ void WriteSetting(const std::u16string& name, const std::u16string& text) {
 }
 
 bool BecomeTheBrowser() {
-  KeepOpenedAddress(L"");
+  RecordOpenedAddress(L"");
   if (!swr::testing::IsWine()) return false;
   wchar_t program[MAX_PATH] = {};
   GetModuleFileNameW(nullptr, program, MAX_PATH);
@@ -129,19 +129,19 @@ std::u16string OpenedAddress() {
   return swr::FromWide(address);
 }
 
-void KeepOpenedAddress(const std::wstring& address) {
+void RecordOpenedAddress(const std::wstring& address) {
   RegSetKeyValueW(HKEY_CURRENT_USER, browserKey, L"Address", REG_SZ, address.c_str(),
                   static_cast<DWORD>((address.size() + 1) * sizeof(wchar_t)));
 }
 
-std::wstring ToolRun() {
+std::wstring RecordedToolRun() {
   wchar_t text[2048] = {};
   DWORD size = sizeof text;
   RegGetValueW(HKEY_CURRENT_USER, browserKey, L"Tool", RRF_RT_REG_SZ, nullptr, text, &size);
   return text;
 }
 
-void KeepToolRun(const std::wstring& arguments) {
+void RecordToolRun(const std::wstring& arguments) {
   wchar_t folder[MAX_PATH] = {};
   GetCurrentDirectoryW(MAX_PATH, folder);
   const std::wstring text = folder + (L"|" + arguments);
@@ -180,6 +180,6 @@ bool CloseFolderWindow(const std::u16string& folderName) {
   return true;
 }
 
-void ForgetSettings() { RegDeleteTreeW(HKEY_CURRENT_USER, settingsKey); }
+void DeleteSettings() { RegDeleteTreeW(HKEY_CURRENT_USER, settingsKey); }
 
 }  // namespace app::testing

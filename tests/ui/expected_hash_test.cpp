@@ -23,7 +23,7 @@ constexpr int controlKey = 0x11;
 
 // With only SHA-256 selected.
 StartOptions OnlySha256() {
-  ForgetSettings();
+  DeleteSettings();
   WriteSetting(u"Algorithms", Sha256Only);
   return {.keepSettings = true};
 }

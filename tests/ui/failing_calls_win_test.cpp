@@ -1,4 +1,4 @@
-// The real window when system calls fail that rarely do.
+// The real window while system calls that hardly ever fail are made to fail.
 #include "swr/system/windows_api_win.h"
 
 #include <gtest/gtest.h>
@@ -59,7 +59,7 @@ TEST(FailingCallsTest, ResultsArriveWhileAMessageIsOpen) {
 // The system reports a negative length for the text in the box.
 TEST(FailingCallsTest, AnExceptionInAMessageEndsTheProgram) {
   RunningWindow window;
-  const ReplacedImport fault(window.Handle(), "GetWindowTextLengthW", GivesANegativeNumber());
+  const ReplacedImport fault(window.Handle(), "GetWindowTextLengthW", ReturnsANegativeNumber());
   // Delivered through stack frames of the system, without waiting for an answer.
   SendNotifyMessageW(window.Handle(), WM_COMMAND, IDC_CANCEL, 0);
   constexpr uint32_t failFastException = 0xC0000602;

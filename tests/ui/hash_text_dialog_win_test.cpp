@@ -23,7 +23,7 @@ class HashTextDialogTest : public ::testing::Test {
  protected:
   HashTextDialogTest() { window_.PostCommand(ID_HASH_TEXT); }
 
-  // Replaces the present text.
+  // Replaces the current text.
   void Type(const std::u16string& text) const {
     AskWindow(dialog().Control(IDC_HT_INPUT), EM_SETSEL, 0, -1);
     AskWindow(dialog().Control(IDC_HT_INPUT), EM_REPLACESEL, TRUE,

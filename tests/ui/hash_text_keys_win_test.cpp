@@ -144,9 +144,9 @@ TEST_F(HashTextDpiTest, TheSmallestSizeFollows) {
   EXPECT_NEAR(OuterSize().height, designed.height, 1);
 }
 
-// Later layouts are computed from the controls' places after the change, so that half of an odd
+// Later layouts are computed from the controls' positions after the change, so that half of an odd
 // height is rounded again.
-TEST_F(HashTextDpiTest, LaterLayoutsStartFromTheNewPlaces) {
+TEST_F(HashTextDpiTest, LaterLayoutsStartFromTheNewPositions) {
   const Size designed = OuterSize();
   // Larger than the minimum size at the new DPI, and small enough that the window is not moved.
   const Size base = {designed.width * 8 / 5, designed.height + (designed.height * 3 / 5 | 1)};

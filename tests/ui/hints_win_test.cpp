@@ -22,25 +22,26 @@ using swr::testing::RemoteMemory;
 constexpr int MaxText = 512;
 
 // Memory in the program's process for a request and the text of its answer.
-template <typename Question>
-struct Asked {
-  Question question = {};
+template <typename Request>
+struct RequestBlock {
+  Request request = {};
   wchar_t text[MaxText] = {};
 };
 
 std::u16string TipOf(const RunningWindow& window, int command) {
   const HWND toolbar = window.Control(IDC_TOOLBAR);
   const auto tips = reinterpret_cast<HWND>(AskWindow(toolbar, TB_GETTOOLTIPS));
-  const RemoteMemory memory(toolbar, sizeof(Asked<TTTOOLINFOW>));
-  Asked<TTTOOLINFOW> asked;
-  asked.question.cbSize = sizeof asked.question;
-  asked.question.hwnd = toolbar;
-  asked.question.uId = static_cast<UINT_PTR>(command);
-  asked.question.lpszText = static_cast<wchar_t*>(memory.At(offsetof(Asked<TTTOOLINFOW>, text)));
-  memory.Write(0, &asked, sizeof asked);
+  const RemoteMemory memory(toolbar, sizeof(RequestBlock<TTTOOLINFOW>));
+  RequestBlock<TTTOOLINFOW> block;
+  block.request.cbSize = sizeof block.request;
+  block.request.hwnd = toolbar;
+  block.request.uId = static_cast<UINT_PTR>(command);
+  block.request.lpszText =
+      static_cast<wchar_t*>(memory.At(offsetof(RequestBlock<TTTOOLINFOW>, text)));
+  memory.Write(0, &block, sizeof block);
   AskWindow(tips, TTM_GETTEXTW, MaxText, reinterpret_cast<LPARAM>(memory.At(0)));
-  memory.Read(0, &asked, sizeof asked);
-  return swr::FromWide(asked.text);
+  memory.Read(0, &block, sizeof block);
+  return swr::FromWide(block.text);
 }
 
 TEST(HintsTest, EachToolbarButtonHasATooltip) {

@@ -60,7 +60,7 @@ TEST_F(KeyboardTest, TheFocusLeavesADisabledButton) {
   }
 }
 
-TEST_F(KeyboardTest, TabAndDeleteKeepWorkingThere) {
+TEST_F(KeyboardTest, AfterwardsTabAndDeleteWorkInTheList) {
   window_.SelectOnly({0});
   window_.FocusOn(IDC_VIRUSTOTAL);
   window_.TypeChord({VK_CONTROL, 'A'});
@@ -107,7 +107,7 @@ TEST_F(KeyboardTest, LettersTypedQuicklyAreOneWord) {
 // ---- The menu key.
 
 // The position of the open menu on the screen.
-Rect MenuPlace(const RunningWindow& window) {
+Rect MenuPosition(const RunningWindow& window) {
   HWND popup = nullptr;
   while ((popup = FindWindowExW(nullptr, popup, L"#32768", nullptr)) != nullptr) {
     DWORD process = 0;
@@ -142,7 +142,7 @@ TEST_F(KeyboardTest, TheMenuKeyOpensTheMenuBesideTheRow) {
     PostMessageW(window_.Handle(), WM_CONTEXTMENU,
                  reinterpret_cast<WPARAM>(window_.Control(IDC_LIST)), test.place);
     ASSERT_TRUE(WaitFor([&] { return !window_.OpenMenu().empty(); }));
-    const Rect menu = MenuPlace(window_);
+    const Rect menu = MenuPosition(window_);
     const bool isBeside = menu.left >= list.left && menu.left < list.right && menu.top > list.top &&
                           menu.top < list.bottom;
     EXPECT_EQ(isBeside, test.besideTheRow) << menu;

@@ -64,7 +64,7 @@ TEST(PackagedTest, AStaleEntryIsLeftAlone) {
     EXPECT_FALSE(window.IsShown(IDC_BANNER));
     EXPECT_EQ(ItemsOf(window, OptionsMenu), PackagedOptions);
   }
-  ForgetRegistryKey(HKEY_CURRENT_USER, FileEntry);
+  DeleteRegistryKey(HKEY_CURRENT_USER, FileEntry);
 }
 
 }  // namespace

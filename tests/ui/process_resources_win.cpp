@@ -23,7 +23,7 @@ struct GdiEntry {
   uint64_t userPointer;
 };
 constexpr size_t GdiTableLength = 65536;
-constexpr size_t GdiTablePlace =
+constexpr size_t GdiTableOffset =
     0xF8;  // offset of the table's address in the process environment block
 
 template <typename Value>
@@ -40,7 +40,7 @@ uint32_t CountGdiObjects(HANDLE process) {
   PROCESS_BASIC_INFORMATION basic = {};
   NtQueryInformationProcess(process, ProcessBasicInformation, &basic, sizeof basic, nullptr);
   uint64_t table = 0;
-  Read(process, reinterpret_cast<uint64_t>(basic.PebBaseAddress) + GdiTablePlace, &table, 1);
+  Read(process, reinterpret_cast<uint64_t>(basic.PebBaseAddress) + GdiTableOffset, &table, 1);
   std::vector<GdiEntry> entries(GdiTableLength);
   Read(process, table, entries.data(), entries.size());
   uint32_t count = 0;

@@ -101,7 +101,7 @@ ProgramDialog::ProgramDialog(const RunningWindow& window, const std::u16string& 
     dialog_ = FindDialogOf(window.ProcessId(), title, window.Handle());
     return dialog_ != nullptr && IsWindowVisible(dialog_);
   });
-  if (!shows) throw std::runtime_error("the dialog does not show");
+  if (!shows) throw std::runtime_error("the dialog does not appear");
 }
 
 std::u16string ProgramDialog::Text(int control) const { return TextOf(Control(control)); }

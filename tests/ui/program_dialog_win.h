@@ -18,7 +18,7 @@ HWND FindDialogOf(DWORD process, const std::u16string& title, HWND other = nullp
 // Throws std::runtime_error when the dialog does not open, does not answer or does not close.
 class ProgramDialog {
  public:
-  // Waits until the dialog shows.
+  // Waits until the dialog appears.
   ProgramDialog(const RunningWindow& window, const std::u16string& title);
 
   HWND Handle() const { return dialog_; }

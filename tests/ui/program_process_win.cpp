@@ -20,7 +20,7 @@ std::mutex startedMutex;
 std::vector<HANDLE> started;  // under startedMutex
 
 swr::testing::ProgramStart Prepare(const StartOptions& options) {
-  if (!options.keepSettings) ForgetSettings();
+  if (!options.keepSettings) DeleteSettings();
   return {.program = options.program.empty() ? ProgramUnderTest() : options.program,
           .arguments = options.arguments,
           .folder = options.folder,
@@ -44,8 +44,8 @@ void TerminatePrograms() {
   for (const HANDLE process : started) TerminateProcess(process, 99);
 }
 
-bool WaitFor(const std::function<bool()>& condition, std::chrono::milliseconds patience) {
-  const auto end = std::chrono::steady_clock::now() + patience;
+bool WaitFor(const std::function<bool()>& condition, std::chrono::milliseconds timeout) {
+  const auto end = std::chrono::steady_clock::now() + timeout;
   while (!condition()) {
     if (std::chrono::steady_clock::now() > end) return false;
     std::this_thread::sleep_for(std::chrono::milliseconds(10));
@@ -77,8 +77,8 @@ ProgramProcess::~ProgramProcess() {
 ProgramProcess::ProgramProcess(ProgramProcess&& other) noexcept
     : process_(std::exchange(other.process_, nullptr)), id_(other.id_) {}
 
-int ProgramProcess::WaitForEnd(std::chrono::milliseconds patience) const {
-  if (WaitForSingleObject(process_, static_cast<DWORD>(patience.count())) != WAIT_OBJECT_0) {
+int ProgramProcess::WaitForEnd(std::chrono::milliseconds timeout) const {
+  if (WaitForSingleObject(process_, static_cast<DWORD>(timeout.count())) != WAIT_OBJECT_0) {
     throw std::runtime_error("the program does not end");
   }
   DWORD code = 0;

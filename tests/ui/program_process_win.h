@@ -30,13 +30,13 @@ void TerminatePrograms();
 
 // Waits until the condition is true. False if it is not within this time.
 bool WaitFor(const std::function<bool()>& condition,
-             std::chrono::milliseconds patience = std::chrono::seconds(30));
+             std::chrono::milliseconds timeout = std::chrono::seconds(30));
 
 class ProgramProcess {
  public:
   // Returns at once. Throws std::runtime_error when the program can't be started.
   explicit ProgramProcess(const StartOptions& options = {});
-  // Returns when the main window shows; starts the program again if it does not. Throws
+  // Returns when the main window is shown; starts the program again if it does not appear. Throws
   // std::runtime_error when it never does.
   static ProgramProcess WithWindow(const StartOptions& options = {});
   // Kills the program if it is still running.
@@ -48,7 +48,7 @@ class ProgramProcess {
   DWORD Id() const { return id_; }
   bool HasEnded() const { return WaitForSingleObject(process_, 0) == WAIT_OBJECT_0; }
   // The exit code. Throws when the program does not end.
-  int WaitForEnd(std::chrono::milliseconds patience = std::chrono::seconds(30)) const;
+  int WaitForEnd(std::chrono::milliseconds timeout = std::chrono::seconds(30)) const;
 
  private:
   explicit ProgramProcess(const swr::testing::StartedProgram& program);

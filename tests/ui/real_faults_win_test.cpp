@@ -1,4 +1,4 @@
-// Real failures, without fault injection, in the real window.
+// Real failures, without fault injection, in the real window. All other files are hashed as usual.
 #include "swr/system/windows_api_win.h"
 
 #include <gtest/gtest.h>
@@ -27,8 +27,7 @@ using Texts = std::vector<std::u16string>;
 
 constexpr uint64_t MiB = uint64_t{1} << 20;
 
-// A failure takes little time, and everything else keeps working.
-constexpr int FewFiles = 3;
+constexpr int SmallFileCount = 3;
 
 bool IsFailure(const std::u16string& status) {
   return !status.empty() && !status.starts_with(u"Done") && status != u"Waiting" &&
@@ -99,14 +98,14 @@ TEST(RealFaultsTest, ADriveIsRemovedWhileItsFilesAreHashed) {
 
   RunningWindow window;
   window.Drop({drive.Root(), last});
-  ASSERT_TRUE(WaitFor([&] { return window.RowCount() == FewFiles + 2; }));
+  ASSERT_TRUE(WaitFor([&] { return window.RowCount() == SmallFileCount + 2; }));
   ASSERT_TRUE(WaitFor([&] { return window.ProgressPosition() > 0; }));
   ASSERT_TRUE(drive.Remove());
   window.WaitUntilIdle();
   const Texts statuses = window.Column(u"Status");
   // Whether the open file can be read to its end depends on the system.
   EXPECT_TRUE(IsFailure(statuses[0]) || statuses[0].starts_with(u"Done"));
-  for (int row = 1; row <= FewFiles; ++row) EXPECT_TRUE(IsFailure(statuses[row])) << row;
+  for (int row = 1; row <= SmallFileCount; ++row) EXPECT_TRUE(IsFailure(statuses[row])) << row;
   EXPECT_EQ(statuses[4], u"Done");
   EXPECT_EQ(window.Cell(2, u"MD5"), u"");
 

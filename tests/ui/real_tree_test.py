@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 """Adds a tree of thousands of real files to the window and compares everything in its list with
-what md5sum, sha1sum and sha256sum say of the same files: digests, completeness and order.
+what md5sum, sha1sum and sha256sum report for the same files: digests, completeness and order.
 
     real_tree_test.py SUMWRIGHT.EXE READ_LIST.EXE [--files N]
 
@@ -126,7 +126,7 @@ def check_digests(rows, expected, findings):
     for status, digests, listed in rows:
         path = unix_path(listed)
         if path not in expected:
-            continue  # check_completeness tells
+            continue  # check_completeness reports it
         if status != "Done":
             findings.add(f"{path}: the status is {status}")
         for tool, digest, shown in zip(DIGEST_TOOLS, expected[path], digests, strict=True):
@@ -176,12 +176,12 @@ def check_order(rows, target, findings):
         try:
             folders = list(path.relative_to(target).parts[:-1])
         except ValueError:
-            continue  # check_completeness tells
+            continue  # check_completeness reports it
         common = len(os.path.commonprefix([inside, folders]))
         finished.update(tuple(inside[:depth]) for depth in range(common + 1, len(inside) + 1))
         for depth in range(common + 1, len(folders) + 1):
             if tuple(folders[:depth]) in finished:
-                findings.add(f"{path}: its folder was listed before and left")
+                findings.add(f"{path}: its folder was already listed completely")
             with_folders.add(tuple(folders[:depth - 1]))
             check_neighbours(last_name, tuple(folders[:depth - 1]), "folder", folders[depth - 1],
                              path, findings)
@@ -260,7 +260,7 @@ def main():
     if findings.count:
         print(f"{findings.count} findings in {len(rows)} rows")
         return 1
-    print(f"{len(rows)} rows: every digest, every file and their order are right")
+    print(f"{len(rows)} rows: every digest, every file and their order are correct")
     return 0
 
 

@@ -69,6 +69,6 @@ uintptr_t ReplacedImport::FindEntry(uintptr_t image, std::string_view function) 
 // A window handle is neither a thread id nor a handle that can be closed, so these calls fail.
 FARPROC PostsNothing() { return GetProcAddress(GetModuleHandleW(L"user32"), "PostThreadMessageW"); }
 
-FARPROC GivesANegativeNumber() { return GetProcAddress(GetModuleHandleW(L"ntdll"), "NtClose"); }
+FARPROC ReturnsANegativeNumber() { return GetProcAddress(GetModuleHandleW(L"ntdll"), "NtClose"); }
 
 }  // namespace app::testing

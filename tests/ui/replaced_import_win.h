@@ -11,9 +11,9 @@
 namespace app::testing {
 
 // While the object exists, the program's calls of this imported function go to another function of
-// a system library, which must take the same number of arguments and only return a number. Program
-// and test must both be 32-bit or both 64-bit. Throws std::runtime_error when the program does not
-// import the function.
+// a system library, which must take the same number of arguments and have no effect but its return
+// value. Program and test must both be 32-bit or both 64-bit. Throws std::runtime_error when the
+// program does not import the function.
 class ReplacedImport {
  public:
   ReplacedImport(HWND window, std::string_view function, FARPROC replacement);
@@ -33,9 +33,8 @@ class ReplacedImport {
   uintptr_t original_ = 0;
 };
 
-// Functions of the system that only return a number, to replace PostMessageW and one that takes a
-// window.
+// Replacements for PostMessageW and for functions whose only argument is a window.
 FARPROC PostsNothing();  // always fails
-FARPROC GivesANegativeNumber();
+FARPROC ReturnsANegativeNumber();
 
 }  // namespace app::testing

@@ -440,7 +440,7 @@ void RunningWindow::ActivateAgain() const {
   const bool cameBack = becomes(other, false) && becomes(window_, true);
   DestroyWindow(other);
   if (!cameBack) throw std::runtime_error("the window does not come to the front");
-  Ask();
+  Ping();
 }
 
 void RunningWindow::OpenListMenu() const {

@@ -141,7 +141,7 @@ class RunningWindow {
   // Waits until no row is waiting or being hashed and the status line shows no progress.
   void WaitUntilIdle() const;
   // Returns when the window answers a message.
-  void Ask() const { swr::testing::AskWindow(window_, WM_NULL); }
+  void Ping() const { swr::testing::AskWindow(window_, WM_NULL); }
   // False while a dialog is open over the window.
   bool TakesInput() const { return IsWindowEnabled(window_) != FALSE; }
 

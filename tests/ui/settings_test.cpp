@@ -27,7 +27,7 @@ Bytes BytesOf(const std::vector<uint32_t>& numbers) {
 }
 
 TEST(SettingsTest, AreWrittenWhenTheWindowCloses) {
-  ForgetSettings();
+  DeleteSettings();
   {
     RunningWindow window(Kept);
     EXPECT_EQ(ReadSetting(u"Algorithms"), std::nullopt);
@@ -74,7 +74,7 @@ TEST(SettingsTest, OnlyTheInvalidValueFallsBack) {
   };
   for (const Case& test : cases) {
     SCOPED_TRACE(test.description);
-    ForgetSettings();
+    DeleteSettings();
     WriteSetting(u"Columns", test.columns);
     WriteSetting(u"Algorithms", u"not a number");
     WriteSetting(u"Uppercase", 5);
@@ -88,7 +88,7 @@ TEST(SettingsTest, OnlyTheInvalidValueFallsBack) {
 }
 
 TEST(SettingsTest, LegacyAlgorithmsAloneBecomeTheDefault) {
-  ForgetSettings();
+  DeleteSettings();
   WriteSetting(u"Algorithms", 0x2000);
   const RunningWindow window(Kept);
   EXPECT_EQ(window.List().ColumnHeadings(),
@@ -128,7 +128,7 @@ TEST(SettingsTest, AMaximizedWindowReopensMaximized) {
 }
 
 TEST(SettingsTest, AMinimizedStartStaysMinimizedAfterAMaximizedWindow) {
-  ForgetSettings();
+  DeleteSettings();
   WriteSetting(u"Window", BytesOf({50, 50, 1500, 1500, 1}));
   const RunningWindow window({.minimized = true, .keepSettings = true});
   EXPECT_TRUE(window.IsMinimized());
@@ -147,7 +147,7 @@ TEST(SettingsTest, AnImpossiblePlacementIsIgnored) {
   const auto negative = [](int value) { return static_cast<uint32_t>(value); };
   const Case cases[] = {
       {"too narrow", BytesOf({50, 50, 150, 950, 1})},
-      {"too low", BytesOf({50, 50, 1500, 150, 1})},
+      {"too short", BytesOf({50, 50, 1500, 150, 1})},
       {"on no screen",
        BytesOf({negative(-9000), negative(-9000), negative(-7000), negative(-7000), 1})},
       {"inside out", BytesOf({2000, 2000, 50, 50, 1})},
@@ -155,7 +155,7 @@ TEST(SettingsTest, AnImpossiblePlacementIsIgnored) {
   };
   for (const Case& test : cases) {
     SCOPED_TRACE(test.description);
-    ForgetSettings();
+    DeleteSettings();
     WriteSetting(u"Window", test.place);
     const RunningWindow window(Kept);
     EXPECT_EQ(window.OuterSize(), usual);

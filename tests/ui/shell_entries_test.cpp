@@ -28,13 +28,13 @@ std::optional<std::u16string> EntryCommand(const std::u16string& entry) {
 
 class ShellEntriesTest : public ::testing::Test {
  protected:
-  ShellEntriesTest() { Forget(); }
-  ~ShellEntriesTest() override { Forget(); }
+  ShellEntriesTest() { RemoveEntries(); }
+  ~ShellEntriesTest() override { RemoveEntries(); }
 
-  static void Forget() {
+  static void RemoveEntries() {
     for (const HKEY hive : {HKEY_CURRENT_USER, HKEY_LOCAL_MACHINE}) {
-      ForgetRegistryKey(hive, FileEntry);
-      ForgetRegistryKey(hive, FolderEntry);
+      DeleteRegistryKey(hive, FileEntry);
+      DeleteRegistryKey(hive, FolderEntry);
     }
     DeleteFileW(swr::AsWide(SendToLinkPath()));
   }
@@ -122,7 +122,7 @@ TEST_F(ShellEntriesTest, TheExplorerEntryIsAddedAndRemoved) {
   window.Command(ID_EXPLORER_MENU);
   ExpectNoExplorerEntry();
   EXPECT_FALSE(Option(window, ID_EXPLORER_MENU).isChecked);
-  EXPECT_TRUE(window.TakesInput()) << "no dialog shows";
+  EXPECT_TRUE(window.TakesInput()) << "no dialog is open";
 }
 
 TEST_F(ShellEntriesTest, TheSendToLinkIsAddedAndRemoved) {
@@ -133,7 +133,7 @@ TEST_F(ShellEntriesTest, TheSendToLinkIsAddedAndRemoved) {
   window.Command(ID_SEND_TO);
   EXPECT_EQ(ReadSendToLink(), std::nullopt);
   EXPECT_FALSE(Option(window, ID_SEND_TO).isChecked);
-  EXPECT_TRUE(window.TakesInput()) << "no dialog shows";
+  EXPECT_TRUE(window.TakesInput()) << "no dialog is open";
 }
 
 TEST_F(ShellEntriesTest, AnEntryOfAnotherCopyIsNotCheckedAndCanBeReplaced) {
@@ -187,7 +187,7 @@ TEST_F(ShellEntriesTest, AProgramThatHasMovedRepairsItsEntriesWithOneClick) {
   EXPECT_FALSE(Option(window, ID_EXPLORER_MENU).isChecked);
   window.FollowBannerLink(AcceptLink);
   EXPECT_TRUE(WaitFor([&] { return !window.IsShown(IDC_BANNER); }));
-  window.Ask();
+  window.Ping();
   ExpectExplorerEntry(moved);
   ExpectSendToLink(moved);
 }
@@ -197,7 +197,7 @@ TEST_F(ShellEntriesTest, RemoveThemRemovesTheEntries) {
   ASSERT_TRUE(window.IsShown(IDC_BANNER));
   window.FollowBannerLink(RejectLink);
   EXPECT_TRUE(WaitFor([&] { return !window.IsShown(IDC_BANNER); }));
-  window.Ask();
+  window.Ping();
   ExpectNoExplorerEntry();
   EXPECT_EQ(ReadSendToLink(), std::nullopt);
 }
@@ -207,7 +207,7 @@ TEST_F(ShellEntriesTest, DismissKeepsTheEntries) {
   ASSERT_TRUE(window.IsShown(IDC_BANNER));
   window.FollowBannerLink(DismissLink);
   EXPECT_TRUE(WaitFor([&] { return !window.IsShown(IDC_BANNER); }));
-  window.Ask();
+  window.Ping();
   ExpectExplorerEntry(tree_.Path(u"old place/Sumwright.exe"));
 }
 
@@ -217,7 +217,7 @@ TEST_F(ShellEntriesTest, ALinkThatCantBeReadIsOfferedForRepair) {
   ASSERT_TRUE(window.IsShown(IDC_BANNER));
   window.FollowBannerLink(AcceptLink);
   EXPECT_TRUE(WaitFor([&] { return !window.IsShown(IDC_BANNER); }));
-  window.Ask();
+  window.Ping();
   ExpectSendToLink(ProgramUnderTest());
   ExpectNoExplorerEntry();
 }

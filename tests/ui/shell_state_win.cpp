@@ -30,7 +30,7 @@ void SetRegistryText(HKEY hive, const std::u16string& key, const std::u16string&
   }
 }
 
-void ForgetRegistryKey(HKEY hive, const std::u16string& key) {
+void DeleteRegistryKey(HKEY hive, const std::u16string& key) {
   RegDeleteTreeW(hive, swr::AsWide(key));
 }
 
@@ -49,7 +49,7 @@ std::optional<LinkContent> ReadSendToLink() {
   IShellLinkW* made = nullptr;
   if (FAILED(CoCreateInstance(CLSID_ShellLink, nullptr, CLSCTX_INPROC_SERVER, IID_IShellLinkW,
                               reinterpret_cast<void**>(&made)))) {
-    throw std::runtime_error("there are no shell links");
+    throw std::runtime_error("shell links are not available");
   }
   const ComPointer<IShellLinkW> link(made);
   IPersistFile* loader = nullptr;

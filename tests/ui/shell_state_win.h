@@ -14,7 +14,7 @@ std::optional<std::u16string> RegistryText(HKEY hive, const std::u16string& key,
                                            const std::u16string& name);
 void SetRegistryText(HKEY hive, const std::u16string& key, const std::u16string& name,
                      const std::u16string& text);
-void ForgetRegistryKey(HKEY hive, const std::u16string& key);
+void DeleteRegistryKey(HKEY hive, const std::u16string& key);
 
 std::u16string SendToLinkPath();
 // Nothing when the link does not exist or can't be read.

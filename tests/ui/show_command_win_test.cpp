@@ -30,7 +30,7 @@ Shown StateOf(HWND window) {
 // The setting that the program writes when it closes: the position, and whether the window was
 // maximized.
 void WritePlacement(bool maximized) {
-  ForgetSettings();
+  DeleteSettings();
   constexpr uint32_t place[] = {100, 100, 1700, 1500};
   std::vector<uint8_t> bytes;
   for (const uint32_t number : {place[0], place[1], place[2], place[3], maximized ? 1U : 0U}) {

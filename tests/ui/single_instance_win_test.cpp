@@ -141,7 +141,7 @@ TEST(SingleInstanceTest, AWindowThatHangsLosesNothing) {
     own.WaitUntilIdle();
     EXPECT_EQ(own.Column(u"Name"), Names{u"one"});
   }
-  hanging.Ask();
+  hanging.Ping();
 }
 
 // The published value is not a window: it is missing, a closed window, or shorter than eight bytes.

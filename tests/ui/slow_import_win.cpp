@@ -8,7 +8,7 @@
 namespace app::testing {
 namespace {
 
-// Saves the arguments, calls Sleep, and goes on to the function. System libraries have the same
+// Saves the arguments, calls Sleep, then jumps to the function. System libraries have the same
 // addresses in all programs.
 std::vector<uint8_t> CodeOf(uint32_t milliseconds, FARPROC function) {
   std::vector<uint8_t> code = {

@@ -12,12 +12,12 @@ namespace app::testing {
 // For 64-bit programs. Throws std::runtime_error when the program can't be changed.
 class SlowImport {
  public:
-  // Prepares the change of a function that the program imports from kernel32, with three arguments
-  // at most.
+  // For a function with at most three arguments that the program imports from kernel32. The
+  // function stays unchanged until Replacement() is installed.
   SlowImport(HWND window, std::string_view function, std::chrono::milliseconds delay);
 
-  // What goes to ReplacedImport to make the function slow. It stays in the program's memory as long
-  // as the program runs, because a thread may be in it at any time.
+  // The function to pass to ReplacedImport. It stays in the program's memory as long as the program
+  // runs, because a thread may be executing it at any time.
   FARPROC Replacement() const { return replacement_; }
 
  private:

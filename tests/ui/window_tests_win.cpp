@@ -74,7 +74,7 @@ class Watchdog final : public testing::EmptyTestEventListener {
 int main(int argumentCount, char** arguments) {
   if (argumentCount == 3 && std::string(arguments[1]) == app::testing::BrowserOption) {
     const std::string address = arguments[2];
-    app::testing::KeepOpenedAddress(std::wstring(address.begin(), address.end()));
+    app::testing::RecordOpenedAddress(std::wstring(address.begin(), address.end()));
     return 0;
   }
   const std::string self = arguments[0];
@@ -84,7 +84,7 @@ int main(int argumentCount, char** arguments) {
       const std::string argument = arguments[i];
       given += (i > 1 ? L" " : L"") + std::wstring(argument.begin(), argument.end());
     }
-    app::testing::KeepToolRun(given);
+    app::testing::RecordToolRun(given);
     return 0;
   }
   testing::InitGoogleTest(&argumentCount, arguments);

@@ -21,9 +21,9 @@ namespace {
 using swr::testing::TempTree;
 using Texts = std::vector<std::u16string>;
 
-class RowsAtChoiceTest : public ::testing::Test {
+class SelectionSnapshotTest : public ::testing::Test {
  protected:
-  RowsAtChoiceTest() {
+  SelectionSnapshotTest() {
     window_.Drop(
         {tree_.AddFile(u"a.bin", DigestsOfAbc.input), tree_.AddFile(u"b.bin", DigestsOfAbc.input)});
     window_.WaitUntilIdle();
@@ -49,20 +49,20 @@ class RowsAtChoiceTest : public ::testing::Test {
   std::u16string late_;
 };
 
-TEST_F(RowsAtChoiceTest, RemoveActsOnTheRowsOfTheMenu) {
+TEST_F(SelectionSnapshotTest, RemoveActsOnTheRowsOfTheMenu) {
   Choose({0}, ID_CTX_REMOVE);
   ASSERT_TRUE(WaitFor([&] { return window_.RowCount() == 2; }));
   EXPECT_EQ(window_.Column(u"Name"), (Texts{u"b.bin", u"late.bin"}));
 }
 
-TEST_F(RowsAtChoiceTest, CopyPathActsOnTheRowsOfTheMenu) {
+TEST_F(SelectionSnapshotTest, CopyPathActsOnTheRowsOfTheMenu) {
   CopyText(u"something else");
   Choose({0}, ID_CTX_COPY_PATH);
   EXPECT_TRUE(WaitFor([&] { return CopiedText() == tree_.Path(u"a.bin"); }))
       << ::testing::PrintToString(CopiedText());
 }
 
-TEST_F(RowsAtChoiceTest, CompareActsOnTheRowsOfTheMenu) {
+TEST_F(SelectionSnapshotTest, CompareActsOnTheRowsOfTheMenu) {
   Choose({0, 1}, ID_CTX_COMPARE);
   const ProgramDialog message(window_, u"Sumwright");
   EXPECT_EQ(message.Instruction(), u"The two files are identical.");
@@ -70,7 +70,7 @@ TEST_F(RowsAtChoiceTest, CompareActsOnTheRowsOfTheMenu) {
   message.Press(IDOK);
 }
 
-TEST_F(RowsAtChoiceTest, SavingActsOnTheRowsSelectedBeforeTheDialog) {
+TEST_F(SelectionSnapshotTest, SavingActsOnTheRowsSelectedBeforeTheDialog) {
   window_.Drop({tree_.AddFile(u"c.bin", DigestsOfAbc.input)});
   window_.WaitUntilIdle();
   window_.SelectOnly({0, 1});

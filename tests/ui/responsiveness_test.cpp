@@ -27,16 +27,16 @@ constexpr uint64_t GiB = uint64_t{1} << 30;
 // Longer delays are noticeable.
 constexpr milliseconds Late{200};
 
-// Sends the window a message every 20 ms while the object exists, and records the longest time to
-// an answer.
+// Sends the window a message every 20 ms while the object exists, and records the longest time
+// until an answer.
 class Probe {
  public:
   explicit Probe(const RunningWindow& window)
       : thread_([this, &window] {
           while (!ends_) {
-            const auto asked = steady_clock::now();
-            window.Ask();
-            longest_ = std::max(longest_.load(), steady_clock::now() - asked);
+            const auto sent = steady_clock::now();
+            window.Ping();
+            longest_ = std::max(longest_.load(), steady_clock::now() - sent);
             ++count_;
             std::this_thread::sleep_for(milliseconds(20));
           }
@@ -63,7 +63,7 @@ class Probe {
   std::thread thread_;  // last: it uses all of the above
 };
 
-// How long a user's action takes.
+// How long an action of the user takes.
 template <typename Action>
 milliseconds Timed(Action action) {
   const auto start = steady_clock::now();
@@ -94,7 +94,7 @@ Slowest UseTheWindow(const RunningWindow& window, milliseconds duration) {
   return slowest;
 }
 
-// Started again from the beginning, so that it lasts long enough for the test.
+// Starts from the beginning each time, so that the work lasts long enough for the test.
 void StartWork(const RunningWindow& window, const std::vector<std::u16string>& paths) {
   window.Command(ID_CLEAR_LIST);
   window.Drop(paths);
@@ -105,14 +105,14 @@ void StartWork(const RunningWindow& window, const std::vector<std::u16string>& p
 // these periods.
 void ExpectWindowResponds(const RunningWindow& window, const std::vector<std::u16string>& paths,
                           const char* during) {
-  constexpr int stretches = 4;
+  constexpr int periods = 4;
   milliseconds best = milliseconds::max();
-  for (int i = 0; i < stretches && best >= Late; ++i) {
+  for (int i = 0; i < periods && best >= Late; ++i) {
     StartWork(window, paths);
     Probe probe(window);
     const Slowest slowest = UseTheWindow(window, seconds(1));
-    std::printf("%s: longest answer %d ms of %d; move %d ms, resize %d ms, scroll %d ms\n", during,
-                static_cast<int>(probe.Longest().count()), probe.Count(),
+    std::printf("%s: longest of %d answers %d ms; move %d ms, resize %d ms, scroll %d ms\n", during,
+                probe.Count(), static_cast<int>(probe.Longest().count()),
                 static_cast<int>(slowest.move.count()), static_cast<int>(slowest.resize.count()),
                 static_cast<int>(slowest.scroll.count()));
     EXPECT_GT(probe.Count(), 5);
@@ -129,7 +129,7 @@ void ExpectCancelWorksAtOnce(const RunningWindow& window,
   EXPECT_TRUE(WaitFor([&] { return !window.IsShown(IDC_CANCEL); }, seconds(2)));
 }
 
-TEST(AliveTest, DuringOneLongFile) {
+TEST(ResponsivenessTest, DuringOneLongFile) {
   TempTree tree;
   const std::u16string file = tree.AddFile(u"long.bin");
   swr::testing::ResizeFile(file, 4 * GiB);
@@ -138,7 +138,7 @@ TEST(AliveTest, DuringOneLongFile) {
   ExpectCancelWorksAtOnce(window, {file});
 }
 
-TEST(AliveTest, DuringTwentyThousandSmallFiles) {
+TEST(ResponsivenessTest, DuringTwentyThousandSmallFiles) {
   constexpr int fileCount = 20'000;
   constexpr int filesPerFolder = 500;
   TempTree tree;
@@ -149,7 +149,7 @@ TEST(AliveTest, DuringTwentyThousandSmallFiles) {
   const RunningWindow window;
   ExpectWindowResponds(window, {tree.Root()}, "during 20,000 small files");
   ExpectCancelWorksAtOnce(window, {tree.Root()});
-  // Cancel may have ended the look-up of the folder as well; dropped again, all of it is added.
+  // Cancel may have ended the lookup of the folder as well; dropped again, it is added completely.
   EXPECT_LE(window.RowCount(), fileCount);
   window.Drop({tree.Root()});
   EXPECT_TRUE(WaitFor([&] { return window.RowCount() == fileCount; }));

@@ -1,4 +1,4 @@
-// What the program passes to the browser, for which the test program stands in, and to the file
+// What the program opens in the browser, which the test program stands in for, and in the file
 // manager.
 #include <gtest/gtest.h>
 
@@ -15,7 +15,7 @@ namespace {
 
 using swr::testing::TempTree;
 
-class HandOverTest : public ::testing::Test {
+class ShellCallsTest : public ::testing::Test {
  protected:
   static void ExpectAddress(const std::u16string& address) {
     EXPECT_TRUE(WaitFor([&] { return OpenedAddress() == address; }))
@@ -23,7 +23,7 @@ class HandOverTest : public ::testing::Test {
   }
 };
 
-TEST_F(HandOverTest, HelpAndWebsiteOpenTheirPages) {
+TEST_F(ShellCallsTest, HelpAndWebsiteOpenTheirPages) {
   if (!BecomeTheBrowser()) GTEST_SKIP() << NotTheBrowser;
   const RunningWindow window;
   window.Command(ID_HELP_ONLINE);
@@ -35,7 +35,7 @@ TEST_F(HandOverTest, HelpAndWebsiteOpenTheirPages) {
   ExpectAddress(u"https://sumwright.example/");
 }
 
-TEST_F(HandOverTest, OnlyTheDigestGoesToVirusTotal) {
+TEST_F(ShellCallsTest, OnlyTheDigestGoesToVirusTotal) {
   if (!BecomeTheBrowser()) GTEST_SKIP() << NotTheBrowser;
   TempTree tree;
   const RunningWindow window;
@@ -48,7 +48,7 @@ TEST_F(HandOverTest, OnlyTheDigestGoesToVirusTotal) {
   ExpectAddress(u"https://www.virustotal.com/gui/file/" + std::u16string(DigestsOfAbc.sha256));
 }
 
-TEST_F(HandOverTest, OpenFolderShowsTheFolderOfTheFile) {
+TEST_F(ShellCallsTest, OpenFolderShowsTheFolderOfTheFile) {
   TempTree tree;
   const RunningWindow window;
   window.Drop({tree.AddFile(u"here it is/abc.bin", DigestsOfAbc.input)});
