@@ -40,12 +40,12 @@ std::optional<std::u16string> Detail(const std::u16string& details, const std::u
 }
 
 // The checksum file and line that the row comes from: "(list, line 3)", or nothing.
-std::u16string PlaceInList(const ModelRow& row) {
+std::u16string ListPosition(const ModelRow& row) {
   if (!row.listed) return {};
   const std::string line = std::to_string(row.checksumLine);
   return u"(" + row.checksumFile + u", line " + std::u16string(line.begin(), line.end()) + u")";
 }
-std::u16string PlaceInList(const SeenRow& seen) {
+std::u16string ListPosition(const SeenRow& seen) {
   const std::u16string expected = Detail(seen.details, u"Expected").value_or(u"");
   return expected.empty() ? u"" : expected.substr(expected.find(u'('));
 }
@@ -93,7 +93,7 @@ class RowCheck {
     return expected_;
   }
 
-  std::string Place() const { return "row of " + Utf8(file_.path); }
+  std::string Description() const { return "row of " + Utf8(file_.path); }
 
  private:
   const std::u16string& Status() const { return seen_.cells.back(); }
@@ -108,7 +108,7 @@ class RowCheck {
   // Whether the row shows, and is allowed to show, that the file could not be read.
   bool IsSeenFailed() {
     if (row_.error != 0) return true;
-    if (std::ranges::includes(KeysOf(row_.digests), row_.asked)) return false;
+    if (std::ranges::includes(KeysOf(row_.digests), row_.requested)) return false;
     for (const FileState& state : States()) {
       if (state.error == 0 || Status() != FailureText(state.error)) continue;
       row_.error = state.error;
@@ -152,11 +152,11 @@ class RowCheck {
     const bool mayHaveFailed =
         std::ranges::any_of(States(), [](const FileState& state) { return state.error != 0; });
     if (mayHaveFailed && !hasAll) row_.mayLack = true;
-    Require(hasAll || row_.mayLack, Place() + " lacks digests: " + Utf8(seen_.details));
+    Require(hasAll || row_.mayLack, Description() + " lacks digests: " + Utf8(seen_.details));
     row_.mayLack = row_.mayLack && !hasAll;
 
     const bool isCancelled = Status() == u"Cancelled";
-    Require(!isCancelled || row_.mayBeCancelled, Place() + " was not cancelled");
+    Require(!isCancelled || row_.mayBeCancelled, Description() + " was not cancelled");
     row_.mayBeCancelled = isCancelled;
     expected_.status = isCancelled ? RowStatus::Cancelled : RowStatus::Done;
     constexpr std::u16string_view changedText = u"Done, but the file changed while it was read";
@@ -168,7 +168,7 @@ class RowCheck {
   // A new digest belongs to some content that the file had in the meantime.
   void LearnDigest(AlgoId id, const std::u16string& hex) {
     const std::string name = Utf8(std::u16string(swr::GetAlgo(id).name));
-    Require(row_.asked.contains(id), Place() + ": nothing requested its " + name);
+    Require(row_.requested.contains(id), Description() + ": nothing requested its " + name);
     const DigestBytes bytes = *FromHex(hex);
     bool isRight = false;
     for (const FileState& state : States()) {
@@ -176,7 +176,7 @@ class RowCheck {
       isRight = isRight || state.isTorn ||
                 (state.content != nullptr && state.content->digests.at(id) == bytes);
     }
-    Require(isRight, Place() + " has a wrong " + name + ": " + Utf8(hex));
+    Require(isRight, Description() + " has a wrong " + name + ": " + Utf8(hex));
     row_.digests[id] = bytes;
   }
 
@@ -186,7 +186,7 @@ class RowCheck {
     const bool isRight = std::ranges::any_of(states, [&](const FileState& state) {
       return state.isTorn || (state.content != nullptr && state.content->size == seen);
     });
-    Require(isRight, Place() + " has a wrong size: " + Utf8(seen_.details));
+    Require(isRight, Description() + " has a wrong size: " + Utf8(seen_.details));
     row_.size = seen;
   }
 
@@ -204,8 +204,8 @@ bool MatchesBox(const ReferenceFileRow& row, const ReferenceClaim& claim) {
          });
 }
 
-// A value that matches no row was compared with every row, in every candidate algorithm, unless the
-// user cancelled that. Such a row can still become Done, by a job that had just finished.
+// A value that matches no row was compared with every row, using every candidate algorithm, unless
+// the user cancelled that. Such a row can still become Done through a job that had just finished.
 void CheckSearch(const WindowModel& model, const ReferenceWindow& reference) {
   if (!reference.box.claim) return;
   const ReferenceClaim& claim = *reference.box.claim;
@@ -250,7 +250,7 @@ void CheckSums(const WindowModel& model, ReferenceWindow& reference, const SeenW
 
 }  // namespace
 
-void TakeOrder(WindowModel& model, const std::vector<SeenRow>& seen) {
+void AdoptOrder(WindowModel& model, const std::vector<SeenRow>& seen) {
   if (model.isOrderKnown) return;
   using Key = std::pair<std::u16string, std::u16string>;
   std::map<std::u16string, size_t> rowsOfFile;
@@ -258,12 +258,12 @@ void TakeOrder(WindowModel& model, const std::vector<SeenRow>& seen) {
   std::map<Key, size_t> places;
   for (size_t i = 0; i < model.rows.size(); ++i) {
     const std::u16string& path = model.FileOf(model.rows[i]).path;
-    places[{path, rowsOfFile[path] > 1 ? PlaceInList(model.rows[i]) : u""}] = i;
+    places[{path, rowsOfFile[path] > 1 ? ListPosition(model.rows[i]) : u""}] = i;
   }
   std::vector<ModelRow> ordered;
   for (const SeenRow& row : seen) {
     const std::u16string path = row.cells[FolderColumn] + u"\\" + row.cells[NameColumn];
-    const auto place = places.find({path, rowsOfFile[path] > 1 ? PlaceInList(row) : u""});
+    const auto place = places.find({path, rowsOfFile[path] > 1 ? ListPosition(row) : u""});
     Require(place != places.end(), "there should be no row of " + Utf8(path));
     ordered.push_back(model.rows[place->second]);
     places.erase(place);
@@ -288,7 +288,7 @@ ReferenceWindow Compare(WindowModel& model, const SeenWindow& seen) {
     }
     throw Disagreement(text);
   }
-  TakeOrder(model, seen.rows);
+  AdoptOrder(model, seen.rows);
 
   ReferenceWindow reference;
   reference.box = model.box;
@@ -298,7 +298,7 @@ ReferenceWindow Compare(WindowModel& model, const SeenWindow& seen) {
     RowCheck check(model, model.rows[i], seen.rows[i]);
     Expect("the name in row " + std::to_string(i), seen.rows[i].cells[NameColumn],
            model.FileOf(model.rows[i]).name);
-    Expect("the folder of the " + check.Place(), seen.rows[i].cells[FolderColumn],
+    Expect("the folder of the " + check.Description(), seen.rows[i].cells[FolderColumn],
            model.FileOf(model.rows[i]).folder);
     reference.rows.push_back(check.Learn());
   }

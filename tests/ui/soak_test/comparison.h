@@ -9,7 +9,7 @@
 
 namespace app::testing {
 
-// Everything readable of an idle window.
+// Everything that can be read from an idle window.
 struct SeenRow {
   std::vector<std::u16string> cells;
   std::u16string details;  // when only this row is selected
@@ -31,10 +31,10 @@ class Disagreement : public std::runtime_error {
 
 // Sorts the model's rows into the order of the window. Needs the details of rows whose file is in
 // the list several times. Throws Disagreement when the rows differ.
-void TakeOrder(WindowModel& model, const std::vector<SeenRow>& seen);
+void AdoptOrder(WindowModel& model, const std::vector<SeenRow>& seen);
 
 // Throws Disagreement when the window differs from the window model or the reference model.
-// Otherwise the window model has learned what was still open, and is idle. Returns the reference
+// Otherwise the window model has learned what was still unknown, and is idle. Returns the reference
 // model with the rows and their verdicts.
 ReferenceWindow Compare(WindowModel& model, const SeenWindow& seen);
 

@@ -22,7 +22,7 @@ namespace {
 using swr::AlgoId;
 
 constexpr uint32_t MissingFile = 2;
-constexpr uint32_t HeldFile = 32;
+constexpr uint32_t LockedFile = 32;
 constexpr size_t CrowdSize = 120;
 
 std::shared_ptr<const FileContent> ContentOf(const std::u16string& path) {
@@ -37,7 +37,7 @@ std::shared_ptr<const FileContent> ContentOf(const std::u16string& path) {
   return content;
 }
 
-// The window or its signature check may have either file open just now.
+// The window or its signature check may have either file open at this moment.
 void Move(const std::u16string& from, const std::u16string& to) {
   const bool moved = WaitFor([&] {
     return MoveFileExW(swr::AsWide(from), swr::AsWide(to), MOVEFILE_REPLACE_EXISTING) != FALSE;
@@ -48,7 +48,7 @@ void Move(const std::u16string& from, const std::u16string& to) {
 }
 
 // Files before folders at each level, in natural order.
-bool GoesBefore(const WorldFile& a, const WorldFile& b) {
+bool ComesBefore(const WorldFile& a, const WorldFile& b) {
   for (size_t level = 0;; ++level) {
     const bool aIsHere = a.steps.size() == level;
     const bool bIsHere = b.steps.size() == level;
@@ -138,7 +138,7 @@ std::vector<size_t> FileWorld::Walk(const std::u16string& folder, bool withHidde
     if (!file.path.starts_with(folder + u"\\") || !file.IsThere()) continue;
     if (!file.isHidden || withHidden) found.push_back(i);
   }
-  std::ranges::sort(found, [&](size_t a, size_t b) { return GoesBefore(files_[a], files_[b]); });
+  std::ranges::sort(found, [&](size_t a, size_t b) { return ComesBefore(files_[a], files_[b]); });
   return found;
 }
 
@@ -179,11 +179,11 @@ std::string FileWorld::Replace(size_t file) {
   return "replaced " + NameOf(files_[file]);
 }
 
-std::string FileWorld::TakeAway(size_t file) {
+std::string FileWorld::Remove(size_t file) {
   if (!files_[file].IsThere()) return Replace(file);
   if (file == lockedFile_) Unlock();
-  // Moved, not removed: an open file would remain until it is closed, neither usable nor gone.
-  Move(files_[file].path, tree_.Path(u"staging/taken away"));
+  // Moved, not deleted: an open file would remain until it is closed, neither usable nor gone.
+  Move(files_[file].path, tree_.Path(u"staging/removed"));
   files_[file].states.push_back({.error = MissingFile});
   return "removed " + NameOf(files_[file]);
 }
@@ -191,26 +191,26 @@ std::string FileWorld::TakeAway(size_t file) {
 std::string FileWorld::Lock(size_t file) {
   Unlock();
   if (!files_[file].IsThere()) return Replace(file);
-  HANDLE holder = INVALID_HANDLE_VALUE;
-  const bool isHeld = WaitFor(
+  HANDLE lock = INVALID_HANDLE_VALUE;
+  const bool isLocked = WaitFor(
       [&] {
-        holder = CreateFileW(swr::AsWide(files_[file].path), GENERIC_READ, 0, nullptr,
-                             OPEN_EXISTING, 0, nullptr);
-        return holder != INVALID_HANDLE_VALUE;
+        lock = CreateFileW(swr::AsWide(files_[file].path), GENERIC_READ, 0, nullptr, OPEN_EXISTING,
+                           0, nullptr);
+        return lock != INVALID_HANDLE_VALUE;
       },
       std::chrono::milliseconds(500));
-  if (!isHeld) return "nothing: the window is reading " + NameOf(files_[file]);
-  holder_ = reinterpret_cast<intptr_t>(holder);
+  if (!isLocked) return "nothing: the window is reading " + NameOf(files_[file]);
+  lock_ = reinterpret_cast<intptr_t>(lock);
   lockedFile_ = file;
   FileState state = files_[file].Now();
-  state.error = HeldFile;
+  state.error = LockedFile;
   files_[file].states.push_back(std::move(state));
-  return "held " + NameOf(files_[file]);
+  return "locked " + NameOf(files_[file]);
 }
 
 void FileWorld::Unlock() {
   if (!lockedFile_) return;
-  CloseHandle(reinterpret_cast<HANDLE>(holder_));
+  CloseHandle(reinterpret_cast<HANDLE>(lock_));
   FileState state = files_[*lockedFile_].Now();
   state.error = 0;
   files_[*lockedFile_].states.push_back(std::move(state));
@@ -294,7 +294,7 @@ std::string FileWorld::MakeList(size_t list) {
   return text;
 }
 
-void FileWorld::ForgetPast() {
+void FileWorld::ForgetEarlierStates() {
   for (WorldFile& file : files_) file.states.erase(file.states.begin(), file.states.end() - 1);
 }
 

@@ -1,6 +1,6 @@
 // The files of the soak test: real files that are replaced, removed, locked and written to while
-// the window works, with every state of each file since the last comparison of the window with its
-// model. The digests are computed in advance, before the window sees a file.
+// the window works. Every state of each file since the last comparison of the window with its model
+// is kept. The digests are computed in advance, before the window sees a file.
 #pragma once
 
 #include <cstdint>
@@ -40,7 +40,7 @@ struct WorldFile {
   std::u16string folder;
   std::vector<std::u16string> steps;            // the folders between the root and the file
   bool isHidden = false;                        // itself or one of its folders
-  std::vector<FileState> states;                // the last is the present one
+  std::vector<FileState> states;                // the last is the current one
   std::optional<std::vector<ListedLine>> list;  // of a checksum file; may be empty
 
   const FileState& Now() const { return states.back(); }
@@ -68,11 +68,11 @@ class FileWorld {
   const std::vector<size_t>& LongFiles() const { return longFiles_; }
   const std::vector<size_t>& PlainFiles() const { return plainFiles_; }
   // A path for a file that the program will write.
-  std::u16string SavePlace() const { return tree_.Path(u"staging/saved"); }
+  std::u16string SavePath() const { return tree_.Path(u"staging/saved"); }
 
   // For readers, each of these is atomic except Tear. They return a description.
   std::string Replace(size_t file);
-  std::string TakeAway(size_t file);
+  std::string Remove(size_t file);
   // No other program can open the file until Unlock.
   std::string Lock(size_t file);
   void Unlock();
@@ -82,7 +82,7 @@ class FileWorld {
   std::string RewriteList(size_t file);
 
   // The earlier states of the files are no longer needed.
-  void ForgetPast();
+  void ForgetEarlierStates();
 
  private:
   size_t Add(const std::u16string& relative, bool isHidden = false);
@@ -102,7 +102,7 @@ class FileWorld {
   std::vector<size_t> longFiles_;
   std::vector<size_t> plainFiles_;
   std::optional<size_t> lockedFile_;
-  intptr_t holder_ = 0;
+  intptr_t lock_ = 0;
 };
 
 }  // namespace app::testing

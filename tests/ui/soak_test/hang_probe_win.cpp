@@ -20,26 +20,26 @@ long long MillisecondsSince(steady_clock::time_point start) {
 
 }  // namespace
 
-HangProbe::HangProbe(HWND window, SlowAnswer tell)
-    : asking_([=, this] { Ask(window, tell); }), sleeping_([this] { Sleep(); }) {}
+HangProbe::HangProbe(HWND window, SlowAnswer report)
+    : probing_([=, this] { Probe(window, report); }), sleeping_([this] { Sleep(); }) {}
 
 HangProbe::~HangProbe() {
   ends_ = true;
-  asking_.join();
+  probing_.join();
   sleeping_.join();
 }
 
 // A closed window fails at once, which other parts of the test notice.
-void HangProbe::Ask(HWND window, const SlowAnswer& tell) {
+void HangProbe::Probe(HWND window, const SlowAnswer& report) {
   while (!ends_) {
-    const auto asked = steady_clock::now();
+    const auto sent = steady_clock::now();
     const long long pausesBefore = pauses_;
     DWORD_PTR answer = 0;
     bool isAnswered = false;
     while (!ends_ && !isAnswered && IsWindow(window)) {
       isAnswered = SendMessageTimeoutW(window, WM_NULL, 0, 0, SMTO_NORMAL, 1000, &answer) != 0;
     }
-    const long long time = MillisecondsSince(asked);
+    const long long time = MillisecondsSince(sent);
     long long own = time;
     if (time > Noticeable.count()) {
       // The other thread must also wake up before it can report.
@@ -47,8 +47,8 @@ void HangProbe::Ask(HWND window, const SlowAnswer& tell) {
       own -= std::min(time, pauses_ - pausesBefore);
     }
     longest_ = std::max(longest_.load(), own);
-    if (time > Slow.count()) tell(milliseconds(time), milliseconds(time - own));
-    ++questions_;
+    if (time > Slow.count()) report(milliseconds(time), milliseconds(time - own));
+    ++requests_;
     std::this_thread::sleep_for(Pause);
   }
 }

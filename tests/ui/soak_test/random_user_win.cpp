@@ -45,7 +45,7 @@ const std::vector<RandomUser::Kind>& RandomUser::Kinds() {
       {"About opened", 1, &RandomUser::OpenAbout},
       {"menus opened", 3, &RandomUser::OpenMenu},
       {"checksums saved", 2, &RandomUser::Save},
-      {"another window activated", 1, &RandomUser::LookElsewhere},
+      {"another window activated", 1, &RandomUser::ActivateAnotherWindow},
       {"scrolled", 5, &RandomUser::Scroll},
       {"banners dismissed", 2, &RandomUser::DismissBanner},
       {"files changed on the disk", 12, &RandomUser::ChangeFile},
@@ -74,12 +74,12 @@ std::string RandomUser::Act(size_t number) {
 
 size_t RandomUser::CompareAll() {
   doing_ = "comparing";
-  WaitForRest(window_);
+  WaitForStableIdle(window_);
   reference_ = Compare(model_, ReadWindow(window_));
   // From now on only the current states of the files can be read.
-  world_.ForgetPast();
+  world_.ForgetEarlierStates();
   for (ModelRow& row : model_.rows) row.firstState = 0;
-  ShowUp();
+  RestoreIfMinimized();
   CheckColours(window_, reference_);
   return model_.rows.size();
 }
@@ -95,7 +95,7 @@ void RandomUser::ClearAll() {
   model_.EditBox({});
   window_.Command(ID_CLEAR_LIST);
   model_.Clear();
-  WaitForRest(window_);
+  WaitForStableIdle(window_);
   ExpectRowCount("Clear List");
 }
 
@@ -107,8 +107,8 @@ void RandomUser::FillList() {
   ExpectRowCount("a drop of all files");
 }
 
-bool RandomUser::KnowOrder() {
-  if (!model_.isOrderKnown) TakeOrder(model_, ReadOrder(window_));
+bool RandomUser::LearnOrder() {
+  if (!model_.isOrderKnown) AdoptOrder(model_, ReadOrder(window_));
   return !model_.rows.empty();
 }
 

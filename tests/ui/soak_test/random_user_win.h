@@ -66,9 +66,9 @@ class RandomUser {
   std::string Cancel();
   std::string Clear();
   void StartWith(size_t processes);
-  void RefuseList(size_t list);
+  void ExpectRejectedList(size_t list);
   std::vector<size_t> SomeFiles(size_t most);
-  std::optional<size_t> FreshList();
+  std::optional<size_t> UnusedList();
 
   // user_choices_win.cpp: selecting algorithms, comparing, sorting.
   std::string Sort();
@@ -92,18 +92,18 @@ class RandomUser {
   std::string OpenAbout();
   std::string OpenMenu();
   std::string Save();
-  std::string LookElsewhere();
+  std::string ActivateAnotherWindow();
   std::string Scroll();
   std::string DismissBanner();
   std::string ChangeFile();
   std::string Wait();
-  void ShowUp() const;
+  void RestoreIfMinimized() const;
   void ShowNormal() const;
-  // Opens a menu with `ask` and returns when it is open.
-  void PopUp(const std::function<void()>& ask) const;
+  // Calls `open` to open a menu, and returns when the menu is open.
+  void OpenPopup(const std::function<void()>& open) const;
 
   // Reads the order of the rows into the model. False for an empty list.
-  bool KnowOrder();
+  bool LearnOrder();
   std::vector<int> SomeRows(size_t most);
   void ExpectRowCount(const char* after) const;
   void ExpectPickedRows(const char* after) const;

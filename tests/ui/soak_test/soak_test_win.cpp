@@ -96,9 +96,9 @@ class SoakTest {
       const auto start = steady_clock::now();
       const std::chrono::duration<double> length(options_.minutes * 60);
       WarmUp();
-      MeasureAgainAndAgain();
+      MeasureRepeatedly();
       while (steady_clock::now() - start < length) Round();
-      MeasureAgainAndAgain();
+      MeasureRepeatedly();
       if (window_.Close() != 0) return Fail("the program ended with an error");
     } catch (const std::exception& failure) {
       return Fail(failure.what());
@@ -134,7 +134,7 @@ class SoakTest {
   }
 
   // Each of these rounds would show a leak, however short the run was.
-  void MeasureAgainAndAgain() {
+  void MeasureRepeatedly() {
     for (size_t i = 0; i < ResourceSeries::SteadySamples; ++i) {
       user_.FillList();
       Compare();
@@ -160,7 +160,7 @@ class SoakTest {
     std::printf("FAILED: %s\n", why);
     if (window_.HasEnded()) std::printf("the program has ended, code %d\n", window_.WaitForEnd());
     log_.Print();
-    std::printf("  then: %s\n", user_.Doing());
+    std::printf("  in progress: %s\n", user_.Doing());
     Summarize();
     return 1;
   }
@@ -171,13 +171,14 @@ class SoakTest {
     for (const auto& [name, count] : user_.Counts()) {
       std::printf("  %zu %s\n", count, name.c_str());
     }
-    std::printf("%zu comparisons of all rows, %zu rows in all\n", comparisons_, rows_);
+    std::printf("%zu comparisons of all rows, %zu rows in total\n", comparisons_, rows_);
     std::printf(
         "longest response time: %d ms, of %zu requests; the longest stall of the machine: %d ms\n",
-        static_cast<int>(probe_.LongestAnswer().count()), probe_.Questions(),
+        static_cast<int>(probe_.LongestAnswer().count()), probe_.Requests(),
         static_cast<int>(probe_.LongestPause().count()));
     const ResourceSeries::Verdict verdict = resources_.Evaluate();
-    std::printf("after Clear List, %zu times:\n%s", resources_.Count(), verdict.text.c_str());
+    std::printf("resources, measured %zu times after Clear List:\n%s", resources_.Count(),
+                verdict.text.c_str());
     const bool hung = probe_.LongestAnswer() > LongestAnswer;
     if (hung) std::printf("FAILED: the window did not respond in time\n");
     if (verdict.hasGrown) std::printf("FAILED: the program leaks resources\n");

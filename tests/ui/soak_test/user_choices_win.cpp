@@ -54,7 +54,7 @@ void RandomUser::SortRows(const std::u16string& heading) {
 std::string RandomUser::Sort() {
   // Sometimes while the window is idle, when the order can be predicted.
   if (dice_.OneIn(6)) CompareAll();
-  ShowUp();
+  RestoreIfMinimized();
   const std::vector<std::u16string> headings = window_.List().ColumnHeadings();
   const size_t column = dice_.Pick(headings.size());
   const std::u16string& heading = headings[column];
@@ -94,12 +94,12 @@ std::string RandomUser::ClickAlgoBox() {
 std::string RandomUser::ChooseAlgo() {
   AlgoId algo = static_cast<AlgoId>(dice_.Pick(swr::AlgoCount));
   if (IsLegacy(algo) && !model_.showLegacy) algo = AlgoId::Sha3_256;
-  ShowUp();
-  // Opens the menu again if it was closed before the key arrived; see PopUp.
+  RestoreIfMinimized();
+  // Opens the menu again if it was closed before the key arrived; see OpenPopup.
   const std::vector<std::u16string> before = window_.List().ColumnHeadings();
   const auto isChosen = [&] { return window_.List().ColumnHeadings() != before; };
   for (int attempts = 0; attempts < 5 && !isChosen(); ++attempts) {
-    PopUp([&] { window_.PostCommand(IDC_ALGO_MORE); });
+    OpenPopup([&] { window_.PostCommand(IDC_ALGO_MORE); });
     window_.ChooseFromMenu(ID_ALGO_FIRST + static_cast<uint32_t>(algo));
     WaitFor([&] { return window_.OpenMenu().empty(); });
     window_.WaitForPostedMessages();
@@ -195,14 +195,14 @@ std::string RandomUser::ToggleOption() {
 
 // The answer may have to wait for all jobs queued before.
 std::string RandomUser::CompareTwo() {
-  if (!KnowOrder() || model_.rows.size() < 2) return "too few";
+  if (!LearnOrder() || model_.rows.size() < 2) return "too few";
   const size_t first = dice_.Pick(model_.rows.size());
   const size_t second = (first + 1 + dice_.Pick(model_.rows.size() - 1)) % model_.rows.size();
-  ShowUp();
+  RestoreIfMinimized();
   window_.SelectOnly({static_cast<int>(first), static_cast<int>(second)});
   window_.PostCommand(ID_CTX_COMPARE);
-  model_.AskFor(first, AlgoId::Sha256);
-  model_.AskFor(second, AlgoId::Sha256);
+  model_.Request(first, AlgoId::Sha256);
+  model_.Request(second, AlgoId::Sha256);
   const bool isAnswered = WaitFor(
       [&] { return FindDialogOf(window_.ProcessId(), u"Sumwright", window_.Handle()) != nullptr; },
       seconds(120));
@@ -210,10 +210,10 @@ std::string RandomUser::CompareTwo() {
   const ProgramDialog message(window_, u"Sumwright");
   const std::u16string seen = message.Instruction();
   message.Press(IDOK);
-  const auto wasOneThing = [&](size_t row) {
+  const auto hadOneState = [&](size_t row) {
     return model_.FileOf(model_.rows[row]).states.size() == 1;
   };
-  const bool isPredictable = wasOneThing(first) && wasOneThing(second);
+  const bool isPredictable = hadOneState(first) && hadOneState(second);
   CompareAll();
   const ReferenceFileRow& a = reference_.rows[first];
   const ReferenceFileRow& b = reference_.rows[second];
@@ -231,7 +231,7 @@ std::string RandomUser::CompareTwo() {
 }
 
 std::string RandomUser::Copy() {
-  if (!KnowOrder()) return "no rows";
+  if (!LearnOrder()) return "no rows";
   const std::vector<int> chosen = SomeRows(4);
   window_.SelectOnly(chosen);
   if (dice_.OneIn(2)) {

@@ -20,7 +20,7 @@ constexpr int escapeKey = 0x1B;
 
 }  // namespace
 
-void RandomUser::ShowUp() const {
+void RandomUser::RestoreIfMinimized() const {
   if (!window_.IsMinimized()) return;
   AskWindow(window_.Handle(), WM_SYSCOMMAND, SC_RESTORE);
   if (!WaitFor([&] { return !window_.IsMinimized(); })) {
@@ -29,7 +29,7 @@ void RandomUser::ShowUp() const {
 }
 
 void RandomUser::ShowNormal() const {
-  ShowUp();
+  RestoreIfMinimized();
   if (!IsZoomed(window_.Handle())) return;
   AskWindow(window_.Handle(), WM_SYSCOMMAND, SC_RESTORE);
   if (!WaitFor([&] { return !IsZoomed(window_.Handle()); })) {
@@ -37,11 +37,11 @@ void RandomUser::ShowNormal() const {
   }
 }
 
-// A menu closes when the display server reports late that another window had the focus; then it is
-// opened again, as a user would.
-void RandomUser::PopUp(const std::function<void()>& ask) const {
+// A menu closes when the display server reports late that another window had the focus. Then it is
+// opened again, as a user would do.
+void RandomUser::OpenPopup(const std::function<void()>& open) const {
   for (int attempts = 0; attempts < 5; ++attempts) {
-    ask();
+    open();
     if (WaitFor([&] { return !window_.OpenMenu().empty(); }, seconds(4))) return;
   }
   throw std::runtime_error("the menu does not open");
@@ -83,7 +83,7 @@ std::string RandomUser::PressKeys() {
 }
 
 std::string RandomUser::SelectWithKeyboard() {
-  ShowUp();
+  RestoreIfMinimized();
   window_.FocusOn(IDC_LIST);
   window_.TypeChord({VK_CONTROL, 'A'});
   const size_t count = model_.rows.size();
@@ -98,7 +98,7 @@ std::string RandomUser::SelectWithKeyboard() {
 
 // Other instances may hand over files meanwhile, and hashing continues.
 std::string RandomUser::OpenHashText() {
-  ShowUp();
+  RestoreIfMinimized();
   window_.PostCommand(ID_HASH_TEXT);
   const ProgramDialog dialog(window_, u"Hash Text");
   AskWindow(dialog.Control(IDC_HT_INPUT), WM_SETTEXT, 0,
@@ -110,17 +110,17 @@ std::string RandomUser::OpenHashText() {
 }
 
 std::string RandomUser::OpenAbout() {
-  ShowUp();
+  RestoreIfMinimized();
   window_.PostCommand(ID_ABOUT);
   ProgramDialog(window_, u"About Sumwright").Press(IDOK);
   return {};
 }
 
 std::string RandomUser::OpenMenu() {
-  if (!KnowOrder()) return "none";
-  ShowUp();
+  if (!LearnOrder()) return "none";
+  RestoreIfMinimized();
   window_.SelectOnly(SomeRows(2));
-  PopUp([&] {
+  OpenPopup([&] {
     PostMessageW(window_.Handle(), WM_CONTEXTMENU,
                  reinterpret_cast<WPARAM>(window_.Control(IDC_LIST)), -1);
   });
@@ -133,7 +133,7 @@ std::string RandomUser::OpenMenu() {
 }
 
 std::string RandomUser::Save() {
-  ShowUp();
+  RestoreIfMinimized();
   window_.PostCommand(ID_SAVE_CHECKSUMS);
   const auto shows = [&](const std::u16string& title) {
     return FindDialogOf(window_.ProcessId(), title, window_.Handle()) != nullptr;
@@ -150,24 +150,24 @@ std::string RandomUser::Save() {
     dialog.Press(IDCANCEL);
     return "cancelled";
   }
-  const std::u16string place = world_.SavePlace();
-  dialog.SetFileName(place);
+  const std::u16string path = world_.SavePath();
+  dialog.SetFileName(path);
   dialog.Press(IDOK);
   // The dialog may have changed the extension.
   const auto deleteSaved = [&] {
     WIN32_FIND_DATAW found = {};
-    const HANDLE search = FindFirstFileW(swr::AsWide(place + u"*"), &found);
+    const HANDLE search = FindFirstFileW(swr::AsWide(path + u"*"), &found);
     if (search == INVALID_HANDLE_VALUE) return false;
     FindClose(search);
-    const std::u16string folder = place.substr(0, place.rfind(u'\\') + 1);
+    const std::u16string folder = path.substr(0, path.rfind(u'\\') + 1);
     return DeleteFileW(swr::AsWide(folder + swr::FromWide(found.cFileName))) != FALSE;
   };
   if (!WaitFor(deleteSaved)) throw Disagreement("checksums were not saved");
   return {};
 }
 
-std::string RandomUser::LookElsewhere() {
-  ShowUp();
+std::string RandomUser::ActivateAnotherWindow() {
+  RestoreIfMinimized();
   window_.ActivateAgain();
   return {};
 }
@@ -179,7 +179,7 @@ std::string RandomUser::Scroll() {
 }
 
 std::string RandomUser::DismissBanner() {
-  ShowUp();
+  RestoreIfMinimized();
   if (!window_.IsShown(IDC_BANNER)) return "none";
   window_.FollowBannerLink(DismissLink);
   window_.WaitForPostedMessages();
@@ -198,7 +198,7 @@ std::string RandomUser::ChangeFile() {
   switch (dice_.Pick(8)) {
     case 0:
     case 1:
-      return world_.TakeAway(file);
+      return world_.Remove(file);
     case 2:
       return world_.Lock(dice_.OneIn(6) ? dice_.Of(world_.Lists()) : file);
     case 3:

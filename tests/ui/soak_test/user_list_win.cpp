@@ -61,7 +61,7 @@ std::string RandomUser::DropCrowd() {
 }
 
 // The files are looked up slowly, and the window is used meanwhile. Now and then the list is
-// cleared before all of them have come.
+// cleared before all of them have arrived.
 std::string RandomUser::DropSlowFolder() {
   const std::u16string& folder = dice_.Of(world_.Folders());
   const ReplacedImport slow(window_.Handle(), "GetFileAttributesExW", slowFileInfo_.Replacement());
@@ -75,14 +75,15 @@ std::string RandomUser::DropSlowFolder() {
   return std::to_string(added) + " new";
 }
 
-// A checksum file from which no row came yet, so that every row of the window can be identified.
-std::optional<size_t> RandomUser::FreshList() {
+// A random checksum file, or nothing if the window has rows from it: two rows with the same file
+// and line could not be told apart.
+std::optional<size_t> RandomUser::UnusedList() {
   const size_t list = dice_.Of(world_.Lists());
   return model_.HasRowsOf(list) ? std::nullopt : std::optional(list);
 }
 
 // An unusable checksum file shows a message and adds no rows.
-void RandomUser::RefuseList(size_t list) {
+void RandomUser::ExpectRejectedList(size_t list) {
   const std::u16string expected = world_.Files()[list].Now().error != 0
                                       ? u"The checksum file can't be read."
                                       : u"No checksums were found in this file.";
@@ -95,11 +96,11 @@ void RandomUser::RefuseList(size_t list) {
 }
 
 std::string RandomUser::DropList() {
-  const auto list = FreshList();
+  const auto list = UnusedList();
   if (!list || model_.HasFile(*list)) return "no checksum file left";
   const WorldFile& file = world_.Files()[*list];
   const std::string name = swr::WideToUtf8(file.name);
-  ShowUp();
+  RestoreIfMinimized();
   window_.Drop({file.path});
   model_.Add({*list});
   ExpectRowCount("a drop of a checksum file");
@@ -114,11 +115,11 @@ std::string RandomUser::DropList() {
   window_.FollowBannerLink(isWanted ? AcceptLink : DismissLink);
   window_.WaitForPostedMessages();
   if (!isWanted) return name + " dismissed";
-  model_.ForgetPlainRow(*list);
+  model_.RemovePlainRow(*list);
   if (file.Now().error != 0 || file.list->empty()) {
-    RefuseList(*list);
+    ExpectRejectedList(*list);
     ExpectRowCount("a rejected checksum file");
-    return name + " refused";
+    return name + " rejected";
   }
   model_.LoadList(*list);
   ExpectRowCount("a checksum file");
@@ -127,7 +128,7 @@ std::string RandomUser::DropList() {
 
 std::string RandomUser::PickFiles() {
   const size_t file = dice_.Of(world_.PlainFiles());
-  ShowUp();
+  RestoreIfMinimized();
   window_.PostCommand(ID_ADD_FILES);
   const ProgramDialog dialog(window_, u"Add Files");
   // The dialog itself rejects names of missing files.
@@ -143,11 +144,11 @@ std::string RandomUser::PickFiles() {
 }
 
 std::string RandomUser::PickList() {
-  const auto list = FreshList();
+  const auto list = UnusedList();
   if (!list) return "no checksum file left";
   const WorldFile& file = world_.Files()[*list];
   if (file.Now().error != 0 || file.list->empty()) return "no usable one";
-  ShowUp();
+  RestoreIfMinimized();
   window_.PostCommand(ID_VERIFY_FILE);
   const ProgramDialog dialog(window_, u"Verify Checksum File");
   if (dice_.OneIn(4)) {
@@ -202,7 +203,7 @@ std::string RandomUser::StartAgain() {
 }
 
 std::string RandomUser::RemoveSome() {
-  if (!KnowOrder()) return "no rows";
+  if (!LearnOrder()) return "no rows";
   const std::vector<int> chosen = SomeRows(6);
   window_.SelectOnly(chosen);
   model_.Remove({chosen.begin(), chosen.end()});

@@ -36,12 +36,12 @@ ModelRow WindowModel::MakeRow(size_t file) const {
   return row;
 }
 
-void WindowModel::NoteAsked() {
+void WindowModel::NoteRequested() {
   isIdle = false;
   for (ModelRow& row : rows) {
-    row.asked.insert(selectedAlgos.begin(), selectedAlgos.end());
-    if (row.listed) row.asked.insert(row.listed->algos.begin(), row.listed->algos.end());
-    if (box.claim) row.asked.insert(box.claim->algos.begin(), box.claim->algos.end());
+    row.requested.insert(selectedAlgos.begin(), selectedAlgos.end());
+    if (row.listed) row.requested.insert(row.listed->algos.begin(), row.listed->algos.end());
+    if (box.claim) row.requested.insert(box.claim->algos.begin(), box.claim->algos.end());
   }
 }
 
@@ -50,15 +50,15 @@ size_t WindowModel::Add(const std::vector<size_t>& files) {
   for (const size_t file : files) {
     if (!HasFile(file)) rows.push_back(MakeRow(file));
   }
-  NoteAsked();
+  NoteRequested();
   return rows.size() - before;
 }
 
-void WindowModel::ForgetPlainRow(size_t file) {
+void WindowModel::RemovePlainRow(size_t file) {
   const auto found = std::ranges::find_if(
       rows, [&](const ModelRow& row) { return row.file == file && !row.listed; });
   if (found != rows.end()) rows.erase(found);
-  NoteAsked();
+  NoteRequested();
 }
 
 void WindowModel::LoadList(size_t list) {
@@ -73,51 +73,51 @@ void WindowModel::LoadList(size_t list) {
   }
   // Queues every row for all digests that it needs.
   for (ModelRow& row : rows) row.mayLack = false;
-  NoteAsked();
+  NoteRequested();
 }
 
 void WindowModel::Remove(const std::set<size_t>& indexes) {
   for (auto index = indexes.rbegin(); index != indexes.rend(); ++index) {
     rows.erase(rows.begin() + static_cast<std::ptrdiff_t>(*index));
   }
-  NoteAsked();
+  NoteRequested();
 }
 
 void WindowModel::Clear() {
   rows.clear();
   isOrderKnown = true;
-  NoteAsked();
+  NoteRequested();
 }
 
 void WindowModel::Cancel() {
   if (isIdle) return;
   for (ModelRow& row : rows) {
-    const bool lacksAny =
-        std::ranges::any_of(row.asked, [&](swr::AlgoId id) { return !row.digests.contains(id); });
+    const bool lacksAny = std::ranges::any_of(
+        row.requested, [&](swr::AlgoId id) { return !row.digests.contains(id); });
     if (row.error != 0 || !lacksAny) continue;
     row.mayLack = true;
     row.mayBeCancelled = true;
     row.mayLackSearch = true;
   }
-  NoteAsked();
+  NoteRequested();
 }
 
 void WindowModel::EditBox(ReferenceBox edited) {
   box = std::move(edited);
   // A new value is compared with every row, even with cancelled ones.
   for (ModelRow& row : rows) row.mayLackSearch = false;
-  NoteAsked();
+  NoteRequested();
 }
 
 void WindowModel::SelectAlgos(AlgoSet chosen) {
   selectedAlgos = chosen.empty() ? AlgoSet{swr::AlgoId::Sha256} : std::move(chosen);
   sortColumn.reset();
   for (ModelRow& row : rows) row.mayLack = false;
-  NoteAsked();
+  NoteRequested();
 }
 
-void WindowModel::AskFor(size_t row, swr::AlgoId algo) {
-  rows[row].asked.insert(algo);
+void WindowModel::Request(size_t row, swr::AlgoId algo) {
+  rows[row].requested.insert(algo);
   isIdle = false;
 }
 

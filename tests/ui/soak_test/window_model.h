@@ -27,7 +27,7 @@ struct ModelRow {
   bool isSizeUnknown = false;                  // failed after an attempt that may have succeeded
   uint32_t error = 0;                          // why it can't be read; 0 if it can
   std::map<swr::AlgoId, DigestBytes> digests;  // seen in the window
-  AlgoSet asked;                               // the digests that it may have
+  AlgoSet requested;                           // the digests that it may have
   size_t firstState = 0;                       // the state of its file when the row was added
   bool mayLack = false;         // may lack requested digests: cancelled, or failed and read later
   bool mayBeCancelled = false;  // otherwise it is done
@@ -40,16 +40,16 @@ class WindowModel {
   // The world must outlive the model.
   explicit WindowModel(const FileWorld& world) : world_(world) {}
 
-  // ---- Events. The number of rows that this adds.
+  // ---- Events. Add returns the number of rows added.
   size_t Add(const std::vector<size_t>& files);
-  void ForgetPlainRow(size_t file);
+  void RemovePlainRow(size_t file);
   void LoadList(size_t list);
   void Remove(const std::set<size_t>& indexes);
   void Clear();
   void Cancel();
   void EditBox(ReferenceBox edited);
   void SelectAlgos(AlgoSet chosen);
-  void AskFor(size_t row, swr::AlgoId algo);
+  void Request(size_t row, swr::AlgoId algo);
 
   bool HasFile(size_t file) const;
   bool HasRowsOf(size_t list) const;
@@ -71,7 +71,7 @@ class WindowModel {
  private:
   ModelRow MakeRow(size_t file) const;
   // All digests that the window may have requested from the worker so far.
-  void NoteAsked();
+  void NoteRequested();
 
   const FileWorld& world_;
 };

@@ -54,17 +54,17 @@ bool HasUnfinishedRow(const RunningWindow& window) {
 
 }  // namespace
 
-void WaitForRest(const RunningWindow& window) {
+void WaitForStableIdle(const RunningWindow& window) {
   const auto isIdle = [&] { return !window.IsShown(IDC_CANCEL) && !HasUnfinishedRow(window); };
   // Longer than the interval of the program's progress timer.
   constexpr milliseconds pause{250};
   const auto end = std::chrono::steady_clock::now() + seconds(180);
-  for (int looks = 0; looks < 2;) {
+  for (int idleChecks = 0; idleChecks < 2;) {
     if (std::chrono::steady_clock::now() > end) {
       throw std::runtime_error("the program did not become idle");
     }
-    looks = isIdle() ? looks + 1 : 0;
-    if (looks < 2) std::this_thread::sleep_for(looks == 0 ? milliseconds(40) : pause);
+    idleChecks = isIdle() ? idleChecks + 1 : 0;
+    if (idleChecks < 2) std::this_thread::sleep_for(idleChecks == 0 ? milliseconds(40) : pause);
   }
 }
 

@@ -8,9 +8,9 @@
 
 namespace app::testing {
 
-// Waits until no row is waiting or being hashed, and that stays so. Throws std::runtime_error when
-// it does not happen.
-void WaitForRest(const RunningWindow& window);
+// Waits until no row is waiting or being hashed, and that stays that way. Throws std::runtime_error
+// when it does not happen.
+void WaitForStableIdle(const RunningWindow& window);
 // Selects each row once, and finally none. The window must be idle.
 SeenWindow ReadWindow(const RunningWindow& window);
 // Names and folders, with the details of rows whose file is in the list several times.
