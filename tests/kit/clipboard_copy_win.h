@@ -22,7 +22,7 @@ struct ClipboardCopy {
   std::vector<ClipboardForm> forms;
 };
 
-// Throws std::runtime_error when another program holds the clipboard open for long.
+// Throws std::runtime_error when another program keeps the clipboard open for too long.
 ClipboardCopy CopyClipboard();
 // False when the clipboard can't be opened or written.
 bool RestoreClipboard(const ClipboardCopy& copy);

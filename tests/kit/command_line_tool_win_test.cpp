@@ -1,4 +1,4 @@
-// swrhash in a console of its own: its output, and the effect of Ctrl+C.
+// swrhash in its own console: its output, and the effect of Ctrl+C.
 #include "swr/system/windows_api_win.h"
 
 #include <gtest/gtest.h>

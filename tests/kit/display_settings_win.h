@@ -19,8 +19,8 @@ struct HighContrastSetting {
 
 // Nothing when the system does not report it.
 std::optional<HighContrastSetting> ReadHighContrast();
-// Not saved in the user's profile: the next session starts with the old setting. Takes some
-// seconds, in which the system changes the theme. False when the system refuses.
+// Not saved in the user's profile: the next session starts with the old setting. Takes a few
+// seconds, while the system changes the theme. False when the system refuses.
 bool SetHighContrast(const HighContrastSetting& setting);
 
 // In percent. Nothing where the system does not support it: before Windows 10, and in some virtual

@@ -79,7 +79,7 @@ bool WriteBytes(const std::wstring& path, const std::string& bytes) {
 
 bool RemoveFolder(const std::wstring& path) {
   if (!Exists(path)) return true;
-  // A program that was just ended, or a scanner, may hold a file for a moment.
+  // A program that has just been terminated, or a virus scanner, may keep a file open for a moment.
   constexpr int attempts = 20;
   for (int i = 0; i < attempts; ++i) {
     if (RemoveExact(Exact(path))) return true;

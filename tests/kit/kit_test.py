@@ -6,7 +6,7 @@ command prompt, with a failing test, and interrupted.
     kit_test.py --once KIT.zip CLIPBOARD_TEXT.EXE
 
 For use inside tools/wine-run --display. The second form only runs the kit once, in this prefix; the first also
-has it run in a 32-bit prefix. Exit code 77 says that 32-bit programs can't be run here.
+runs it in a 32-bit prefix. Exit code 77 says that 32-bit programs can't be run here.
 """
 
 import os
@@ -121,8 +121,8 @@ class Kit:
                 (guard if b"/guard" in command else runner).append(int(folder.name))
         return runner, guard
 
-    def start_and_break_off(self, what, end):
-        """Starts the window's tests, and calls `end` with runner and guard once they are running."""
+    def start_and_interrupt(self, what, end):
+        """Starts the window's tests, and calls `end` with the runner and the guard once the tests are running."""
         process = self.start("/only:The window")
         expect(f"{what}: the tests are under way", wait_until(self.settings_are_gone), True)
         runner, guard = self.runner_processes()
@@ -138,7 +138,7 @@ def kill(processes, number=signal.SIGKILL):
 
 
 def press_control_c(kit, runner):
-    """Repeated as often as necessary, because on a busy machine Wine can lose one."""
+    """Repeated as often as necessary, because on a busy machine Wine can lose the signal."""
     for _ in range(5):
         kill(runner, signal.SIGINT)
         if wait_until(lambda: kit.runner_processes()[0] == [], 20):
@@ -182,19 +182,19 @@ def run_without_a_file(kit):
     expect("message of an incomplete kit", "unpack the whole zip" in output, True)
 
 
-def break_off(kit):
+def interrupt(kit):
     before = kit.user_state()
 
-    code = kit.start_and_break_off("Ctrl+C", lambda runner, guard: press_control_c(kit, runner))
+    code = kit.start_and_interrupt("Ctrl+C", lambda runner, guard: press_control_c(kit, runner))
     expect("exit code after Ctrl+C", code, 1)
     expect("state after Ctrl+C", kit.user_state(), before)
     expect("report after Ctrl+C", "The run was not finished: It was stopped." in kit.report(), True)
 
-    kit.start_and_break_off("killed", lambda runner, guard: kill(runner))
+    kit.start_and_interrupt("killed", lambda runner, guard: kill(runner))
     expect("the guard ends", wait_until(lambda: kit.runner_processes() == ([], [])), True)
     expect("state after the runner was killed", kit.user_state(), before)
 
-    kit.start_and_break_off("both killed", lambda runner, guard: kill(guard + runner))
+    kit.start_and_interrupt("both killed", lambda runner, guard: kill(guard + runner))
     expect("settings before they are restored", kit.settings_are_gone(), True)
     code, output = kit.run("/restore")
     expect("the next start restores them", (code, "An earlier run was interrupted." in output), (0, True))
@@ -219,7 +219,7 @@ def main():
         run_once(kit)
         run_with_failure(kit)
         run_without_a_file(kit)
-        break_off(kit)
+        interrupt(kit)
         other = ROOT / "build/windows-x86/tests/clipboard_text.exe"
         status = subprocess.run([ROOT / "tools/wine-run", "--display", "--", sys.executable, __file__, "--once", archive,
                                  other], env=os.environ | {"WINEARCH": "win32"}, timeout=900).returncode

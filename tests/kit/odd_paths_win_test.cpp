@@ -112,7 +112,7 @@ class DevicesTest : public ::testing::Test {
   TempTree tree_;
 };
 
-TEST_F(DevicesTest, AreRefusedWhenDropped) {
+TEST_F(DevicesTest, AreRejectedWhenDropped) {
   const std::u16string last = tree_.AddFile(u"last", DigestsOfAbc.input);
   const RunningWindow window;
   window.Drop({Pipe, u"CON", u"nul", last});
@@ -125,7 +125,7 @@ TEST_F(DevicesTest, AreRefusedWhenDropped) {
   EXPECT_EQ(statuses[3], u"Done");
 }
 
-TEST_F(DevicesTest, AreRefusedWhenAChecksumFileListsThem) {
+TEST_F(DevicesTest, AreRejectedWhenAChecksumFileListsThem) {
   tree_.AddFile(u"last", DigestsOfAbc.input);
   const std::string digest = swr::WideToUtf8(DigestsOfAbc.sha256) + "  ";
   const std::u16string list =

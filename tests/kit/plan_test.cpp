@@ -35,7 +35,7 @@ TEST(PlanTest, A64BitSystemRunsBothAndIts64BitProgramsFirstAndInFull) {
       << "in full for the system's native word size";
 }
 
-TEST(PlanTest, TheSoakTestComesOnlyWhenAskedForAndLast) {
+TEST(PlanTest, TheSoakTestRunsOnlyOnRequestAndLast) {
   EXPECT_TRUE(std::ranges::none_of(MakePlan({}), [](const PlannedProgram& program) {
     return program.kind == ProgramKind::Soak;
   }));

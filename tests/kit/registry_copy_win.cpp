@@ -18,7 +18,7 @@ using Key = swr::UniqueHandle<KeyTraits>;
 
 constexpr DWORD MaxName = 16384;  // units, with the final null
 
-void Demand(LSTATUS status, const char* action) {
+void Require(LSTATUS status, const char* action) {
   if (status == ERROR_SUCCESS) return;
   throw std::runtime_error(std::string("the registry can't be read: ") + action + ", error " +
                            std::to_string(status));
@@ -44,11 +44,11 @@ RegistryContent ContentOf(HKEY key) {
     DWORD size = 0;
     LSTATUS status = RegEnumValueW(key, i, name.data(), &length, nullptr, &type, nullptr, &size);
     if (status == ERROR_NO_MORE_ITEMS) break;
-    Demand(status, "RegEnumValue");
+    Require(status, "RegEnumValue");
     RegistryValue value = {.name = name.substr(0, length), .bytes = std::string(size, '\0')};
     status = RegQueryValueExW(key, value.name.c_str(), nullptr, &value.type,
                               reinterpret_cast<BYTE*>(value.bytes.data()), &size);
-    Demand(status, "RegQueryValueEx");
+    Require(status, "RegQueryValueEx");
     value.bytes.resize(size);
     content.values.push_back(std::move(value));
   }
@@ -57,11 +57,11 @@ RegistryContent ContentOf(HKEY key) {
     const LSTATUS status =
         RegEnumKeyExW(key, i, name.data(), &length, nullptr, nullptr, nullptr, nullptr);
     if (status == ERROR_NO_MORE_ITEMS) break;
-    Demand(status, "RegEnumKeyEx");
+    Require(status, "RegEnumKeyEx");
     const std::wstring child = name.substr(0, length);
     LSTATUS opened = 0;
     const Key childKey = Open(key, child, KEY_READ, opened);
-    Demand(opened, "RegOpenKeyEx");
+    Require(opened, "RegOpenKeyEx");
     content.keys.emplace_back(child, ContentOf(childKey.Get()));
   }
   return content;
@@ -140,7 +140,7 @@ RegistryCopy CopyKey(const std::wstring& path) {
     } while (copy.existingLength > 0 && !Exists(path.substr(0, copy.existingLength)));
     return copy;
   }
-  Demand(status, "RegOpenKeyEx");
+  Require(status, "RegOpenKeyEx");
   copy.exists = true;
   copy.existingLength = path.size();
   copy.content = ContentOf(key.Get());

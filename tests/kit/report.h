@@ -74,8 +74,8 @@ const std::vector<std::string>& PointsForAPerson();
 std::string TextReport(const Report& report, const std::string& mailbox);
 std::string HtmlReport(const Report& report, const std::string& mailbox);
 
-// Makes text safe to show to strangers: replaces each of these texts (such as a folder of the
-// user), ignoring ASCII case and with either separator, by its substitute.
+// Makes text safe to show to strangers: replaces each of these texts (such as a folder of the user)
+// with its replacement, ignoring ASCII case and with either separator.
 struct Redaction {
   std::string text;
   std::string replacement;

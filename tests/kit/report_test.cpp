@@ -107,7 +107,7 @@ TEST(RedactionTest, ReplacesFoldersInAnyCaseAndWithEitherSeparator) {
   EXPECT_EQ(Redacted("at c:\\users\\jane doe\\a and C:/Users/Jane Doe/b", redactions),
             "at (profile)\\a and (profile)/b");
   EXPECT_EQ(Redacted("nothing", redactions), "nothing");
-  EXPECT_EQ(Redacted("aa", {{"a", "aa"}}), "aaaa") << "substitutes are not searched again";
+  EXPECT_EQ(Redacted("aa", {{"a", "aa"}}), "aaaa") << "replacements are not searched again";
 }
 
 TEST(RedactionTest, CoversEveryTextOfTheReport) {

@@ -34,15 +34,15 @@ bool CanBeOpened(const std::u16string& path) {
 }
 
 // Denies everyone read access to the file or folder while the object exists.
-class WithoutRights {
+class DeniedAccess {
  public:
-  explicit WithoutRights(const std::u16string& path) : path_(AsWide(path)) {
+  explicit DeniedAccess(const std::u16string& path) : path_(AsWide(path)) {
     // S-1-1-0 is the group Everyone, whose name depends on the language.
     RunSystemCommand(L"icacls \"" + path_ + L"\" /deny *S-1-1-0:(RX)");
   }
-  ~WithoutRights() { RunSystemCommand(L"icacls \"" + path_ + L"\" /remove:d *S-1-1-0"); }
-  WithoutRights(const WithoutRights&) = delete;
-  WithoutRights& operator=(const WithoutRights&) = delete;
+  ~DeniedAccess() { RunSystemCommand(L"icacls \"" + path_ + L"\" /remove:d *S-1-1-0"); }
+  DeniedAccess(const DeniedAccess&) = delete;
+  DeniedAccess& operator=(const DeniedAccess&) = delete;
 
  private:
   std::wstring path_;
@@ -53,14 +53,14 @@ TEST(FolderRightsTest, AnUnreadableFolderIsSkipped) {
   tree.AddFile(u"d/closed/secret", "secret");
   tree.AddFile(u"d/open", DigestsOfAbc.input);
   const std::u16string closed = tree.Path(u"d/closed");
-  const WithoutRights denied(closed);
+  const DeniedAccess denied(closed);
   if (CanBeOpened(closed)) GTEST_SKIP() << "icacls has no effect here";
   const RunningWindow window;
   window.Drop({tree.Path(u"d")});
   window.WaitUntilIdle();
   EXPECT_EQ(window.Column(u"Name"), Texts{u"open"});
   EXPECT_EQ(window.Cell(0, u"SHA-256"), DigestsOfAbc.sha256);
-  // By itself it adds no rows and shows no message.
+  // Dropped alone, it adds no rows and shows no message.
   window.Command(ID_CLEAR_LIST);
   window.Drop({closed});
   EXPECT_EQ(window.RowCount(), 0);
@@ -70,7 +70,7 @@ TEST(FolderRightsTest, AnUnreadableFileShowsTheError) {
   TempTree tree;
   const std::u16string closed = tree.AddFile(u"1 closed", "secret");
   const std::u16string open = tree.AddFile(u"2 open", DigestsOfAbc.input);
-  const WithoutRights denied(closed);
+  const DeniedAccess denied(closed);
   if (CanBeOpened(closed)) GTEST_SKIP() << "icacls has no effect here";
   const RunningWindow window;
   window.Drop({closed, open});

@@ -18,14 +18,14 @@ struct HandleTraits {
 using Handle = swr::UniqueHandle<HandleTraits>;
 
 // Held while a process restores the state.
-class Turn {
+class RestoreLock {
  public:
-  Turn() : mutex_(CreateMutexW(nullptr, FALSE, L"Local\\Sumwright test kit, restoring")) {
+  RestoreLock() : mutex_(CreateMutexW(nullptr, FALSE, L"Local\\Sumwright test kit, restoring")) {
     WaitForSingleObject(mutex_.Get(), INFINITE);
   }
-  ~Turn() { ReleaseMutex(mutex_.Get()); }
-  Turn(const Turn&) = delete;
-  Turn& operator=(const Turn&) = delete;
+  ~RestoreLock() { ReleaseMutex(mutex_.Get()); }
+  RestoreLock(const RestoreLock&) = delete;
+  RestoreLock& operator=(const RestoreLock&) = delete;
 
  private:
   Handle mutex_;
@@ -59,7 +59,7 @@ bool SaveState(const UserState& state) {
 }
 
 std::vector<std::string> RestoreSavedState() {
-  const Turn turn;
+  const RestoreLock lock;
   const std::wstring path = SavedStatePath();
   if (!Exists(path)) return {};
   std::vector<std::string> failures;

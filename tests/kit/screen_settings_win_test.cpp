@@ -1,5 +1,5 @@
-// Turns on high contrast and changes the scaling of the screen, and restores both. (When the tests
-// are ended in between, the kit restores them.)
+// Turns on high contrast and changes the scaling of the screen, and restores both. (If the tests
+// are ended before that, the kit restores them.)
 #include "swr/system/windows_api_win.h"
 
 #include <gtest/gtest.h>
@@ -23,7 +23,7 @@ namespace {
 using std::chrono::seconds;
 using swr::testing::TempTree;
 
-// A change of theme takes the system some seconds, and repaints everything.
+// A change of theme takes the system a few seconds, and repaints everything.
 constexpr DWORD ThemeTime = 6000;
 
 class HighContrastTest : public ::testing::Test {

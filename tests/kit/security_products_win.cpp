@@ -57,10 +57,10 @@ void AddNames(IWbemServices& services, const wchar_t* kind, std::vector<std::str
     return;
   }
   const ComPointer<IEnumWbemClassObject> products(found);
-  constexpr long patience = 10'000;  // milliseconds
+  constexpr long timeout = 10'000;  // milliseconds
   IWbemClassObject* next = nullptr;
   ULONG count = 0;
-  while (found->Next(patience, 1, &next, &count) == S_OK && count == 1) {
+  while (found->Next(timeout, 1, &next, &count) == S_OK && count == 1) {
     const ComPointer<IWbemClassObject> product(next);
     VARIANT name;
     VariantInit(&name);

@@ -126,7 +126,7 @@ TEST_F(SignatureTest, AnAlteredProgramWithItsOwnSignatureIsNotValid) {
       << swr::WideToUtf8(SignatureLine(window, copy));
 }
 
-TEST_F(SignatureTest, AnAlteredProgramOfACatalogueIsNotSigned) {
+TEST_F(SignatureTest, AnAlteredProgramListedInACatalogueIsNotSigned) {
   const std::u16string program = ProgramOfWindows(false);
   ASSERT_NE(program, u"");
   EXPECT_EQ(CheckSignature(Altered(program)).state, SignatureState::NotSigned);
