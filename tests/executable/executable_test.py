@@ -43,7 +43,7 @@ EXPECTED = {
 }
 # Already loaded, and queried for functions that older systems lack. On 32-bit Windows the compiler's start-up
 # code also looks for its own library, which it uses only if it is loaded.
-ASKED = {True: {"ntdll.dll"}, False: {"ntdll.dll", "libgcc_s_dw2-1.dll"}}
+QUERIED = {True: {"ntdll.dll"}, False: {"ntdll.dll", "libgcc_s_dw2-1.dll"}}
 # Libraries whose names end in these could access a network.
 NETWORK = re.compile(r"ws2_32|wsock32|mswsock|winhttp|wininet|urlmon|dnsapi|iphlpapi|rasapi|netapi|wldap|"
                      r"httpapi|webio|websocket|winrnr|bitsadmin|wsdapi|xmlhttp|socket|internetopen|urldownload|"
@@ -83,8 +83,8 @@ class Program:
         """How often each address of the program is referenced: by instructions relative to themselves,
         and by absolute addresses, in code and data.
 
-        No disassembly: each four bytes of code are taken for a distance. That four bytes which mean
-        something else hit one given address happens once in some thousand programs.
+        Without disassembly: any four bytes of code are treated as a relative offset. A false hit on a given
+        address happens in about one of several thousand programs.
         """
         counts = {}
         for start, data in self.code():
@@ -177,7 +177,7 @@ def check_functions(program):
     unknown = sorted(imported - functions_of_windows_7())
     expect("imported functions that Windows 7 is not known to have", unknown, [])
     if unknown:
-        print(f"Add to {WINDOWS_7.name} those that it has (its head says where to look), and look the others up at "
+        print(f"Add to {WINDOWS_7.name} those that it has (its header says where to look), and look the others up at "
               "run time.")
 
 
@@ -200,7 +200,7 @@ def check_library_names(program):
             if NETWORK.search(text):
                 network.add(text)
     expect("libraries named in the file", sorted(named),
-           sorted(program.expected.loaded_at_start | program.expected.loaded_later | ASKED[program.is_64]))
+           sorted(program.expected.loaded_at_start | program.expected.loaded_later | QUERIED[program.is_64]))
     expect("texts that suggest network access", sorted(network), [])
 
 

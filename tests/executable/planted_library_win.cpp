@@ -1,5 +1,5 @@
-// A library that creates the file "NAME.dll.loaded" in its folder when a process loads it. It plays
-// the part of a malicious library in the downloads folder with the name of a system library.
+// A library that creates the file "NAME.dll.loaded" in its folder when a process loads it. It
+// stands in for a malicious library in the downloads folder that has the name of a system library.
 #include "swr/system/windows_api_win.h"
 
 #include <array>

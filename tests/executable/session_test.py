@@ -3,9 +3,9 @@
 
     session_test.py SUMWRIGHT.EXE WINDOW_TESTS.EXE SIGNATURE_DRIVER.EXE PLANTED.DLL UNPROTECTED_PROGRAM.EXE
 
-For use inside tools/wine-run --display. The program runs in a folder full of libraries that bear the
-names of those of Windows. It must take none of them, and none at all through which a process could
-reach a network; Wine tells each library that a process loads.
+For use inside tools/wine-run --display. The program runs in a folder full of libraries with the names of
+Windows' own. It must load none of them, nor any library that gives a process access to a network. Wine
+reports each library that a process loads.
 """
 
 import os

@@ -174,8 +174,8 @@ class Findings:
             print(f"{what}: {found!r} instead of {expected!r}")
 
 
-def check_verdicts(driver, lists, odd_ones, findings):
-    """`odd_ones`: the expected status of each file that was altered or deleted."""
+def check_verdicts(driver, lists, changed_files, findings):
+    """`changed_files`: the expected status of each file that was altered or deleted."""
     results, rows = driver.verify(lists)
     findings.expect("lists", sorted(results), sorted(lists.names_of))
     for name, listed in lists.names_of.items():
@@ -185,7 +185,7 @@ def check_verdicts(driver, lists, odd_ones, findings):
         counts = {"OK": 0, "FAILED": 0, "Missing": 0}
         for status, path in rows[name]:
             word = "OK" if status.startswith("OK (") else status
-            findings.expect(f"{name}, {path}", word, odd_ones.get(files.get(path), "OK"))
+            findings.expect(f"{name}, {path}", word, changed_files.get(files.get(path), "OK"))
             counts[word] = counts.get(word, 0) + 1
         findings.expect(f"{name}, result", results[name], sentence(counts))
 
@@ -225,9 +225,9 @@ def accepts(command, names, folder, findings):
         findings.count += 1
         print(f"{' '.join(command)} ends with {done.returncode}:\n{done.stdout.decode(errors='replace')}")
     lines = [line.rstrip() for line in done.stdout.decode().splitlines()]
-    said = [line.removesuffix(" OK").rstrip().removesuffix(":") for line in lines
+    reported = [line.removesuffix(" OK").rstrip().removesuffix(":") for line in lines
             if line.endswith(" OK") and line != "Everything OK"]
-    findings.expect(" ".join(command), sorted(said), sorted(names))
+    findings.expect(" ".join(command), sorted(reported), sorted(names))
 
 
 # What is saved: mask of algorithms, label of the format, name of the file, command that verifies it.

@@ -3,7 +3,7 @@
 
     provenance_test.py SUMWRIGHT.EXE SIGNATURE_DRIVER.EXE
 
-For use inside tools/wine-run --display. Certificates and signatures are made on the spot.
+For use inside tools/wine-run --display. Certificates and signatures are made by the test.
 """
 
 import os

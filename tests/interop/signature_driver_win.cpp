@@ -4,9 +4,9 @@
 //   signature_driver.exe check PATH...
 //       prints for each file "state TAB signer TAB 1 for a catalogue, else 0 TAB error code"
 //   signature_driver.exe details SUMWRIGHT.EXE PATH...
-//       prints for each file what the window's details say of its signature and its origin
+//       prints for each file what the window's details say about its signature and its origin
 //   signature_driver.exe mark PATH TEXT
-//       gives the file a record of its download, "|" standing for a line end
+//       gives the file a download record; in TEXT, "|" stands for a line end
 // What is printed is UTF-8.
 #include "swr/system/windows_api_win.h"
 #include <wincrypt.h>
