@@ -427,8 +427,11 @@ void RunningWindow::ActivateAgain() const {
                                      50, 50, nullptr, nullptr, nullptr, nullptr);
   // As the program itself sees it.
   const DWORD thread = GetWindowThreadProcessId(window_, nullptr);
-  const auto becomes = [&](HWND front, bool active) {
+  const auto becomes = [&](HWND front, HWND previous, bool active) {
     return WaitFor([&] {
+      // Wine does nothing for a window that is the foreground window already, even if the window
+      // manager has deactivated it since.
+      if (GetForegroundWindow() == front) SetForegroundWindow(previous);
       SetForegroundWindow(front);
       MSG message;
       while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&message);
@@ -437,7 +440,7 @@ void RunningWindow::ActivateAgain() const {
       return GetGUIThreadInfo(thread, &info) && (info.hwndActive == window_) == active;
     });
   };
-  const bool cameBack = becomes(other, false) && becomes(window_, true);
+  const bool cameBack = becomes(other, window_, false) && becomes(window_, other, true);
   DestroyWindow(other);
   if (!cameBack) throw std::runtime_error("the window does not come to the front");
   Ping();
