@@ -25,8 +25,11 @@ constexpr Range escapedRanges[] = {
     {0xFFF9, 0xFFFB},  // interlinear annotation
 };
 
+// Nearly every character.
+bool IsPlain(char16_t unit) { return unit >= u' ' && unit < 0x7F; }
+
 bool IsEscaped(char16_t unit) {
-  if (unit >= u' ' && unit < 0x7F) return false;  // nearly every character
+  if (IsPlain(unit)) return false;
   const auto* range = std::ranges::lower_bound(escapedRanges, unit, {}, &Range::last);
   return range != std::end(escapedRanges) && unit >= range->first;
 }
@@ -34,6 +37,10 @@ bool IsEscaped(char16_t unit) {
 }  // namespace
 
 std::u16string EscapeForDisplay(std::u16string_view text) {
+  // Looks at each character, because a loop without an exit is compiled to vector instructions.
+  bool isPlain = true;
+  for (const char16_t unit : text) isPlain &= IsPlain(unit);
+  if (isPlain) return std::u16string(text);
   std::u16string escaped;
   escaped.reserve(text.size());
   for (const char16_t unit : text) {
