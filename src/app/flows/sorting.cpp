@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 
+#include "app/rows/row_walk.h"
 #include "swr/system/natural_order.h"
 
 namespace app {
@@ -44,10 +45,12 @@ std::vector<size_t> Sorting::OrderBySize() const {
 }
 
 std::vector<size_t> Sorting::OrderByText(size_t column) const {
-  swr::NaturalOrder texts;
-  texts.Reserve(rows_.Size());
-  for (size_t i = 0; i < rows_.Size(); ++i) texts.Add(cells_.TextOf(i, column));
-  return texts.Sorted(descending_);
+  const auto textOf = [&](size_t row) {
+    rows_.Prefetch(row + RowsAhead);
+    rows_.PrefetchTexts(row + TextsAhead);
+    return cells_.TextOf(row, column);
+  };
+  return swr::SortNaturally(rows_.Size(), textOf, descending_);
 }
 
 }  // namespace app

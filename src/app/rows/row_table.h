@@ -40,6 +40,10 @@ class RowTable {
   void Prefetch(size_t index) const {
     if (index < rows_.size()) PrefetchRow(*rows_[index]);
   }
+  // The same for what the row points to; the row itself should have been prefetched.
+  void PrefetchTexts(size_t index) const {
+    if (index < rows_.size()) PrefetchRowTexts(*rows_[index]);
+  }
   Iterator begin() const;
   Iterator end() const;
 

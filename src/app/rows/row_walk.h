@@ -2,7 +2,7 @@
 #pragma once
 
 #include <cstddef>
-#include <vector>
+#include <span>
 
 #include "app/rows/row.h"
 
@@ -12,25 +12,25 @@ namespace app {
 // mostly waiting for memory. So a row is prefetched while those before it are read: this many rows
 // ahead.
 inline constexpr size_t RowsAhead = 16;
+// Its texts and digests are prefetched once it has arrived.
+inline constexpr size_t TextsAhead = RowsAhead / 2;
 
 // Calls visit(const Row&) for each of these rows, in this order. The visit reads neither the name
 // nor digests, but may check which digests there are.
 template <typename Visit>
-void ForEachRowState(const std::vector<const Row*>& rows, const Visit& visit) {
+void ForEachRowState(std::span<const Row* const> rows, const Visit& visit) {
   for (size_t i = 0; i < rows.size(); ++i) {
     if (i + RowsAhead < rows.size()) PrefetchRowState(*rows[i + RowsAhead]);
     visit(*rows[i]);
   }
 }
 
-// The same for a visit that reads everything. Prefetches each row first and, once it has
-// arrived, what it points to.
+// The same for a visit that reads everything.
 template <typename Visit>
-void ForEachRow(const std::vector<const Row*>& rows, const Visit& visit) {
-  constexpr size_t textsAhead = RowsAhead / 2;
+void ForEachRow(std::span<const Row* const> rows, const Visit& visit) {
   for (size_t i = 0; i < rows.size(); ++i) {
     if (i + RowsAhead < rows.size()) PrefetchRow(*rows[i + RowsAhead]);
-    if (i + textsAhead < rows.size()) PrefetchRowTexts(*rows[i + textsAhead]);
+    if (i + TextsAhead < rows.size()) PrefetchRowTexts(*rows[i + TextsAhead]);
     visit(*rows[i]);
   }
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 
 #include "swr/system/text_services.h"
 
@@ -34,30 +35,45 @@ char16_t NaturalWeight(char16_t unit) {
   return static_cast<char16_t>(std::min<char32_t>(char32_t{upper} + 0x80, 0xFFFF));
 }
 
+// Most units become one byte, the others four. The bytes compare like the units, and none is zero.
+constexpr char16_t FirstLongUnit = 0xFE;
+constexpr size_t LongestUnit = 4;
+
+char* PutUnit(uint32_t unit, char* out) {
+  const auto put = [&](uint32_t value) { *out++ = static_cast<char>(value); };
+  if (unit < FirstLongUnit) {
+    put(unit + 1);
+  } else {
+    put(0xFF);
+    put(1 + (unit >> 14));
+    put(1 + (unit >> 7 & 0x7F));
+    put(1 + (unit & 0x7F));
+  }
+  return out;
+}
+
 }  // namespace
 
 // A run of digits becomes a mark, the number of digits without leading zeros, and these digits: a
 // longer number is a larger one.
-void AppendNaturalKey(std::u16string_view text, std::u16string& key) {
-  // Long enough for any text, and made shorter at the end: adding one unit at a time takes longer
-  // than finding it.
-  const size_t start = key.size();
-  key.resize(start + 3 * text.size());
-  char16_t* out = key.data() + start;
-  for (size_t i = 0; i < text.size();) {
+std::string_view MakeNaturalKey(std::u16string_view text, std::string& buffer, size_t enough) {
+  // Enough for any text: a run of digits adds two units to its own.
+  if (buffer.size() < 6 * text.size()) buffer.resize(6 * text.size());
+  const auto size = [&](const char* end) { return static_cast<size_t>(end - buffer.data()); };
+  char* out = buffer.data();
+  for (size_t i = 0; i < text.size() && size(out) < enough;) {
     if (!IsDigit(text[i])) {
-      *out++ = NaturalWeight(text[i++]);
+      out = PutUnit(NaturalWeight(text[i++]), out);
       continue;
     }
     while (i + 1 < text.size() && text[i] == u'0' && IsDigit(text[i + 1])) ++i;
     size_t end = i;
     while (end < text.size() && IsDigit(text[end])) ++end;
-    *out++ = NumberMark;
-    *out++ = static_cast<char16_t>(std::min<size_t>(end - i, 0xFFFF));
-    out = std::ranges::copy(text.substr(i, end - i), out).out;
-    i = end;
+    out = PutUnit(NumberMark, out);
+    out = PutUnit(static_cast<uint32_t>(std::min<size_t>(end - i, 0xFFFF)), out);
+    for (; i < end; ++i) *out++ = static_cast<char>(text[i] + 1);
   }
-  key.resize(static_cast<size_t>(out - key.data()));
+  return {buffer.data(), size(out)};
 }
 
 }  // namespace swr

@@ -1,8 +1,14 @@
 #include "swr/system/natural_order.h"
 
 #include <array>
+#include <compare>
+#include <cstdint>
+#include <memory>
 #include <numeric>
 #include <span>
+#include <string_view>
+#include <system_error>
+#include <thread>
 
 #include "swr/system/natural_key.h"
 #include "swr/system/text_services.h"
@@ -10,38 +16,22 @@
 namespace swr {
 namespace {
 
-constexpr char16_t FirstLongUnit = 0xFE;
+// Sixteen bytes of a key, as numbers that compare like the bytes; zeros after its end.
+struct KeyPart {
+  uint64_t high = 0;
+  uint64_t low = 0;
+  friend auto operator<=>(const KeyPart&, const KeyPart&) = default;
 
-// Units as bytes that compare like the units, none of which is zero: most units become one byte.
-size_t PackedSize(std::u16string_view key) {
-  size_t size = 0;
-  for (const char16_t unit : key) size += unit < FirstLongUnit ? 1 : 4;
-  return size;
-}
+  bool HasEnd() const { return (low & 0xFF) == 0; }
+};
 
-void Pack(std::u16string_view key, size_t packedSize, char* bytes) {
-  if (packedSize == key.size()) {  // as nearly always
-    std::ranges::transform(key, bytes, [](char16_t unit) { return static_cast<char>(unit + 1); });
-    return;
+KeyPart MakeKeyPart(std::span<const char> bytes) {
+  std::array<uint8_t, sizeof(KeyPart)> next = {};
+  if (bytes.size() >= next.size()) {
+    std::copy_n(bytes.begin(), next.size(), next.begin());
+  } else {
+    std::ranges::copy(bytes, next.begin());
   }
-  const auto put = [&](uint32_t value) { *bytes++ = static_cast<char>(value); };
-  for (const uint32_t unit : key) {
-    if (unit < FirstLongUnit) {
-      put(unit + 1);
-    } else {
-      put(0xFF);
-      put(1 + (unit >> 14));
-      put(1 + (unit >> 7 & 0x7F));
-      put(1 + (unit & 0x7F));
-    }
-  }
-}
-
-}  // namespace
-
-NaturalOrder::Prefix NaturalOrder::Key::PrefixFrom(size_t depth) const {
-  std::array<uint8_t, sizeof(Prefix)> next = {};
-  std::copy_n(bytes + depth, std::min(next.size(), size - depth), next.begin());
   const auto number = [&](size_t first) {
     uint64_t value = 0;
     for (size_t i = 0; i < sizeof(uint64_t); ++i) value = value << 8 | next[first + i];
@@ -50,52 +40,131 @@ NaturalOrder::Prefix NaturalOrder::Key::PrefixFrom(size_t depth) const {
   return {.high = number(0), .low = number(sizeof(uint64_t))};
 }
 
-void NaturalOrder::Reserve(size_t count) {
-  keys_.reserve(count);
-  if (!NaturalKeysAreExact) texts_.reserve(count);
-}
-
-char* NaturalOrder::Take(size_t size) {
-  size += size % alignof(char16_t);
-  if (size > freeSize_) {
-    constexpr size_t blockSize = 256 * 1024;
-    freeSize_ = std::max(size, blockSize);
-    // Not make_unique, which would fill it with zeros first.
-    free_ = blocks_.emplace_back(new char[freeSize_]).get();
+// Gives out memory that lives as long as the object.
+class MemoryBlocks {
+ public:
+  // Aligned for text.
+  char* Take(size_t size) {
+    size += size % alignof(char16_t);
+    if (size > freeSize_) {
+      constexpr size_t blockSize = 256 * 1024;
+      freeSize_ = std::max(size, blockSize);
+      // Not make_unique, which would fill it with zeros first.
+      free_ = blocks_.emplace_back(new char[freeSize_]).get();
+    }
+    char* taken = free_;
+    free_ += size;
+    freeSize_ -= size;
+    return taken;
   }
-  char* taken = free_;
-  free_ += size;
-  freeSize_ -= size;
-  return taken;
+
+ private:
+  std::vector<std::unique_ptr<char[]>> blocks_;
+  char* free_ = nullptr;  // in the last block
+  size_t freeSize_ = 0;
+};
+
+// Long lists are sorted on two threads, both of which call goesBefore.
+template <typename Element, typename GoesBefore>
+void SortOnTwoThreads(std::span<Element> elements, const GoesBefore& goesBefore) {
+  if (std::ranges::is_sorted(elements, goesBefore)) return;
+  constexpr size_t worthAThread = 16'384;
+  const size_t middle = elements.size() / 2;
+  std::thread other;
+  if (middle >= worthAThread) {
+    try {
+      other = std::thread([=] { std::ranges::sort(elements.first(middle), goesBefore); });
+    } catch (const std::system_error&) {  // too many threads
+    }
+  }
+  if (!other.joinable()) {
+    std::ranges::sort(elements, goesBefore);
+    return;
+  }
+  std::ranges::sort(elements.subspan(middle), goesBefore);
+  other.join();
+  std::ranges::inplace_merge(elements, elements.begin() + static_cast<ptrdiff_t>(middle),
+                             goesBefore);
 }
 
-void NaturalOrder::Add(std::u16string_view text) {
-  key_.clear();
-  AppendNaturalKey(text, key_);
-  const size_t size = PackedSize(key_);
-  char* bytes = Take(size);
-  Pack(key_, size, bytes);
-  keys_.push_back({bytes, size});
-  if (NaturalKeysAreExact) return;
-  auto* copy = reinterpret_cast<char16_t*>(Take((text.size() + 1) * sizeof(char16_t)));
-  std::ranges::copy(text, copy);
-  copy[text.size()] = u'\0';
-  texts_.push_back(copy);
-}
+// Most texts differ in the first bytes of their keys, and making a whole key can take longer than
+// sorting it. So at first only these bytes are made, and whole keys where they are equal.
+class NaturalSort {
+ public:
+  NaturalSort(size_t count, const NumberedText& textOf);
+  std::vector<size_t> Sorted(bool descending);
 
-// Comparing two keys waits for memory twice, so each is read only once for every sixteen bytes: the
-// first bytes lie beside the number and decide most comparisons; what they leave equal is sorted by
-// the next.
-void NaturalOrder::SortByKeys(std::vector<size_t>& order, bool descending) const {
+ private:
+  static constexpr size_t HeadParts = 2;
+  static constexpr size_t HeadSize = HeadParts * sizeof(KeyPart);
+  using Head = std::array<KeyPart, HeadParts>;
+
   struct Entry {
-    Prefix prefix;
+    KeyPart part;
     size_t number;
   };
+
+  Head MakeHead(std::u16string_view text);
+  const char16_t* CopyText(std::u16string_view text);
+  void MakeWholeKey(size_t number);
+  // The bytes of the key from `depth` on.
+  KeyPart PartOf(size_t number, size_t depth) const;
+  void SortByKeys(std::vector<size_t>& order, bool descending);
+
+  const NumberedText& textOf_;
+  std::vector<Head> heads_;
+  std::vector<std::span<const char>> keys_;  // whole ones, where they were needed
+  // Zero-terminated; only where keys are not exact.
+  std::vector<const char16_t*> texts_;
+  MemoryBlocks memory_;
+  std::string buffer_;  // for the key of one text
+};
+
+NaturalSort::NaturalSort(size_t count, const NumberedText& textOf) : textOf_(textOf) {
+  heads_.reserve(count);
+  if (!NaturalKeysAreExact) texts_.reserve(count);
+  for (size_t number = 0; number < count; ++number) {
+    const std::u16string text = textOf(number);
+    heads_.push_back(MakeHead(text));
+    if (!NaturalKeysAreExact) texts_.push_back(CopyText(text));
+  }
+}
+
+NaturalSort::Head NaturalSort::MakeHead(std::u16string_view text) {
+  const std::span<const char> key = MakeNaturalKey(text, buffer_, HeadSize);
+  Head head;
+  for (size_t i = 0; i < HeadParts; ++i) {
+    head[i] = MakeKeyPart(key.subspan(std::min(key.size(), i * sizeof(KeyPart))));
+  }
+  return head;
+}
+
+const char16_t* NaturalSort::CopyText(std::u16string_view text) {
+  auto* copy = reinterpret_cast<char16_t*>(memory_.Take((text.size() + 1) * sizeof(char16_t)));
+  *std::ranges::copy(text, copy).out = u'\0';
+  return copy;
+}
+
+void NaturalSort::MakeWholeKey(size_t number) {
+  const std::string_view key = MakeNaturalKey(textOf_(number), buffer_);
+  char* bytes = memory_.Take(key.size());
+  std::ranges::copy(key, bytes);
+  keys_[number] = {bytes, key.size()};
+}
+
+KeyPart NaturalSort::PartOf(size_t number, size_t depth) const {
+  return depth < HeadSize ? heads_[number][depth / sizeof(KeyPart)]
+                          : MakeKeyPart(keys_[number].subspan(depth));
+}
+
+// Comparing two keys waits for memory twice, so each is read only once for every sixteen bytes: a
+// part of the key lies beside the number, and what it leaves equal is sorted by the next part.
+void NaturalSort::SortByKeys(std::vector<size_t>& order, bool descending) {
   const auto ascends = [](const Entry& a, const Entry& b) {
-    return a.prefix != b.prefix ? a.prefix < b.prefix : a.number < b.number;
+    return a.part != b.part ? a.part < b.part : a.number < b.number;
   };
   const auto descends = [](const Entry& a, const Entry& b) {
-    return a.prefix != b.prefix ? a.prefix > b.prefix : a.number < b.number;
+    return a.part != b.part ? a.part > b.part : a.number < b.number;
   };
   // Entries from `first` to `last` that have the bytes before `depth` in common.
   struct Run {
@@ -110,26 +179,31 @@ void NaturalOrder::SortByKeys(std::vector<size_t>& order, bool descending) const
     const Run run = runs.back();
     runs.pop_back();
     const std::span<Entry> part(entries.data() + run.first, run.last - run.first);
-    for (Entry& entry : part) entry.prefix = keys_[entry.number].PrefixFrom(run.depth);
+    if (run.depth == HeadSize) {
+      keys_.resize(order.size());
+      for (const Entry& entry : part) MakeWholeKey(entry.number);
+    }
+    for (Entry& entry : part) entry.part = PartOf(entry.number, run.depth);
     if (descending) {
-      if (!std::ranges::is_sorted(part, descends)) std::ranges::sort(part, descends);
+      SortOnTwoThreads(part, descends);
     } else {
-      if (!std::ranges::is_sorted(part, ascends)) std::ranges::sort(part, ascends);
+      SortOnTwoThreads(part, ascends);
     }
     for (size_t first = run.first; first < run.last;) {
-      const Prefix prefix = entries[first].prefix;
+      const KeyPart same = entries[first].part;
       size_t last = first + 1;
-      while (last < run.last && entries[last].prefix == prefix) ++last;
-      const bool isWhole = (prefix.low & 0xFF) == 0;
-      if (last - first > 1 && !isWhole) runs.push_back({first, last, run.depth + sizeof(Prefix)});
+      while (last < run.last && entries[last].part == same) ++last;
+      if (last - first > 1 && !same.HasEnd()) {
+        runs.push_back({first, last, run.depth + sizeof(KeyPart)});
+      }
       first = last;
     }
   }
   for (size_t i = 0; i < entries.size(); ++i) order[i] = entries[i].number;
 }
 
-std::vector<size_t> NaturalOrder::Sorted(bool descending) const {
-  std::vector<size_t> order(keys_.size());
+std::vector<size_t> NaturalSort::Sorted(bool descending) {
+  std::vector<size_t> order(heads_.size());
   std::iota(order.begin(), order.end(), size_t{0});
   SortByKeys(order, descending);
   if (!NaturalKeysAreExact) {
@@ -140,6 +214,12 @@ std::vector<size_t> NaturalOrder::Sorted(bool descending) const {
     });
   }
   return order;
+}
+
+}  // namespace
+
+std::vector<size_t> SortNaturally(size_t count, const NumberedText& textOf, bool descending) {
+  return NaturalSort(count, textOf).Sorted(descending);
 }
 
 }  // namespace swr

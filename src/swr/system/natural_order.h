@@ -2,52 +2,21 @@
 #pragma once
 
 #include <algorithm>
-#include <compare>
 #include <cstddef>
-#include <cstdint>
-#include <memory>
+#include <functional>
 #include <string>
-#include <string_view>
 #include <utility>
 #include <vector>
 
 namespace swr {
 
-// Texts without zero units. Used by one thread at a time.
-class NaturalOrder {
- public:
-  void Reserve(size_t count);
-  void Add(std::u16string_view text);
-  // The numbers of the texts, from 0 in the order in which they were added, sorted. Texts that
-  // compare equal keep the order in which they were added, in either direction.
-  std::vector<size_t> Sorted(bool descending) const;
+// The text with this number, without zero units.
+using NumberedText = std::function<std::u16string(size_t)>;
 
- private:
-  // Sixteen bytes of a key, as numbers that compare like the bytes.
-  struct Prefix {
-    uint64_t high = 0;
-    uint64_t low = 0;
-    friend auto operator<=>(const Prefix&, const Prefix&) = default;
-  };
-  struct Key {
-    const char* bytes = nullptr;
-    size_t size = 0;
-    // The bytes from `depth` on, which may be the end, as far as they fit; zeros after the end.
-    Prefix PrefixFrom(size_t depth) const;
-  };
-
-  void SortByKeys(std::vector<size_t>& order, bool descending) const;
-  // Memory for this many bytes, aligned for text, that lives as long as the object.
-  char* Take(size_t size);
-
-  std::vector<Key> keys_;
-  // Zero-terminated; only where keys are not exact.
-  std::vector<const char16_t*> texts_;
-  std::vector<std::unique_ptr<char[]>> blocks_;
-  char* free_ = nullptr;  // in the last block
-  size_t freeSize_ = 0;
-  std::u16string key_;  // of the text being added
-};
+// The numbers from 0 to count - 1, sorted by their texts. Texts that compare equal keep their
+// order, in either direction. Asks for each text once, in ascending order, and for a long one
+// perhaps once more.
+std::vector<size_t> SortNaturally(size_t count, const NumberedText& textOf, bool descending);
 
 // Sorts `order`, of which long runs are sorted already: it then takes little more than one
 // comparison for each element. goesBefore(a, b) is a strict total order.

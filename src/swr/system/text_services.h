@@ -18,7 +18,7 @@ bool SystemEqualsNoCase(std::u16string_view a, std::u16string_view b);
 int SystemCompareNatural(const std::u16string& a, const std::u16string& b);
 // The same for texts that end with a zero unit.
 int SystemCompareNaturalTexts(const char16_t* a, const char16_t* b);
-// Whether the keys of AppendNaturalKey compare as SystemCompareNatural does. To sort many texts,
+// Whether the keys of MakeNaturalKey compare as SystemCompareNatural does. To sort many texts,
 // see natural_order.h.
 extern const bool NaturalKeysAreExact;
 // The same for a text that is compared many times: the key is made once, and keys are compared. A

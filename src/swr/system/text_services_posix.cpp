@@ -140,9 +140,9 @@ int SystemCompareNaturalTexts(const char16_t* a, const char16_t* b) {
 const bool NaturalKeysAreExact = true;
 
 std::u16string SystemNaturalKey(std::u16string text) {
+  std::string buffer;
   std::u16string key;
-  key.reserve(text.size() + 8);
-  AppendNaturalKey(text, key);
+  for (const char byte : MakeNaturalKey(text, buffer)) key += static_cast<uint8_t>(byte);
   return key;
 }
 

@@ -24,9 +24,8 @@ Order Numbers(size_t count) {
 }
 
 Order Sorted(const Texts& texts, bool descending) {
-  NaturalOrder order;
-  for (const std::u16string& text : texts) order.Add(text);
-  return order.Sorted(descending);
+  return SortNaturally(
+      texts.size(), [&](size_t number) { return texts[number]; }, descending);
 }
 
 // The expected order: a stable sort by the comparison of two texts.
@@ -46,19 +45,19 @@ void ExpectSorted(const Texts& texts) {
   }
 }
 
-TEST(NaturalOrderTest, SortsByNumbersAndWithoutCase) {
+TEST(SortNaturallyTest, SortsByNumbersAndWithoutCase) {
   const Texts texts = {u"file 10", u"File 2", u"", u"file 1", u"b", u"A", u"file 002", u""};
   EXPECT_EQ(Sorted(texts, false), (Order{2, 7, 5, 4, 3, 1, 6, 0}));
   EXPECT_EQ(Sorted(texts, true), (Order{0, 1, 6, 3, 4, 5, 2, 7})) << "equal texts keep their order";
 }
 
-TEST(NaturalOrderTest, SortsNothingAndOne) {
+TEST(SortNaturallyTest, SortsNothingAndOne) {
   EXPECT_EQ(Sorted({}, false), Order{});
   EXPECT_EQ(Sorted({u"a"}, true), Order{0});
 }
 
 // The first bytes of the keys decide most comparisons, so the difference comes after them.
-TEST(NaturalOrderTest, TextsThatDifferLateAreSorted) {
+TEST(SortNaturallyTest, TextsThatDifferLateAreSorted) {
   for (size_t common = 0; common < 40; ++common) {
     SCOPED_TRACE(common);
     const std::u16string start(common, u'x');
@@ -67,7 +66,7 @@ TEST(NaturalOrderTest, TextsThatDifferLateAreSorted) {
   }
 }
 
-TEST(NaturalOrderTest, DigestsAreSortedAsTheirTextsAre) {
+TEST(SortNaturallyTest, DigestsAreSortedAsTheirTextsAre) {
   std::mt19937 random(1);
   Texts texts;
   for (int i = 0; i < 3000; ++i) {
@@ -81,7 +80,7 @@ TEST(NaturalOrderTest, DigestsAreSortedAsTheirTextsAre) {
   ExpectSorted(texts);
 }
 
-TEST(NaturalOrderTest, EqualsAStableSortOfRandomTexts) {
+TEST(SortNaturallyTest, EqualsAStableSortOfRandomTexts) {
   std::u16string units = u"aAbBzZ001299 -_.[~\u00E9\u0131\u0430\u4E2D\uFFFD";
   units += {char16_t{0xD83D}, char16_t{1}, char16_t{0xFFFF}};  // not characters
   for (uint32_t seed = 1; seed <= 300; ++seed) {
@@ -100,7 +99,17 @@ TEST(NaturalOrderTest, EqualsAStableSortOfRandomTexts) {
   }
 }
 
-TEST(NaturalOrderTest, LongTextsAreSorted) {
+// Long lists are sorted on two threads.
+TEST(SortNaturallyTest, ManyTextsAreSorted) {
+  std::mt19937 random(1);
+  Texts texts(40'000);
+  for (std::u16string& text : texts) {
+    for (size_t length = random() % 6; length > 0; --length) text += u"ab12"[random() % 4];
+  }
+  ExpectSorted(texts);
+}
+
+TEST(SortNaturallyTest, LongTextsAreSorted) {
   const std::u16string start(40'000, u'a');
   ExpectSorted({start + u"2", start + u"1", start, start + u"1", u"b", u"a"});
 }
