@@ -245,8 +245,10 @@ class FakeDesktop final : public Pickers,
     ++clipboardReads;
     return clipboard;
   }
-  void WriteClipboardText(const std::u16string& text) override {
-    clipboard = text;
+  void WriteClipboardText(const TextInParts& text) override {
+    std::u16string& whole = clipboard.emplace();
+    whole.reserve(text.likelySize);
+    text.write([&](std::u16string_view part) { whole += part; });
     ++clipboardSequence;
   }
   void OpenAddress(const std::u16string& address) override { openedAddresses.push_back(address); }

@@ -70,7 +70,7 @@ BOOL CALLBACK FindFolderWindow(HWND window, LPARAM parameter) {
 void CopyText(const std::u16string& text) {
   // Another program may have the clipboard open at this moment.
   const bool copied = WaitFor([&] {
-    WriteClipboardText(nullptr, text);
+    WriteClipboardText(nullptr, TextInParts::Of(text));
     return CopiedText() == text;
   });
   if (!copied) throw std::runtime_error("no text can be put on the clipboard");

@@ -1,6 +1,8 @@
 #include "app/desktop/clipboard_win.h"
 
 #include <algorithm>
+#include <string_view>
+#include <utility>
 
 #include "swr/system/handles_win.h"
 #include "swr/system/wide_text_win.h"
@@ -23,6 +25,47 @@ class OpenedClipboard {
   bool isOpen_;
 };
 
+// A text that grows in memory of the kind that the clipboard accepts.
+class ClipboardMemory {
+ public:
+  explicit ClipboardMemory(size_t likelySize)
+      : memory_(GlobalAlloc(GMEM_MOVEABLE, BytesFor(likelySize))), capacity_(likelySize) {}
+
+  // Does nothing any more once there was too little memory.
+  void Append(std::u16string_view text) {
+    if (size_ + text.size() > capacity_) Resize(std::max(size_ + text.size(), 2 * capacity_));
+    if (!memory_) return;
+    std::ranges::copy(text, static_cast<char16_t*>(GlobalLock(memory_.Get())) + size_);
+    GlobalUnlock(memory_.Get());
+    size_ += text.size();
+  }
+
+  // The text with a terminating null; nothing if there was too little memory.
+  swr::GlobalMemory Take() {
+    if (size_ < capacity_) Resize(size_);
+    if (!memory_) return {};
+    static_cast<char16_t*>(GlobalLock(memory_.Get()))[size_] = u'\0';
+    GlobalUnlock(memory_.Get());
+    return std::move(memory_);
+  }
+
+ private:
+  static size_t BytesFor(size_t units) { return (units + 1) * sizeof(char16_t); }
+
+  void Resize(size_t capacity) {
+    if (!memory_) return;
+    const HGLOBAL resized = GlobalReAlloc(memory_.Get(), BytesFor(capacity), GMEM_MOVEABLE);
+    if (resized == nullptr) return memory_.Reset();
+    static_cast<void>(memory_.Release());
+    memory_.Reset(resized);
+    capacity_ = capacity;
+  }
+
+  swr::GlobalMemory memory_;
+  size_t capacity_;  // in units, without the terminating null
+  size_t size_ = 0;
+};
+
 }  // namespace
 
 std::optional<std::u16string> ReadClipboardText(HWND owner) {
@@ -40,13 +83,11 @@ std::optional<std::u16string> ReadClipboardText(HWND owner) {
   return text;
 }
 
-void WriteClipboardText(HWND owner, const std::u16string& text) {
-  swr::GlobalMemory memory(GlobalAlloc(GMEM_MOVEABLE, (text.size() + 1) * sizeof(wchar_t)));
+void WriteClipboardText(HWND owner, const TextInParts& text) {
+  ClipboardMemory written(text.likelySize);
+  text.write([&](std::u16string_view part) { written.Append(part); });
+  swr::GlobalMemory memory = written.Take();
   if (!memory) return;
-  auto* data = static_cast<wchar_t*>(GlobalLock(memory.Get()));
-  if (data == nullptr) return;
-  *std::ranges::copy(text, data).out = L'\0';
-  GlobalUnlock(memory.Get());
   const OpenedClipboard clipboard(owner);
   if (!clipboard) return;
   EmptyClipboard();
@@ -62,7 +103,7 @@ std::optional<std::u16string> WindowsClipboard::ReadClipboardText() {
   return app::ReadClipboardText(owner_);
 }
 
-void WindowsClipboard::WriteClipboardText(const std::u16string& text) {
+void WindowsClipboard::WriteClipboardText(const TextInParts& text) {
   app::WriteClipboardText(owner_, text);
 }
 

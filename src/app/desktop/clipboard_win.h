@@ -12,7 +12,7 @@ namespace app {
 
 // See Clipboard. `owner` becomes the owner of the clipboard when text is written.
 std::optional<std::u16string> ReadClipboardText(HWND owner);
-void WriteClipboardText(HWND owner, const std::u16string& text);
+void WriteClipboardText(HWND owner, const TextInParts& text);
 
 class WindowsClipboard final : public Clipboard {
  public:
@@ -20,7 +20,7 @@ class WindowsClipboard final : public Clipboard {
 
   uint32_t ClipboardSequence() override;
   std::optional<std::u16string> ReadClipboardText() override;
-  void WriteClipboardText(const std::u16string& text) override;
+  void WriteClipboardText(const TextInParts& text) override;
 
  private:
   HWND owner_ = nullptr;

@@ -126,7 +126,7 @@ void HashTextDialog::RecomputeHashText() const {
 
 void HashTextDialog::Copy() const {
   const std::u16string result = ControlText(Control(IDC_HT_RESULT));
-  WriteClipboardText(window_, std::u16string(DigestLines(result)));
+  WriteClipboardText(window_, TextInParts::Of(DigestLines(result)));
 }
 
 void HashTextDialog::OnCommand(int control, int notification) const {

@@ -2,11 +2,14 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
+#include <string>
 
 #include "app/desktop/clipboard.h"
 #include "app/flows/options.h"
 #include "app/flows/selection.h"
 #include "app/rows/row_table.h"
+#include "app/verdicts/copied_text.h"
 #include "swr/hash/algorithms.h"
 
 namespace app {
@@ -29,6 +32,9 @@ class Copying {
   void CopyDigest(uint64_t rowId, swr::AlgoId algo);
 
  private:
+  // Copies the texts of some rows each, one after the other.
+  void CopyInParts(CopiedRows rows, const std::function<std::u16string(CopiedRows)>& textOf);
+
   const RowTable& rows_;
   const Options& options_;
   Clipboard& clipboard_;

@@ -1,8 +1,7 @@
 #include "app/verdicts/copied_text.h"
 
-#include <optional>
 #include <string_view>
-#include <utility>
+#include <vector>
 
 #include "app/rows/row_walk.h"
 #include "swr/checksums/name_escape.h"
@@ -59,42 +58,9 @@ void AppendTaggedLines(const Row& row, swr::AlgoMask mask, bool uppercase, std::
   }
 }
 
-// An estimate of how many units the lines of these rows have together; there must be at least one
-// row. Without it, the text of a million rows would be copied often while it grows. Going over all
-// rows twice, for the exact number, would take even longer.
-size_t LikelyLength(const CopiedRows& rows, swr::AlgoId algo) {
-  const size_t step = rows.size() / 100 + 1;
-  size_t nameUnits = 0;
-  size_t count = 0;
-  for (size_t i = 0; i < rows.size(); i += step, ++count) nameUnits += rows[i]->Name().size();
-  const size_t blanksAndLineEnd = 4;
-  const size_t line = 2 * swr::GetAlgo(algo).digestSize + nameUnits / count + blanksAndLineEnd;
-  return rows.size() * (line + line / 16);
-}
-
-// A line in sha256sum format for each row; nothing if one of them lacks the digest.
-std::optional<std::u16string> LinesOf(const CopiedRows& rows, swr::AlgoId algo, bool uppercase) {
-  bool isWhole = true;
-  std::u16string text;
-  text.reserve(LikelyLength(rows, algo));
-  ForEachRow(rows, [&](const Row& row) {
-    isWhole = isWhole && row.digests.Has(swr::IndexOf(algo));
-    if (!isWhole) return;
-    const LineName name(row.Name());
-    text += name.Mark();
-    AppendHexOf(row, algo, uppercase, text);
-    text += u"  ";
-    text += name.Text();
-    text += u"\r\n";
-  });
-  return isWhole ? std::optional(std::move(text)) : std::nullopt;
-}
-
 }  // namespace
 
-std::u16string HashesText(const CopiedRows& rows, swr::AlgoMask mask, bool uppercase) {
-  if (rows.size() > 1) return TaggedText(rows, mask, uppercase);
-  const Row& row = *rows.front();
+std::u16string HashesText(const Row& row, swr::AlgoMask mask, bool uppercase) {
   const std::vector<swr::AlgoId> present = PresentAlgos(row, mask);
   if (present.size() == 1) return HexOf(row, present.front(), uppercase);
   std::u16string text;
@@ -105,29 +71,38 @@ std::u16string HashesText(const CopiedRows& rows, swr::AlgoMask mask, bool upper
   return text;
 }
 
-// One algorithm for all lines, so that together they form a checksum file.
-std::u16string LinesText(const CopiedRows& rows, swr::AlgoMask mask, bool uppercase) {
-  if (rows.empty()) return {};
-  for (const swr::AlgoId algo : PresentAlgos(*rows.front(), mask)) {
-    if (std::optional<std::u16string> text = LinesOf(rows, algo, uppercase))
-      return *std::move(text);
-  }
-  return {};
+std::optional<swr::AlgoId> CommonAlgo(CopiedRows rows, swr::AlgoMask mask) {
+  if (rows.empty()) return std::nullopt;
+  ForEachRowState(rows, [&](const Row& row) { mask &= row.digests.PresentMask(); });
+  const std::vector<swr::AlgoId> common = swr::IdsFromMask(mask);
+  return common.empty() ? std::nullopt : std::optional(common.front());
 }
 
-std::u16string TaggedText(const CopiedRows& rows, swr::AlgoMask mask, bool uppercase) {
+std::u16string ChecksumLines(CopiedRows rows, swr::AlgoId algo, bool uppercase) {
+  std::u16string text;
+  ForEachRow(rows, [&](const Row& row) {
+    const LineName name(row.Name());
+    text += name.Mark();
+    AppendHexOf(row, algo, uppercase, text);
+    text += u"  ";
+    text += name.Text();
+    text += u"\r\n";
+  });
+  return text;
+}
+
+std::u16string TaggedLines(CopiedRows rows, swr::AlgoMask mask, bool uppercase) {
   std::u16string text;
   ForEachRow(rows, [&](const Row& row) { AppendTaggedLines(row, mask, uppercase, text); });
   return text;
 }
 
-std::u16string PathsText(const CopiedRows& rows) {
+std::u16string PathLines(CopiedRows rows) {
   std::u16string text;
   ForEachRow(rows, [&](const Row& row) {
     // Windows can't open a path with a line end in it, but a checksum file can contain one.
     const size_t start = text.size();
     row.path.AppendTo(text);
-    if (rows.size() == 1) return;
     if (text.find_first_of(u"\r\n", start) != text.npos) {
       text.replace(start, text.npos, swr::EscapeForDisplay(row.Path()));
     }

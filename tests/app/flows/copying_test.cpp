@@ -6,6 +6,8 @@
 #include <vector>
 
 #include "resources/resource_ids.h"
+#include "swr/text/decimal_text.h"
+#include "swr/text/display_escape.h"
 #include "tests/support/fake_window.h"
 
 namespace app::testing {
@@ -94,6 +96,35 @@ TEST(CopyingTest, EachCommandCopiesItsText) {
     EXPECT_TRUE(window.commands.Run(test.command));
     EXPECT_EQ(window.desktop.clipboard, test.copied);
   }
+}
+
+// The text is made in parts of 1,000 rows; the last part has a single row, the last row long lines.
+TEST(CopyingTest, CopiesTheLinesOfManyRows) {
+  constexpr size_t count = 2001;
+  FakeWindow window;
+  window.algorithms.Select(swr::MaskOf(AlgoId::Md5));
+  std::u16string lines;
+  std::u16string tagged;
+  std::u16string paths;
+  for (size_t i = 0; i < count; ++i) {
+    const std::u16string name =
+        i + 1 < count ? swr::DecimalText(i) : std::u16string(100'000, u'x') + u"\n";
+    Give(window.AddRow(u"C:\\d\\" + name), {AlgoId::Md5});
+    window.view.selected.push_back(i);
+    const bool isLast = i + 1 == count;
+    const std::u16string escaped = isLast ? std::u16string(100'000, u'x') + u"\\n" : name;
+    lines += (isLast ? u"\\" : u"") + Md5 + u"  " + escaped + u"\r\n";
+    tagged += (isLast ? u"\\" : u"") + (u"MD5 (" + escaped) + u") = " + Md5 + u"\r\n";
+    paths += u"C:\\d\\" + (isLast ? swr::EscapeForDisplay(name) : name) + u"\r\n";
+  }
+  window.commands.Run(ID_CTX_COPY_LINE);
+  EXPECT_TRUE(window.desktop.clipboard == lines);
+  window.commands.Run(ID_COPY_HASHES);
+  EXPECT_TRUE(window.desktop.clipboard == tagged);
+  window.commands.Run(ID_CTX_COPY_ALL);
+  EXPECT_TRUE(window.desktop.clipboard == tagged);
+  window.commands.Run(ID_CTX_COPY_PATH);
+  EXPECT_TRUE(window.desktop.clipboard == paths);
 }
 
 TEST(CopyingTest, CopyHashesCopiesTextWhileAnEditBoxHasTheFocus) {
