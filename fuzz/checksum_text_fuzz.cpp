@@ -1,4 +1,4 @@
-// Parses checksum files. The first byte selects the file name, the rest is the content.
+// Parses checksum files. The first byte selects the file's name; the rest is its content.
 #include <algorithm>
 #include <array>
 
@@ -21,10 +21,10 @@ constexpr std::array<std::u16string_view, 8> fileNames = {
 
 void RequireSound(const swr::ChecksumLine& line) {
   using fuzz::Require;
-  Require(!line.candidates.empty(), "a line has a candidate");
+  Require(!line.candidates.empty(), "a line has candidates");
   for (const swr::AlgoId id : line.candidates) {
     Require(std::ranges::count(line.candidates, id) == 1, "a candidate occurs once");
-    // A plain line with the XXH3 prefix is kept whatever its length; it fails in the verification.
+    // A plain line with the XXH3 prefix is kept whatever its length; its verification fails.
     Require(line.digest.size() == swr::GetAlgo(id).digestSize || id == swr::AlgoId::Xxh3_64,
             "a digest has the length of its algorithm");
   }

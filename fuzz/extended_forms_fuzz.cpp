@@ -1,5 +1,5 @@
 // Parses checksum lists with the forms that only the command-line tool accepts. The first byte
-// selects the list's name, the rest is its content.
+// selects the list's name; the rest is its content.
 #include <algorithm>
 #include <array>
 
@@ -17,11 +17,11 @@ constexpr std::array<std::u16string_view, 8> fileNames = {
 
 void RequireSound(const swr::ChecksumLine& line) {
   using fuzz::Require;
-  Require(!line.candidates.empty(), "a line belongs to an algorithm");
+  Require(!line.candidates.empty(), "a line has candidates");
   for (const swr::AlgoId id : line.candidates) {
-    Require(std::ranges::count(line.candidates, id) == 1, "an algorithm is compared once");
+    Require(std::ranges::count(line.candidates, id) == 1, "a candidate occurs once");
     Require(line.digest.size() == swr::GetAlgo(id).digestSize || id == swr::AlgoId::Xxh3_64,
-            "a digest has its algorithm's length");
+            "a digest has the length of its algorithm");
   }
 }
 
@@ -44,9 +44,9 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const swr::LineKind kind = extended.Read(line, second);
     if (kind == swr::LineKind::Checksum) {
       RequireSound(second);
-      fuzz::Require(second.lineNumber == extended.LineNumber(), "a line has its number");
+      fuzz::Require(second.lineNumber == extended.LineNumber(), "a line has the right number");
     }
-    // The extended forms only add lines. Some list names imply an algorithm only for them.
+    // The extended forms only add lines. Some list names imply an algorithm for these forms only.
     fuzz::Require(usualKind == swr::LineKind::Skipped || usualKind == kind,
                   "no line of the usual forms is lost");
     if (usualKind == swr::LineKind::Checksum) {

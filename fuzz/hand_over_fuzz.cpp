@@ -1,4 +1,4 @@
-// Parses the message with which a second instance hands over its paths; any process can send one.
+// Parses the message in which a second instance hands over its paths; any process can send one.
 #include <vector>
 
 #include "app/instance/hand_over.h"
@@ -12,7 +12,7 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
                                        reinterpret_cast<const std::byte*>(data) + size);
   Require(!app::ReadHandOver(0, payload), "messages without the mark are ignored");
   const auto paths = app::ReadHandOver(app::HandOverMark, payload);
-  Require(paths.has_value() == (size % 2 == 0), "a message has whole code units");
+  Require(paths.has_value() == (size % 2 == 0), "a message consists of whole code units");
   if (!paths) return 0;
   size_t units = 0;
   for (const std::u16string& path : *paths) {
@@ -23,6 +23,6 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   Require(units <= size / 2, "no code unit is added");
   const std::u16string again = app::HandOverPayload(*paths);
   Require(app::ReadHandOver(app::HandOverMark, std::as_bytes(std::span(again))) == paths,
-          "a message is read as it was sent");
+          "a message is read back as it was sent");
   return 0;
 }

@@ -9,7 +9,7 @@
 namespace fuzz {
 
 inline void RequireSound(const swr::ParsedHash& hash) {
-  Require(!hash.candidates.empty(), "a hash has a candidate");
+  Require(!hash.candidates.empty(), "a hash has candidates");
   for (const swr::AlgoId id : hash.candidates) {
     Require(std::ranges::count(hash.candidates, id) == 1, "a candidate occurs once");
     Require(hash.digest.size() == swr::GetAlgo(id).digestSize,

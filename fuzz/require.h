@@ -1,4 +1,4 @@
-// What a fuzz target requires of the code that it tests, besides not crashing.
+// Checks a requirement of a fuzz target.
 #pragma once
 
 #include <cstdio>
@@ -6,11 +6,11 @@
 
 namespace fuzz {
 
-// Ends the process with a report if `holds` is false; the fuzzer keeps the input. `what` is the
-// requirement.
+// Ends the process with a report if `holds` is false; the fuzzer then keeps the input. `what`
+// states the requirement.
 inline void Require(bool holds, const char* what) {
   if (holds) return;
-  std::fprintf(stderr, "does not hold: %s\n", what);
+  std::fprintf(stderr, "violated requirement: %s\n", what);
   std::abort();
 }
 

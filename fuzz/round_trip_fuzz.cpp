@@ -1,5 +1,5 @@
-// Saves and reads checksums in the three formats that can be read. The only differences allowed are
-// those in docs/formats.md.
+// Saves checksums in the three formats that can be read, and reads them back. The only differences
+// allowed are those listed in docs/formats.md.
 #include <fuzzer/FuzzedDataProvider.h>
 
 #include <algorithm>
@@ -62,7 +62,7 @@ std::optional<std::u16string> NameReadFromSfv(std::u16string_view name) {
   return std::u16string(name);
 }
 
-// In a file named for CRC32 every line with such an end is read as SFV.
+// In a file named for CRC32 every line that ends like this is read as SFV.
 bool EndsLikeSfv(std::u16string_view name) {
   const size_t blank = name.rfind(u' ');
   const std::u16string_view last = name.substr(blank == name.npos ? 0 : blank + 1);
@@ -95,7 +95,7 @@ void RequireRoundTrip(const std::vector<swr::ExportRow>& rows, const swr::Export
   const std::string saved = swr::RenderChecksums(rows, options);
   const bool isReadBack = Read(saved, path) == expected;
   if (!isReadBack) std::fwrite(saved.data(), 1, saved.size(), stderr);
-  fuzz::Require(isReadBack, "checksums are read as they were saved");
+  fuzz::Require(isReadBack, "checksums are read back as they were saved");
 }
 
 }  // namespace
@@ -117,7 +117,7 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     }
     RequireRoundTrip(saved, options, u"list" + swr::ExtensionForAlgo(algo.id));
   }
-  // No file that can be saved as SFV has a line end in its name.
+  // SFV can't represent a line end in a name.
   for (swr::ExportRow& row : rows) {
     std::ranges::replace_if(
         row.name, [](char16_t unit) { return unit == u'\n' || unit == u'\r'; }, u'_');

@@ -26,7 +26,7 @@ struct OneRun : app::testing::FakeParts, app::testing::WindowFlows {
 void RequireSound(const OneRun& run) {
   using fuzz::Require;
   const app::Options& options = run.options;
-  Require(options.algorithms != 0, "something is selected");
+  Require(options.algorithms != 0, "at least one algorithm is selected");
   Require((options.algorithms & ~swr::AllAlgosMask) == 0, "only known algorithms are selected");
   Require(options.showLegacy || (options.algorithms & swr::LegacyAlgoMask) == 0,
           "legacy algorithms are selected only if they are shown");
@@ -52,8 +52,8 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   RequireSound(first);
   const OneRun second(first.desktop);
   fuzz::Require(second.desktop.dwordSettings == first.desktop.dwordSettings,
-                "settings are read as they were written");
+                "settings are read back as they were written");
   fuzz::Require(second.desktop.binarySettings == first.desktop.binarySettings,
-                "column widths and window position are written as they were read");
+                "column widths and window position are read back as they were written");
   return 0;
 }

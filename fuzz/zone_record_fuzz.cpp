@@ -1,4 +1,4 @@
-// Parses the stream in which browsers record the download origin; anybody can have written it.
+// Parses the stream in which browsers record the download origin; any program can have written it.
 #include "fuzz/fuzz_input.h"
 #include "fuzz/require.h"
 #include "swr/provenance/zone_record.h"
@@ -23,6 +23,6 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
                 "other keys are ignored");
   const swr::ZoneRecord later = swr::ParseZoneText(text + u"\nZONEID = 3\r\n");
   fuzz::Require(later.zoneId == swr::InternetZone, "the last value of a key is used");
-  fuzz::Require(later.hostUrl == record.hostUrl, "a key does not affect another");
+  fuzz::Require(later.hostUrl == record.hostUrl, "a key does not affect others");
   return 0;
 }

@@ -59,11 +59,11 @@ void RunMode(Run& run) {
 }
 
 // Reports that writing to standard output, or to the file given with --output, has failed.
-void ComplainOfOutput(Console& console, const Options& options, uint32_t error,
-                      ExitStatus& status) {
+void ReportOutputError(Console& console, const Options& options, uint32_t error,
+                       ExitStatus& status) {
   const std::u16string name =
       options.output.empty() ? u"standard output" : console.NameForErr(options.output);
-  console.Complain(name + u": " + swr::FormatErrorText(error));
+  console.WriteMessage(name + u": " + swr::FormatErrorText(error));
   status.Note(ExitStatus::Trouble);
 }
 
@@ -77,7 +77,7 @@ int RunWith(const Options& options, ByteSink& standardOut, ByteSink& err,
                   TraitsFor(options, streams));
   if (toFile) {
     if (const uint32_t error = file.Begin(swr::ToLongPath(options.output))) {
-      ComplainOfOutput(console, options, error, status);
+      ReportOutputError(console, options, error, status);
       return status.Code();
     }
   }
@@ -88,7 +88,7 @@ int RunWith(const Options& options, ByteSink& standardOut, ByteSink& err,
     RunMode(run);
   } catch (const std::exception&) {
     // Only running out of memory or threads throws; all other failures are error codes.
-    console.Complain(u"not enough memory");
+    console.WriteMessage(u"not enough memory");
     console.EndProgress();
     return ExitStatus::Trouble;
   }
@@ -96,11 +96,12 @@ int RunWith(const Options& options, ByteSink& standardOut, ByteSink& err,
   console.Flush();
   uint32_t error = console.OutError();
   if (toFile && error == 0 && !run.hasOnlyErrors) error = file.Commit();
-  if (error != 0) ComplainOfOutput(console, options, error, status);
+  if (error != 0) ReportOutputError(console, options, error, status);
   return status.Code();
 }
 
-int Refuse(ByteSink& err, const std::string& text, bool showsHint) {
+// Writes the reason why the program does not start its work. Returns the exit code.
+int RejectUsage(ByteSink& err, const std::string& text, bool showsHint) {
   std::string message = "swrhash: " + text + "\n";
   if (showsHint) message += "Try 'swrhash --help' for more information.\n";
   // If standard error fails, there is nowhere left to report it.
@@ -117,22 +118,23 @@ int Print(ByteSink& out, const std::string& text) {
 int RunProgram(const std::vector<std::string>& arguments, ByteSink& out, ByteSink& err,
                const ConsoleTraits& streams) {
   std::variant<Options, UsageError> parsed = ParseOptions(arguments);
-  if (const auto* error = std::get_if<UsageError>(&parsed)) return Refuse(err, error->text, true);
+  if (const auto* error = std::get_if<UsageError>(&parsed))
+    return RejectUsage(err, error->text, true);
   Options& options = std::get<Options>(parsed);
   if (options.mode == Mode::Help) return Print(out, HelpText());
   if (options.mode == Mode::Version) return Print(out, VersionText());
   ExpandWildcards(options);
   const bool hasNoFile = options.operands.empty() && options.filesFrom.empty();
   if (hasNoFile && options.mode == Mode::Expect) {
-    return Refuse(err, swr::WideToUtf8(swr::FileWantedText(*options.expected)), false);
+    return RejectUsage(err, swr::WideToUtf8(swr::FileWantedText(*options.expected)), false);
   }
   if (hasNoFile && options.mode != Mode::Check) {
     if (options.mode == Mode::Update && !options.prune) {
-      return Refuse(err, "no file to add to the list", true);
+      return RejectUsage(err, "no file to add to the list", true);
     }
     if (options.mode == Mode::Hash) {
-      // On a terminal the user has forgotten the file; a pipe is the input.
-      if (swr::IsInputTerminal()) return Refuse(err, "no file given", true);
+      // On a terminal the user probably forgot the file. A pipe is used as input.
+      if (swr::IsInputTerminal()) return RejectUsage(err, "no file given", true);
       options.operands.emplace_back(StandardInputName);
     }
   }

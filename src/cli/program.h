@@ -1,4 +1,4 @@
-// The whole program, from arguments to exit code. Called by both mains and by the tests.
+// The whole program, from arguments to exit code. Called by both main functions and by the tests.
 #pragma once
 
 #include <string>

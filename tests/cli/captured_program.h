@@ -11,14 +11,14 @@
 
 namespace cli::testing {
 
-// Keeps what is written, and fails once a limit of bytes is reached.
-class CatchingSink final : public ByteSink {
+// Keeps what is written, and fails when a limit of bytes would be exceeded.
+class CapturingSink final : public ByteSink {
  public:
-  explicit CatchingSink(size_t room = std::string::npos, uint32_t error = 0)
-      : room_(room), error_(error) {}
+  explicit CapturingSink(size_t limit = std::string::npos, uint32_t error = 0)
+      : limit_(limit), error_(error) {}
 
   uint32_t Write(std::string_view bytes) override {
-    if (text.size() + bytes.size() > room_) return error_;
+    if (text.size() + bytes.size() > limit_) return error_;
     text += bytes;
     return 0;
   }
@@ -26,20 +26,20 @@ class CatchingSink final : public ByteSink {
   std::string text;
 
  private:
-  size_t room_;
+  size_t limit_;
   uint32_t error_;
 };
 
-struct Ended {
+struct ProgramResult {
   int code = 0;
   std::string out;
   std::string err;
 };
 
-inline Ended RunCaptured(const std::vector<std::string>& arguments,
-                         const ConsoleTraits& streams = {}) {
-  CatchingSink out;
-  CatchingSink err;
+inline ProgramResult RunCaptured(const std::vector<std::string>& arguments,
+                                 const ConsoleTraits& streams = {}) {
+  CapturingSink out;
+  CapturingSink err;
   const int code = RunProgram(arguments, out, err, streams);
   return {code, out.text, err.text};
 }

@@ -4,8 +4,8 @@
     command_line_test.py PROGRAM [EMULATOR...]
 
 Each case is a row of the table: files, arguments, standard input, and the standard output, standard
-error and exit code that are expected. With an EMULATOR the program is one for Windows; rows for
-only one of the systems are marked.
+error and exit code that are expected. With an EMULATOR, the program is one for Windows; rows for
+one of the systems only are marked.
 """
 
 import os
@@ -34,8 +34,8 @@ OK_LINE = "The file is OK.\n"
 HINT = "Try 'swrhash --help' for more information.\n"
 
 # The fields of a row: files (name: content; None for a folder), args, input, out, err, code, on ("posix" or
-# "windows" for rows of one system), after (name: content afterwards; None for a file that must not exist). An
-# err that is a list holds strings that standard error must contain.
+# "windows" for rows of one system), after (name: content afterwards). If err is a list, standard error must
+# contain each of its strings.
 CASES = [
     # Calculating
     dict(what="one file", files={"a": "abc"}, args=["a"], out=f"{ABC_SHA256}  a\n"),
@@ -264,7 +264,7 @@ def test_command_prompt(command):
                               capture_output=True, check=False)
         check("exit code of the batch file", done.returncode, 1)
         check("redirected output", (root / "out").read_bytes(), f"{ABC_SHA256}  ж.iso\n".encode())
-        # The files that the batch file writes may not exist yet, or change while they are read.
+        # The files that the batch file writes may not exist yet, or may change while they are read.
         if b"FAILED\n" in done.stdout:
             raise Failure(f"output of the pipe: {done.stdout!r}")
 
@@ -309,7 +309,7 @@ def restore_pipe_signal():
 
 
 def test_terminal(command):
-    """On a terminal: colours, escaped names, a progress line; no colours with NO_COLOR."""
+    """On a terminal there are colours (except with NO_COLOR), escaped names and a progress line."""
     with tempfile.TemporaryDirectory() as folder:
         root = pathlib.Path(folder)
         (root / "a\x1b[31mb").write_bytes(b"abc")
@@ -322,7 +322,7 @@ def test_terminal(command):
                 environment["NO_COLOR"] = color
             shown = shown_on_terminal([*command, "-c", "L"], folder, environment)
             if wanted not in shown:
-                raise Failure(f"on a terminal: {shown!r}\n  wanted in it: {wanted!r}")
+                raise Failure(f"on a terminal: {shown!r}\n  expected in it: {wanted!r}")
         with open(root / "large", "wb") as large:
             large.truncate(3 << 30)
         shown = shown_on_terminal([*command, "-a", "sha3-512", "large"], folder,
@@ -332,7 +332,7 @@ def test_terminal(command):
 
 
 def shown_on_terminal(command, folder, environment, until=None, seconds=60):
-    """What the program writes to a terminal, up to its end or until it has written `until`."""
+    """What the program writes to a terminal until it ends or has written `until`."""
     process, terminal = pty.fork()
     if process == 0:
         os.chdir(folder)
@@ -353,7 +353,7 @@ def shown_on_terminal(command, folder, environment, until=None, seconds=60):
 
 
 def test_links(command):
-    """Links to folders are not followed, or followed without loops."""
+    """Links to folders are not followed, or are followed without loops."""
     with tempfile.TemporaryDirectory() as folder:
         root = pathlib.Path(folder)
         (root / "d/e").mkdir(parents=True)
@@ -412,7 +412,7 @@ def as_bytes(text):
 
 def check(what, actual, wanted):
     if actual != wanted:
-        raise Failure(f"{what}: {actual!r}\n  wanted: {wanted!r}")
+        raise Failure(f"{what}: {actual!r}\n  expected: {wanted!r}")
 
 
 def run_case(command, case):
@@ -432,7 +432,7 @@ def run_case(command, case):
         if isinstance(err, list):
             for piece in err:
                 if as_bytes(piece) not in done.stderr:
-                    raise Failure(f"standard error: {done.stderr!r}\n  wanted in it: {piece!r}")
+                    raise Failure(f"standard error: {done.stderr!r}\n  expected in it: {piece!r}")
         else:
             check("standard error", done.stderr, as_bytes(err))
         for name, content in case.get("after", {}).items():

@@ -1,4 +1,4 @@
-// What is different when the output goes to a terminal.
+// Differences in the output when it goes to a terminal.
 #include <gtest/gtest.h>
 
 #include "tests/cli/captured_program.h"
@@ -18,11 +18,11 @@ constexpr ConsoleTraits terminal = {.outIsTerminal = true,
 TEST(ConsoleTest, EscapesNamesForATerminal) {
   TempTree tree;
   const std::u16string file = tree.AddFile(u"a\u202Egnp.exe", "abc");
-  const Ended shown = RunCaptured({Bytes(file)}, terminal);
+  const ProgramResult shown = RunCaptured({Bytes(file)}, terminal);
   EXPECT_NE(shown.out.find("a[U+202E]gnp.exe"), shown.out.npos) << shown.out;
-  const Ended piped = RunCaptured({Bytes(file)});
+  const ProgramResult piped = RunCaptured({Bytes(file)});
   EXPECT_NE(piped.out.find("a\xE2\x80\xAEgnp.exe"), piped.out.npos) << piped.out;
-  const Ended missing = RunCaptured({Bytes(file) + "x"});
+  const ProgramResult missing = RunCaptured({Bytes(file) + "x"});
   EXPECT_NE(missing.err.find("a[U+202E]gnp.exex"), missing.err.npos) << missing.err;
 }
 

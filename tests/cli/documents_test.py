@@ -15,7 +15,7 @@ def run(*command, **options):
 
 
 def completions(folder, line):
-    """What bash offers to complete the line."""
+    """The completions that bash offers for the line."""
     script = (f"source {folder}/swrhash.bash; compopt() {{ :; }}\n"
               f"COMP_WORDS=({line}); [[ $1 != + ]] || COMP_WORDS+=('')\n"
               "COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _swrhash; printf '%s\\n' \"${COMPREPLY[@]}\"")

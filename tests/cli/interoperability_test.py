@@ -17,7 +17,8 @@ FILES = {"empty": b"", "abc.txt": b"abc", "with blanks (1).bin": bytes(range(256
          "ж.txt": b"unicode", "sub/deep": b"x" * 100000}
 ALTERED = "abc.txt"
 
-# The tools, their commands (NAMES stands for the files), and the name of the list.
+# The tools, their commands (NAMES is replaced with the files), and the name of the list; None for a tool
+# whose output has another format.
 WRITERS = [
     ("sha256sum", ["sha256sum", "NAMES"], "SHA256SUMS"),
     ("sha256sum --tag", ["sha256sum", "--tag", "NAMES"], "list"),
@@ -134,7 +135,8 @@ def main():
     failures = []
     read_others(program, failures)
     write_for_others(program, failures)
-    print("\n".join(failures) or f"{len(WRITERS)} tools are read, {len(READERS)} read what is written")
+    print("\n".join(failures) or
+          f"the lists of {len(WRITERS)} tools are read, and {len(READERS)} tools read the program's lists")
     return 1 if failures else 0
 
 

@@ -4,7 +4,7 @@
     manual_test.py PROGRAM DOCUMENT...
     manual_test.py --write PROGRAM DOCUMENT...     writes the output into the documents instead
 
-The commands are the lines that begin with "$ " in "console" blocks, and in comments, which prepare the files.
+The commands are the lines that begin with "$ " in "console" blocks and in comments; the latter prepare the files.
 All commands of one document run in order in the same folder.
 """
 
@@ -62,7 +62,7 @@ def main():
             failures += 1
             for old, new in zip(text.splitlines(), wanted.splitlines()):
                 if old != new:
-                    print(f"{name}: says\n  {old}\n  but what is printed is\n  {new}")
+                    print(f"{name}: the document has\n  {old}\n  but the output is\n  {new}")
                     break
         print(f"{name}: {commands} commands")
     return 1 if failures else 0

@@ -99,23 +99,23 @@ TEST(ProgramFaultsTest, EachFailedCallIsReportedAndLeavesNoPartialFile) {
                      std::to_string(nth));
         World world;
         uint32_t count = 0;
-        Ended ended;
+        ProgramResult result;
         {
           const InstalledFaults faults(
               {{.call = which, .nth = nth, .code = swr::ErrorAccessDenied}});
-          ended = RunCaptured(mode.arguments(world));
+          result = RunCaptured(mode.arguments(world));
           count = faults.Count(which);
         }
         if (count < nth) break;
-        // Failures without a report: a listing ends early, an entry has no size, a path stays
-        // relative, changes to a file go unnoticed, another kind of hash is made.
+        // These failures are not reported: a listing ends early, an entry has no size, a path stays
+        // relative, changes to a file go unnoticed, another kind of hash is created.
         const bool isQuiet = which == SystemCall::NextEntry || which == SystemCall::EntryInfo ||
                              which == SystemCall::FullPath || which == SystemCall::FileInfo ||
                              which == SystemCall::PathInfo ||
                              which == SystemCall::CreateReusableDigest;
         if (!isQuiet) {
-          EXPECT_NE(ended.code, 0);
-          EXPECT_FALSE(ended.err.empty());
+          EXPECT_NE(result.code, 0);
+          EXPECT_FALSE(result.err.empty());
         }
         // Either the old file or the complete new one, and no temporary file.
         EXPECT_EQ(NamesIn(world.tree.Path(u"out")), std::vector<std::u16string>{u"old"});
@@ -135,33 +135,33 @@ TEST(ProgramFaultsTest, AFailedReadInOneOfEightFilesDoesNotAffectTheOthers) {
   for (int i = 0; i < 8; ++i) {
     tree.AddFile(u"f/" + std::u16string(1, static_cast<char16_t>(u'a' + i)), bytes);
   }
-  Ended ended;
+  ProgramResult result;
   {
     const InstalledFaults faults(
         {{.call = SystemCall::ReadFile, .nth = 20, .code = swr::ErrorCrc}});
-    ended = RunCaptured({"-r", "-j8", Bytes(tree.Path(u"f"))});
+    result = RunCaptured({"-r", "-j8", Bytes(tree.Path(u"f"))});
   }
-  EXPECT_EQ(ended.code, 2);
-  EXPECT_EQ(std::ranges::count(ended.out, '\n'), 7);
-  EXPECT_EQ(std::ranges::count(ended.err, '\n'), 1) << ended.err;
+  EXPECT_EQ(result.code, 2);
+  EXPECT_EQ(std::ranges::count(result.out, '\n'), 7);
+  EXPECT_EQ(std::ranges::count(result.err, '\n'), 1) << result.err;
 }
 
 TEST(ProgramFaultsTest, AFileThatChangesHasNoDigest) {
   TempTree tree;
   const std::u16string file = tree.AddFile(u"a", "abc");
-  Ended ended;
+  ProgramResult result;
   {
     const InstalledFaults faults({{.call = SystemCall::ReadFile, .nth = 1, .before = [&] {
                                      swr::testing::AppendBytes(file, "d");
                                    }}});
-    ended = RunCaptured({Bytes(file)});
+    result = RunCaptured({Bytes(file)});
   }
-  EXPECT_EQ(ended.code, 1);
-  EXPECT_EQ(ended.out, "");
-  EXPECT_NE(ended.err.find("the file changed while it was read"), ended.err.npos) << ended.err;
+  EXPECT_EQ(result.code, 1);
+  EXPECT_EQ(result.out, "");
+  EXPECT_NE(result.err.find("the file changed while it was read"), result.err.npos) << result.err;
 }
 
-TEST(ProgramFaultsTest, AClosedPipeEndsTheRunSoon) {
+TEST(ProgramFaultsTest, AClosedPipeEndsTheRun) {
   TempTree tree;
   for (char16_t first = u'a'; first < u'z'; ++first) {
     for (char16_t second = u'a'; second < u'z'; ++second) {
@@ -170,8 +170,8 @@ TEST(ProgramFaultsTest, AClosedPipeEndsTheRunSoon) {
       }
     }
   }
-  CatchingSink out(0, swr::ErrorBrokenPipe);
-  CatchingSink err;
+  CapturingSink out(0, swr::ErrorBrokenPipe);
+  CapturingSink err;
   EXPECT_EQ(RunProgram({"-r", Bytes(tree.Path(u"f"))}, out, err, {}), 2);
   EXPECT_TRUE(err.text.starts_with("swrhash: standard output: ")) << err.text;
   EXPECT_EQ(std::ranges::count(err.text, '\n'), 1) << err.text;

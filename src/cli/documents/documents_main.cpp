@@ -12,7 +12,7 @@ int main(int count, char** arguments) {
     std::fputs("usage: swrhash_documents FOLDER\n", stderr);
     return 2;
   }
-  // PowerShell would run a script called swrhash.ps1 in place of the program.
+  // PowerShell would run a script called swrhash.ps1 instead of the program.
   const std::pair<const char*, std::string> files[] = {
       {"swrhash.1", cli::ManPage()},
       {"swrhash.bash", cli::BashCompletion()},

@@ -85,7 +85,7 @@ class CheckJob final : public Job {
     if (isIgnored) return;
     if (error_ != 0) {
       shared_.run.status.NoteError(error_);
-      if (!shared_.run.options.status) ComplainOf(shared_.run, path_, error_);
+      if (!shared_.run.options.status) ReportError(shared_.run, path_, error_);
     }
     ++shared_.counts.Of(Outcome());
     for (Line& line : lines_) ReportLine(line);
@@ -98,7 +98,7 @@ class CheckJob final : public Job {
     swr::CompareResult result = {CompareOutcome::Pending};
   };
 
-  // Computes these digests, and the results of the lines that follow from them.
+  // Computes these digests and sets the results of the lines that they decide.
   void Compare(WorkTools& tools, swr::AlgoMask algorithms) {
     const swr::HashOutcome outcome = HashSelected(shared_.run, tools, {.path = path_}, algorithms);
     error_ = outcome.error;
@@ -223,19 +223,19 @@ class ListReader {
       if (this_->run.options.strict) this_->run.status.Note(ExitStatus::Trouble);
       if (!this_->run.options.warn || this_->run.options.status) return;
       Console& console = this_->run.console;
-      console.Complain(console.NameForErr(list) + u": line " + swr::DecimalText(number) +
-                       u" isn't a checksum");
+      console.WriteMessage(console.NameForErr(list) + u": line " + swr::DecimalText(number) +
+                           u" isn't a checksum");
     }));
   }
 
   void Fail(const std::u16string& list, uint32_t error) {
-    Say(list, ErrorWords(error), ExitStatus::Trouble);
+    Say(list, ErrorMessage(error), ExitStatus::Trouble);
   }
 
-  void Say(const std::u16string& list, std::u16string words, int code) {
-    submit_(MakeReport([this_ = &shared_, list, words = std::move(words), code] {
+  void Say(const std::u16string& list, std::u16string message, int code) {
+    submit_(MakeReport([this_ = &shared_, list, message = std::move(message), code] {
       Console& console = this_->run.console;
-      console.Complain(console.NameForErr(list) + u": " + words);
+      console.WriteMessage(console.NameForErr(list) + u": " + message);
       this_->run.status.Note(code);
     }));
   }

@@ -28,9 +28,9 @@ struct ExpectRun {
   swr::AlgoId matchAlgo = {};
   // The file that the verdict names if nothing matches: the last one with the name that came with
   // the hash, or the only file.
-  std::u16string blamedName;
-  bool isBlamedNamed = false;
-  bool isBlamedUnreadable = false;
+  std::u16string verdictName;
+  bool hasExpectedName = false;  // it is the name that came with the hash
+  bool isUnreadable = false;
 };
 
 class ExpectJob final : public Job {
@@ -41,16 +41,16 @@ class ExpectJob final : public Job {
   void Run(WorkTools& tools) override {
     const std::span<const swr::AlgoId> candidates = shared_.expected.candidates;
     Compare(tools, candidates.first(1));
-    const bool isOpen = result_.outcome == CompareOutcome::Mismatch && candidates.size() > 1 &&
-                        !file_.isStandardInput && !shared_.hasMatch.load();
-    if (isOpen) Compare(tools, candidates.subspan(1));
+    const bool isUndecided = result_.outcome == CompareOutcome::Mismatch && candidates.size() > 1 &&
+                             !file_.isStandardInput && !shared_.hasMatch.load();
+    if (isUndecided) Compare(tools, candidates.subspan(1));
     if (result_.outcome == CompareOutcome::Match) shared_.hasMatch.store(true);
   }
 
   void Report() override {
     const std::u16string_view name = swr::SplitPath(file_.path).name;
     if (error_ != 0) {
-      ComplainOf(shared_.run, file_.path, error_);
+      ReportError(shared_.run, file_.path, error_);
       shared_.run.status.NoteError(error_);
     }
     ++shared_.files;
@@ -60,10 +60,10 @@ class ExpectJob final : public Job {
     }
     const bool isNamed =
         !shared_.expected.name.empty() && swr::EqualsNoCase(name, shared_.expected.name);
-    if (isNamed || (shared_.files == 1 && !shared_.isBlamedNamed)) {
-      shared_.blamedName = name;
-      shared_.isBlamedNamed = isNamed;
-      shared_.isBlamedUnreadable = error_ != 0;
+    if (isNamed || (shared_.files == 1 && !shared_.hasExpectedName)) {
+      shared_.verdictName = name;
+      shared_.hasExpectedName = isNamed;
+      shared_.isUnreadable = error_ != 0;
     }
   }
 
@@ -93,11 +93,11 @@ struct Verdict {
 Verdict VerdictOf(const ExpectRun& shared) {
   if (shared.matches == 1) return {swr::MatchText(shared.matchName, shared.matchAlgo), Tone::Good};
   if (shared.matches > 1) return {swr::MatchesText(shared.matches, shared.matchAlgo), Tone::Good};
-  if (!shared.isBlamedNamed && shared.files > 1) {
+  if (!shared.hasExpectedName && shared.files > 1) {
     return {swr::NoMatchAmongText(shared.files), Tone::Bad};
   }
-  if (shared.isBlamedUnreadable) return {swr::CannotCompareText(shared.blamedName), Tone::Bad};
-  return {swr::NoMatchText(shared.blamedName, shared.expected.candidates), Tone::Bad};
+  if (shared.isUnreadable) return {swr::CannotCompareText(shared.verdictName), Tone::Bad};
+  return {swr::NoMatchText(shared.verdictName, shared.expected.candidates), Tone::Bad};
 }
 
 }  // namespace
@@ -110,7 +110,7 @@ void RunExpect(Run& run) {
   });
   if (shared.files == 0) {
     if (run.status.Code() == ExitStatus::Good) {
-      run.console.Complain(u"no file to compare with the expected hash");
+      run.console.WriteMessage(u"no file to compare with the expected hash");
     }
     run.status.Note(ExitStatus::Trouble);
     return;

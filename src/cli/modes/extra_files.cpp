@@ -34,7 +34,7 @@ class ExtraFiles::ExtraJob final : public Job {
   void Report() override {
     cli::Run& run = all_.run_;
     if (error_ != 0) {
-      ComplainOf(run, file_.path, error_);
+      ReportError(run, file_.path, error_);
       run.status.NoteError(error_);
     }
     ++all_.found_;
@@ -103,7 +103,7 @@ void ExtraFiles::Find() {
           .failed =
               [&](const std::u16string& path, uint32_t error) {
                 submit(MakeReport([this, path, error] {
-                  ComplainOf(run_, path, error);
+                  ReportError(run_, path, error);
                   run_.status.NoteError(error);
                 }));
               }};

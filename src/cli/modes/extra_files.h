@@ -20,12 +20,12 @@ class ExtraFiles {
   // Add a list, which is not an extra file itself, and a file that it names. Called on one thread.
   void AddList(const std::u16string& listPath);
   void AddListed(const std::u16string& path);
-  // Adds a listed file that does not exist, by its name in the list. Called on one thread, which
-  // may be a different one.
+  // Adds a listed file that does not exist, by its name in the list. Called by one thread at a
+  // time, which need not be the one that adds the lists.
   void AddMissing(const std::u16string& name, std::vector<uint8_t> digest,
                   std::vector<swr::AlgoId> candidates);
 
-  // Walks the lists' folders and reports the extra files. Called after all others.
+  // Walks the lists' folders and reports the extra files. Called after everything was added.
   void Find();
   // " 2 extra files, 1 of them moved." with a leading space; empty when there are none.
   std::u16string Summary() const;

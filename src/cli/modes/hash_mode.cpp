@@ -37,7 +37,7 @@ class HashJob final : public Job {
 
   void Report() override {
     if (error_ != 0) {
-      ComplainOf(shared_.run, file_.path, error_);
+      ReportError(shared_.run, file_.path, error_);
       shared_.run.status.NoteError(error_);
       return;
     }

@@ -12,7 +12,8 @@ namespace cli {
 // it contains a line end or a backslash.
 std::string ListedName(const Console& console, std::u16string_view name);
 
-// Equal for different spellings of one path, as far as that follows from the path rules alone.
+// Equal for different spellings of one path, as far as the path rules alone can tell: links are not
+// resolved.
 std::u16string PathIdentity(const std::u16string& path);
 
 }  // namespace cli

@@ -33,14 +33,14 @@ void ExitStatus::NoteError(uint32_t error) {
   Note(swr::IsMissingError(error) || error == ErrorFileChanged ? Mismatch : Trouble);
 }
 
-std::u16string ErrorWords(uint32_t error) {
+std::u16string ErrorMessage(uint32_t error) {
   if (error == ErrorFileChanged) return u"the file changed while it was read";
   if (error == swr::ErrorIsDirectory) return u"is a folder; use -r to include its files";
   return swr::FormatErrorText(error);
 }
 
-void ComplainOf(Run& run, std::u16string_view name, uint32_t error) {
-  run.console.Complain(run.console.NameForErr(name) + u": " + ErrorWords(error));
+void ReportError(Run& run, std::u16string_view name, uint32_t error) {
+  run.console.WriteMessage(run.console.NameForErr(name) + u": " + ErrorMessage(error));
 }
 
 swr::HashOutcome HashSelected(Run& run, WorkTools& tools, const SelectedFile& file,
@@ -82,11 +82,11 @@ void RunOverFiles(Run& run, const std::function<std::unique_ptr<Job>(SelectedFil
     if (run.console.OutError() != 0) run.work.Cancel();
   };
   const auto fail = [&run](const std::u16string& path, uint32_t error) {
-    ComplainOf(run, path, error);
+    ReportError(run, path, error);
     run.status.NoteError(error);
   };
   const auto failList = [&run](const std::u16string& path, uint32_t error) {
-    ComplainOf(run, path, error);
+    ReportError(run, path, error);
     run.status.Note(ExitStatus::Trouble);
   };
   // A single file needs no worker threads.

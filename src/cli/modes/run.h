@@ -1,5 +1,5 @@
-// Shared by the modes: the objects that they work with, the exit code, and the hashing of one
-// selected file.
+// Shared by the modes: the objects that they use, the exit code, and the hashing of one selected
+// file.
 #pragma once
 
 #include <atomic>
@@ -48,9 +48,9 @@ struct Run {
 inline constexpr uint32_t ErrorFileChanged = 0x20000001;
 
 // The message for an error code, including ErrorFileChanged and the code for a folder.
-std::u16string ErrorWords(uint32_t error);
+std::u16string ErrorMessage(uint32_t error);
 // Writes "swrhash: NAME: message" to standard error.
-void ComplainOf(Run& run, std::u16string_view name, uint32_t error);
+void ReportError(Run& run, std::u16string_view name, uint32_t error);
 
 // Hashes the file. If it changed meanwhile, the outcome has ErrorFileChanged and no digests.
 swr::HashOutcome HashSelected(Run& run, WorkTools& tools, const SelectedFile& file,

@@ -78,8 +78,8 @@ class Updater {
  private:
   class UpdateJob;
 
-  void Fail(const std::u16string& words) {
-    run_.console.Complain(run_.console.NameForErr(list_) + u": " + words);
+  void Fail(const std::u16string& message) {
+    run_.console.WriteMessage(run_.console.NameForErr(list_) + u": " + message);
     run_.status.Note(ExitStatus::Trouble);
     hasFailed_ = true;
   }
@@ -90,7 +90,7 @@ class Updater {
     const uint32_t error = lines.Open(list_);
     if (swr::IsMissingError(error)) return true;
     if (error != 0) {
-      Fail(ErrorWords(error));
+      Fail(ErrorMessage(error));
       return false;
     }
     state_.exists = true;
@@ -105,7 +105,7 @@ class Updater {
       if (reader.Read(text, line) == swr::LineKind::Checksum) Note(text, line);
     }
     state_.isSigned = reader.IsSigned();
-    if (lines.Error() != 0) Fail(ErrorWords(lines.Error()));
+    if (lines.Error() != 0) Fail(ErrorMessage(lines.Error()));
     return lines.Error() == 0;
   }
 
@@ -185,7 +185,7 @@ class Updater {
     if (error == 0 && state_.exists) error = CopyList(file);
     if (error == 0) error = file.Write(Encoded(newLines_));
     if (error == 0) error = file.Commit();
-    if (error != 0) Fail(ErrorWords(error));
+    if (error != 0) Fail(ErrorMessage(error));
   }
 
   uint32_t CopyList(swr::FileReplacement& file) {
@@ -249,7 +249,7 @@ class Updater::UpdateJob final : public Job {
 
   void Report() override {
     if (error_ != 0) {
-      ComplainOf(updater_.run_, file_.path, error_);
+      ReportError(updater_.run_, file_.path, error_);
       updater_.run_.status.NoteError(error_);
       return;
     }

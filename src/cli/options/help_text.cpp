@@ -20,7 +20,7 @@ std::string Names(const OptionRow& row) {
   return names;
 }
 
-// Wraps the text, indented to the column where it begins.
+// Appends the text, wrapped and indented to `column`, where its first line begins.
 void AppendWrapped(std::string& out, size_t column, std::string_view text) {
   const size_t width = LineWidth - column;
   while (text.size() > width) {

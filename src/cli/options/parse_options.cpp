@@ -157,7 +157,7 @@ Mode ModeOf(const GivenOptions& given) {
 }
 
 // Rejects options that do not apply to the mode.
-void RefuseMeaningless(const GivenOptions& given, Mode mode) {
+void RejectInapplicable(const GivenOptions& given, Mode mode) {
   struct Rule {
     OptionId option;
     std::vector<Mode> modes;
@@ -213,7 +213,7 @@ Options OptionsFrom(const GivenOptions& given) {
   Options options;
   options.mode = ModeOf(given);
   if (options.mode == Mode::Help || options.mode == Mode::Version) return options;
-  RefuseMeaningless(given, options.mode);
+  RejectInapplicable(given, options.mode);
   options.operands = TextsFrom(given.operands);
   options.algorithms = AlgorithmsFrom(given.Of(OptionId::Algorithm));
   if (given.Has(OptionId::Tag)) options.format = swr::ExportFormat::Tagged;

@@ -47,7 +47,7 @@ Console::~Console() {
 
 void Console::Out(std::string_view text) {
   const std::lock_guard lock(mutex_);
-  // On a terminal the two streams appear as one, so their order must be kept.
+  // On a terminal both streams are shown together, so their order must be kept.
   if (traits_.outIsTerminal && !err_.empty()) FlushErr();
   out_ += text;
   if (out_.size() >= GatheredBytes) FlushOut();
@@ -60,7 +60,7 @@ void Console::Err(std::string_view text) {
   if (err_.size() >= GatheredBytes) FlushErr();
 }
 
-void Console::Complain(std::u16string_view text) {
+void Console::WriteMessage(std::u16string_view text) {
   // A terminal could interpret a byte that is not part of a character as a command.
   Err("swrhash: " + (traits_.errIsTerminal ? swr::WideToUtf8(text) : swr::NameBytes(text)) + "\n");
 }

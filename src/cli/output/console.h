@@ -34,7 +34,7 @@ class Console {
   void Out(std::string_view text);
   void Err(std::string_view text);
   // Writes the line "swrhash: TEXT" to standard error.
-  void Complain(std::u16string_view text);
+  void WriteMessage(std::u16string_view text);
 
   // The name as it is written to standard output or standard error: on a terminal, with control and
   // direction characters escaped; otherwise unchanged.

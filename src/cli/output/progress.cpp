@@ -11,7 +11,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-// A run that ends at once needs no progress line.
+// A short run needs no progress line.
 constexpr std::chrono::milliseconds FirstShown(500);
 constexpr std::chrono::milliseconds Pause(100);
 

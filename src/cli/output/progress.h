@@ -16,12 +16,11 @@ class Progress {
  public:
   explicit Progress(Console& console);
 
-  // AddExpected adds a file that will be read; EndExpected says that there are no more.
+  // AddExpected adds a file that will be read; call EndExpected when there are no more.
   void AddExpected(uint64_t bytes);
   void EndExpected() { isComplete_.store(true, std::memory_order_relaxed); }
 
-  // While files are read: a file was begun, bytes were read since the last call, a file is
-  // finished.
+  // Reports that a file was started, that more bytes were read, or that a file is finished.
   void Begin(std::u16string_view name);
   void AddBytes(uint64_t bytes) { bytes_.fetch_add(bytes, std::memory_order_relaxed); }
   void EndFile() { files_.fetch_add(1, std::memory_order_relaxed); }

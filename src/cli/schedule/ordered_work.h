@@ -36,7 +36,7 @@ class OrderedWork {
 
   // `threads`: how many jobs run at the same time, at least 1 (0 is raised to 1; so is a `capacity`
   // of 0).
-  explicit OrderedWork(uint32_t threads, size_t capacity = UsualCapacity);
+  explicit OrderedWork(uint32_t threads, size_t capacity = DefaultCapacity);
 
   // Runs the jobs that `produce` submits until all are reported or the work is cancelled. Meanwhile
   // calls `tick` on the calling thread about ten times a second. `produce` runs on a thread of its
@@ -51,7 +51,7 @@ class OrderedWork {
   const std::atomic<bool>& CancelFlag() const { return cancel_; }
 
   // Lets the walk run far ahead of the hashing; a job takes a few hundred bytes.
-  static constexpr size_t UsualCapacity = 32768;
+  static constexpr size_t DefaultCapacity = 32768;
 
  private:
   struct State;

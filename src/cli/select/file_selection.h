@@ -11,7 +11,7 @@
 namespace cli {
 
 struct SelectedFile {
-  std::u16string path;  // the operand as given, with the path below it appended
+  std::u16string path;  // the operand as given, and for a file in a folder the path below it
   bool isStandardInput = false;
   uint64_t size = 0;  // bytes; 0 if sizes were not requested or not available
 };

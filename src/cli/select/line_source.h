@@ -49,7 +49,7 @@ class LineSource {
 
   swr::File file_;
   std::string pending_;
-  size_t start_ = 0;  // of the bytes of `pending_` not yet taken
+  size_t start_ = 0;  // of the bytes in `pending_` that have not been taken
   char separator_ = '\n';
   Encoding encoding_ = Encoding::Bytes;
   std::string mark_;

@@ -26,11 +26,11 @@ class Matcher {
         while (p < pattern_.size() && pattern_[p] == u'*') ++p;
         if (isDouble) {
           // "a/**/b" matches "a/b" too.
-          const bool isOwnStep = p < pattern_.size() && IsSeparator(pattern_[p]) &&
-                                 (t == 0 || IsSeparator(text_[t - 1]));
-          doubleStar = {.pattern = p, .text = t, .isStep = isOwnStep};
+          const bool isWholeComponent = p < pattern_.size() && IsSeparator(pattern_[p]) &&
+                                        (t == 0 || IsSeparator(text_[t - 1]));
+          doubleStar = {.pattern = p, .text = t, .isWholeComponent = isWholeComponent};
           star = {};
-          if (isOwnStep) ++p;
+          if (isWholeComponent) ++p;
         } else {
           star = {.pattern = p, .text = t};
         }
@@ -50,7 +50,7 @@ class Matcher {
         t = ++doubleStar.text;
         p = *doubleStar.pattern;
         star = {};
-        if (!doubleStar.isStep) continue;
+        if (!doubleStar.isWholeComponent) continue;
         // After "**/" a match can only begin at the start of a path component.
         if (t > 0 && !IsSeparator(text_[t - 1])) {
           while (t < text_.size() && !IsSeparator(text_[t])) ++t;
@@ -69,7 +69,7 @@ class Matcher {
   struct Retry {
     std::optional<size_t> pattern;
     size_t text = 0;
-    bool isStep = false;
+    bool isWholeComponent = false;
   };
 
   bool IsSeparator(char16_t unit) const {

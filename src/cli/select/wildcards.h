@@ -1,5 +1,4 @@
-// Wildcards in operands. On Windows the program has to expand them; elsewhere the shell has done
-// so.
+// Wildcards in operands. On Windows the program has to expand them; elsewhere the shell does.
 #pragma once
 
 #include <string>

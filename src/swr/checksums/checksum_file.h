@@ -13,8 +13,8 @@
 namespace swr {
 
 // The algorithm that the name of a checksum file implies (".sha256", "SHA256SUMS", "md5sum.txt"),
-// or nothing. Only the last step of the path matters, in any case; one suffix ".txt", ".asc" or
-// ".sig" is ignored.
+// or nothing. Only the last component of the path is considered, in upper or lower case; one suffix
+// ".txt", ".asc" or ".sig" is ignored.
 std::optional<AlgoId> AlgoFromChecksumFileName(std::u16string_view path);
 // Whether a file of this name is likely to be a checksum file: it implies an algorithm, or it is
 // one of the names without one ("checksums.txt", "*.digests").
@@ -29,14 +29,14 @@ struct ChecksumSet {
 // Which forms a line may have.
 enum class ListForms : uint8_t {
   Usual,     // plain, tagged and SFV
-  Extended,  // and those of more_list_forms.h
+  Extended,  // also those of more_list_forms.h
 };
 
 // What a line turned out to be.
 enum class LineKind : uint8_t {
   Checksum,
   Nothing,  // blank, a comment, or the header or signature of a signed text
-  Skipped,  // something that no form could read
+  Skipped,  // has none of the forms
 };
 
 // Parses a checksum file line by line. Plain, tagged and SFV lines may be mixed. Blank lines and
@@ -63,7 +63,7 @@ class ChecksumLineReader {
 
   std::optional<AlgoId> hint_;
   ListForms forms_;
-  std::u16string namedFile_;  // what a digest without a name belongs to; empty for nothing
+  std::u16string namedFile_;  // the file to which a digest without a name belongs; empty for none
   uint32_t number_ = 0;
   Part part_ = Part::Body;
   bool isSigned_ = false;
@@ -72,13 +72,13 @@ class ChecksumLineReader {
 // Parses the text of a checksum file one checksum at a time.
 class ChecksumTextReader {
  public:
-  // `text` must outlive the object; `path` is only used here, for the algorithm that it implies.
+  // `text` must outlive the object; `path` need not. Its name may imply an algorithm.
   ChecksumTextReader(std::u16string_view text, std::u16string_view path)
       : rest_(text), lines_(path) {}
 
   // The next checksum, or nothing at the end of the text.
   std::optional<ChecksumLine> Next();
-  // See ChecksumSet; of the lines that Next has passed so far.
+  // As in ChecksumSet, for the lines that Next has passed so far.
   const std::vector<uint32_t>& SkippedLines() const { return skippedLines_; }
 
  private:

@@ -53,7 +53,8 @@ bool ParsePlainLine(std::u16string_view line, std::optional<AlgoId> hint, Checks
   if (!digest) return false;
   std::vector<AlgoId> candidates;
   if (isXxh3) {
-    // Of any length: such a line stays in the list and fails when it is verified.
+    // A digest of any length is accepted: a wrong one fails the verification instead of being
+    // skipped.
     candidates = {AlgoId::Xxh3_64};
   } else if (hint && digest->size() == GetAlgo(*hint).digestSize) {
     candidates = {*hint};

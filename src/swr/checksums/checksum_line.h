@@ -17,7 +17,7 @@ struct ChecksumLine {
   // The algorithms that the digest may belong to, in the order in which they are tried; never
   // empty.
   std::vector<AlgoId> candidates;
-  uint32_t lineNumber = 0;  // from 1; set by ChecksumTextReader
+  uint32_t lineNumber = 0;  // from 1; set by ChecksumLineReader
 
   bool operator==(const ChecksumLine&) const = default;
 };
@@ -35,7 +35,7 @@ bool ParsePlainLine(std::u16string_view line, std::optional<AlgoId> hint, Checks
 // "name hex", where hex is a CRC32. The form has no escapes.
 bool ParseSfvLine(std::u16string_view line, ChecksumLine& result);
 
-// Replaces "\\" by a backslash and "\n" by a line feed; any other backslash is kept.
+// Replaces "\\" with a backslash and "\n" with a line feed; any other backslash is kept.
 std::u16string UnescapeName(std::u16string_view text);
 
 }  // namespace swr

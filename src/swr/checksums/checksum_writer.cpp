@@ -40,7 +40,7 @@ void AppendSha256SumRow(const ExportRow& row, const ExportOptions& options, std:
                                : row.digests.empty() ? nullptr
                                                      : &row.digests.front();
   if (digest == nullptr) return;
-  // The mark at the start of the line says that the name is escaped.
+  // A backslash at the start of the line shows that the name is escaped.
   const bool isEscaped = NameNeedsEscape(row.name);
   if (isEscaped) text += '\\';
   if (digest->algo == AlgoId::Xxh3_64) text += "XXH3_";

@@ -22,8 +22,8 @@ struct ExportOptions {
   ExportFormat format = ExportFormat::Sha256Sum;
   bool crLf = false;       // line ends are CR LF, otherwise LF
   bool uppercase = false;  // hexadecimal digits; those of SFV are always upper case
-  AlgoId algo = {};        // of Sha256Sum, if hasAlgo is set
-  bool hasAlgo = false;    // otherwise Sha256Sum writes the first digest of each row
+  AlgoId algo = {};        // for Sha256Sum, if hasAlgo is set
+  bool hasAlgo = false;    // if not set, Sha256Sum writes the first digest of each row
   // Write names as the file system's own bytes (see system/name_bytes.h), and half of a surrogate
   // pair in JSON as an escape such as "\\udc80". Otherwise names are UTF-8 with replacement
   // characters.
@@ -42,8 +42,8 @@ struct ExportRow {
 };
 
 // The content of the whole file: UTF-8 without a byte-order mark, rows in the order given. Rows
-// that lack the digest are left out, except in CSV and JSON. Empty if the format has no valid
-// number. Throws only std::bad_alloc.
+// that lack the digest are left out, except in CSV and JSON. Empty if the format is not a
+// valid value. Throws only std::bad_alloc.
 std::string RenderChecksums(const std::vector<ExportRow>& rows, const ExportOptions& options);
 
 // Writes the same text piece by piece, for lists too long to hold in memory: Head, the rows with
@@ -57,7 +57,7 @@ class ChecksumWriter {
   std::string Head() const;
   // Empty for a row that is left out.
   std::string Row(const ExportRow& row) const;
-  // The same at the end of a text that is there already.
+  // Appends the same to `text`.
   void AppendRow(const ExportRow& row, std::string& text) const;
   std::string Between() const;
   std::string Tail(bool hasRows) const;

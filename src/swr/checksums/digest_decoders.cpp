@@ -59,7 +59,7 @@ std::optional<std::vector<uint8_t>> DecodeHexLoose(std::u16string_view text, Hyp
   for (const char16_t unit : text) {
     if (HexValue(unit) >= 0) {
       digits += unit;
-    } else if (unit == u'-' ? hyphens == HyphenRule::Refuse
+    } else if (unit == u'-' ? hyphens == HyphenRule::Reject
                             : unit != u'\t' && unit != u' ' && unit != u':') {
       return std::nullopt;
     }

@@ -12,7 +12,7 @@ namespace swr {
 // One or more pairs of hexadecimal digits of either case, and nothing else.
 std::optional<std::vector<uint8_t>> DecodeHexStrict(std::u16string_view text);
 
-enum class HyphenRule : uint8_t { Refuse, PassOver };
+enum class HyphenRule : uint8_t { Reject, Ignore };
 
 // Hexadecimal as copied from a web page: trimmed first, with an optional "0x" in front, and with
 // tabs, spaces, colons and, if allowed, hyphens anywhere between the digits.

@@ -8,7 +8,7 @@ namespace swr {
 namespace {
 
 // The name in the folder of the checksum file. Uses the separator of that path.
-std::u16string Beside(std::u16string_view checksumFile, std::u16string_view name) {
+std::u16string InFolderOf(std::u16string_view checksumFile, std::u16string_view name) {
   const size_t separator = checksumFile.find_last_of(u"\\/");
   if (separator == checksumFile.npos) return std::u16string(name);
   std::u16string path(checksumFile.substr(0, separator + 1));
@@ -24,12 +24,12 @@ std::u16string ResolveListedPath(std::u16string_view checksumFile, std::u16strin
                                  PathStyle style) {
   if (style == PathStyle::Posix) {
     return listedName.starts_with(u'/') ? std::u16string(listedName)
-                                        : Beside(checksumFile, listedName);
+                                        : InFolderOf(checksumFile, listedName);
   }
   std::u16string name(listedName);
   std::ranges::replace(name, u'/', u'\\');
   if (HasDrive(name) || name.starts_with(u"\\\\")) return name;
-  if (!name.starts_with(u'\\')) return Beside(checksumFile, name);
+  if (!name.starts_with(u'\\')) return InFolderOf(checksumFile, name);
   if (!HasDrive(checksumFile)) return name;
   return std::u16string(checksumFile.substr(0, 2)) + name;
 }

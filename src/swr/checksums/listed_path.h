@@ -32,7 +32,7 @@ class RelativePaths {
   std::u16string base_;  // with its separator
 };
 
-// On Windows replaces each backslash by a slash, the separator of checksum files. Elsewhere a
+// On Windows replaces each backslash with a slash, the separator of checksum files. Elsewhere a
 // backslash is an ordinary character and is kept.
 std::u16string ToForwardSlashes(std::u16string text, PathStyle style = NativePathStyle);
 

@@ -27,7 +27,7 @@ std::vector<AlgoId> CandidatesFor(const std::vector<uint8_t>& digest, std::optio
   return AlgosForDigestSize(digest.size());
 }
 
-// "SHA2-256(name)= hex". openssl escapes nothing.
+// "SHA2-256(name)= hex". openssl does not escape names.
 bool ParseOpensslLine(std::u16string_view line, ChecksumLine& result) {
   const size_t open = line.find(u'(');
   const size_t close = line.rfind(u")= ");

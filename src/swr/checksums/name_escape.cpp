@@ -5,7 +5,7 @@
 namespace swr {
 
 bool NameNeedsEscape(std::u16string_view name) {
-  // Looks at each character, because a loop without an exit is compiled to vector instructions.
+  // Checks every character: without an early exit the loop is compiled to vector instructions.
   bool needsEscape = false;
   for (const char16_t unit : name) {
     needsEscape |= unit == u'\\' || unit == u'\n' || unit == u'\r';

@@ -118,7 +118,7 @@ std::optional<ParsedHash> ParseHashText(std::u16string_view text, bool strict) {
   if (auto hash = ParseIntegrity(line)) return hash;
   std::u16string_view rest = line;
   const std::optional<AlgoId> hint = TakeLabel(rest);
-  Bytes digest = DecodeHexLoose(rest, strict ? HyphenRule::Refuse : HyphenRule::PassOver);
+  Bytes digest = DecodeHexLoose(rest, strict ? HyphenRule::Reject : HyphenRule::Ignore);
   if (digest && IsDigestSizeKnown(digest->size())) {
     return MakeParsedHash(*std::move(digest), hint, {});
   }

@@ -28,9 +28,9 @@ struct ParsedHash {
 // units. Nothing if that is not a hash.
 std::optional<ParsedHash> ParseExpectedHash(std::u16string_view text);
 
-// Parses a text from the clipboard. Nobody has said that it is a hash, so the rules are stricter: a
-// single line of at most 300 code units, no hyphens between digits, no base64 without a label, and
-// at least 16 bytes.
+// Parses text from the clipboard. It may be anything, so the rules are stricter: a single line of
+// at most 300 code units, no hyphens between digits, no base64 without a label, and at least 16
+// bytes.
 std::optional<ParsedHash> ParseClipboardHash(std::u16string_view text);
 
 }  // namespace swr

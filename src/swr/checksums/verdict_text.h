@@ -17,7 +17,7 @@ namespace swr {
 // Display names in the order given: "A", "A or B", "A, B or C" with the word "or".
 std::u16string JoinAlgoNames(std::span<const AlgoId> ids, std::u16string_view word);
 
-// Files compared with an expected hash.
+// --- Files compared with an expected hash
 
 // One file matched: "Match. The SHA-256 of setup.exe is the expected hash."
 std::u16string MatchText(std::u16string_view fileName, AlgoId algo);
@@ -34,14 +34,14 @@ std::u16string NotAHashText();
 // There is an expected hash but no file to compare.
 std::u16string FileWantedText(const ParsedHash& expected);
 
-// A verification.
+// --- A verification
 
 // The summary of a finished verification; `counts` is not empty. Pending files are counted as not
 // checked.
 std::u16string VerificationText(const VerificationCounts& counts);
 // Whether every file is OK.
 bool IsAllOk(const VerificationCounts& counts);
-// Lines that no form could read, without a full stop. `firstLine` counts from 1.
+// The note about lines that have none of the forms, without a full stop. `firstLine` counts from 1.
 std::u16string SkippedLinesText(size_t lines, uint32_t firstLine);
 
 }  // namespace swr

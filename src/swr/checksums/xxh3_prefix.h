@@ -10,8 +10,8 @@ namespace swr {
 
 inline constexpr std::u16string_view Xxh3Prefix = u"XXH3_";
 
-// Removes the prefix, in any case, from a token that is longer than it. Returns false and leaves
-// the token unchanged if it has none.
+// Removes the prefix, in upper or lower case, from a token that is longer than it. Returns false
+// and leaves the token unchanged if it has none.
 inline bool TakeXxh3Prefix(std::u16string_view& token) {
   if (token.size() <= Xxh3Prefix.size() ||
       !EqualsNoCase(token.substr(0, Xxh3Prefix.size()), Xxh3Prefix)) {

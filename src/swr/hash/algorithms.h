@@ -1,4 +1,4 @@
-// The catalogue of the fifteen algorithms, sets of algorithms, and look-ups by name and by digest
+// The catalogue of the fifteen algorithms, sets of algorithms, and lookup by name and by digest
 // length.
 #pragma once
 
@@ -43,7 +43,7 @@ struct AlgoInfo {
   std::string_view upperTag;  // upper-case name, for BSD tagged lines
   uint32_t digestSize;        // bytes
   AlgoGroup group;
-  bool secure;  // suitable where somebody may have tampered with the file
+  bool secure;  // suitable for detecting deliberate tampering
 };
 
 // A set of algorithms: bit n is the AlgoId n.

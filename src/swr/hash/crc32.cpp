@@ -9,8 +9,8 @@ namespace {
 
 using Tables = std::array<std::array<uint32_t, 256>, 8>;
 
-// Slicing by eight: table 0 advances the state over one byte, table k over a byte that k more
-// follow. Eight bytes are then eight independent look-ups.
+// Slicing by eight: table 0 advances the state over one byte, table k over a byte that is followed
+// by k others. Eight bytes then take eight independent lookups.
 constexpr Tables MakeTables() {
   Tables tables = {};
   for (uint32_t i = 0; i < 256; ++i) {

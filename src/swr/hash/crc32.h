@@ -14,7 +14,7 @@ uint32_t Crc32Update(uint32_t state, const uint8_t* data, uint64_t size);
 
 // The two implementations that Crc32Update chooses from; both give the same result.
 
-// Table look-ups, for any processor and any size.
+// Table lookups, for any processor and any size.
 uint32_t Crc32ByTables(uint32_t state, const uint8_t* data, uint64_t size);
 
 // Carry-less multiplication, many times as fast (crc32_folding.cpp). To be called only if

@@ -18,7 +18,7 @@ struct Digest {
   std::span<const uint8_t> View() const { return {bytes.data(), length}; }
 };
 
-// The digest of one algorithm, if there is one: the rest is meaningless unless `present`.
+// The digest of one algorithm, if there is one: the other fields are meaningless unless `present`.
 struct DigestSlot : Digest {
   bool present = false;
 };

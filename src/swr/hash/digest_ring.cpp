@@ -19,7 +19,8 @@ void Prefetch(const std::byte* data, uint32_t size) {
 
 // For a chunk that another core has written. Loading it from that core's cache line by line would
 // cost a fast algorithm a third of its speed, so each piece is prefetched while the previous one is
-// digested. The shorter the pieces, the less the processor waits for a free place to prefetch into.
+// digested. The pieces should be short, because the processor can have only about a dozen
+// prefetches outstanding.
 bool DigestDistantChunk(Hasher& hasher, const Chunk& chunk, const std::atomic<bool>* stop) {
   const auto pieceSize = static_cast<uint32_t>(hasher.EfficientPiece());
   const std::byte* data = chunk.data.get();
@@ -47,8 +48,9 @@ void ChunkDeleter::operator()(std::byte* data) const noexcept {
 
 void Chunk::Reserve(uint32_t size) {
   if (Capacity() >= size) return;
-  // Doubled, so that a series of ever longer files does not allocate for each of them.
-  const uint32_t room = std::max(size, std::min(Capacity(), UsualChunkSize / 2) * 2);
+  // Doubled up to the default chunk size, so that a series of ever longer files does not need an
+  // allocation for each.
+  const uint32_t room = std::max(size, std::min(Capacity(), DefaultChunkSize / 2) * 2);
   data.reset();
   auto* bytes = IsLarge(room) ? static_cast<std::byte*>(AllocatePages(room)) : new std::byte[room];
   if (bytes == nullptr) throw std::bad_alloc();
@@ -153,8 +155,8 @@ void DigestRing::Help() {
       --waitingHelpers_;
     }
   }
-  // Another thread can take over what this one has left.
-  WakeSomebodyForWork();
+  // Another thread can take over the remaining work.
+  WakeThreadForWork();
 }
 
 // The hasher that is furthest behind and has a chunk to digest. Of several, the slowest if
@@ -178,7 +180,7 @@ uint64_t DigestRing::DigestedChunks() const {
 bool DigestRing::DigestNext(Feed& feed, std::unique_lock<std::mutex>& lock,
                             const std::atomic<bool>* stop) {
   feed.isBusy = true;
-  WakeSomebodyForWork();
+  WakeThreadForWork();
   const Chunk& chunk = chunks_[feed.next % Length];
   lock.unlock();
   const bool isDigested = DigestDistantChunk(*feed.hasher, chunk, stop);
@@ -196,8 +198,8 @@ void DigestRing::WaitAsReader(std::unique_lock<std::mutex>& lock) {
   readerWaits_ = false;
 }
 
-// Called by a thread that has taken some work: if there is more, another one is woken for it.
-void DigestRing::WakeSomebodyForWork() {
+// Called by a thread that has taken some work or leaves: if there is more, wakes another thread.
+void DigestRing::WakeThreadForWork() {
   if (waitingHelpers_ == 0 && !readerWaits_) return;
   if (FindWork(true) == nullptr) return;
   if (waitingHelpers_ > 0) {

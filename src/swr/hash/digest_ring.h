@@ -20,8 +20,8 @@
 
 namespace swr {
 
-// Frees the memory of a chunk. Short chunks come from the heap, long ones straight from the system,
-// because the heap may keep what is freed.
+// Frees the memory of a chunk. Short chunks come from the heap, long ones directly from the system,
+// because the heap may keep freed memory.
 struct ChunkDeleter {
   uint32_t capacity = 0;
   void operator()(std::byte* data) const noexcept;
@@ -51,9 +51,9 @@ class DigestRing final : public HelpedWork {
   // `threads` must outlive the ring.
   explicit DigestRing(DigestThreads& threads) : threads_(threads) {}
 
-  // Starts a run and returns true if a thread can be lent for it. `hashers` has at least one entry
-  // and begins with the slowest. `cancel` may be null; it is checked while the reader digests. The
-  // first chunk may be filled before or after this call, and then has to be published.
+  // Starts a run if a thread can be lent for it, and returns whether it has. `hashers` has at least
+  // one entry and begins with the slowest. `cancel` may be null; it is checked while the reader
+  // digests. The first chunk may be filled before or after this call, and is then published.
   bool Start(std::span<Hasher* const> hashers, const std::atomic<bool>* cancel);
   bool IsRunning() const { return isRunning_; }
   Chunk& First() { return chunks_[0]; }
@@ -88,7 +88,7 @@ class DigestRing final : public HelpedWork {
   // Unlocks the mutex while it digests. False if `stop` became true.
   bool DigestNext(Feed& feed, std::unique_lock<std::mutex>& lock, const std::atomic<bool>* stop);
   void WaitAsReader(std::unique_lock<std::mutex>& lock);
-  void WakeSomebodyForWork();
+  void WakeThreadForWork();
 
   DigestThreads& threads_;
   std::array<Chunk, Length> chunks_;

@@ -7,8 +7,8 @@
 namespace swr {
 namespace {
 
-// The two digits of each byte. Texts of a million digests are made at once, so a byte is one
-// look-up and not two.
+// The two digits of each byte, so that a byte needs one lookup instead of two: texts of a million
+// digests are made at once.
 template <typename Unit>
 using DigitPairs = std::array<std::array<Unit, 2>, 256>;
 

@@ -7,7 +7,7 @@
 
 namespace swr {
 
-uint32_t DigestThreads::UsualLimit() {
+uint32_t DigestThreads::DefaultLimit() {
   static const uint32_t limit = std::max(2u, std::thread::hardware_concurrency());
   return limit;
 }

@@ -31,12 +31,12 @@ class HelpedWork {
 class DigestThreads {
  public:
   // One for each core, but at least two, so that files are read ahead on a single core too.
-  static uint32_t UsualLimit();
+  static uint32_t DefaultLimit();
 
   // `limit`: how many threads may be hashing at the same time, including the callers of
-  // FileHashers. When as many callers are hashing, each does so without help; with a limit of 1
+  // FileHashers. When that many callers are hashing, each works without help; with a limit of 1
   // that is always the case. Threads are started when a file first needs them.
-  explicit DigestThreads(uint32_t limit = UsualLimit());
+  explicit DigestThreads(uint32_t limit = DefaultLimit());
   // Ends the threads. No FileHasher may be using them any more.
   ~DigestThreads();
   DigestThreads(const DigestThreads&) = delete;
@@ -62,14 +62,14 @@ class DigestThreads {
   };
 
   bool IsBelowLimit() const { return atWork_.load(std::memory_order_relaxed) < limit_; }
-  // True after a caller came back for a core that was lent: a helper then leaves its work.
+  // True if a caller has started to hash while all cores were lent: a helper then leaves its work.
   bool IsAboveLimit() const { return atWork_.load(std::memory_order_relaxed) > limit_; }
 
   // Makes one more thread call `work.Help()` and returns true, unless the limit is reached or the
   // work already has `most` helpers. Throws std::system_error, with no effect, if a thread can't be
   // started.
   bool Lend(HelpedWork& work, size_t most);
-  // Returns when no thread is in `work.Help()` or about to enter it. The work must have made its
+  // Returns when no thread is in `work.Help()` or about to enter it. The caller makes sure that the
   // helpers return.
   void TakeBack(HelpedWork& work);
 
@@ -81,11 +81,11 @@ class DigestThreads {
   std::atomic<uint32_t> atWork_ = 0;  // callers and lent threads
 
   std::mutex mutex_;
-  std::condition_variable wake_;      // wakes threads without work
-  std::condition_variable returned_;  // a work has lost its last helper
+  std::condition_variable wake_;      // wakes idle threads
+  std::condition_variable returned_;  // the last helper has left its work
   std::condition_variable ended_;     // a thread has ended
-  // The rest is under mutex_. There are never fewer waiting threads than requests and threads that
-  // are to end.
+  // The rest is under mutex_. There are always at least as many waiting threads as requests and
+  // threads that are to end.
   std::deque<HelpedWork*> requests_;
   std::vector<std::thread> threads_;
   std::vector<std::thread> endedThreads_;  // to be joined

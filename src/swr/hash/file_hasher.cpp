@@ -37,7 +37,7 @@ constexpr std::array<uint32_t, AlgoCount> digestCosts = {
 };
 constexpr uint32_t readCost = 100;  // the same, for copying from the system's file cache
 
-// What the algorithms of a mask cost, and whether a second thread pays off.
+// What the algorithms of a mask cost, and whether help from a second thread pays off.
 struct Workload {
   uint32_t total = 0;
   uint32_t slowest = 0;
@@ -57,8 +57,9 @@ struct Workload {
   }
 };
 
-// Reads until the chunk holds `size` bytes or the file ends: a short read does not end the chunk,
-// and a full chunk can be the last one without showing it. Returns an error code.
+// Reads until the chunk holds `size` bytes or the file ends. A short read does not end the chunk,
+// and a full chunk is not marked as the last one even if the file ends there. Returns an error
+// code.
 uint32_t ReadChunk(File& file, Chunk& chunk, uint32_t size) {
   chunk.Reserve(size);
   chunk.length = 0;
@@ -161,7 +162,7 @@ HashOutcome FileHasher::State::Hash(File& file, AlgoMask newMask, const HashOpti
     return outcome;
   }
   const DigestThreads::CallerAtWork atWork(threads);
-  const uint32_t chunkSize = options.chunkSize != 0 ? options.chunkSize : UsualChunkSize;
+  const uint32_t chunkSize = options.chunkSize != 0 ? options.chunkSize : DefaultChunkSize;
   // No other thread uses the hashers after this function, even if it throws.
   struct EndOfRun {
     DigestRing& ring;

@@ -17,10 +17,10 @@ struct HashOutcome {
   uint64_t bytesRead = 0;  // bytes read and handed to the hashers
   uint32_t error = 0;      // Windows error code; 0 for none
   bool cancelled = false;
-  bool changed = false;  // the file was written to meanwhile; the digests are still present
+  bool changed = false;  // the file was modified during hashing; the digests are still present
 };
 
-inline constexpr uint32_t UsualChunkSize = 1048576;
+inline constexpr uint32_t DefaultChunkSize = 1048576;
 
 struct HashOptions {
   // Owned by the caller; may be null. Checked for each chunk, and while the calling thread digests.
@@ -28,8 +28,8 @@ struct HashOptions {
   const std::atomic<bool>* cancel = nullptr;
   // Called on the calling thread after each chunk with the bytes read so far; may be empty.
   std::function<void(uint64_t)> progress;
-  // Bytes of one read; 0 means UsualChunkSize.
-  uint32_t chunkSize = UsualChunkSize;
+  // Bytes of one read; 0 means DefaultChunkSize.
+  uint32_t chunkSize = DefaultChunkSize;
 };
 
 // Reads the file at `path` once. At most one of `error` and `cancelled` is set, and with either no

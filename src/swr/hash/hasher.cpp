@@ -110,8 +110,8 @@ class Sha3Hasher final : public Hasher {
   uint32_t position_ = 0;  // bytes absorbed into the current block
 };
 
-// BLAKE3 and xxHash choose among their processor variants at the first use, without a lock. A first
-// use here, once a process, keeps two hashing threads from choosing at the same time.
+// BLAKE3 and xxHash choose among their processor variants at the first use, without a lock. Using
+// each once here, under a lock, keeps two hashing threads from choosing at the same time.
 void ChooseBlake3Variant() {
   static const bool chosen = [] {
     blake3_hasher state;

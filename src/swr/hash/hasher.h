@@ -11,7 +11,7 @@
 
 namespace swr {
 
-// Used by one thread at a time: fed and finished, and then destroyed or reset.
+// Used by one thread at a time. Fed with bytes and finished, and then destroyed or reset.
 class Hasher {
  public:
   virtual ~Hasher() = default;

@@ -35,8 +35,8 @@ void SortEntries(std::vector<DirectoryEntry>& entries) {
   for (size_t i = 0; i < entries.size(); ++i) entries[i] = std::move(keyed[i].entry);
 }
 
-// The entries of one folder that the walk visits, in its order. The result is 0, or the code of
-// the error for which the folder can't be listed.
+// Lists the entries of one folder that the walk visits, in its order. Returns 0, or a Windows error
+// code if the folder can't be listed.
 uint32_t ListDirectory(const std::u16string& folder, const WalkOptions& options,
                        std::vector<DirectoryEntry>& entries) {
   const uint32_t error =
@@ -57,7 +57,7 @@ struct Level {
   std::vector<DirectoryEntry> entries;
   size_t next = 0;
   size_t folderLength = 0;                 // of its path
-  std::optional<FolderIdentity> identity;  // where links are followed
+  std::optional<FolderIdentity> identity;  // only if links are followed
 };
 
 // Whether the folder is one of those that the walk is inside. A folder whose identity is unknown is

@@ -14,7 +14,7 @@ namespace swr {
 struct FoundFile {
   std::u16string path;       // the root as given, joined with the names below it
   size_t relativeStart = 0;  // where the part of the path begins that is relative to the root
-  uint64_t size = 0;         // bytes, as the listing gives them
+  uint64_t size = 0;         // bytes, as reported by the listing
 
   // Relative to the root; a bare name for a file directly in it.
   std::u16string_view RelativePath() const {
@@ -40,8 +40,9 @@ using FoundFileCallback = std::function<void(FoundFile)>;
 // Calls `callback` for every file below `root`, on the calling thread. Links to folders are not
 // entered unless the options say so; links to files are reported as files.
 // Subfolders that can't be listed are skipped. Returns false only if `root` itself can't be listed;
-// being cancelled is no failure. A relative root starts from the current folder. `pattern` limits
-// the files (not the folders) to names that match it (see SystemMatchesPattern); empty for all.
+// being cancelled is not a failure. A relative root starts from the current folder. `pattern`
+// limits the files (not the folders) to names that match it (see SystemMatchesPattern); empty for
+// all.
 bool WalkFolder(const std::u16string& root, const WalkOptions& options,
                 const FoundFileCallback& callback, const std::u16string& pattern = {});
 

@@ -11,13 +11,13 @@
 
 namespace swr {
 
-// Makes a path absolute and clean; SystemFullPath outside tests.
+// Makes a path absolute and normalized; SystemFullPath outside tests.
 using FullPathFunction = std::function<std::optional<std::u16string>(const std::u16string&)>;
 
 // The form in which a path is passed to a system call. On Windows this is the full path with the
 // prefix "\\?\" or "\\?\UNC\", whatever its length. A path that already has such a prefix or the
-// device prefix "\\.\", or that can't be made full, is returned unchanged. On other platforms every
-// path is.
+// device prefix "\\.\", or that can't be made full, is returned unchanged, as is every path on
+// other platforms.
 std::u16string ToLongPath(const std::u16string& path, PathStyle style = NativePathStyle,
                           const FullPathFunction& makeFull = SystemFullPath);
 
@@ -26,7 +26,7 @@ std::u16string ToLongPath(const std::u16string& path, PathStyle style = NativePa
 std::u16string JoinPath(std::u16string_view folder, std::u16string_view name,
                         PathStyle style = NativePathStyle);
 
-// Whether the path names a folder or a link to one. False if the system does not say.
+// Whether the path names a folder or a link to one. False if the system can't tell.
 bool IsDirectoryPath(const std::u16string& path);
 
 // The parts of a path before and after its last backslash or slash, as views into the path.

@@ -27,8 +27,8 @@ struct SignatureResult {
 
 // Verifies the signature inside the file or, if it has none, that of a catalog that lists the file;
 // catalogs are searched for files of up to 256 MiB. Uses no network and shows no dialog. May block
-// for long, so it must not be called on the window's thread. May be called on any thread. Always
-// Unknown where the system has no trust services.
+// for a long time, so it must not be called on the window's thread. May be called on any thread.
+// Always Unknown where the system has no trust services.
 SignatureResult CheckSignature(const std::u16string& path);
 
 // The state of an existing signature for a result of WinVerifyTrust.

@@ -13,10 +13,10 @@
 namespace swr {
 namespace {
 
-constexpr LONGLONG LargestCatalogFile = 268435456;  // bytes: 256 MiB; hashing is a second read
+constexpr LONGLONG LargestCatalogFile = 268435456;  // bytes: 256 MiB; hashing reads the file again
 constexpr DWORD LargestCatalogHash = 64;            // bytes
 // In bytes. The trust services recognise the type of a file by its first four bytes. For a shorter
-// one they report an invalid parameter, which would read as a broken signature.
+// one they report an invalid parameter, which would be shown as a broken signature.
 constexpr LONGLONG ShortestSignedFile = 4;
 
 // The two kinds of hash under which catalogs list files.
@@ -25,7 +25,7 @@ enum class CatalogHashKind : uint8_t { Sha256, Classic };
 struct TrustAnswer {
   uint32_t result = 0;
   uint32_t lastError = 0;
-  std::u16string signer;  // empty when it could not be found out
+  std::u16string signer;  // empty if it could not be determined
 };
 
 bool IsUnknownForm(uint32_t code) {
@@ -42,7 +42,7 @@ class SignatureCheck {
   // The signature inside the file.
   TrustAnswer VerifyFile() const;
   // The signature of the catalog that lists the file under this kind of hash. Nothing when there is
-  // no such catalog or a step towards it fails.
+  // no such catalog or a step of the search fails.
   std::optional<TrustAnswer> VerifyCatalog(CatalogHashKind kind) const;
 
  private:

@@ -34,7 +34,7 @@ struct TrustFunctions {
   BOOL(WINAPI* CryptCATAdminCalcHashFromFileHandle2)
   (HCATADMIN, HANDLE, DWORD*, BYTE*, DWORD) = nullptr;
 
-  // Whether all functions are there that every supported system has.
+  // Whether all functions that every supported system has were found.
   bool AreComplete() const {
     return WinVerifyTrust && WTHelperProvDataFromStateData && WTHelperGetProvSignerFromChain &&
            CertGetNameStringW && CryptCATAdminAcquireContext && CryptCATAdminReleaseContext &&

@@ -1,6 +1,6 @@
 #include "swr/system/digest_provider.h"
 
-// The low-level functions instead of the EVP interface that OpenSSL recommends: EVP reads a
+// Uses the low-level functions instead of the EVP interface that OpenSSL recommends: EVP reads a
 // configuration file and builds tables of providers, which takes longer than hashing a small file,
 // and allocates memory for each file.
 #define OPENSSL_SUPPRESS_DEPRECATED
@@ -36,7 +36,7 @@ void OpenProvider(ProviderAlgorithm algorithm) {
   if (!provider.isOpen) throw std::runtime_error("Windows cryptography provider unavailable");
 }
 
-// OpenSSL has one structure for each two of its SHA-2 algorithms, so a state remembers its own.
+// OpenSSL uses the same structure for SHA-384 and SHA-512; separate types distinguish them.
 struct Sha384State : SHA512_CTX {};
 struct Sha512State : SHA512_CTX {};
 
@@ -63,7 +63,7 @@ struct UpdateDigest {
   void operator()(Sha512State& c) const { SHA512_Update(&c, data, size); }
 };
 
-// Gives the length of the digest.
+// Returns the length of the digest.
 struct FinishDigest {
   uint8_t* bytes;
 

@@ -26,7 +26,7 @@ struct CngFunctions {
   decltype(&BCryptFinishHash) finishHash = FindInBcrypt("BCryptFinishHash");
   decltype(&BCryptDestroyHash) destroyHash = FindInBcrypt("BCryptDestroyHash");
 
-  bool AreAllThere() const {
+  bool AreComplete() const {
     return openProvider && getProperty && createHash && hashData && finishHash && destroyHash;
   }
 };
@@ -58,7 +58,7 @@ ULONG ReadProperty(BCRYPT_ALG_HANDLE handle, const wchar_t* name) {
 void Open(CngProvider& provider) {
   BCRYPT_ALG_HANDLE handle = nullptr;
   const bool fails = InjectedFault(SystemCall::OpenDigestProvider).has_value() ||
-                     !Cng().AreAllThere() ||
+                     !Cng().AreComplete() ||
                      Cng().openProvider(&handle, provider.algorithmName, nullptr, 0) < 0;
   if (fails) return;
   provider.handle = handle;
@@ -86,7 +86,7 @@ struct HashHandleTraits {
   static void Close(BCRYPT_HASH_HANDLE value) noexcept { Cng().destroyHash(value); }
 };
 
-// BCryptHashData counts in 32 bits.
+// BCryptHashData takes a 32-bit length.
 constexpr uint64_t LongestPiece = 0x40000000;
 
 }  // namespace
@@ -105,10 +105,10 @@ struct ProviderHash::State {
   UniqueHandle<HashHandleTraits> hash;
   bool isReusable = true;  // finishing the hash makes it ready for the next file
   bool isUsed = false;     // since it was made or finished
-  bool hasFailed = false;  // so that the next digest could contain data of this one
+  bool hasFailed = false;  // a call failed, so the next digest could include data of this one
 };
 
-// Replaces the hash, if there is one. Windows 7 refuses to make reusable hashes.
+// Replaces the hash, if there is one. Windows 7 can't create reusable hashes.
 void ProviderHash::State::MakeHash() {
   hash.Reset();
   isUsed = false;

@@ -29,7 +29,7 @@ struct FolderIdentity {
 // it.
 std::optional<FolderIdentity> IdentityOfFolder(const std::u16string& folder);
 
-// Appends the entries of `folder` (in the form that the system takes) in no particular order,
+// Appends the entries of `folder` (a path as returned by ToLongPath) in no particular order,
 // without "." and "..", and returns 0. On failure returns a Windows error code and appends nothing.
 // An error in the middle of a listing ends it as if it were complete, and so does `cancel` (which
 // may be null) once it is set. Without `withSizes` the sizes may be 0.

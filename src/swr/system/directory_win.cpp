@@ -22,10 +22,10 @@ std::optional<FolderIdentity> IdentityOfFolder(const std::u16string& folder) {
 }
 
 uint32_t ReadDirectory(const std::u16string& folder, std::vector<DirectoryEntry>& entries,
-                       bool /*withSizes: they are always there*/, const std::atomic<bool>* cancel) {
+                       bool /*withSizes: always available*/, const std::atomic<bool>* cancel) {
   if (const auto fault = InjectedFault(SystemCall::ListDirectory)) return *fault;
-  // After the long prefix the system takes the path literally, so doubled separators would not be
-  // found.
+  // With the long prefix the system takes the path literally, and would not accept a doubled
+  // separator.
   const bool endsInSeparator = !folder.empty() && folder.back() == u'\\';
   const std::u16string pattern = folder + (endsInSeparator ? u"*" : u"\\*");
   WIN32_FIND_DATAW data;

@@ -27,8 +27,8 @@ enum class SystemCall : uint8_t {
   FullPath,
   OpenDigestProvider,
   CreateDigest,
-  CreateReusableDigest,  // on Windows; after a failure digests for one file each are made
-  // In the program, outside the core.
+  CreateReusableDigest,  // on Windows; after a failure each file gets a digest object of its own
+  // In the program with the window, outside the core:
   ReadSetting,
   WriteSetting,
   InstanceMutex,
@@ -43,12 +43,12 @@ inline constexpr size_t SystemCallCount = static_cast<size_t>(SystemCall::StartT
 class FaultPlan {
  public:
   virtual ~FaultPlan() = default;
-  // The Windows error code (possibly 0) with which this call shall fail, or nothing to let it
-  // proceed. May be called by several threads at once.
+  // The Windows error code (possibly 0) with which this call fails, or nothing to let it proceed.
+  // May be called by several threads at once.
   virtual std::optional<uint32_t> Fault(SystemCall call) = 0;
 };
 
-// Owned by the test that installs it, and must outlive every call; null outside tests.
+// Owned by the test that installs it; must outlive every call. Null outside tests.
 inline std::atomic<FaultPlan*> installedFaultPlan = nullptr;
 
 inline std::optional<uint32_t> InjectedFault(SystemCall call) {

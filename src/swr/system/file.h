@@ -1,5 +1,5 @@
-// Opening, reading and writing one file, and its size and time. Paths are in the form that the
-// system takes (ToLongPath in swr/paths/path_forms.h); errors are Windows error codes.
+// Opening, reading and writing one file, and its size and time. Paths are in the form for system
+// calls (ToLongPath in swr/paths/path_forms.h); errors are Windows error codes.
 #pragma once
 
 #include <cstdint>
@@ -31,7 +31,7 @@ enum class FileSharing : uint8_t {
   ReadWrite,   // others may read and write it, not delete it
 };
 
-// A HANDLE or a file descriptor; -1 is no file on either platform.
+// A HANDLE or a file descriptor; -1 means no file on either platform.
 struct FileHandleTraits {
   using Value = intptr_t;
   static constexpr Value Invalid = -1;
@@ -54,7 +54,7 @@ class File {
   // Information about the open file itself, even if its path now names another file. Nothing on
   // failure.
   std::optional<FileInfo> Info() const;
-  // The same, as of the moment at which the file was opened.
+  // The same, as of the moment when the file was opened.
   std::optional<FileInfo> InfoAtOpening() const;
   // Reads up to `size` bytes at the current position and advances it. May read fewer bytes before
   // the end of the file.
@@ -72,11 +72,11 @@ std::optional<FileInfo> QueryFileInfo(const std::u16string& path, uint32_t& erro
 // One file opened for writing, closed with the object. Used by one thread at a time.
 class OutputFile {
  public:
-  // Creates the file or drops its content. On Windows nobody else can open it in the meantime.
+  // Creates the file or deletes its content. On Windows nobody else can open it in the meantime.
   // Returns 0 and replaces `file`, or returns an error and leaves `file` unchanged.
   [[nodiscard]] static uint32_t Create(const std::u16string& path, OutputFile& file);
-  // Adds the bytes, at most 4 GiB, to the end. Returns 0, or an error; the file then contains what
-  // was written so far.
+  // Appends the bytes, at most 4 GiB. Returns 0, or an error; the file then contains what was
+  // written so far.
   [[nodiscard]] uint32_t Write(std::string_view bytes);
 
  private:

@@ -44,9 +44,9 @@ uint32_t File::Open(const std::u16string& path, FileSharing /*sharing*/, File& f
   if (fstat(descriptor, &status) != 0) return ErrorFromErrno(errno);
   // Reading a pipe, a socket or a device may never end.
   if (!S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode)) return ErrorNotSupported;
-  // What is shorter is read ahead as a whole anyway.
-  constexpr off_t usualReadAhead = 131072;
-  if (status.st_size > usualReadAhead) posix_fadvise(descriptor, 0, 0, POSIX_FADV_SEQUENTIAL);
+  // Shorter files are read ahead completely anyway.
+  constexpr off_t defaultReadAhead = 131072;
+  if (status.st_size > defaultReadAhead) posix_fadvise(descriptor, 0, 0, POSIX_FADV_SEQUENTIAL);
   opened.infoAtOpening_ = InfoFrom(status);
   file = std::move(opened);
   return 0;

@@ -21,7 +21,7 @@ class FileReplacement {
   FileReplacement(const FileReplacement&) = delete;
   FileReplacement& operator=(const FileReplacement&) = delete;
 
-  // Creates a temporary file beside `path`, which is in the form that the system takes. A device or
+  // Creates a temporary file next to `path`, which is in the form for system calls. A device or
   // pipe at `path` is written to directly. All functions return 0 or a Windows error code.
   [[nodiscard]] uint32_t Begin(const std::u16string& path);
   [[nodiscard]] uint32_t Write(std::string_view bytes);

@@ -47,7 +47,7 @@ uint32_t FileReplacement::Begin(const std::u16string& path) {
     return handle_ ? 0 : ErrorFromErrno(errno);
   }
   path_ = PathTextFromBytes(target);
-  // O_EXCL: an existing file must not be opened, even if its random name is the same.
+  // O_EXCL: an existing file must not be opened, even if it happens to have this random name.
   constexpr int attempts = 16;
   std::random_device random;
   for (int i = 0; i < attempts; ++i) {

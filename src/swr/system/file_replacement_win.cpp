@@ -44,7 +44,7 @@ uint32_t FileReplacement::Begin(const std::u16string& path) {
   for (int i = 0; i < attempts; ++i) {
     const std::u16string temporary = path + u"." + NumberText(random()) + u".part";
     RemoveFileOnInterrupt(temporary);
-    // With the right to delete, an interrupt can remove the file while it is open.
+    // Shared for deleting, so that an interrupt can remove the file while it is open.
     handle_.Reset(reinterpret_cast<intptr_t>(
         CreateFileW(AsWide(temporary), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr,
                     CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr)));

@@ -1,5 +1,5 @@
-// The path rules of this platform, and making a path absolute and clean without accessing the file
-// system.
+// The path rules of this platform, and making a path absolute and normalized without accessing the
+// file system.
 #pragma once
 
 #include <cstddef>
@@ -20,7 +20,8 @@ inline constexpr PathStyle NativePathStyle =
 // The longest full path in code units: the limit of Windows without the terminator.
 inline constexpr size_t LongestFullPath = 32767;
 
-// `path` made absolute against the current folder of the process, with "." and ".." resolved.
+// `path` made absolute, starting from the current folder of the process, with "." and ".."
+// resolved.
 // Nothing if the path is empty, the system refuses it, or the result would be longer than
 // LongestFullPath.
 std::optional<std::u16string> SystemFullPath(const std::u16string& path);

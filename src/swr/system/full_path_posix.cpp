@@ -11,14 +11,14 @@
 namespace swr {
 namespace {
 
-// Whether the path is absolute and has no step that would be left out or resolved.
+// Whether the path is absolute and has no component that would be dropped or resolved.
 bool IsFull(std::u16string_view path) {
   if (!path.starts_with(u'/') || path.size() == 1) return path == u"/";
   while (!path.empty()) {
     path.remove_prefix(1);
-    const std::u16string_view step = path.substr(0, path.find(u'/'));
-    if (step.empty() || step == u"." || step == u"..") return false;
-    path.remove_prefix(step.size());
+    const std::u16string_view component = path.substr(0, path.find(u'/'));
+    if (component.empty() || component == u"." || component == u"..") return false;
+    path.remove_prefix(component.size());
   }
   return true;
 }
@@ -27,7 +27,7 @@ bool IsFull(std::u16string_view path) {
 
 std::optional<std::u16string> SystemFullPath(const std::u16string& path) {
   if (path.empty() || InjectedFault(SystemCall::FullPath)) return std::nullopt;
-  if (path.size() <= LongestFullPath && IsFull(path)) return path;  // as the paths of walks are
+  if (path.size() <= LongestFullPath && IsFull(path)) return path;  // like the paths from walks
   std::u16string absolute;
   if (path.front() != u'/') {
     std::error_code error;
@@ -38,25 +38,25 @@ std::optional<std::u16string> SystemFullPath(const std::u16string& path) {
   absolute += u'/';
   absolute += path;
 
-  std::vector<std::u16string_view> steps;
-  steps.reserve(16);
+  std::vector<std::u16string_view> components;
+  components.reserve(16);
   std::u16string_view rest = absolute;
   while (!rest.empty()) {
     const size_t end = rest.find(u'/');
-    const std::u16string_view step = rest.substr(0, end);
+    const std::u16string_view component = rest.substr(0, end);
     rest.remove_prefix(end == rest.npos ? rest.size() : end + 1);
-    if (step.empty() || step == u".") continue;
-    if (step != u"..") {
-      steps.push_back(step);
-    } else if (!steps.empty()) {
-      steps.pop_back();
+    if (component.empty() || component == u".") continue;
+    if (component != u"..") {
+      components.push_back(component);
+    } else if (!components.empty()) {
+      components.pop_back();
     }
   }
   std::u16string full;
   full.reserve(absolute.size());
-  for (const std::u16string_view step : steps) {
+  for (const std::u16string_view component : components) {
     full += u'/';
-    full += step;
+    full += component;
   }
   if (full.empty()) full = u"/";
   if (full.size() > LongestFullPath) return std::nullopt;

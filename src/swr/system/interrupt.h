@@ -10,8 +10,8 @@ namespace swr {
 // Call once, at the start of a program that needs no other handling of interrupts.
 void EndOnInterrupt();
 
-// Sets the one file that an interrupt removes, in the form that the system takes; an empty path for
-// none.
+// Sets the one file that an interrupt removes, as a path in the form for system calls; an empty
+// path for none.
 void RemoveFileOnInterrupt(const std::u16string& path);
 
 // Sets the bytes that an interrupt writes to standard error before the process ends, to erase a

@@ -10,25 +10,26 @@
 namespace swr {
 namespace {
 
-// The handler runs on a thread of its own.
-struct LastActs {
+// What an interrupt does. The handler runs on a thread of its own.
+struct InterruptActions {
   std::mutex mutex;
   std::u16string fileToRemove;
-  std::string_view words;
+  std::string_view textToWrite;
 };
 
-LastActs& Acts() {
-  static LastActs acts;
-  return acts;
+InterruptActions& Actions() {
+  static InterruptActions actions;
+  return actions;
 }
 
-BOOL WINAPI EndByConsole(DWORD /*event*/) {
-  const std::lock_guard lock(Acts().mutex);
-  // The file is open with the right to delete it, and is deleted when its last handle is closed.
-  if (!Acts().fileToRemove.empty()) DeleteFileW(AsWide(Acts().fileToRemove));
+BOOL WINAPI OnConsoleEvent(DWORD /*event*/) {
+  const std::lock_guard lock(Actions().mutex);
+  // The file is open with delete sharing, so it is deleted when its last handle is closed.
+  if (!Actions().fileToRemove.empty()) DeleteFileW(AsWide(Actions().fileToRemove));
   // If this write fails, there is nothing left to do.
-  if (!Acts().words.empty()) {
-    [[maybe_unused]] const uint32_t error = WriteStandard(StandardStream::Error, Acts().words);
+  if (!Actions().textToWrite.empty()) {
+    [[maybe_unused]] const uint32_t error =
+        WriteStandard(StandardStream::Error, Actions().textToWrite);
   }
   // The system's own handler comes next: it ends the process with STATUS_CONTROL_C_EXIT.
   return FALSE;
@@ -37,18 +38,18 @@ BOOL WINAPI EndByConsole(DWORD /*event*/) {
 }  // namespace
 
 void EndOnInterrupt() {
-  Acts();
-  SetConsoleCtrlHandler(EndByConsole, TRUE);
+  Actions();
+  SetConsoleCtrlHandler(OnConsoleEvent, TRUE);
 }
 
 void RemoveFileOnInterrupt(const std::u16string& path) {
-  const std::lock_guard lock(Acts().mutex);
-  Acts().fileToRemove = path;
+  const std::lock_guard lock(Actions().mutex);
+  Actions().fileToRemove = path;
 }
 
 void WriteOnInterrupt(std::string_view text) {
-  const std::lock_guard lock(Acts().mutex);
-  Acts().words = text;
+  const std::lock_guard lock(Actions().mutex);
+  Actions().textToWrite = text;
 }
 
 }  // namespace swr

@@ -12,7 +12,7 @@ namespace {
 constexpr bool IsDigit(char16_t unit) { return unit >= u'0' && unit <= u'9'; }
 
 // A unit's place in the natural order: punctuation, digits (see AppendNaturalKey), the letters of
-// ASCII, all others by number.
+// ASCII, all others by code unit.
 constexpr char16_t NumberMark = 0x80;
 
 constexpr auto AsciiWeights = [] {

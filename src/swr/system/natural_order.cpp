@@ -157,8 +157,8 @@ KeyPart NaturalSort::PartOf(size_t number, size_t depth) const {
                           : MakeKeyPart(keys_[number].subspan(depth));
 }
 
-// Comparing two keys waits for memory twice, so each is read only once for every sixteen bytes: a
-// part of the key lies beside the number, and what it leaves equal is sorted by the next part.
+// Comparing two keys in memory costs two cache misses. So sixteen bytes of each key are copied next
+// to its number; entries for which they are equal are sorted by the next sixteen.
 void NaturalSort::SortByKeys(std::vector<size_t>& order, bool descending) {
   const auto ascends = [](const Entry& a, const Entry& b) {
     return a.part != b.part ? a.part < b.part : a.number < b.number;
@@ -207,7 +207,7 @@ std::vector<size_t> NaturalSort::Sorted(bool descending) {
   std::iota(order.begin(), order.end(), size_t{0});
   SortByKeys(order, descending);
   if (!NaturalKeysAreExact) {
-    // The system's own comparison is expensive, but most neighbours are in its order by now.
+    // The system's own comparison is expensive, but most neighbours are already in its order.
     MergeSortedRuns(order, [&](size_t a, size_t b) {
       const int compared = SystemCompareNaturalTexts(texts_[a], texts_[b]);
       return compared != 0 ? (compared < 0) != descending : a < b;

@@ -18,8 +18,8 @@ using NumberedText = std::function<std::u16string(size_t)>;
 // perhaps once more.
 std::vector<size_t> SortNaturally(size_t count, const NumberedText& textOf, bool descending);
 
-// Sorts `order`, of which long runs are sorted already: it then takes little more than one
-// comparison for each element. goesBefore(a, b) is a strict total order.
+// Sorts `order` by merging its sorted runs: if these are long, it takes little more than one
+// comparison per element. goesBefore(a, b) is a strict total order.
 template <typename GoesBefore>
 void MergeSortedRuns(std::vector<size_t>& order, const GoesBefore& goesBefore) {
   std::vector<size_t> starts;  // of the runs, and the end of the last one

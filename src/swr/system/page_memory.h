@@ -1,4 +1,4 @@
-// Memory in whole pages, straight from the system, and returned to it at once when it is freed. The
+// Memory in whole pages, directly from the system, and returned to it as soon as it is freed. The
 // heap may keep freed memory.
 #pragma once
 

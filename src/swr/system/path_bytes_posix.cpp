@@ -38,8 +38,8 @@ Decoded DecodeSequence(std::string_view bytes) {
   return {codePoint, length};
 }
 
-// Whether the text of these bytes can't begin with a low surrogate, as that of an encoded surrogate
-// and of an invalid byte can.
+// Whether the bytes begin with an ordinary character. The text of an encoded surrogate or of an
+// invalid byte could begin with a low surrogate.
 bool StartsWithCharacter(std::string_view bytes) {
   const Decoded decoded = DecodeSequence(bytes);
   return decoded.length != 0 && !IsHighSurrogate(decoded.codePoint) &&
@@ -65,7 +65,7 @@ void AppendBytes(std::string& bytes, char32_t codePoint) {
   }
 }
 
-// How many characters at the start are ASCII: mostly all of them, and they need no decoding.
+// How many characters at the start are ASCII. Usually all of them are, and they need no decoding.
 template <typename Text>
 size_t AsciiLength(Text text) {
   const auto isAscii = [](auto c) { return static_cast<char32_t>(c) < 0x80; };

@@ -3,7 +3,7 @@
 //
 // The compiler's own library initialises the canary with CryptGenRandom, for which Windows 7
 // searches the program's folder for a library before any code of the program runs. This version
-// uses kernel calls only, the same sources of entropy as other compilers for Windows.
+// uses kernel calls only, and the same sources of entropy as other compilers for Windows.
 #include "swr/system/windows_api_win.h"
 
 #include <cstdint>
@@ -34,15 +34,15 @@ uintptr_t __stack_chk_guard = static_cast<uintptr_t>(0x9E3779B97F4A7C00);
 
 namespace {
 
-// Runs before all other initialisers. Without a canary of its own, which it would change.
-__attribute__((constructor(101), no_stack_protector)) void DrawStackGuard() {
+// Runs before all other initialisers. Compiled without a canary, because it changes the canary.
+__attribute__((constructor(101), no_stack_protector)) void RandomizeStackGuard() {
   FILETIME time;
   GetSystemTimeAsFileTime(&time);
   LARGE_INTEGER counter;
   QueryPerformanceCounter(&counter);
   // The system randomizes both addresses at each start.
   const auto stack = reinterpret_cast<uintptr_t>(&counter);
-  const auto code = reinterpret_cast<uintptr_t>(&DrawStackGuard);
+  const auto code = reinterpret_cast<uintptr_t>(&RandomizeStackGuard);
   uint64_t value = Mix(uint64_t{time.dwHighDateTime} << 32 | time.dwLowDateTime);
   value = Mix(value ^ static_cast<uint64_t>(counter.QuadPart));
   value = Mix(value ^ (uint64_t{GetCurrentProcessId()} << 32 | GetCurrentThreadId()));

@@ -18,7 +18,7 @@ uint32_t TerminalWidth(StandardStream stream);
 // them.
 bool EnableColors(StandardStream stream);
 
-// Writes all of `text`, which is UTF-8. Returns 0 or a Windows error code: 109 when the reading end
+// Writes all of `text`, which is UTF-8. Returns 0 or a Windows error code: 109 if the reading end
 // of a pipe is closed. To a Windows console the text is written as UTF-16.
 [[nodiscard]] uint32_t WriteStandard(StandardStream stream, std::string_view text);
 

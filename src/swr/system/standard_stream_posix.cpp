@@ -22,8 +22,8 @@ bool IsInputTerminal() { return isatty(STDIN_FILENO) == 1; }
 
 uint32_t TerminalWidth(StandardStream stream) {
   winsize size = {};
-  constexpr uint32_t usual = 80;
-  if (ioctl(DescriptorOf(stream), TIOCGWINSZ, &size) != 0 || size.ws_col == 0) return usual;
+  constexpr uint32_t defaultWidth = 80;
+  if (ioctl(DescriptorOf(stream), TIOCGWINSZ, &size) != 0 || size.ws_col == 0) return defaultWidth;
   return size.ws_col;
 }
 

@@ -50,10 +50,10 @@ bool IsInputTerminal() { return IsConsole(GetStdHandle(STD_INPUT_HANDLE)); }
 
 uint32_t TerminalWidth(StandardStream stream) {
   CONSOLE_SCREEN_BUFFER_INFO info = {};
-  constexpr uint32_t usual = 80;
-  if (!GetConsoleScreenBufferInfo(HandleOf(stream), &info)) return usual;
+  constexpr uint32_t defaultWidth = 80;
+  if (!GetConsoleScreenBufferInfo(HandleOf(stream), &info)) return defaultWidth;
   const int width = info.srWindow.Right - info.srWindow.Left + 1;
-  return width > 0 ? static_cast<uint32_t>(width) : usual;
+  return width > 0 ? static_cast<uint32_t>(width) : defaultWidth;
 }
 
 bool EnableColors(StandardStream stream) {

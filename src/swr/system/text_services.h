@@ -8,7 +8,7 @@
 
 namespace swr {
 
-// The upper-case form of the code unit by the system's table, or the unit itself.
+// The upper-case form of the code unit according to the system's table, or the unit itself.
 char16_t SystemUpperUnit(char16_t unit);
 // Whether the texts are equal unit by unit after SystemUpperUnit; independent of the locale.
 bool SystemEqualsNoCase(std::u16string_view a, std::u16string_view b);

@@ -11,15 +11,15 @@
 namespace swr {
 namespace {
 
-// The calls below count in int. Longer text does not occur: the largest file read as text has
-// 64 MiB.
+// The calls below take lengths as int. Longer text does not occur: the largest file read as text
+// has 64 MiB.
 int AsInt(size_t length) { return static_cast<int>(length); }
 
 std::u16string Decode(UINT codePage, std::string_view bytes) {
   if (bytes.empty()) return {};
   const int length =
       MultiByteToWideChar(codePage, 0, bytes.data(), AsInt(bytes.size()), nullptr, 0);
-  // Filled in place, because a copy of a large checksum file would be large.
+  // Filled in place, to avoid a copy of what may be a large checksum file.
   std::u16string text(static_cast<size_t>(length), u'\0');
   MultiByteToWideChar(codePage, 0, bytes.data(), AsInt(bytes.size()), WideBuffer(text), length);
   return text;

@@ -1,5 +1,4 @@
-// Writing to a descriptor until everything is written, for what replaces files and what overwrites
-// them.
+// Writing all bytes to a file descriptor; shared by everything that writes files or streams.
 #pragma once
 
 #include <unistd.h>
@@ -14,8 +13,8 @@
 
 namespace swr {
 
-// Returns 0, or a Windows error code; part of the bytes may be written then. No bytes make no call.
-// `call` is what fault injection takes each write for.
+// Returns 0, or a Windows error code, after which part of the bytes may have been written. Does
+// nothing if `bytes` is empty. `call` is the call that fault injection sees for each write.
 [[nodiscard]] inline uint32_t WriteAll(int descriptor, std::string_view bytes,
                                        SystemCall call = SystemCall::WriteFile) {
   while (!bytes.empty()) {

@@ -6,8 +6,8 @@
 
 namespace swr {
 
-// Replaces each character that would break a line, change the direction of text or be invisible by
-// its code: "a[U+202E]txt.exe". These are the control characters, the line and paragraph
+// Replaces each character that would break a line, change the direction of text or be invisible
+// with its code: "a[U+202E]txt.exe". These are the control characters, the line and paragraph
 // separators, and the invisible formatting characters except the two joiners, which some scripts
 // and emoji need. Everything else is kept, including spaces of any width.
 //

@@ -10,7 +10,7 @@ namespace swr {
 std::u16string Utf8ToWide(std::string_view bytes);
 // Without a byte-order mark; lone surrogates become replacement characters.
 std::string WideToUtf8(std::u16string_view text);
-// The same at the end of bytes that are there already.
+// Appends the same to `bytes`.
 void AppendUtf8(std::u16string_view text, std::string& bytes);
 
 // Decodes the content of a text file. A byte-order mark selects UTF-8 or UTF-16 in either byte

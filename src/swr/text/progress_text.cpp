@@ -8,7 +8,7 @@
 namespace swr {
 
 uint64_t FractionOf(uint64_t part, uint64_t whole, uint64_t steps) {
-  // Where the product would not fit 64 bits, halving both keeps the ratio.
+  // If the product would not fit in 64 bits, halving both keeps the ratio.
   while (part > std::numeric_limits<uint64_t>::max() / steps) {
     part /= 2;
     whole /= 2;

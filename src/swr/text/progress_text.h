@@ -10,8 +10,8 @@ namespace swr {
 // not 0.
 uint64_t FractionOf(uint64_t part, uint64_t whole, uint64_t steps);
 
-// "0:07", "61:00": minutes and seconds. Minutes do not roll over into hours. Infinity and anything
-// beyond 2^31 seconds show as that.
+// "0:07", "61:00": minutes and seconds. Minutes do not roll over into hours. Longer times,
+// including infinity, are shown as 2^31 - 1 seconds.
 std::u16string FormatTimeLeft(double seconds);
 
 }  // namespace swr

@@ -30,8 +30,8 @@ bool EqualsNoCase(std::u16string_view a, std::u16string_view b) {
   if (a.size() != b.size()) return false;
   const auto [inA, inB] = std::mismatch(a.begin(), a.end(), b.begin());
   if (inA == a.end()) return true;
-  // Most texts differ in an ASCII character, which equals nothing but its other case. Only the
-  // others need a system call.
+  // Most texts differ in an ASCII character, which equals nothing but its other case. Only other
+  // differences need a system call.
   if (*inA < 128 && *inB < 128 && ToLowerUnit(*inA) != ToLowerUnit(*inB)) return false;
   const auto same = static_cast<size_t>(inA - a.begin());
   return SystemEqualsNoCase(a.substr(same), b.substr(same));

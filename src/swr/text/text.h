@@ -10,14 +10,15 @@ namespace swr {
 
 // A view into `text` without blanks at either end. Blanks are tab, line feed, carriage return,
 // space, and the characters that are easily copied with a hash from a web page: no-break space,
-// zero-width space and the byte-order mark. No other spaces.
+// zero-width space and the byte-order mark. No other space is a blank.
 std::u16string_view TrimText(std::u16string_view text);
 
-// Whether the texts are equal by code unit, ignoring case by the system's table, in any locale.
+// Whether the texts are equal by code unit, ignoring case according to the system's table,
+// independently of the locale.
 bool EqualsNoCase(std::u16string_view a, std::u16string_view b);
-// A hash value that is the same for texts that are EqualsNoCase.
+// A hash value that is the same for texts that are equal by EqualsNoCase.
 uint64_t CaseHash(std::u16string_view text);
-// The hash value of a text that ends with this one; `start` is that of what comes before.
+// Continues a hash: the value for a text that is `text` appended to one whose value is `start`.
 uint64_t CaseHash(std::u16string_view text, uint64_t start);
 bool EndsWithNoCase(std::u16string_view text, std::u16string_view suffix);
 

@@ -57,7 +57,7 @@ long OwnMemory() {
 TEST(WorkerMemoryTest, IsFreedWhenTheWorkerIsIdle) {
   swr::testing::TempTree tree;
   const SharedPath path =
-      tree.AddFile(u"large", swr::testing::CountingBytes(20 * swr::UsualChunkSize));
+      tree.AddFile(u"large", swr::testing::CountingBytes(20 * swr::DefaultChunkSize));
   const OwnResources before = CountOwnResources();
   LastFinishedJob sink;
   Worker worker(
@@ -69,7 +69,7 @@ TEST(WorkerMemoryTest, IsFreedWhenTheWorkerIsIdle) {
     long most = 0;
     while (worker.GetSnapshot().active || !sink.IsThere()) most = std::max(most, OwnMemory());
     EXPECT_GT(CountOwnResources().threads, before.threads + 1) << "threads are kept";
-    EXPECT_GT(OwnMemory(), idle + 2 * swr::UsualChunkSize) << "buffers are kept";
+    EXPECT_GT(OwnMemory(), idle + 2 * swr::DefaultChunkSize) << "buffers are kept";
     EXPECT_LT(most, idle + 12 * KiB * KiB);
 
     const auto deadline = std::chrono::steady_clock::now() + 10s;

@@ -16,7 +16,7 @@
 namespace cli::testing {
 namespace {
 
-// What the jobs of a test record.
+// Records what the jobs of a test do.
 struct Trace {
   std::vector<uint32_t> reported;  // only one job reports at a time
   std::atomic<uint32_t> ran = 0;
@@ -61,7 +61,7 @@ const auto noTick = [] {};
 
 TEST(OrderedWorkTest, ReportsInTheOrderOfSubmission) {
   for (const uint32_t threads : {1u, 2u, 8u}) {
-    for (const size_t capacity : {size_t{1}, size_t{3}, OrderedWork::UsualCapacity}) {
+    for (const size_t capacity : {size_t{1}, size_t{3}, OrderedWork::DefaultCapacity}) {
       SCOPED_TRACE(std::to_string(threads) + " threads, capacity " + std::to_string(capacity));
       std::mt19937 random(threads);
       Trace trace;
@@ -103,7 +103,7 @@ TEST(OrderedWorkTest, RunsLaterJobsWhileOneIsSlow) {
   EXPECT_EQ(trace.reported, FirstNumbers(100));
 }
 
-TEST(OrderedWorkTest, TheProducerWaitsAtTheCapacity) {
+TEST(OrderedWorkTest, TheProducerWaitsWhenTheQueueIsFull) {
   Trace trace;
   OrderedWork work(1, 4);
   uint32_t most = 0;
@@ -115,7 +115,7 @@ TEST(OrderedWorkTest, TheProducerWaitsAtTheCapacity) {
         }
       },
       noTick);
-  // Jobs being reported have left the queue; there are at most `capacity` of them.
+  // Jobs that are being reported have left the queue; there are at most `capacity` of them.
   EXPECT_LE(most, 8u);
 }
 
@@ -152,7 +152,7 @@ TEST(OrderedWorkTest, RethrowsAnExceptionAndEndsTheWork) {
 
 // Cancelled from another thread at a random moment: the reported jobs are a prefix of the submitted
 // ones, and no job leaks.
-TEST(OrderedWorkTest, ACancelLeavesAPrefixOfTheReports) {
+TEST(OrderedWorkTest, ACancelLeavesAPrefixOfTheJobsReported) {
   std::mt19937 random(20261121);
   const uint64_t rounds = swr::testing::NumberFromEnvironment("SUMWRIGHT_WORK_ROUNDS", 100);
   for (uint64_t round = 0; round < rounds; ++round) {

@@ -20,7 +20,7 @@ struct PatternCase {
 };
 
 const PatternCase patternCases[] = {
-    // Only the name.
+    // Matched against the name only.
     {u"a.iso", u"*.iso", true},
     {u"f/g/a.iso", u"*.iso", true},
     {u"a.iso", u"a.iso", true},
@@ -36,7 +36,7 @@ const PatternCase patternCases[] = {
     {u"mississippi", u"m*isx*p?", false},
     {u"f/node_modules", u"node_modules", true},
     {u"f/node_modules", u"node_modules/", true},
-    // The whole path.
+    // Matched against the whole path.
     {u"f/a", u"f/a", true},
     {u"f/a", u"/f/a", true},
     {u"g/f/a", u"f/a", false},

@@ -43,7 +43,7 @@ const NameCase nameCases[] = {
     {u"a.xxh128", AlgoId::Xxh128, true},
     {u"a.md4", AlgoId::Md4, true},
     {u"a.md2", AlgoId::Md2, true},
-    // Case, folders, nothing but the extension.
+    // Letter case, folders, a name that is only an extension.
     {u"A.MD5", AlgoId::Md5, true},
     {u".sha256", AlgoId::Sha256, true},
     {u"C:\\d.md5\\a", None, false},
@@ -56,7 +56,7 @@ const NameCase nameCases[] = {
     {u"a.sha512.sig", AlgoId::Sha512, true},
     {u"a.sha256.txt.asc", None, false},
     {u"a.md5.bak", None, false},
-    // Names in "sum" and "sums".
+    // Names that end in "sum" or "sums".
     {u"MD5SUMS", AlgoId::Md5, true},
     {u"SHA256SUMS", AlgoId::Sha256, true},
     {u"sha256sum.txt", AlgoId::Sha256, true},
@@ -148,10 +148,16 @@ const std::vector<TextCase>& TextCases() {
       {"one line", Hex + u"  a\n", {{u"a", 1}}, {}},
       {"no line end at the end", Hex + u"  a\n" + Hex + u"  b", {{u"a", 1}, {u"b", 2}}, {}},
       {"CR LF", Hex + u"  a\r\n" + Hex + u"  b\r\n", {{u"a", 1}, {u"b", 2}}, {}},
-      {"CR CR LF keeps one", Hex + u"  a\r\r\n", {{u"a\r", 1}}, {}},
-      {"CR CR LF spoils an SFV line", u"a 01020304\r\r\nb 01020304\r\n", {{u"b", 2, Four}}, {1}},
-      {"CR alone ends no line", Hex + u"  a\r" + Hex + u"  b", {{u"a\r" + Hex + u"  b", 1}}, {}},
-      {"line ends alone", u"\n\n\n", {}, {}},
+      {"of CR CR LF, one CR is kept", Hex + u"  a\r\r\n", {{u"a\r", 1}}, {}},
+      {"CR CR LF makes an SFV line unreadable",
+       u"a 01020304\r\r\nb 01020304\r\n",
+       {{u"b", 2, Four}},
+       {1}},
+      {"CR alone does not end a line",
+       Hex + u"  a\r" + Hex + u"  b",
+       {{u"a\r" + Hex + u"  b", 1}},
+       {}},
+      {"nothing but line ends", u"\n\n\n", {}, {}},
       {"blank lines are numbered", u"\n \t\n\r\n" + Hex + u"  a\n", {{u"a", 4}}, {}},
       {"comments are numbered", u"# a\n; b\n  # c\n" + Hex + u"  a", {{u"a", 4}}, {}},
       {"comments are not skipped lines", u"#\n;\n", {}, {}},
@@ -180,7 +186,7 @@ const std::vector<TextCase>& TextCases() {
        {{u"a", 1, Sixteen}},
        {},
        u"list.sha256"},
-      {"two words of a CRC32 in an SFV file",
+      {"two words with the form of a CRC32 in an SFV file",
        u"01020304 01020304",
        {{u"01020304", 1, Four}},
        {},
@@ -218,7 +224,7 @@ std::vector<ExpectedLine> LinesOf(const ChecksumSet& set) {
   return lines;
 }
 
-TEST(ChecksumTextTest, EachLineIsReadOnItsOwn) {
+TEST(ChecksumTextTest, EachLineIsParsedOnItsOwn) {
   for (const TextCase& test : TextCases()) {
     SCOPED_TRACE(test.description);
     const ChecksumSet set = ParseChecksumText(test.text, test.path);
@@ -305,8 +311,8 @@ TEST(ChecksumTextTest, SkipsThePartsOfAClearSignature) {
   }
 }
 
-// Hostile texts that would take very long if any step were quadratic in the length of a line. The
-// test is that they end within its time limit.
+// Malicious texts that would take very long if any step were quadratic in the length of a line. The
+// test passes if it ends within its time limit.
 TEST(ChecksumTextTest, ParsesLongTextsInLinearTime) {
   const auto repeated = [](std::u16string_view part, size_t count) {
     std::u16string text;

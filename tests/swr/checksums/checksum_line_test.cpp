@@ -96,7 +96,7 @@ TEST(PlainLineTest, TheNameIsTheRestOfTheLine) {
                    {Hex32 + u" *a.txt", Line(u"a.txt", 32, ThirtyTwo)},
                    {Hex32 + u" a.txt", Line(u"a.txt", 32, ThirtyTwo)},
                    {CountedHex(32, {}, true) + u"  a", Line(u"a", 32, ThirtyTwo)},
-                   // Only one more unit is removed.
+                   // Only one unit after the space is removed.
                    {Hex32 + u"   a", Line(u" a", 32, ThirtyTwo)},
                    {Hex32 + u" **a", Line(u"*a", 32, ThirtyTwo)},
                    {Hex32 + u"  *a", Line(u"*a", 32, ThirtyTwo)},
@@ -181,7 +181,7 @@ TEST(SfvLineTest, TheDigestComesLast) {
                       });
 }
 
-TEST(UnescapeNameTest, ReplacesTwoEscapes) {
+TEST(UnescapeNameTest, ReplacesEscapedBackslashesAndLineFeeds) {
   struct EscapeCase {
     std::u16string_view text;
     std::u16string_view name;

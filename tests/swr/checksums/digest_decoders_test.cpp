@@ -50,8 +50,8 @@ TEST(DecodeHexStrictTest, AcceptsOnlyPairsOfDigits) {
 TEST(DecodeHexLooseTest, IgnoresSeparatorsAndAPrefix) {
   struct LooseCase {
     std::u16string_view text;
-    Bytes refusing;
-    Bytes passing;
+    Bytes rejecting;  // with HyphenRule::Reject
+    Bytes ignoring;   // with HyphenRule::Ignore
   };
   const Bytes abcd = {{0xAB, 0xCD}};
   const LooseCase cases[] = {
@@ -67,9 +67,9 @@ TEST(DecodeHexLooseTest, IgnoresSeparatorsAndAPrefix) {
       {u"ab\ncd", None, None}, {u"ab\u00A0cd", None, None},  // only at the ends
   };
   for (const LooseCase& test : cases) {
-    EXPECT_EQ(DecodeHexLoose(test.text, HyphenRule::Refuse), test.refusing)
+    EXPECT_EQ(DecodeHexLoose(test.text, HyphenRule::Reject), test.rejecting)
         << WideToUtf8(test.text);
-    EXPECT_EQ(DecodeHexLoose(test.text, HyphenRule::PassOver), test.passing)
+    EXPECT_EQ(DecodeHexLoose(test.text, HyphenRule::Ignore), test.ignoring)
         << WideToUtf8(test.text);
   }
 }

@@ -69,7 +69,7 @@ const FormCase formCases[] = {
     {u"", u"a.iso.sha256", u"", {}},
 };
 
-TEST(MoreListFormsTest, ReadsWhatOtherToolsWrite) {
+TEST(MoreListFormsTest, ReadsLinesThatOtherToolsWrite) {
   for (const FormCase& row : formCases) {
     SCOPED_TRACE(WideToUtf8(row.line) + " in " + WideToUtf8(row.list));
     ChecksumLine line;
@@ -99,8 +99,8 @@ TEST(MoreListFormsTest, AreUsedOnlyOnRequest) {
   }
 }
 
-// Lines in the usual forms have the same result with the other forms enabled.
-TEST(MoreListFormsTest, LeavesTheUsualFormsAsTheyAre) {
+// Lines in the usual forms give the same result if the other forms are enabled too.
+TEST(MoreListFormsTest, DoNotAffectTheUsualForms) {
   const std::u16string lines[] = {
       Text(u"", md5, u"  a\tb"),
       Text(u"MD5 (a(b)= c) = ", md5),

@@ -150,10 +150,10 @@ TEST(PastedHashTest, AcceptsLabels) {
       Both(u"SHA3-256: " + Hex32, Named(AlgoId::Sha3_256)),
       BoxOnly(u"SHA256: " + CountedHex(32, u"-"), Named(AlgoId::Sha256)),
       BoxOnly(u"CRC32: " + CountedHex(4), Named(AlgoId::Crc32)),
-      // Only one label is removed, and not before a tab.
+      // Only one label is removed, and none before a tab,
       Both(u"SHA256 hash sum " + Hex32, None),
       Both(u"SHA256 hash\t" + Hex32, None),
-      // Nor after a colon.
+      // nor after a colon.
       Both(u"SHA256:hash:" + Hex32, None),
       // A known length that does not fit the algorithm ends the parse.
       Both(u"SHA-256: " + Hex16, None),

@@ -1,4 +1,4 @@
-// Checksums that are saved and read again.
+// Checksums that are saved and read back.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -129,10 +129,10 @@ TEST(RoundTripTest, SomeNamesAreReadBackChanged) {
        u"a\rb",
        {u"a\\rb"}},
       {"a name that looks like an SFV comment", ExportFormat::Sfv, u"a.sfv", u";a", {}},
-      {"another one", ExportFormat::Sfv, u"a.sfv", u"#a", {}},
+      {"the same with the other comment character", ExportFormat::Sfv, u"a.sfv", u"#a", {}},
       {"blanks around a name in SFV", ExportFormat::Sfv, u"a.sfv", u" a  ", {u"a"}},
-      {"a hyphen in front, as that of a signed text", ExportFormat::Sfv, u"a.sfv", u"- a", {u"a"}},
-      {"a name that ends like a line of SFV, in a file named for CRC32",
+      {"a leading hyphen, as in signed text", ExportFormat::Sfv, u"a.sfv", u"- a", {u"a"}},
+      {"a name that ends like an SFV line, in a file named for CRC32",
        ExportFormat::Sha256Sum,
        u"a.crc32",
        u"report 20261121",
@@ -151,7 +151,7 @@ TEST(RoundTripTest, SomeNamesAreReadBackChanged) {
   }
 }
 
-// It reads as a dash-escape, which leaves a line without a name.
+// It is read as a dash-escape, which leaves a line without a name.
 TEST(RoundTripTest, ANameOfOneHyphenIsSkippedInSfv) {
   ExportDigest digest = {.algo = AlgoId::Crc32};
   digest.digest.length = 4;

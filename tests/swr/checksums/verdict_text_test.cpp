@@ -18,7 +18,7 @@ TEST(VerdictTextTest, NamesOfAlgorithmsAreJoinedAsInASentence) {
   EXPECT_EQ(swr::JoinAlgoNames(three, u"and"), u"SHA-256, SHA3-256 and BLAKE3");
 }
 
-TEST(VerdictTextTest, AnExpectedHash) {
+TEST(VerdictTextTest, DescribesAComparisonWithAnExpectedHash) {
   EXPECT_EQ(swr::MatchText(u"setup.exe", AlgoId::Sha256),
             u"Match. The SHA-256 of setup.exe is the expected hash.");
   EXPECT_EQ(swr::MatchesText(2, AlgoId::Md5), u"Match. 2 files have this MD5 hash.");
@@ -28,7 +28,7 @@ TEST(VerdictTextTest, AnExpectedHash) {
   EXPECT_EQ(swr::CannotCompareText(u"a"), u"a can't be read, so it can't be compared.");
 }
 
-TEST(VerdictTextTest, AHashNeedsAFile) {
+TEST(VerdictTextTest, AsksForAFileToCompare) {
   const swr::ParsedHash named = {.candidates = {AlgoId::Md5}, .explicitAlgo = true};
   EXPECT_EQ(swr::FileWantedText(named), u"Add the file to compare with this MD5 hash.");
   const swr::ParsedHash bare = {.candidates = {three.begin(), three.end()}};
@@ -41,7 +41,7 @@ TEST(VerdictTextTest, NamesAreEscapedForDisplay) {
             u"a[U+202E]bin.exe can't be read, so it can't be compared.");
 }
 
-TEST(VerdictTextTest, TheSummaryNamesOnlyWhatThereIs) {
+TEST(VerdictTextTest, TheSummaryOmitsZeroCounts) {
   swr::VerificationCounts counts;
   counts.Of(CompareOutcome::Match) = 1;
   EXPECT_TRUE(swr::IsAllOk(counts));
@@ -60,7 +60,7 @@ TEST(VerdictTextTest, TheSummaryNamesOnlyWhatThereIs) {
             u"Not all files match: 0 OK, 1 FAILED, 3 unreadable, 9 not checked.");
 }
 
-TEST(VerdictTextTest, SkippedLines) {
+TEST(VerdictTextTest, CountsSkippedLines) {
   EXPECT_EQ(swr::SkippedLinesText(1, 4),
             u"1 line of the checksum file aren't checksums and were skipped (first: line 4)");
   EXPECT_EQ(swr::SkippedLinesText(3, 1),

@@ -53,7 +53,7 @@ TEST(AlgorithmsTest, HasTheFifteenRows) {
   }
 }
 
-TEST(AlgorithmsTest, NumbersOfTheGroups) {
+TEST(AlgorithmsTest, GroupsHaveTheirNumbers) {
   EXPECT_EQ(static_cast<int>(AlgoGroup::General), 0);
   EXPECT_EQ(static_cast<int>(AlgoGroup::Modern), 1);
   EXPECT_EQ(static_cast<int>(AlgoGroup::Fast), 2);
@@ -152,7 +152,7 @@ struct NameCase {
 };
 
 const NameCase nameCases[] = {
-    // In upper or lower case, with any hyphens.
+    // In upper or lower case, with any hyphens, underscores and spaces.
     {"SHA-256", Sha256},
     {"sha256", Sha256},
     {"SHA_256", Sha256},

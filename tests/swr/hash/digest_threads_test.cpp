@@ -51,7 +51,7 @@ class HeldWork final : public HelpedWork {
       ++helpers_;
       changed_.notify_all();
     }
-    letGo.Wait();
+    release.Wait();
   }
   void WaitForHelpers(int count) {
     std::unique_lock lock(mutex_);
@@ -62,7 +62,7 @@ class HeldWork final : public HelpedWork {
     return helpers_;
   }
 
-  Gate letGo;
+  Gate release;
 
  private:
   std::mutex mutex_;
@@ -71,8 +71,8 @@ class HeldWork final : public HelpedWork {
 };
 
 TEST(DigestThreadsTest, HasAtLeastTwoThreads) {
-  EXPECT_GE(DigestThreads::UsualLimit(), 2u);
-  EXPECT_EQ(DigestThreads().Limit(), DigestThreads::UsualLimit());
+  EXPECT_GE(DigestThreads::DefaultLimit(), 2u);
+  EXPECT_EQ(DigestThreads().Limit(), DigestThreads::DefaultLimit());
 }
 
 TEST(DigestThreadsTest, LendsUpToItsLimit) {
@@ -82,7 +82,7 @@ TEST(DigestThreadsTest, LendsUpToItsLimit) {
   HeldWork other;
   EXPECT_TRUE(threads.Lend(one, 2));
   EXPECT_TRUE(threads.Lend(one, 2));
-  EXPECT_FALSE(threads.Lend(one, 2)) << "the work has enough";
+  EXPECT_FALSE(threads.Lend(one, 2)) << "the work has enough helpers";
   EXPECT_TRUE(threads.Lend(other, 2));
   EXPECT_FALSE(threads.Lend(other, 2)) << "four threads are hashing";
   EXPECT_FALSE(threads.IsAboveLimit());
@@ -92,11 +92,11 @@ TEST(DigestThreadsTest, LendsUpToItsLimit) {
   }
   one.WaitForHelpers(2);
   other.WaitForHelpers(1);
-  one.letGo.Open();
+  one.release.Open();
   threads.TakeBack(one);
   EXPECT_TRUE(threads.Lend(other, 2));
   other.WaitForHelpers(2);
-  other.letGo.Open();
+  other.release.Open();
   threads.TakeBack(other);
   EXPECT_TRUE(threads.IsBelowLimit());
 }
@@ -108,7 +108,7 @@ TEST(DigestThreadsTest, StartsNoMoreThreadsThanItNeeds) {
     EXPECT_EQ(CountOwnResources().threads, before);
     for (int i = 0; i < 50; ++i) {
       HeldWork work;
-      work.letGo.Open();
+      work.release.Open();
       EXPECT_TRUE(threads.Lend(work, 1));
       threads.TakeBack(work);
     }
@@ -122,7 +122,7 @@ TEST(DigestThreadsTest, StartsNoMoreThreadsThanItNeeds) {
     threads.Lend(work, 1);
     work.WaitForHelpers(1);
     threads.EndIdleThreads();
-    work.letGo.Open();
+    work.release.Open();
     threads.TakeBack(work);
     EXPECT_EQ(work.helpers(), 1);
   }
@@ -137,7 +137,7 @@ TEST(DigestThreadsTest, LeavesNoHandleOpen) {
       HeldWork work;
       for (uint32_t helper = 0; helper < helpers; ++helper) threads.Lend(work, helpers);
       work.WaitForHelpers(helpers);
-      work.letGo.Open();
+      work.release.Open();
       threads.TakeBack(work);
       threads.EndIdleThreads();
     }

@@ -1,5 +1,5 @@
 // Random schedules of FileHashers that share their threads: files of every kind, cancels, failing
-// reads, released memory and closed hashers, all at the same time. Meant for ThreadSanitizer.
+// reads, released memory and destroyed hashers, all at the same time. Meant for ThreadSanitizer.
 //
 // SUMWRIGHT_SCHEDULES sets how many schedules are run, SUMWRIGHT_SEED the seed of the first one. A
 // failure names the seed of its schedule.
@@ -26,8 +26,8 @@
 namespace swr::testing {
 namespace {
 
-constexpr uint64_t UsualSchedules = 150;
-constexpr uint64_t UsualSeed = 20261122;
+constexpr uint64_t DefaultSchedules = 150;
+constexpr uint64_t DefaultSeed = 20261122;
 constexpr uint32_t ReadError = 23;
 constexpr AlgoMask AllButMd2 = AllAlgosMask & ~MaskOf(AlgoId::Md2);
 
@@ -47,7 +47,7 @@ class Chance {
   std::mt19937_64 engine_;
 };
 
-// Makes one in `oneIn` reads and new digests fail, or none if it is 0.
+// Makes about one in `oneIn` reads and new digests fail, or none if it is 0.
 class SparseFaults final : public FaultPlan {
  public:
   explicit SparseFaults(uint64_t oneIn, uint64_t seed) : oneIn_(oneIn), state_(seed) {
@@ -94,13 +94,13 @@ std::vector<ScheduledFile> MakeFiles(TempTree& tree) {
     for (const AlgoId id : IdsFromMask(mask)) file.digests.push_back(HashBytes(id, bytes));
   };
   add(0, AllButMd2, 64);
-  add(10, DefaultAlgoMask, UsualChunkSize);
+  add(10, DefaultAlgoMask, DefaultChunkSize);
   add(64, AllAlgosMask, 64);
   add(3000, AllAlgosMask, 64);
   add(3000, MaskOf(AlgoId::Sha256), 100);
   add(3000, MaskOf(AlgoId::Xxh128), 100);
-  // Of one chunk that is shared with a helper.
-  add(200'000, AllButMd2, UsualChunkSize);
+  // One chunk, which is shared with a helper.
+  add(200'000, AllButMd2, DefaultChunkSize);
   add(400'000, DefaultAlgoMask, 65536);
   return files;
 }
@@ -153,8 +153,8 @@ void HashSome(const std::vector<ScheduledFile>& files, DigestThreads& threads, u
 TEST(FileHasherScheduleTest, FilesDoNotAffectEachOther) {
   TempTree tree;
   const std::vector<ScheduledFile> files = MakeFiles(tree);
-  const uint64_t count = NumberFromEnvironment("SUMWRIGHT_SCHEDULES", UsualSchedules);
-  const uint64_t seed = NumberFromEnvironment("SUMWRIGHT_SEED", UsualSeed);
+  const uint64_t count = NumberFromEnvironment("SUMWRIGHT_SCHEDULES", DefaultSchedules);
+  const uint64_t seed = NumberFromEnvironment("SUMWRIGHT_SEED", DefaultSeed);
   OwnResources before;
   for (uint64_t i = 0; i < count && !::testing::Test::HasFailure(); ++i) {
     SCOPED_TRACE("schedule of seed " + std::to_string(seed + i));

@@ -24,7 +24,7 @@ constexpr AlgoMask Sha256 = MaskOf(AlgoId::Sha256);
 
 class FileHasherTest : public ::testing::Test {
  protected:
-  // With this chunk size and mask the usual file goes through the ring.
+  // With this chunk size and mask, the usual file is hashed through the ring.
   HashOutcome Hash(AlgoMask mask = AllAlgosMask) {
     return hasher.HashFile(path, mask, {.chunkSize = SmallChunk});
   }
@@ -45,7 +45,7 @@ TEST_F(FileHasherTest, GivesTheDigestsOfEachOfManyFiles) {
       const std::string bytes = CountingBytes(size);
       const std::u16string file = tree.AddFile(u"file", bytes);
       for (const AlgoMask mask : masks) {
-        for (const uint32_t chunkSize : {SmallChunk, 1000u, UsualChunkSize}) {
+        for (const uint32_t chunkSize : {SmallChunk, 1000u, DefaultChunkSize}) {
           SCOPED_TRACE(std::to_string(size) + " bytes, mask " + std::to_string(mask) +
                        ", chunks of " + std::to_string(chunkSize));
           const HashOutcome outcome = hasher.HashFile(file, mask, {.chunkSize = chunkSize});
@@ -71,7 +71,7 @@ TEST_F(FileHasherTest, SharesAFileOfOneChunk) {
   }
 }
 
-TEST_F(FileHasherTest, UsesTheUsualChunkSizeInsteadOfZero) {
+TEST_F(FileHasherTest, UsesTheDefaultChunkSizeInsteadOfZero) {
   std::vector<uint64_t> progress;
   const HashOutcome outcome = hasher.HashFile(
       path, AllAlgosMask,
@@ -183,7 +183,7 @@ TEST_F(FileHasherTest, ContinuesAfterAFileThatDoesNotOpen) {
   ExpectDigestsOf(Hash(), AllAlgosMask, content);
 }
 
-// With hashes that can't be reused, so that the provider makes one for each file.
+// With hashes that can't be reused, so that the provider creates one for each file.
 TEST_F(FileHasherTest, ContinuesAfterAProviderFailure) {
   const PlannedFault notReusable{.call = SystemCall::CreateReusableDigest, .nth = 0, .code = 87};
   for (const bool areHashersKept : {false, true}) {
@@ -221,7 +221,7 @@ TEST_F(FileHasherTest, KeepsItsOtherHashersAfterAProviderFailure) {
   }
 }
 
-TEST_F(FileHasherTest, ContinuesAfterAnExceptionOfTheProgressCallback) {
+TEST_F(FileHasherTest, ContinuesAfterAnExceptionFromTheProgressCallback) {
   for (const uint64_t chunk : {1u, 2u, 6u, 20u}) {
     SCOPED_TRACE(chunk);
     EXPECT_THROW(hasher.HashFile(path, AllAlgosMask,
@@ -262,7 +262,7 @@ TEST_F(FileHasherTest, SharesItsThreadsWithOthers) {
 // --- Streams ------------------------------------------------------------------------------------
 
 TEST_F(FileHasherTest, HashesAStreamFromItsCurrentPosition) {
-  for (const uint32_t chunkSize : {SmallChunk, UsualChunkSize, 0u}) {
+  for (const uint32_t chunkSize : {SmallChunk, DefaultChunkSize, 0u}) {
     File file;
     ASSERT_EQ(File::Open(path, FileSharing::Everything, file), 0u);
     char skipped[10];

@@ -28,8 +28,8 @@ namespace {
 using std::chrono::microseconds;
 using std::chrono::steady_clock;
 
-constexpr uint64_t UsualChanges = 20;
-constexpr uint64_t UsualMiB = 64;
+constexpr uint64_t DefaultChanges = 20;
+constexpr uint64_t DefaultMiB = 64;
 constexpr AlgoMask Algos = MaskOf(AlgoId::Xxh128) | MaskOf(AlgoId::Crc32);
 
 enum class Change : uint8_t { Cut, Grow, Rewrite };
@@ -38,25 +38,25 @@ constexpr struct {
   const char* name;
 } changes[] = {{Change::Cut, "cut"}, {Change::Grow, "grown"}, {Change::Rewrite, "rewritten"}};
 
-// How many changes happened at which time.
-struct Moments {
-  int before = 0;  // before the file was opened
-  int marked = 0;
+// The number of changes by the time at which they happened.
+struct ChangeTimes {
+  int before = 0;    // before the file was opened
+  int marked = 0;    // during the hashing; the outcome is marked as changed
   int after = 0;     // after the end
-  int unmarked = 0;  // during the run, but what was read is the file before or after the change
+  int unmarked = 0;  // during the hashing; the digest is that of the old or new file
 };
 
 class ChangingFile {
  public:
   ChangingFile(uint64_t size, uint64_t seed) : size_(size), random_(seed) {
-    MakeAnew();
+    Recreate();
     const auto start = steady_clock::now();
     original_ = Hash(HashFile(path_, Algos, {}));
     duration_ = std::chrono::duration_cast<microseconds>(steady_clock::now() - start);
   }
 
-  void HashOnceWhile(Change change, Moments& moments) {
-    MakeAnew();
+  void HashOnceWhile(Change change, ChangeTimes& times) {
+    Recreate();
     const uint64_t position = random_() % size_;
     const microseconds delay(random_() % static_cast<uint64_t>(duration_.count() * 5 / 4 + 50));
     std::atomic<bool> begins = false;
@@ -88,26 +88,26 @@ class ChangingFile {
     EXPECT_NE(changed, original_);
     const std::string found = Hash(outcome);
     if (changeEnd < hashStart) {
-      ++moments.before;
+      ++times.before;
       EXPECT_FALSE(outcome.changed);
       EXPECT_EQ(found, changed);
     } else if (changeStart > hashEnd) {
-      ++moments.after;
+      ++times.after;
       // The time without a change; the first run takes longer.
       duration_ = std::chrono::duration_cast<microseconds>(hashEnd - hashStart);
       EXPECT_FALSE(outcome.changed);
       EXPECT_EQ(found, original_);
     } else if (outcome.changed) {
-      ++moments.marked;
+      ++times.marked;
     } else {
-      ++moments.unmarked;
+      ++times.unmarked;
       EXPECT_TRUE(found == original_ || found == changed) << found;
     }
   }
 
  private:
-  // Zeros, which take no space, with a time so old that every write changes it.
-  void MakeAnew() {
+  // Filled with zeros, which take no space, and with a time so old that every write changes it.
+  void Recreate() {
     WriteBytes(path_, "");
     ResizeFile(path_, size_);
     SetModifiedTime(path_, ModifiedTime(path_) - 36'000'000'000);
@@ -143,38 +143,37 @@ class ChangingFile {
   microseconds duration_{0};
 };
 
-// Returns how many changes of each kind came in time to be marked.
+// Returns how many changes of each kind were marked.
 std::vector<int> HashWhileItChanges(uint64_t size, uint64_t rounds) {
   const uint64_t seed = NumberFromEnvironment("SUMWRIGHT_SEED", 20261121);
   ChangingFile file(size, seed);
   std::vector<int> marked;
   for (const auto& [change, name] : changes) {
-    Moments moments;
+    ChangeTimes times;
     for (uint64_t i = 0; i < rounds && !::testing::Test::HasFailure(); ++i) {
       SCOPED_TRACE("seed " + std::to_string(seed) + ", " + name + ", time " + std::to_string(i));
-      file.HashOnceWhile(change, moments);
+      file.HashOnceWhile(change, times);
     }
     std::printf(
-        "%llu bytes, %s %llu times, seed %llu: %d marked, %d before, %d after, %d without "
-        "harm\n",
+        "%llu bytes, %s %llu times, seed %llu: %d marked, %d before, %d after, %d harmless\n",
         static_cast<unsigned long long>(size), name, static_cast<unsigned long long>(rounds),
-        static_cast<unsigned long long>(seed), moments.marked, moments.before, moments.after,
-        moments.unmarked);
-    marked.push_back(moments.marked);
+        static_cast<unsigned long long>(seed), times.marked, times.before, times.after,
+        times.unmarked);
+    marked.push_back(times.marked);
   }
   return marked;
 }
 
-TEST(HashFileChangingTest, MarksALongFileUnlessItWasReadWhole) {
+TEST(HashFileChangingTest, MarksALongFileUnlessTheDigestIsThatOfAWholeFile) {
   const std::vector<int> marked =
-      HashWhileItChanges(NumberFromEnvironment("SUMWRIGHT_CHANGED_MIB", UsualMiB) << 20,
-                         NumberFromEnvironment("SUMWRIGHT_CHANGES", UsualChanges));
+      HashWhileItChanges(NumberFromEnvironment("SUMWRIGHT_CHANGED_MIB", DefaultMiB) << 20,
+                         NumberFromEnvironment("SUMWRIGHT_CHANGES", DefaultChanges));
   for (const int count : marked) EXPECT_GT(count, 0) << "no change came in time";
 }
 
 // It is read in one call, on one thread, and so fast that most changes come too late.
-TEST(HashFileChangingTest, MarksAShortFileUnlessItWasReadWhole) {
-  HashWhileItChanges(600'000, 5 * NumberFromEnvironment("SUMWRIGHT_CHANGES", UsualChanges));
+TEST(HashFileChangingTest, MarksAShortFileUnlessTheDigestIsThatOfAWholeFile) {
+  HashWhileItChanges(600'000, 5 * NumberFromEnvironment("SUMWRIGHT_CHANGES", DefaultChanges));
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
-// How hashing a file ends when something fails, when it is cancelled, and when the file changes
-// meanwhile.
+// The outcome of hashing a file when something fails, when it is cancelled, and when the file
+// changes meanwhile.
 #include <gtest/gtest.h>
 
 #include <atomic>
@@ -68,11 +68,11 @@ struct DeniedCase {
 
 const DeniedCase deniedCases[] = {
     {"a folder", u"folder", {}, ErrorIsDirectory},
-    {"a folder that does not open",
+    {"a folder that can't be opened",
      u"folder",
      {{.call = SystemCall::OpenFile, .code = 5}},
      ErrorIsDirectory},
-    {"a file that is denied", u"file", {{.call = SystemCall::OpenFile, .code = 5}}, 5},
+    {"a file to which access is denied", u"file", {{.call = SystemCall::OpenFile, .code = 5}}, 5},
     {"a denied path that does not exist",
      u"absent",
      {{.call = SystemCall::OpenFile, .code = 5}},
@@ -304,7 +304,7 @@ HashOutcome HashWhileChanging(const std::u16string& path, const Change& change) 
                    .chunkSize = ChunkSize});
 }
 
-TEST(HashFileFailureTest, WarnsOfAFileThatChanges) {
+TEST(HashFileFailureTest, MarksAFileThatChanges) {
   for (const ChangeCase& row : changeCases) {
     SCOPED_TRACE(row.description);
     TempTree tree;
@@ -328,7 +328,7 @@ TEST(HashFileFailureTest, GivesTheDigestsOfWhatItRead) {
   ExpectDigestsOf(outcome, DefaultAlgoMask, content + std::string(100, 'x'));
 }
 
-TEST(HashFileFailureTest, NoticesAChangeOfASmallFile) {
+TEST(HashFileFailureTest, MarksAShortFileThatChanges) {
   TempTree tree;
   const std::u16string path = tree.AddFile(u"file", "short");
   const HashOutcome outcome =
@@ -337,7 +337,7 @@ TEST(HashFileFailureTest, NoticesAChangeOfASmallFile) {
   EXPECT_TRUE(outcome.changed);
 }
 
-TEST(HashFileFailureTest, DoesNotWarnWithoutFileInfo) {
+TEST(HashFileFailureTest, DoesNotMarkAFileWithoutFileInfo) {
   for (const uint32_t failing : {1u, 2u}) {
     SCOPED_TRACE(failing);
     TempTree tree;
@@ -350,7 +350,7 @@ TEST(HashFileFailureTest, DoesNotWarnWithoutFileInfo) {
   }
 }
 
-TEST(HashFileFailureTest, DoesNotWarnWhenItFailedOrWasCancelled) {
+TEST(HashFileFailureTest, DoesNotMarkAFailedOrCancelledOutcome) {
   TempTree tree;
   const std::u16string path = tree.AddFile(u"file", CountingBytes(FileSize));
   {

@@ -1,4 +1,4 @@
-// Files and names that only a POSIX system has.
+// Files and names that only POSIX systems have.
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -31,7 +31,7 @@ constexpr char16_t loneSurrogates[] = {u'a', 0xD83D, u'b', 0xDE00, 0};
 constexpr char16_t invalidBytes[] = {u'x', 0xDCFF, 0xDCE9, u'.', u'm', u'd', u'5', 0};
 
 const NameCase nameCases[] = {
-    // Windows reads these as other names: see hash_file_win_test.cpp.
+    // Windows interprets these as other names: see hash_file_win_test.cpp.
     {"blank at the end", u"blank "},
     {"full stop at the end", u"stop."},
     {"blanks and full stops at the end", u"both. . "},
@@ -115,7 +115,7 @@ TEST(HashFilePosixTest, HashesAPipe) {
     ExpectDigestsOf(outcome, DefaultAlgoMask, content);
     EXPECT_EQ(outcome.bytesRead, size);
     EXPECT_FALSE(outcome.changed);
-    EXPECT_EQ(progress.size(), size / UsualChunkSize + 1) << "short reads do not end a chunk";
+    EXPECT_EQ(progress.size(), size / DefaultChunkSize + 1) << "short reads do not end a chunk";
   }
 }
 

@@ -150,8 +150,8 @@ TEST(HashFileTest, RunsSeveralTimesAtOnce) {
   for (const HashOutcome& outcome : outcomes) ExpectDigestsOf(outcome, AllAlgosMask, content);
 }
 
-// A failing read without a code is treated as a full chunk, which leaves a chunk that is shorter
-// than the others. The next one continues where it ended.
+// A failed read without a code ends its chunk as if it were full, so the chunk is shorter than the
+// others. The next one continues where it ended.
 TEST(HashFileTest, ContinuesAfterAFailureWithoutACode) {
   TempTree tree;
   const std::string content = CountingBytes(500);
@@ -166,7 +166,7 @@ TEST(HashFileTest, ContinuesAfterAFailureWithoutACode) {
     ExpectDigestsOf(outcome, AllAlgosMask, content);
     EXPECT_EQ(outcome.bytesRead, 500u);
     EXPECT_FALSE(outcome.changed);
-    // The failed chunk is one more; it is empty if its first read failed.
+    // The failed read adds an empty chunk.
     std::vector<uint64_t> expected = {64, 128, 192, 256, 320, 384, 448, 500};
     expected.insert(expected.begin() + (failing - 1), (failing - 1) * 64);
     EXPECT_EQ(progress, expected);
@@ -189,7 +189,7 @@ const NameCase nameCases[] = {
     {"Chinese", u"\u6587\u4EF6"},
     {"emoji", u"\U0001F600\U0001F469\u200D\U0001F52C"},
     {"zero-width space", u"a\u200Bb"},
-    {"right-to-left mark", u"\u202Etxt.exe"},
+    {"right-to-left override", u"\u202Etxt.exe"},
 };
 
 TEST(HashFileTest, UsesNamesUnchanged) {

@@ -1,4 +1,4 @@
-// What the names and sharing rules of Windows mean for hashing a file.
+// How the naming and sharing rules of Windows affect hashing a file.
 #include "swr/system/windows_api_win.h"
 
 #include <gtest/gtest.h>
@@ -79,7 +79,7 @@ const SharingCase sharingCases[] = {
     {"a reader that shares nothing", GENERIC_READ, 0, ErrorSharingViolation},
     {"a writer that shares nothing", GENERIC_WRITE, 0, ErrorSharingViolation},
     {"a writer that lets others read", GENERIC_WRITE, FILE_SHARE_READ, 0},
-    {"a writer that wants to delete too", GENERIC_WRITE | DELETE, FILE_SHARE_READ, 0},
+    {"a writer that may also delete", GENERIC_WRITE | DELETE, FILE_SHARE_READ, 0},
     {"a reader that lets others read", GENERIC_READ, FILE_SHARE_READ, 0},
 };
 

@@ -287,7 +287,7 @@ struct FreeMemory {
 // Not SHA-1: Wine's provider gives wrong digests for pieces of 512 MiB and more.
 TEST(HasherTest, SplitsAnInputTooLongForOneCall) {
   constexpr size_t size = ProviderPieceLimit + LongestVectorLength;
-  // Zeros straight from the system: only pages that are written to take memory.
+  // Zeros directly from the system: only pages that are written to take memory.
   const std::unique_ptr<char, FreeMemory> memory(static_cast<char*>(std::calloc(size, 1)));
   ASSERT_NE(memory, nullptr);
   memory.get()[0] = 1;
@@ -325,7 +325,7 @@ TEST(HasherTest, FailsIfTheProviderFails) {
   for (const AlgoInfo& info : AllAlgos()) EXPECT_EQ(FailureOf(info.id), "none") << info.tag;
 }
 
-TEST(HasherTest, HashBytesPassesOnTheProvidersFailure) {
+TEST(HasherTest, HashBytesReportsAProviderFailure) {
   const InstalledFaults faults({{.call = SystemCall::CreateDigest, .nth = 0, .code = 8}});
   EXPECT_THROW(HashBytes(AlgoId::Sha256, AsBytes("abc")), std::runtime_error);
 }

@@ -5,8 +5,8 @@
         > tests/swr/hash/digest_vectors.h
 
 MD5, SHA-1, SHA-2 and SHA-3 come from Python's hashlib, CRC32 from its zlib, MD4 from rhash, BLAKE3
-from b3sum and the xxHash family from xxhsum. None of these offers MD2, so it is written out below
-after RFC 1319 and checked against the test suite of that document.
+from b3sum and the xxHash family from xxhsum. None of these offers MD2, so it is implemented below
+according to RFC 1319 and checked against the test suite of that document.
 """
 
 import hashlib
@@ -89,7 +89,7 @@ class Md2:
 
 
 def md2(messages):
-    """Messages that continue each other share the blocks that they have in common."""
+    """If a message begins with the previous one, the common blocks are processed only once."""
     digests, hasher, blocks, previous = [], Md2(), 0, b""
     for message in messages:
         if not message.startswith(previous):

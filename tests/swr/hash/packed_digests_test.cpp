@@ -33,7 +33,7 @@ void ExpectSame(const PackedDigests& packed, const DigestSlots& slots) {
   }
 }
 
-TEST(PackedDigestsTest, HoldsTheLastValues) {
+TEST(PackedDigestsTest, HoldsTheLatestValues) {
   for (uint32_t seed = 1; seed <= 200; ++seed) {
     SCOPED_TRACE(seed);
     std::mt19937 random(seed);
@@ -41,7 +41,7 @@ TEST(PackedDigestsTest, HoldsTheLastValues) {
     DigestSlots slots;
     for (int step = 0; step < 40; ++step) {
       const size_t index = random() % AlgoCount;
-      // Digests of any length, some of which are removed again.
+      // A digest of any length; in one case of five, no digest, which removes the old one.
       DigestSlot slot;
       if (random() % 5 > 0) slot = SlotOf(random() % 65, static_cast<uint8_t>(random()));
       packed.Set(index, slot);

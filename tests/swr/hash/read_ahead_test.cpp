@@ -39,7 +39,7 @@ bool ReadsFourChunksAhead(const std::vector<Clock::time_point>& times) {
 TEST(ReadAheadTest, IsFourChunksDeep) {
   TempTree tree;
   const std::u16string path = tree.AddFile(u"file", CountingBytes(size_t{chunkSize} * chunkCount));
-  // A busy machine can delay a read; a ring of another depth fails every time.
+  // A busy machine can delay a read, but a ring of another depth fails every time.
   constexpr int tries = 5;
   for (int i = 0; i < tries; ++i) {
     const std::vector<Clock::time_point> times = ReadTimes(path);

@@ -1,5 +1,5 @@
-// The xxHash library runs out of memory. The linker redirects its allocation function
-// to the one here (--wrap in the build).
+// Simulates that the xxHash library runs out of memory. The linker redirects its allocation
+// function to the one here (--wrap in the build).
 #include <gtest/gtest.h>
 
 #include <new>

@@ -63,7 +63,7 @@ TEST(FolderWalkPosixTest, ReportsALinkToAFileAsAFile) {
   EXPECT_EQ(found[1].size, 5u);
 }
 
-// File systems allow trees so deep that recursion would overflow the stack.
+// File systems allow trees that are so deep that recursion would overflow the stack.
 TEST(FolderWalkPosixTest, ADeepTreeNeedsNoMoreStack) {
   TempTree tree;
   std::u16string relative;
@@ -102,15 +102,15 @@ TEST(FolderWalkPosixTest, ALinkOfUnknownTypeIsAFile) {
   EXPECT_EQ(faults.Count(SystemCall::EntryInfo), 2u);
 }
 
-// Windows distinguishes names that differ only in case in folders that are set up so; Wine never
-// does.
+// Windows distinguishes names that differ only in case if a folder is configured for that; Wine
+// never does.
 TEST(FolderWalkPosixTest, OrdersNamesThatDifferInCaseByCodeUnit) {
   TempTree tree;
   for (const std::u16string_view name : {u"a2", u"A2", u"a1", u"b", u"B"}) tree.AddFile(name);
   EXPECT_EQ(RelativePathsIn(tree), (Names{u"a1", u"A2", u"a2", u"B", u"b"}));
 }
 
-TEST(FolderWalkPosixTest, PassesNamesOnUnchanged) {
+TEST(FolderWalkPosixTest, ReportsNamesUnchanged) {
   constexpr char16_t loneSurrogates[] = {u'a', 0xD83D, u'b', 0xDE00, 0};
   constexpr char16_t invalidBytes[] = {u'x', 0xDCFF, 0xDCE9, 0};
   for (const std::u16string_view name :

@@ -64,7 +64,7 @@ const OrderCase orderCases[] = {
     {"folders by the value of their digits too",
      {u"disc 10/t", u"disc 9/t"},
      {u"disc 9/t", u"disc 10/t"}},
-    {"equal but for leading zeros: by code unit", {u"a2", u"a02"}, {u"a02", u"a2"}},
+    {"equal except for leading zeros: by code unit", {u"a2", u"a02"}, {u"a02", u"a2"}},
     {"a name and its beginning", {u"file10", u"file"}, {u"file", u"file10"}},
 };
 
@@ -79,7 +79,7 @@ TEST(FolderWalkTest, VisitsFilesInNaturalOrder) {
   }
 }
 
-// --- What a file is reported with ---------------------------------------------------------------
+// --- What is reported ---------------------------------------------------------------------------
 
 TEST(FolderWalkTest, ReportsNothingForAnEmptyFolder) {
   TempTree tree;
@@ -172,7 +172,7 @@ const NameCase nameCases[] = {
     {"no-break space", u"\u00A0"}, {"zero-width space", u"\u200B"},
 };
 
-TEST(FolderWalkTest, PassesNamesOnUnchanged) {
+TEST(FolderWalkTest, ReportsNamesUnchanged) {
   for (const NameCase& row : nameCases) {
     SCOPED_TRACE(row.description);
     TempTree tree;
@@ -185,7 +185,7 @@ TEST(FolderWalkTest, PassesNamesOnUnchanged) {
 
 // --- Depth --------------------------------------------------------------------------------------
 
-TEST(FolderWalkTest, HasNoLimitOfDepth) {
+TEST(FolderWalkTest, HasNoDepthLimit) {
   TempTree tree;
   std::u16string deepest = u"d";
   for (int level = 1; level < 150; ++level) deepest += u"/d";
@@ -222,7 +222,7 @@ const HiddenCase hiddenCases[] = {
      {u".hidden", u"plain", u".folder/.both", u".folder/plain", u"sub/.hidden", u"sub/plain"}},
 };
 
-TEST(FolderWalkTest, ReportsHiddenEntriesIfAsked) {
+TEST(FolderWalkTest, ReportsHiddenEntriesOnRequest) {
   TempTree tree;
   for (const std::u16string_view plain : {u"plain", u"sub/plain", u".folder/plain"}) {
     tree.AddFile(plain);

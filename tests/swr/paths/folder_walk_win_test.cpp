@@ -30,7 +30,7 @@ TEST(FolderWalkWinTest, NeverEntersALinkToAFolder) {
   const FolderLink beside(tree.Path(u"beside"), tree.Path(u"sub"));
   const FolderLink itself(tree.Path(u"itself"), tree.Root());
   if (!beside.IsThere() || !itself.IsThere())
-    GTEST_SKIP() << "no link to a folder can be made here";
+    GTEST_SKIP() << "links to folders can't be created here";
   EXPECT_EQ(RelativePathsIn(tree), Names{u"sub\\file"});
   EXPECT_EQ(RelativePathsIn(tree, {.includeHidden = true}), Names{u"sub\\file"});
 }

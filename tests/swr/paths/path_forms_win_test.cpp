@@ -1,4 +1,4 @@
-// Long paths made by the system itself.
+// Long paths, with the full path from the system.
 #include <gtest/gtest.h>
 
 #include <string>

@@ -22,7 +22,8 @@ constexpr auto UnknownProvider = static_cast<uint32_t>(TRUST_E_PROVIDER_UNKNOWN)
 constexpr auto BadDigest = static_cast<uint32_t>(TRUST_E_BAD_DIGEST);
 constexpr auto UntrustedRoot = static_cast<uint32_t>(CERT_E_UNTRUSTEDROOT);
 
-// The result of looking for a catalog in one way: by SHA-256 or by the classic hash.
+// What the fakes return in the search for a catalog by one kind of hash: SHA-256 or the classic
+// one.
 struct CatalogAnswers {
   bool hasFunctions = true;  // the two that older systems lack
   bool acquires = true;
@@ -52,7 +53,8 @@ struct FakeTrust {
 
 FakeTrust* fake = nullptr;
 
-// Handles that the functions below return: an administrator for each way, and a catalog.
+// Handles that the functions below return: a catalog administrator for each kind of hash, a
+// catalog, and a verification.
 const HCATADMIN sha256Admin = reinterpret_cast<HCATADMIN>(0x256);
 const HCATADMIN classicAdmin = reinterpret_cast<HCATADMIN>(0x1);
 const HCATINFO catalogContext = reinterpret_cast<HCATINFO>(0xCA7);
@@ -76,7 +78,7 @@ LONG WINAPI Verify(HWND window, GUID* action, void* argument) {
     EXPECT_EQ(data.hWVTStateData, verificationState);
     fake->closed.push_back(data);
     fake->calls.push_back("close");
-    SetLastError(4711);  // must not be reported as that of the verification
+    SetLastError(4711);  // must not be taken for the error of the verification
     return 0;
   }
   EXPECT_EQ(data.dwStateAction, 1u);
@@ -182,7 +184,8 @@ HCATINFO WINAPI FindCatalog(HCATADMIN admin, BYTE* hash, DWORD size, DWORD, HCAT
   return AnswersOf(admin).finds ? catalogContext : nullptr;
 }
 
-// Called between FindCatalog and ReleaseCatalog of the same way, so the last one acquired is meant.
+// Called between FindCatalog and ReleaseCatalog of one kind of hash, so this is about the
+// administrator that was acquired last.
 BOOL WINAPI DescribeCatalog(HCATINFO context, CATALOG_INFO* info, DWORD) {
   EXPECT_EQ(context, catalogContext);
   EXPECT_EQ(info->cbStruct, 524u);
@@ -249,7 +252,7 @@ TEST(SignatureCatalogTest, AListedFileHasTheVerdictOfItsCatalog) {
   EXPECT_NE(answers.catalogSubject.hMemberFile, nullptr);
 }
 
-TEST(SignatureCatalogTest, ABadVerdictOfACatalogEndsTheSearch) {
+TEST(SignatureCatalogTest, ABadVerdictOnACatalogEndsTheSearch) {
   TempTree tree;
   const std::u16string path = tree.AddFile(u"driver.sys", "content");
   struct VerdictCase {
@@ -274,7 +277,7 @@ TEST(SignatureCatalogTest, ABadVerdictOfACatalogEndsTheSearch) {
 struct StepCase {
   const char* description;
   CatalogAnswers answers;
-  Calls calls;  // of the way that fails
+  Calls calls;  // for the kind of hash that fails
 };
 
 const StepCase stepCases[] = {
@@ -287,14 +290,14 @@ const StepCase stepCases[] = {
      {"acquire", "hash", "find", "describe", "release catalog", "release"}},
 };
 
-Calls NamedFor(const char* way, Calls calls) {
+Calls NamedFor(const char* kind, Calls calls) {
   for (std::string& call : calls) {
-    if (call == "acquire" || call == "release") call += std::string(" ") + way;
+    if (call == "acquire" || call == "release") call += std::string(" ") + kind;
   }
   return calls;
 }
 
-TEST(SignatureCatalogTest, AStepThatFailsLeadsToTheClassicHash) {
+TEST(SignatureCatalogTest, IfAStepFailsTheClassicHashIsTried) {
   TempTree tree;
   const std::u16string path = tree.AddFile(u"driver.sys", "content");
   for (const StepCase& row : stepCases) {
@@ -312,7 +315,7 @@ TEST(SignatureCatalogTest, AStepThatFailsLeadsToTheClassicHash) {
             "release catalog", "release classic"});
     EXPECT_EQ(answers.calls, expected);
     EXPECT_EQ(answers.memberTag, L"F0F1F2F3F4F5F6F7F8F9FAFBFCFDFEFF00010203");
-    // Without its last field: 64 bytes in a program of 64 bits.
+    // Without its last field: 64 bytes in a 64-bit program.
     EXPECT_EQ(answers.catalogSubject.cbStruct, offsetof(WINTRUST_CATALOG_INFO, hCatAdmin));
     if (sizeof(void*) == 8) {
       EXPECT_EQ(answers.catalogSubject.cbStruct, 64u);
@@ -326,19 +329,20 @@ TEST(SignatureCatalogTest, WithoutACatalogTheVerdictOnTheFileIsKept) {
   for (const StepCase& row : stepCases) {
     SCOPED_TRACE(row.description);
     FakeTrust answers = {.sha256 = row.answers, .classic = row.answers};
-    if (!row.answers.hasFunctions) answers.classic.finds = false;  // which every system has
+    // The functions for the classic hash exist on every system.
+    if (!row.answers.hasFunctions) answers.classic.finds = false;
     EXPECT_EQ(Check(answers, path),
               (SignatureResult{.state = SignatureState::NotSigned, .errorCode = NoSignature}));
   }
 }
 
-// --- Whether a catalog is looked for ------------------------------------------------------------
+// --- Whether a catalog is searched for ----------------------------------------------------------
 
 struct FileCase {
   uint32_t verdict;
   DWORD lastError;
   SignatureState state;
-  bool isLookedFor;
+  bool isSearchedFor;
 };
 
 const FileCase fileCases[] = {
@@ -354,7 +358,7 @@ const FileCase fileCases[] = {
     {UnknownProvider, 0, SignatureState::NotApplicable, true},
 };
 
-TEST(SignatureCatalogTest, OnlyAFileWithoutASignatureIsLookedForInCatalogs) {
+TEST(SignatureCatalogTest, CatalogsAreSearchedOnlyForAFileWithoutASignature) {
   TempTree tree;
   const std::u16string path = tree.AddFile(u"program.exe", "content");
   for (const FileCase& row : fileCases) {
@@ -365,20 +369,20 @@ TEST(SignatureCatalogTest, OnlyAFileWithoutASignatureIsLookedForInCatalogs) {
                          .classic = {.finds = false}};
     EXPECT_EQ(Check(answers, path),
               (SignatureResult{.state = row.state,
-                               .signer = row.isLookedFor ? u"" : u"A Maker of Systems",
+                               .signer = row.isSearchedFor ? u"" : u"A Maker of Systems",
                                .errorCode = row.verdict}));
-    EXPECT_EQ(std::ranges::count(answers.calls, "find"), row.isLookedFor ? 2 : 0);
+    EXPECT_EQ(std::ranges::count(answers.calls, "find"), row.isSearchedFor ? 2 : 0);
     ASSERT_FALSE(answers.closed.empty());
     EXPECT_EQ(answers.closed.front().dwUnionChoice, DWORD{WTD_CHOICE_FILE});
   }
 }
 
-TEST(SignatureCatalogTest, ALongFileIsNotLookedFor) {
+TEST(SignatureCatalogTest, CatalogsAreNotSearchedForALongFile) {
   TempTree tree;
   const std::u16string path = tree.AddFile(u"large.exe");
   struct SizeCase {
     uint64_t size;
-    bool isLookedFor;
+    bool isSearchedFor;
   };
   for (const SizeCase& row : {SizeCase{268435455, true}, SizeCase{268435456, true},
                               SizeCase{268435457, false}, SizeCase{uint64_t{5} << 30, false}}) {
@@ -386,13 +390,13 @@ TEST(SignatureCatalogTest, ALongFileIsNotLookedFor) {
     ResizeFile(path, row.size);
     FakeTrust answers;
     const SignatureResult result = Check(answers, path);
-    EXPECT_EQ(result.viaCatalog, row.isLookedFor);
-    EXPECT_EQ(result.state, row.isLookedFor ? SignatureState::Valid : SignatureState::NotSigned);
+    EXPECT_EQ(result.viaCatalog, row.isSearchedFor);
+    EXPECT_EQ(result.state, row.isSearchedFor ? SignatureState::Valid : SignatureState::NotSigned);
   }
 }
 
-// The trust services reject these as a wrong parameter, so they are not asked.
-TEST(SignatureCatalogTest, AFileOfAFewBytesIsOnlyLookedForInCatalogs) {
+// The trust services reject such files as an invalid parameter, so they are not called.
+TEST(SignatureCatalogTest, OnlyCatalogsAreSearchedForAFileOfAFewBytes) {
   TempTree tree;
   for (const char* content : {"", "M", "MZ", "MZ?"}) {
     SCOPED_TRACE(content);
@@ -407,16 +411,16 @@ TEST(SignatureCatalogTest, AFileOfAFewBytesIsOnlyLookedForInCatalogs) {
   EXPECT_EQ(Check(answers, tree.AddFile(u"a.exe", "MZ??")).state, SignatureState::Invalid);
 }
 
-// --- The rest -----------------------------------------------------------------------------------
+// --- Missing names and functions ----------------------------------------------------------------
 
-TEST(SignatureCatalogTest, AnUnnamedSignerIsEmpty) {
+TEST(SignatureCatalogTest, ASignerWithoutANameIsEmpty) {
   TempTree tree;
   FakeTrust answers = {.fileVerdict = 0, .namesSigner = false};
   EXPECT_EQ(Check(answers, tree.AddFile(u"program.exe", "content")),
             (SignatureResult{.state = SignatureState::Valid}));
 }
 
-TEST(SignatureCatalogTest, AnIncompleteSystemMakesNoCheck) {
+TEST(SignatureCatalogTest, WithMissingFunctionsTheResultIsUnknown) {
   TempTree tree;
   const SignatureResult result =
       CheckSignatureWith(TrustFunctions(), tree.AddFile(u"program.exe", "content"));

@@ -54,7 +54,7 @@ TEST(ZoneTextTest, IsParsed) {
   }
 }
 
-TEST(ReadZoneRecordTest, AFileWithoutARecord) {
+TEST(ReadZoneRecordTest, FindsNoRecordWhereThereIsNone) {
   TempTree tree;
   EXPECT_EQ(ReadZoneRecord(tree.AddFile(u"a")), ZoneRecord());
   EXPECT_EQ(ReadZoneRecord(tree.Path(u"missing")), ZoneRecord());

@@ -1,4 +1,4 @@
-// Reads the real stream. Wine stores it as a file with that name, which makes no difference here.
+// Reads the real stream. Wine stores it as a file of that name, which makes no difference here.
 #include <gtest/gtest.h>
 
 #include <string>

@@ -106,8 +106,8 @@ TEST(DigestProviderTest, RestartsFinishedOrNot) {
   }
 }
 
-// A reusable hash restarts without the provider.
-TEST(DigestProviderTest, ReportsARefusalToRestart) {
+// With a hash that is not reusable: a reusable one restarts without the provider.
+TEST(DigestProviderTest, ReportsAFailureToRestart) {
   for (const ProviderCase& row : providerCases) {
     SCOPED_TRACE(row.name);
     std::optional<InstalledFaults> faults(std::in_place, std::vector{notReusable});
@@ -125,7 +125,7 @@ TEST(DigestProviderTest, ReportsARefusalToRestart) {
   }
 }
 
-TEST(DigestProviderTest, FailsToMakeOneHashAndMakesTheNext) {
+TEST(DigestProviderTest, CreatesTheNextHashAfterAFailure) {
   for (const ProviderCase& row : providerCases) {
     SCOPED_TRACE(row.name);
     const InstalledFaults faults({{.call = SystemCall::CreateDigest, .nth = 1, .code = 8}});
@@ -149,11 +149,11 @@ class UnavailableProviderTest : public ::testing::Test {
   void SetUp() override { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
 };
 
-constexpr int succeeded = 17;  // an exit code that has no other cause
+constexpr int succeeded = 17;  // an exit code without any other cause
 
 void Require(bool condition, const char* description) {
   if (condition) return;
-  std::fprintf(stderr, "not true: %s\n", description);
+  std::fprintf(stderr, "violated requirement: %s\n", description);
   std::exit(1);
 }
 
@@ -168,7 +168,7 @@ std::string FailureOf(ProviderAlgorithm algorithm) {
 
 constexpr const char* unavailable = "Windows cryptography provider unavailable";
 
-[[noreturn]] void CheckThatAFailureStands() {
+[[noreturn]] void CheckThatAFailureIsPermanent() {
   for (const ProviderCase& row : providerCases) {
     {
       const InstalledFaults faults({{.call = SystemCall::OpenDigestProvider, .nth = 0, .code = 5}});
@@ -176,13 +176,13 @@ constexpr const char* unavailable = "Windows cryptography provider unavailable";
       Require(FailureOf(row.algorithm) == unavailable, "fails the second time too");
       Require(faults.Count(SystemCall::OpenDigestProvider) == 1, "is opened only once");
     }
-    Require(FailureOf(row.algorithm) == unavailable, "fails when it could be opened again");
+    Require(FailureOf(row.algorithm) == unavailable, "still fails when it could be opened");
   }
   std::exit(succeeded);
 }
 
 TEST_F(UnavailableProviderTest, StaysUnavailable) {
-  EXPECT_EXIT(CheckThatAFailureStands(), ::testing::ExitedWithCode(succeeded), "");
+  EXPECT_EXIT(CheckThatAFailureIsPermanent(), ::testing::ExitedWithCode(succeeded), "");
 }
 
 [[noreturn]] void CheckThatTheOthersWork() {
@@ -200,7 +200,7 @@ TEST_F(UnavailableProviderTest, DoesNotAffectTheOthers) {
   EXPECT_EXIT(CheckThatTheOthersWork(), ::testing::ExitedWithCode(succeeded), "");
 }
 
-[[noreturn]] void CheckThatFilesFailWhole() {
+[[noreturn]] void CheckThatFilesFailCompletely() {
   int code = succeeded;
   {
     TempTree tree;
@@ -220,15 +220,15 @@ TEST_F(UnavailableProviderTest, DoesNotAffectTheOthers) {
   std::exit(code);
 }
 
-TEST_F(UnavailableProviderTest, FailsWholeFiles) {
-  EXPECT_EXIT(CheckThatFilesFailWhole(), ::testing::ExitedWithCode(succeeded), "");
+TEST_F(UnavailableProviderTest, MakesFilesFailCompletely) {
+  EXPECT_EXIT(CheckThatFilesFailCompletely(), ::testing::ExitedWithCode(succeeded), "");
 }
 
 [[noreturn]] void CheckThatTheFirstUseIsSafe() {
   const InstalledFaults calls;
   std::vector<std::thread> threads;
-  std::array<bool, 16> right = {};
-  for (bool& result : right) {
+  std::array<bool, 16> results = {};
+  for (bool& result : results) {
     threads.emplace_back([&result] {
       result = true;
       for (const ProviderCase& row : providerCases) {
@@ -239,7 +239,7 @@ TEST_F(UnavailableProviderTest, FailsWholeFiles) {
     });
   }
   for (std::thread& thread : threads) thread.join();
-  for (const bool result : right) Require(result, "the digest is right");
+  for (const bool result : results) Require(result, "the digest is correct");
   Require(calls.Count(SystemCall::OpenDigestProvider) == ProviderAlgorithmCount,
           "each provider is opened once");
   std::exit(succeeded);

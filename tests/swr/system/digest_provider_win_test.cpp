@@ -22,13 +22,13 @@ void HashSomeFiles() {
   }
 }
 
-TEST(DigestProviderWinTest, MakesOneHashForManyFiles) {
+TEST(DigestProviderWinTest, CreatesOneHashForManyFiles) {
   const InstalledFaults calls;
   HashSomeFiles();
   EXPECT_EQ(calls.Count(SystemCall::CreateDigest), 1u);
 }
 
-TEST(DigestProviderWinTest, MakesAHashForEachFileWhereNoneCanBeReused) {
+TEST(DigestProviderWinTest, CreatesAHashForEachFileIfNoneCanBeReused) {
   const InstalledFaults calls({{.call = SystemCall::CreateReusableDigest, .nth = 0, .code = 87}});
   HashSomeFiles();
   EXPECT_EQ(calls.Count(SystemCall::CreateDigest), files);

@@ -74,27 +74,27 @@ TEST(DirectoryTest, AppendsNothingWhenItFails) {
 TEST(DirectoryTest, AnErrorInTheMiddleEndsTheListing) {
   TempTree tree;
   for (const std::u16string_view name : {u"a", u"b", u"c", u"d"}) tree.AddFile(name);
-  const auto namesWith = [&](std::vector<PlannedFault> planned, uint32_t* looks = nullptr) {
+  const auto namesWith = [&](std::vector<PlannedFault> planned, uint32_t* reads = nullptr) {
     const InstalledFaults faults(std::move(planned));
     std::vector<DirectoryEntry> entries;
     EXPECT_EQ(ReadDirectory(ToLongPath(tree.Root()), entries), 0u);
-    if (looks != nullptr) *looks = faults.Count(SystemCall::NextEntry);
+    if (reads != nullptr) *reads = faults.Count(SystemCall::NextEntry);
     std::vector<std::u16string> names;
     for (const DirectoryEntry& entry : entries) names.push_back(entry.name);
     return names;
   };
-  uint32_t looks = 0;
-  const std::vector<std::u16string> all = namesWith({}, &looks);
+  uint32_t reads = 0;
+  const std::vector<std::u16string> all = namesWith({}, &reads);
   ASSERT_EQ(all.size(), 4u);
   size_t before = 0;
-  for (uint32_t nth = 1; nth <= looks; ++nth) {
+  for (uint32_t nth = 1; nth <= reads; ++nth) {
     SCOPED_TRACE(nth);
     const auto names = namesWith({{.call = SystemCall::NextEntry, .nth = nth, .code = 59}});
     EXPECT_TRUE(std::equal(names.begin(), names.end(), all.begin()));
     EXPECT_TRUE(names.size() == before || names.size() == before + 1);
     before = names.size();
   }
-  EXPECT_EQ(before, all.size()) << "all but the end was seen";
+  EXPECT_EQ(before, all.size()) << "the last failure is at the end of the listing";
 }
 
 }  // namespace

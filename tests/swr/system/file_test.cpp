@@ -69,7 +69,7 @@ TEST(FileTest, ReplacesTheFileThatWasOpenBefore) {
   EXPECT_EQ(ReadAll(file, 100), "2");
 }
 
-TEST(FileTest, MovesWithItsPosition) {
+TEST(FileTest, KeepsItsPositionWhenMoved) {
   TempTree tree;
   File first = OpenFile(tree.AddFile(u"file", "content"));
   char start[3];
@@ -80,7 +80,7 @@ TEST(FileTest, MovesWithItsPosition) {
 
 // --- Reading ------------------------------------------------------------------------------------
 
-TEST(FileTest, ReadsFromItsPositionOn) {
+TEST(FileTest, ReadsFromItsPosition) {
   TempTree tree;
   const std::string content = CountingBytes(1000);
   const std::u16string path = tree.AddFile(u"file", content);
@@ -103,7 +103,7 @@ TEST(FileTest, ReadsNothingAtTheEndRepeatedly) {
   EXPECT_EQ(byte, 'x');
 }
 
-TEST(FileTest, ReadsOnWhenTheFileHasGrown) {
+TEST(FileTest, ContinuesReadingAfterTheFileHasGrown) {
   TempTree tree;
   const std::u16string path = tree.AddFile(u"file", "abc");
   File file = OpenFile(path);
@@ -140,7 +140,7 @@ TEST(FileTest, ReportsSizeAndTime) {
     EXPECT_EQ(info->modified, newYear2000 + 1234567);
     EXPECT_FALSE(info->isDirectory);
   }
-  EXPECT_EQ(error, 77u) << "on success it is untouched";
+  EXPECT_EQ(error, 77u) << "unchanged on success";
 }
 
 TEST(FileTest, ReportsSizesOverFourGigabytes) {
@@ -152,7 +152,7 @@ TEST(FileTest, ReportsSizesOverFourGigabytes) {
   EXPECT_EQ(QueryFileInfo(ToLongPath(path), error)->size, 0x123456789u);
 }
 
-TEST(FileTest, ReportsChangesOfTheOpenFile) {
+TEST(FileTest, ReportsChangesToTheOpenFile) {
   TempTree tree;
   const std::u16string path = tree.AddFile(u"file", "12345");
   const File file = OpenFile(path);
@@ -210,7 +210,7 @@ TEST(WriteWholeFileTest, CreatesAndReplacesFiles) {
   EXPECT_EQ(BytesOf(path), "");
 }
 
-TEST(OutputFileTest, WritesPieceByPieceInPlaceOfTheOldContent) {
+TEST(OutputFileTest, ReplacesTheOldContentPieceByPiece) {
   TempTree tree;
   const std::u16string path = tree.AddFile(u"old", "as before");
   {
@@ -223,7 +223,7 @@ TEST(OutputFileTest, WritesPieceByPieceInPlaceOfTheOldContent) {
   EXPECT_EQ(BytesOf(path), "abc");
 }
 
-TEST(OutputFileTest, WhatWasWrittenBeforeAFailureStays) {
+TEST(OutputFileTest, KeepsWhatWasWrittenBeforeAFailure) {
   TempTree tree;
   const std::u16string path = tree.Path(u"new");
   {

@@ -34,7 +34,7 @@ const FullPathCase fullPathCases[] = {
     {u"/C:/a ", u"/C:/a "},
 };
 
-TEST(FullPathPosixTest, ResolvesSteps) {
+TEST(FullPathPosixTest, ResolvesComponents) {
   for (const FullPathCase& row : fullPathCases) {
     EXPECT_EQ(SystemFullPath(row.path), row.full) << WideToUtf8(row.path);
   }

@@ -27,7 +27,7 @@ const FullPathCase fullPathCases[] = {
     {u"nul", u"\\\\.\\nul"},
 };
 
-TEST(FullPathWinTest, ResolvesSteps) {
+TEST(FullPathWinTest, ResolvesComponents) {
   for (const FullPathCase& row : fullPathCases) {
     EXPECT_EQ(SystemFullPath(row.path), row.full) << WideToUtf8(row.path);
   }

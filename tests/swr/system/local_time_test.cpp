@@ -11,7 +11,7 @@ namespace {
 constexpr FileTime Second = 10'000'000;
 constexpr FileTime Epoch1970 = 116444736000000000;  // 1970-01-01 UTC
 
-TEST(LocalTimeTest, AnUnknownTimeIsNothing) { EXPECT_EQ(ToLocalTime(0), std::nullopt); }
+TEST(LocalTimeTest, DoesNotConvertAnUnknownTime) { EXPECT_EQ(ToLocalTime(0), std::nullopt); }
 
 // Compared with the C library, which uses the same time zone.
 TEST(LocalTimeTest, IsInTheLocalTimeZone) {

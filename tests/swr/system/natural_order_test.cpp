@@ -45,13 +45,13 @@ void ExpectSorted(const Texts& texts) {
   }
 }
 
-TEST(SortNaturallyTest, SortsByNumbersAndWithoutCase) {
+TEST(SortNaturallyTest, SortsByNumbersAndIgnoresCase) {
   const Texts texts = {u"file 10", u"File 2", u"", u"file 1", u"b", u"A", u"file 002", u""};
   EXPECT_EQ(Sorted(texts, false), (Order{2, 7, 5, 4, 3, 1, 6, 0}));
   EXPECT_EQ(Sorted(texts, true), (Order{0, 1, 6, 3, 4, 5, 2, 7})) << "equal texts keep their order";
 }
 
-TEST(SortNaturallyTest, SortsNothingAndOne) {
+TEST(SortNaturallyTest, SortsNoTextAndOneText) {
   EXPECT_EQ(Sorted({}, false), Order{});
   EXPECT_EQ(Sorted({u"a"}, true), Order{0});
 }
@@ -66,7 +66,7 @@ TEST(SortNaturallyTest, TextsThatDifferLateAreSorted) {
   }
 }
 
-TEST(SortNaturallyTest, DigestsAreSortedAsTheirTextsAre) {
+TEST(SortNaturallyTest, DigestsAreSorted) {
   std::mt19937 random(1);
   Texts texts;
   for (int i = 0; i < 3000; ++i) {
@@ -80,7 +80,7 @@ TEST(SortNaturallyTest, DigestsAreSortedAsTheirTextsAre) {
   ExpectSorted(texts);
 }
 
-TEST(SortNaturallyTest, EqualsAStableSortOfRandomTexts) {
+TEST(SortNaturallyTest, SortsRandomTextsLikeAStableSort) {
   std::u16string units = u"aAbBzZ001299 -_.[~\u00E9\u0131\u0430\u4E2D\uFFFD";
   units += {char16_t{0xD83D}, char16_t{1}, char16_t{0xFFFF}};  // not characters
   for (uint32_t seed = 1; seed <= 300; ++seed) {
@@ -114,7 +114,7 @@ TEST(SortNaturallyTest, LongTextsAreSorted) {
   ExpectSorted({start + u"2", start + u"1", start, start + u"1", u"b", u"a"});
 }
 
-TEST(MergeSortedRunsTest, SortsWhateverTheRunsAre) {
+TEST(MergeSortedRunsTest, SortsRunsOfAnyLength) {
   for (uint32_t seed = 1; seed <= 300; ++seed) {
     SCOPED_TRACE(seed);
     std::mt19937 random(seed);

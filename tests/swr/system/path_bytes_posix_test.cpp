@@ -78,7 +78,7 @@ TEST(PathBytesTest, AreConvertedToTextAndBack) {
 void ExpectRoundTrip(const std::string& bytes, std::set<std::u16string>& texts) {
   const std::u16string text = PathTextFromBytes(bytes);
   ASSERT_EQ(Hex(PathBytesFromText(text)), Hex(bytes));
-  ASSERT_TRUE(texts.insert(text).second) << "two names with one text: " << Hex(bytes);
+  ASSERT_TRUE(texts.insert(text).second) << "two names with the same text: " << Hex(bytes);
 }
 
 TEST(PathBytesTest, LoseNothingInAnyNameOfOneOrTwoBytes) {
@@ -124,7 +124,7 @@ TEST(PathBytesTest, LoseNothingInRandomNames) {
 }
 
 // Text from elsewhere, such as a checksum file, may contain surrogates in any order. It becomes
-// some name, which then converts without further change.
+// some name, which then survives conversion unchanged.
 TEST(PathBytesTest, AnyTextBecomesAStableName) {
   std::mt19937 random(16);
   for (int round = 0; round < 100000; ++round) {

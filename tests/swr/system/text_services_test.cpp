@@ -187,10 +187,10 @@ TEST(TextServicesTest, DecodesTheAnsiCodePage) {
   EXPECT_EQ(SystemDecodeAnsi("\x80"), u"\u20AC");
   std::string every;
   for (int byte = 0; byte < 256; ++byte) every.push_back(static_cast<char>(byte));
-  EXPECT_EQ(SystemDecodeAnsi(every).size(), 256u) << "each byte makes one unit";
+  EXPECT_EQ(SystemDecodeAnsi(every).size(), 256u) << "each byte becomes one unit";
 }
 
-// --- Words for errors ---------------------------------------------------------------------------
+// --- Error messages -----------------------------------------------------------------------------
 
 TEST(TextServicesTest, HasMessagesForWellKnownErrors) {
   for (const uint32_t error : {2u, 3u, 5u, 32u, 50u, 267u}) {

@@ -27,7 +27,7 @@ TEST(EscapeForDisplayTest, EscapesDeceptiveCharacters) {
   Check({
       {"line ends", u"a\r\nb", u"a[U+000D][U+000A]b"},
       {"tab", u"a\tb", u"a[U+0009]b"},
-      {"a null within", std::u16string(u"a\0b", 3), u"a[U+0000]b"},
+      {"a null character inside", std::u16string(u"a\0b", 3), u"a[U+0000]b"},
       {"bell and delete", u"\a\x7F", u"[U+0007][U+007F]"},
       {"line ends of other systems", u"a\u0085b\u2028c\u2029d", u"a[U+0085]b[U+2028]c[U+2029]d"},
       {"right-to-left override", u"photo\u202Egpj.exe", u"photo[U+202E]gpj.exe"},
@@ -48,7 +48,7 @@ TEST(EscapeForDisplayTest, KeepsOrdinaryText) {
   }
 }
 
-// Compares every code unit with a second list.
+// Compares the result for every code unit with a list written independently.
 TEST(EscapeForDisplayTest, EscapesExactlyTheseUnits) {
   std::set<int> expected = {0x61C, 0x180E, 0x200B, 0x200E, 0x200F, 0xFEFF, 0xFFF9, 0xFFFA, 0xFFFB};
   for (int unit = 0; unit < 0xA0; ++unit) {

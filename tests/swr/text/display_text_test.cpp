@@ -38,7 +38,7 @@ const SizeCase sizeCases[] = {
     {1536, u"1.5 KB"},
     {10188, u"9.9 KB"},
     {10239, u"10.0 KB"},
-    // None from 10 on.
+    // No decimal from 10 on.
     {10240, u"10 KB"},
     {10241, u"10 KB"},
     {100 * KiB, u"100 KB"},

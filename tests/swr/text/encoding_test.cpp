@@ -63,7 +63,7 @@ const DecodeCase decodeCases[] = {
     {"one such byte makes the whole text ANSI", Bytes({0xC3, 0xA9, ' ', 0xE9}),
      u"\u00C3\u00A9 \u00E9"},
     {"half of a UTF-16 mark", Bytes({0xFF}), u"\u00FF"},
-    {"a null in it", Bytes({0xE9, 0, 'b'}), Units({0xE9, 0, 'b'})},
+    {"a null in such text", Bytes({0xE9, 0, 'b'}), Units({0xE9, 0, 'b'})},
 };
 
 TEST(DecodeTextBytesTest, DetectsTheEncoding) {

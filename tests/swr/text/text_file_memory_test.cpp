@@ -1,4 +1,4 @@
-// A checksum file is read and decoded as a whole; this is the limit of the memory for that.
+// A checksum file is read and decoded as a whole; this tests the limit on the memory used for that.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -40,7 +40,7 @@ TEST(TextFileMemoryTest, IsAtMostThreeTimesTheSizeOfTheFile) {
     const auto text = ReadTextFile(path, nullptr);
     const size_t taken = peak.Bytes();
     ASSERT_TRUE(text);
-    EXPECT_GE(taken, 2 * test.bytes.size()) << "it is counted";
+    EXPECT_GE(taken, 2 * test.bytes.size()) << "the allocations must be counted";
     EXPECT_LE(taken, 3 * test.bytes.size() + Slack);
   }
 }

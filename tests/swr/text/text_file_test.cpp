@@ -87,7 +87,7 @@ TEST(ReadTextFileTest, ReadsTheLargestFile) {
   EXPECT_EQ(error, untouched);
 }
 
-TEST(ReadTextFileTest, RefusesALargerFileUnread) {
+TEST(ReadTextFileTest, RefusesALargerFileWithoutReadingIt) {
   TempTree tree;
   const std::u16string path = tree.AddFile(u"file");
   for (const uint64_t size : {LargestTextFile + 1, uint64_t{5} << 30}) {
@@ -106,9 +106,9 @@ TEST(ReadTextFileTest, RefusesAFileOfUnknownSize) {
   ExpectFailure(path, ErrorFileTooLarge);
 }
 
-// --- The file changes between the look at its size and the read ---------------------------------
+// --- The file changes after its size was queried ------------------------------------------------
 
-TEST(ReadTextFileTest, CutsAGrowingFileAtItsOldSize) {
+TEST(ReadTextFileTest, ReadsOnlyTheOldSizeOfAGrowingFile) {
   TempTree tree;
   const std::u16string path = tree.AddFile(u"file", "old");
   const InstalledFaults faults(
@@ -118,7 +118,7 @@ TEST(ReadTextFileTest, CutsAGrowingFileAtItsOldSize) {
   EXPECT_EQ(error, untouched);
 }
 
-TEST(ReadTextFileTest, TakesWhatIsLeftOfAShrinkingFile) {
+TEST(ReadTextFileTest, ReadsWhatIsLeftOfAShrinkingFile) {
   TempTree tree;
   const std::u16string path = tree.AddFile(u"file", "long text");
   const InstalledFaults faults(
@@ -158,7 +158,7 @@ TEST(ReadTextFileTest, AFailureWithoutACodeIsAFailure) {
   EXPECT_EQ(ReadTextFile(path, nullptr), std::nullopt);
 }
 
-TEST(ReadTextFileTest, DeniesFolders) {
+TEST(ReadTextFileTest, RefusesFolders) {
   TempTree tree;
   ExpectFailure(tree.Root(), ErrorAccessDenied);
 }

@@ -1,4 +1,4 @@
-// What other programs may do with a text file while it is read.
+// What other programs may do with a text file while it is being read.
 #include "swr/system/windows_api_win.h"
 
 #include <gtest/gtest.h>

@@ -164,7 +164,7 @@ bool HashesAgree(char16_t a, char16_t b) {
   return EqualsNoCase(textA, textB) == (CaseHash(textA) == CaseHash(textB));
 }
 
-TEST(CaseHashTest, OneUnitHashesAlikeExactlyIfEqualWithoutCase) {
+TEST(CaseHashTest, UnitsHaveTheSameHashExactlyIfEqualIgnoringCase) {
   int disagreements = 0;
   for (uint32_t unit = 0; unit <= 0xFFFF; ++unit) {
     const auto a = static_cast<char16_t>(unit);
