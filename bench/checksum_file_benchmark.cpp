@@ -1,6 +1,6 @@
-// The time until all files of a checksum file are in the list, without the hashing: an empty list,
-// and one that already contains all the listed files, so that each row is replaced. The files do
-// not exist; looking for them costs the same.
+// The time until all files of a checksum file are in the list, without hashing them: for an empty
+// list, and for one that already contains all the listed files, so that each row is replaced. The
+// files do not exist; looking them up costs the same.
 #include <benchmark/benchmark.h>
 
 #include <chrono>
@@ -28,7 +28,7 @@ std::string ListOf(int64_t lines) {
   return text;
 }
 
-// A window that looks files up on a thread, as the real one, and hashes none.
+// A window that looks up files on a thread, like the real one, but hashes none.
 struct LoadingParts {
   app::testing::FakeView view;
   app::testing::FakeDesktop desktop;

@@ -1,8 +1,8 @@
-// Hashes files as the worker does: a command to be compared with other tools.
+// Hashes files as the worker does: a command for comparisons with other tools.
 //
 //   hash_files ALGORITHM[,ALGORITHM...] FILE...      prints each digest and the file
 //   hash_files --memory ALGORITHM[,...] FILE         prints by how many KiB the peak of resident
-//                                                    memory exceeds what the process held before
+//                                                    memory exceeds that before the hashing
 //   hash_files --seconds ALGORITHM[,...] FILE        prints how long the hashing took
 //   hash_files --in-memory ALGORITHM FILE            the same for the file's bytes in memory
 #include <chrono>
@@ -38,7 +38,7 @@ swr::AlgoMask ParseMask(std::string_view names) {
   return mask;
 }
 
-// A figure of /proc/self/status, in KiB.
+// A value from /proc/self/status, in KiB.
 long ReadStatus(std::string_view key) {
   std::ifstream status("/proc/self/status");
   std::string line;

@@ -2,11 +2,11 @@
 // in seconds and do not include making the list of names.
 //
 //   long_list hash FOLDER        SHA-256 of each file by a FileHasher alone, in a plain loop
-//   long_list hash-twice FOLDER  the same, and once more for SHA3-256 and BLAKE3
+//   long_list hash-twice FOLDER  the same, then SHA3-256 and BLAKE3 of each file
 //   long_list window FOLDER      the folder dropped on the window, until all is hashed
-//   long_list box FOLDER         the same, with a value of no file in the Expected hash box
+//   long_list box FOLDER         the same, with an expected hash that no file has
 //   long_list verify FILE        a checksum file opened in the window, until all is verified
-//   long_list load FILE          the same, until its rows are in the window
+//   long_list load FILE          the same, until all its rows are in the list
 //   long_list memory ROWS        bytes per row, including its texts, in a list of this many
 //   long_list actions ROWS       the cost of single actions in a list of this many hashed rows
 #include <chrono>
@@ -40,7 +40,7 @@ constexpr swr::AlgoMask Sha256 = swr::MaskOf(swr::AlgoId::Sha256);
 // The other algorithms with digests of 32 bytes.
 constexpr swr::AlgoMask OtherCandidates =
     swr::MaskOf(swr::AlgoId::Sha3_256) | swr::MaskOf(swr::AlgoId::Blake3);
-// The digest of no file.
+// A digest that no file has.
 constexpr char16_t ForeignDigest[] =
     u"00000000000000000000000000000000000000000000000000000000000000ff";
 
@@ -80,7 +80,8 @@ class LoopParts {
 };
 
 // The window as its dialog runs it: found files and finished jobs are announced to a loop, which
-// takes them every 15 milliseconds, and a timer ticks every 200 while it is on.
+// takes them every 15 milliseconds, and the progress timer ticks every 200 milliseconds while it is
+// on.
 class Loop : public LoopParts, public app::testing::WindowFlows {
  public:
   Loop() : WindowFlows(main_) {
@@ -100,14 +101,14 @@ class Loop : public LoopParts, public app::testing::WindowFlows {
     message();
     longestTurn = std::max(longestTurn, SecondsSince(start) * 1000);
   }
-  // The longest that one message kept the window, in milliseconds.
+  // The longest time that one message took, in milliseconds.
   double longestTurn = 0;
 
  private:
   template <typename Condition>
-  void RunWhile(Condition&& goesOn) {
+  void RunWhile(Condition&& shouldContinue) {
     auto tick = Clock::now() + std::chrono::milliseconds(200);
-    while (goesOn()) {
+    while (shouldContinue()) {
       {
         std::unique_lock lock(mutex_);
         announced_.wait_until(lock, tick, [&] { return jobsWait_ || filesWait_; });
@@ -139,7 +140,7 @@ class Loop : public LoopParts, public app::testing::WindowFlows {
     waits = true;
     return true;
   }
-  // Both take as much as the dialog does at one tick. False when there was nothing.
+  // Both take as much as the dialog does in one tick. False if there was nothing to take.
   bool TakeFiles() {
     bool found = false;
     Turn([&] { found = arrivals.TakeSome(std::chrono::milliseconds(20)); });
@@ -215,7 +216,7 @@ void TimeWindow(const std::u16string& path, bool isList, bool untilIdle, bool wi
                swr::WideToUtf8(loop.view.resultLine).c_str());
 }
 
-// A figure of /proc/self/status, in bytes.
+// The resident memory from /proc/self/status, in bytes.
 double ResidentBytes() {
   std::ifstream status("/proc/self/status");
   for (std::string line; std::getline(status, line);) {
@@ -224,7 +225,7 @@ double ResidentBytes() {
   return 0;
 }
 
-// Rows of files that were hashed with these algorithms.
+// Adds rows of files that have been hashed with these algorithms.
 void FillList(FakeWindow& window, size_t count, swr::AlgoMask algos) {
   const auto name = [](size_t i) { return u"photograph " + swr::DecimalText(i) + u".jpg"; };
   const std::u16string folder = u"/srv/archive/pictures of the year";
@@ -273,7 +274,7 @@ void TimeActions(size_t count) {
     window.details.Refresh();
   });
   time("copy all lines", [&] { window.commands.Run(ID_CTX_COPY_LINE); });
-  // Freeing the content of an earlier file would take a fifth of the time.
+  // Overwriting an earlier file would first free its content, which takes a fifth of the time.
   constexpr char saved[] = "/tmp/long_list.sha256";
   std::remove(saved);
   window.desktop.saveTarget = {swr::Utf8ToWide(saved), 0};

@@ -1,14 +1,13 @@
-// What a long list costs in the real window. Times are in seconds.
+// The cost of a long list in the real window. Times are in seconds.
 //
 //   window_list hash FOLDER             SHA-256 of each file by a FileHasher alone, in a plain loop
 //   window_list hash-twice FOLDER       the same, then SHA3-256 and BLAKE3 of each file
 //   window_list drop SUMWRIGHT FOLDER   the folder dropped on the window, until all is hashed
-//   window_list box SUMWRIGHT FOLDER    the same, with a value of no file in the Expected hash box
+//   window_list box SUMWRIGHT FOLDER    the same, with an expected hash that no file has
 //   window_list verify SUMWRIGHT LIST   a checksum file verified, until each row has a verdict
 //   window_list close SUMWRIGHT FOLDER  the window closed while files are looked up and hashed
 //
-// "longest message" is the longest time without an answer, in milliseconds, as another process sees
-// it.
+// "longest message" is the longest response time, in milliseconds, as measured by another process.
 #include "swr/system/windows_api_win.h"
 
 #include <algorithm>
@@ -40,7 +39,7 @@ constexpr swr::AlgoMask Sha256 = swr::MaskOf(swr::AlgoId::Sha256);
 // The other algorithms with digests of 32 bytes.
 constexpr swr::AlgoMask OtherCandidates =
     swr::MaskOf(swr::AlgoId::Sha3_256) | swr::MaskOf(swr::AlgoId::Blake3);
-// The digest of no file.
+// A digest that no file has.
 constexpr char16_t ForeignDigest[] =
     u"00000000000000000000000000000000000000000000000000000000000000ff";
 
@@ -111,7 +110,7 @@ void TimeVerification(const std::u16string& list) {
   window.WaitUntilIdle();
   TimeWindow(window, [&] {
     window.FollowBannerLink(u"a");
-    // A short list may be verified before it is first checked.
+    // A short list may be verified before the first poll.
     WaitFor([&] { return window.RowCount() > 1; });
   });
 }

@@ -1,8 +1,8 @@
 # Renders the drawings in resources/icons at build time and compiles the window's resources.
 
 # Makes an .ico in <ico_dir> from each SVG in <svg_dir>, and returns their names in <out_var>. Every
-# icon has the sizes that the window needs between 100% and 300%. The program's icon (app.svg) also
-# has Explorer's large size, stored as PNG, as is usual for that size.
+# icon has the sizes that the window needs at scalings from 100% to 300%. The program's icon (app.svg)
+# also has Explorer's large size, stored as PNG, as is usual for that size.
 function(render_icons svg_dir ico_dir out_var)
   find_program(RSVG_CONVERT rsvg-convert REQUIRED)
   find_program(ICOTOOL icotool REQUIRED)

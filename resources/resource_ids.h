@@ -1,5 +1,5 @@
 // The ids of the program's resources, controls and commands, shared by the resource compiler and
-// the C++ code; hence only plain defines. Other processes see the ids of dialogs, controls and
+// the C++ code, hence only plain defines. Other processes see the ids of dialogs, controls and
 // commands, so they must not change.
 #pragma once
 

@@ -5,8 +5,8 @@
 //   --screenshot-ready  repaints the window first
 //   --close             closes the window instead of printing, and waits until the program ends
 //   --start PROGRAM.exe [PATH...]
-//                       as the last option: first starts the program with these paths, again if no
-//                       window shows; the window stays open afterwards
+//                       as the last option: first starts the program with these paths, and again if
+//                       no window appears; the window stays open afterwards
 //
 // Exits with 0, or with 1 and a message if there is no window, it does not respond, or the program
 // ends with an exit code other than 0.
@@ -32,8 +32,8 @@ namespace {
 
 using swr::testing::RemoteList;
 
-constexpr DWORD pollInterval = 50;  // milliseconds, as all times here
-constexpr DWORD answerTimeout = 60'000;
+constexpr DWORD pollInterval = 50;  // milliseconds, like all times here
+constexpr DWORD responseTimeout = 60'000;
 constexpr DWORD endTimeout = 60'000;
 
 // The columns before the digests are Name, Folder and Size; Status comes last.
@@ -50,7 +50,7 @@ struct Options {
   std::optional<swr::testing::ProgramStart> start;
 };
 
-BOOL CALLBACK KeepMainWindow(HWND window, LPARAM result) {
+BOOL CALLBACK TakeMainWindow(HWND window, LPARAM result) {
   DWORD process = 0;
   GetWindowThreadProcessId(window, &process);
   HWND& found = *reinterpret_cast<HWND*>(result);
@@ -60,7 +60,7 @@ BOOL CALLBACK KeepMainWindow(HWND window, LPARAM result) {
 
 HWND FindOpenWindow() {
   HWND window = nullptr;
-  EnumWindows(KeepMainWindow, reinterpret_cast<LPARAM>(&window));
+  EnumWindows(TakeMainWindow, reinterpret_cast<LPARAM>(&window));
   return window;
 }
 
@@ -75,10 +75,10 @@ bool HasUnfinishedRow(const RemoteList& list) {
   return false;
 }
 
-// The window does not respond while it walks folders, however long that takes.
-void WaitForAnswer(HWND window) {
-  DWORD_PTR answer = 0;
-  while (!SendMessageTimeoutW(window, WM_NULL, 0, 0, SMTO_NORMAL, answerTimeout, &answer)) {
+// However long it takes: on a very busy machine, the window may not respond within the timeout.
+void WaitForResponse(HWND window) {
+  DWORD_PTR response = 0;
+  while (!SendMessageTimeoutW(window, WM_NULL, 0, 0, SMTO_NORMAL, responseTimeout, &response)) {
     if (!IsWindow(window)) throw std::runtime_error("the window has been closed");
   }
 }
@@ -91,7 +91,7 @@ void WaitUntilIdle(HWND window, const RemoteList& list) {
   int finishedRows = -1;
   while (idlePolls < 5) {
     Sleep(pollInterval);
-    WaitForAnswer(window);
+    WaitForResponse(window);
     const bool cancelShown = (GetWindowLongPtrW(cancel, GWL_STYLE) & WS_VISIBLE) != 0;
     const int rows = list.ItemCount();
     if (cancelShown || (rows != finishedRows && HasUnfinishedRow(list))) {
@@ -104,10 +104,10 @@ void WaitUntilIdle(HWND window, const RemoteList& list) {
   }
 }
 
-void HavePainted(HWND window) {
+void Repaint(HWND window) {
   RedrawWindow(window, nullptr, nullptr,
                RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW);
-  Sleep(500);  // it takes a moment to appear on the screen
+  Sleep(500);  // until it appears on the screen
 }
 
 std::string ToUtf8(std::u16string text) {
@@ -170,7 +170,7 @@ void Run(const Options& options) {
   {
     const RemoteList list(GetDlgItem(window, IDC_LIST));
     if (options.wait) WaitUntilIdle(window, list);
-    if (options.screenshotReady) HavePainted(window);
+    if (options.screenshotReady) Repaint(window);
     if (!options.close) PrintRows(list);
   }
   if (options.close) Close(window);
