@@ -11,6 +11,7 @@
 #include "tests/support/process_handles_win.h"
 #include "tests/support/temp_tree.h"
 #include "tests/ui/desktop_state_win.h"
+#include "tests/ui/program_dialog_win.h"
 #include "tests/ui/running_window_win.h"
 
 namespace app::testing {
@@ -66,6 +67,22 @@ TEST(ClosingTest, EndsTheProgramWithinASecondAndLeavesNoThread) {
       {"all algorithms", swr::AllAlgosMask, milliseconds(300)},
   };
   for (const ClosingCase& test : cases) ExpectToEndAtOnce(test);
+}
+
+// The system can close the window while a message box is open. The flow that shows the message then
+// goes on with the next file, although the window no longer exists.
+TEST(ClosingTest, EndsCleanlyWhileAMessageBoxIsOpen) {
+  TempTree tree;
+  const std::u16string first = tree.AddFile(u"first.md5");
+  const std::u16string second = tree.AddFile(u"second.md5");
+  RunningWindow window;
+  window.PostCommand(ID_VERIFY_FILE);
+  const ProgramDialog picker(window, u"Verify Checksum File");
+  picker.SetFileName(u'"' + first + u"\" \"" + second + u'"');
+  picker.PostPress(IDOK);
+  const ProgramDialog message(window, u"Sumwright");
+  ASSERT_EQ(message.Instruction(), u"No checksums were found in this file.");
+  EXPECT_EQ(window.Close(), 0);
 }
 
 }  // namespace

@@ -97,8 +97,9 @@ class MainDialog {
   Installation installation_{installSystem_};
   FinishedJobPump finishedJobs_;
   FoundFilesPump foundFiles_;
-  std::optional<Worker> worker_;
+  // Destroyed after the worker, which refers to paths of rows.
   std::optional<MainWindow> main_;
+  std::optional<Worker> worker_;
 };
 
 const MainDialog::MessageEntry MainDialog::messageTable[] = {
@@ -175,7 +176,8 @@ INT_PTR MainDialog::OnDestroy(WPARAM, LPARAM) {
   main_->GetSettings().Write();
   screen_.ReleaseImages();
   foundFiles_.Stop();
-  worker_.reset();
+  // A message box can be open, and the flow that shows it still uses the worker when it returns.
+  worker_->CancelAll();
   screen_.status.ReleaseTaskbar();
   PostQuitMessage(0);
   return TRUE;
