@@ -56,10 +56,14 @@ void FileArrivals::Start(IntakeRequest request, std::unique_ptr<FileReceiver> re
 }
 
 bool FileArrivals::TakeSome(milliseconds longest) {
+  if (std::exchange(showsLater_, false)) {
+    End({.needsRefresh = true});
+    return true;
+  }
   const auto deadline = Clock::now() + longest;
   std::unique_ptr<IntakeBatch> batch = intake_.Take();
-  if (!batch && !showsLater_) return false;
-  Turn turn{.needsRefresh = std::exchange(showsLater_, false)};
+  if (!batch) return false;
+  Turn turn;
   while (batch) {
     TakeBatch(std::move(batch), turn);
     if (!turn.message && Clock::now() < deadline) batch = intake_.Take();
