@@ -7,8 +7,9 @@ namespace app {
 void ListEdits::RemoveRows(const RowIds& ids) {
   if (uses_.arrivals.Open().Any()) uses_.arrivals.OnRemoval(FindRows(uses_.rows, ids));
   uses_.hashing.RemoveRows(ids);
-  uses_.list.ClearSelection();
+  // In this order, because the list view then deselects rows beyond its end without reporting each.
   uses_.list.SetRowCount(uses_.rows.Size());
+  uses_.list.ClearSelection();
   uses_.refresh.AfterRowChange();
 }
 

@@ -3,6 +3,17 @@
 #include <utility>
 
 namespace app {
+namespace {
+
+// In the dialog's client area.
+LayoutRect PositionOf(HWND control, HWND dialog) {
+  RECT rect;
+  GetWindowRect(control, &rect);
+  MapWindowPoints(nullptr, dialog, reinterpret_cast<POINT*>(&rect), 2);
+  return {rect.left, rect.top, rect.right, rect.bottom};
+}
+
+}  // namespace
 
 ControlLayout::ControlLayout(std::span<const AnchoredControl> controls,
                              std::function<void(std::vector<LayoutRect>&)> adjust)
@@ -14,10 +25,7 @@ void ControlLayout::Capture(HWND dialog) {
   baseClient_ = {client.right, client.bottom};
   baseRects_.clear();
   for (const AnchoredControl& control : controls_) {
-    RECT rect;
-    GetWindowRect(GetDlgItem(dialog, static_cast<int>(control.id)), &rect);
-    MapWindowPoints(nullptr, dialog, reinterpret_cast<POINT*>(&rect), 2);
-    baseRects_.push_back({rect.left, rect.top, rect.right, rect.bottom});
+    baseRects_.push_back(PositionOf(GetDlgItem(dialog, static_cast<int>(control.id)), dialog));
   }
   isCaptured_ = true;
 }
@@ -32,9 +40,11 @@ void ControlLayout::Apply(HWND dialog) const {
   HDWP moves = BeginDeferWindowPos(static_cast<int>(rects.size()));
   for (size_t i = 0; i < rects.size() && moves != nullptr; ++i) {
     const LayoutRect& rect = rects[i];
-    moves = DeferWindowPos(moves, GetDlgItem(dialog, static_cast<int>(controls_[i].id)), nullptr,
-                           rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top,
-                           SWP_NOZORDER | SWP_NOACTIVATE);
+    const HWND control = GetDlgItem(dialog, static_cast<int>(controls_[i].id));
+    // Moving a control takes time even if it stays where it is.
+    if (PositionOf(control, dialog) == rect) continue;
+    moves = DeferWindowPos(moves, control, nullptr, rect.left, rect.top, rect.right - rect.left,
+                           rect.bottom - rect.top, SWP_NOZORDER | SWP_NOACTIVATE);
   }
   if (moves != nullptr) EndDeferWindowPos(moves);
   RedrawWindow(dialog, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);

@@ -85,7 +85,12 @@ void ListControl::SetState(int index, UINT state, UINT mask) {
 }
 
 void ListControl::ClearSelection() {
-  if (SelectedRowCount() > 0) SelectOrClearAll(0);
+  // Repainting the whole list takes longer than repainting a few rows.
+  constexpr size_t few = 10;
+  const size_t count = SelectedRowCount();
+  if (count > few) return SelectOrClearAll(0);
+  if (count == 0) return;
+  for (const size_t row : SelectedRows()) SetState(static_cast<int>(row), 0, LVIS_SELECTED);
 }
 
 void ListControl::SelectRow(size_t index) {
@@ -95,9 +100,11 @@ void ListControl::SelectRow(size_t index) {
 }
 
 void ListControl::ScrollToRow(size_t index) {
-  // Scrolling up to the row makes it the topmost one.
-  const LRESULT count = SendMessageW(list_, LVM_GETITEMCOUNT, 0, 0);
-  SendMessageW(list_, LVM_ENSUREVISIBLE, static_cast<WPARAM>(count - 1), FALSE);
+  // Scrolling up to the row makes it the topmost one, which the first row is anyway.
+  if (index > 0) {
+    const LRESULT count = SendMessageW(list_, LVM_GETITEMCOUNT, 0, 0);
+    SendMessageW(list_, LVM_ENSUREVISIBLE, static_cast<WPARAM>(count - 1), FALSE);
+  }
   SendMessageW(list_, LVM_ENSUREVISIBLE, index, FALSE);
 }
 
