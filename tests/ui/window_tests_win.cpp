@@ -13,6 +13,7 @@
 #include <thread>
 
 #include "tests/support/dpi_awareness_win.h"
+#include "tests/support/selected_tests.h"
 #include "tests/ui/desktop_state_win.h"
 #include "tests/ui/running_window_win.h"
 
@@ -95,10 +96,5 @@ int main(int argumentCount, char** arguments) {
   swr::testing::BecomeDpiAware();
   app::testing::SetProgramPath(arguments[1]);
   testing::UnitTest::GetInstance()->listeners().Append(new Watchdog);  // takes ownership
-  const int result = RUN_ALL_TESTS();
-  if (testing::UnitTest::GetInstance()->test_to_run_count() == 0) {
-    std::fprintf(stderr, "window_tests: no test matches\n");
-    return 2;
-  }
-  return result;
+  return swr::testing::RunSelectedTests();
 }
