@@ -7,6 +7,7 @@
 #include <chrono>
 #include <condition_variable>
 #include <functional>
+#include <memory>
 #include <mutex>
 #include <string>
 #include <thread>
@@ -20,6 +21,7 @@
 namespace app {
 namespace {
 
+using std::chrono::steady_clock;
 using swr::testing::TempTree;
 using namespace std::chrono_literals;
 
@@ -290,19 +292,42 @@ TEST(WorkerEndTest, ClosingDuringAJobDropsTheQueueAndWaits) {
   TempTree tree;
   const SharedPath path = tree.AddFile(u"a", "0123456789");
   Sink sink;
-  {
-    Worker worker(sink);
-    sink.Hold();
-    for (uint64_t i = 1; i <= 3; ++i) worker.Enqueue({.rowId = i, .path = &path, .mask = Md5});
-    sink.WaitForProgress();
-    sink.Release();
+  sink.Hold();
+  auto worker = std::make_unique<Worker>(sink);
+  for (uint64_t i = 1; i <= 3; ++i) worker->Enqueue({.rowId = i, .path = &path, .mask = Md5});
+  sink.WaitForProgress();
+  const Worker& closing = *worker;
+  std::atomic<bool> hasClosed = false;
+  std::thread closer([&] {
+    worker.reset();
+    hasClosed = true;
+  });
+  const auto deadline = steady_clock::now() + 10s;
+  while (closing.GetSnapshot().remainingJobs > 1 && steady_clock::now() < deadline) {
+    std::this_thread::sleep_for(1ms);
   }
-  EXPECT_LE(sink.Wait(0).size(), 3u);
+  EXPECT_EQ(closing.GetSnapshot().remainingJobs, 1u);
+  EXPECT_FALSE(hasClosed) << "it waits for the running job";
+  sink.Release();
+  closer.join();
+  const auto results = sink.Wait(0);
+  ASSERT_EQ(results.size(), 1u);
+  EXPECT_EQ(results[0]->rowId, 1u);
+  EXPECT_TRUE(results[0]->outcome.cancelled);
 }
 
+// Both before and after it has freed what it keeps for the next file.
 TEST(WorkerEndTest, ClosingAnIdleWorkerEndsAtOnce) {
-  Sink sink;
-  Worker worker(sink);
+  for (const auto rest : {std::chrono::milliseconds(1min), 0ms}) {
+    Sink sink;
+    auto worker = std::make_unique<Worker>(
+        sink, [] { return uint64_t{0}; }, rest);
+    // Most probably its thread is waiting for work by then.
+    std::this_thread::sleep_for(50ms);
+    const auto start = steady_clock::now();
+    worker.reset();
+    EXPECT_LT(steady_clock::now() - start, 10s);
+  }
 }
 
 }  // namespace
