@@ -31,7 +31,6 @@ class RandomFiles {
 
   RandomFiles();
 
-  const swr::testing::TempTree& Tree() const { return tree_; }
   std::u16string Path(size_t name) const { return tree_.Path(Names[name]); }
   std::u16string ListPath() const { return tree_.Path(ListName); }
   // A new row for this file, with the fields that come from the file.

@@ -76,7 +76,6 @@ class FileWorld {
   // No other program can open the file until Unlock.
   std::string Lock(size_t file);
   void Unlock();
-  bool HoldsAny() const { return lockedFile_.has_value(); }
   // Overwrites the file in place, piece by piece.
   std::string Tear(size_t file);
   std::string RewriteList(size_t file);
