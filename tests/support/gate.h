@@ -1,6 +1,9 @@
 // Simulates a system call that does not return.
 #pragma once
 
+#include <gtest/gtest.h>
+
+#include <chrono>
 #include <condition_variable>
 #include <mutex>
 
@@ -20,9 +23,10 @@ class Gate {
     open_ = true;
     changed_.notify_all();
   }
+  // Returns when a thread is blocked here; the test fails if none comes.
   void WaitForArrival() {
     std::unique_lock lock(mutex_);
-    changed_.wait(lock, [this] { return arrived_ > 0; });
+    EXPECT_TRUE(changed_.wait_for(lock, std::chrono::minutes(1), [this] { return arrived_ > 0; }));
   }
 
  private:

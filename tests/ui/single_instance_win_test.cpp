@@ -13,6 +13,7 @@
 #include "tests/support/temp_tree.h"
 #include "tests/ui/program_dialog_win.h"
 #include "tests/ui/running_window_win.h"
+#include "tests/ui/suspended_thread_win.h"
 
 namespace app::testing {
 namespace {
@@ -111,25 +112,6 @@ TEST(SingleInstanceTest, AStartWithoutPathsOpensAnotherWindowThatReceivesLaterPa
   EXPECT_EQ(sender.WaitForEnd(), 0);
   EXPECT_EQ(third.Column(u"Name"), (Names{u"two", u"one"}));
 }
-
-// Suspends a thread of another process while the object exists.
-class SuspendedThread {
- public:
-  explicit SuspendedThread(HWND window)
-      : thread_(
-            OpenThread(THREAD_SUSPEND_RESUME, FALSE, GetWindowThreadProcessId(window, nullptr))) {
-    SuspendThread(thread_);
-  }
-  SuspendedThread(const SuspendedThread&) = delete;
-  SuspendedThread& operator=(const SuspendedThread&) = delete;
-  ~SuspendedThread() {
-    ResumeThread(thread_);
-    CloseHandle(thread_);
-  }
-
- private:
-  HANDLE thread_;
-};
 
 TEST(SingleInstanceTest, AWindowThatHangsLosesNothing) {
   TempTree tree;

@@ -10,6 +10,7 @@
 #include "swr/text/decimal_text.h"
 #include "tests/support/temp_tree.h"
 #include "tests/ui/running_window_win.h"
+#include "tests/ui/suspended_thread_win.h"
 
 namespace app::testing {
 namespace {
@@ -20,25 +21,6 @@ using swr::testing::TempTree;
 
 // So many that adding them is still in progress when the test notices that it has begun.
 constexpr int FileCount = 4000;
-
-// Suspends the thread of a window while the object exists.
-class StoppedThread {
- public:
-  explicit StoppedThread(HWND window)
-      : thread_(
-            OpenThread(THREAD_SUSPEND_RESUME, FALSE, GetWindowThreadProcessId(window, nullptr))) {
-    SuspendThread(thread_);
-  }
-  ~StoppedThread() {
-    ResumeThread(thread_);
-    CloseHandle(thread_);
-  }
-  StoppedThread(const StoppedThread&) = delete;
-  StoppedThread& operator=(const StoppedThread&) = delete;
-
- private:
-  HANDLE thread_;
-};
 
 // A window that receives paths restores itself first.
 bool WaitUntilRestored(const RunningWindow& window) {
@@ -60,7 +42,7 @@ TEST(SlowHandOverTest, AfterTenSecondsTheSenderOpensAWindowAndTheFirstKeepsThePa
   ProgramProcess sender({.arguments = {folder}, .keepSettings = true});
   ASSERT_TRUE(WaitUntilRestored(slow));
   {
-    const StoppedThread stopped(slow.Handle());
+    const SuspendedThread suspended(slow.Handle());
     const RunningWindow own(std::move(sender));
     EXPECT_GE(steady_clock::now() - start, seconds(10)) << "as long as the sender waits";
     own.WaitUntilIdle();

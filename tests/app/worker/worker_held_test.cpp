@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <condition_variable>
 #include <memory>
 #include <mutex>
 #include <string>
@@ -13,6 +12,7 @@
 
 #include "app/worker/worker.h"
 #include "tests/support/fault_plan.h"
+#include "tests/support/gate.h"
 #include "tests/support/job_paths.h"
 #include "tests/support/temp_tree.h"
 
@@ -20,37 +20,12 @@ namespace app::testing {
 namespace {
 
 using swr::SystemCall;
+using swr::testing::Gate;
 using swr::testing::InstalledFaults;
 using swr::testing::TempTree;
 using namespace std::chrono_literals;
 
 constexpr swr::AlgoMask Md5 = swr::MaskOf(swr::AlgoId::Md5);
-
-// Blocks the thread that reaches it until it is opened.
-class Gate {
- public:
-  void Pass() {
-    std::unique_lock lock(mutex_);
-    isReached_ = true;
-    changed_.notify_all();
-    changed_.wait(lock, [this] { return isOpen_; });
-  }
-  void WaitUntilReached() {
-    std::unique_lock lock(mutex_);
-    EXPECT_TRUE(changed_.wait_for(lock, 60s, [this] { return isReached_; }));
-  }
-  void Open() {
-    const std::lock_guard lock(mutex_);
-    isOpen_ = true;
-    changed_.notify_all();
-  }
-
- private:
-  std::mutex mutex_;
-  std::condition_variable changed_;
-  bool isReached_ = false;
-  bool isOpen_ = false;
-};
 
 class Results final : public WorkerSink {
  public:
@@ -113,7 +88,7 @@ TEST(HeldWorkerTest, TheBytesReadOfOneFileAreNotAddedToTheNext) {
   HeldWorker held(2);
   const HashJob second = held.Job(2, u"second");
   held.worker->EnqueueAll({held.Job(1, u"first"), second});
-  held.gate.WaitUntilReached();
+  held.gate.WaitForArrival();
   const WorkerSnapshot snapshot = held.worker->GetSnapshot();
   EXPECT_EQ(snapshot.currentPath, second.path->Text());
   EXPECT_EQ(snapshot.currentBytes, 0u) << "nothing of it has been read";
@@ -131,15 +106,16 @@ TEST(HeldWorkerTest, ClosingDropsWaitingJobs) {
     jobs.back().rowId = id;
   }
   held.worker->EnqueueAll(std::move(jobs));
-  held.gate.WaitUntilReached();
+  held.gate.WaitForArrival();
 
   const Worker& ending = *held.worker;
   std::thread ender([&] { held.worker.reset(); });
-  // It can't end before the held job does, but has dropped the others by then.
+  // It can't end before the held job does, but drops the others at once.
   const auto deadline = std::chrono::steady_clock::now() + 10s;
   while (ending.GetSnapshot().remainingJobs > 1 && std::chrono::steady_clock::now() < deadline) {
     std::this_thread::sleep_for(1ms);
   }
+  EXPECT_EQ(ending.GetSnapshot().remainingJobs, 1u);
   held.gate.Open();
   ender.join();
   const auto results = held.results.Take();
