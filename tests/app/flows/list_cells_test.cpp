@@ -33,6 +33,7 @@ TEST(ColumnsTest, OneForEachSelectedAlgorithmInCatalogueOrder) {
 
 TEST(ColumnsTest, OnlySizeIsRightAligned) {
   FakeWindow window;
+  ASSERT_EQ(window.view.columns.size(), 7u);
   for (const ColumnSpec& column : window.view.columns) {
     EXPECT_EQ(column.rightAligned, column.heading == u"Size") << swr::WideToUtf8(column.heading);
   }

@@ -479,7 +479,7 @@ TEST_F(SavingTest, SuccessIsSilent) {
   window.view.selected = {1};
   window.details.Refresh();
   const auto before = VisibleTexts(window);
-  SaveAs(u"out", FilterJson);
+  EXPECT_TRUE(SaveAs(u"out", FilterJson).starts_with("[\n  {\"path\": "));
   EXPECT_EQ(VisibleTexts(window), before);
   EXPECT_TRUE(window.desktop.messages.empty());
   EXPECT_EQ(window.view.selected, std::vector<size_t>{1});

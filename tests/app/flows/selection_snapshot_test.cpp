@@ -187,6 +187,7 @@ TEST(SelectionSnapshotTest, ARowMayBeRemovedWhileItsFolderOpens) {
   ASSERT_EQ(window.desktop.shownInFolder.size(), 1u);
   EXPECT_EQ(window.desktop.shownInFolder[0].first, u"/d/a.bin");
   EXPECT_EQ(window.desktop.shownInFolder[0].second, u"/d");
+  EXPECT_EQ(window.Names(), Texts{u"b.bin"});
 }
 
 // ---- Saving.

@@ -195,6 +195,8 @@ TEST(ShellEntriesTest, ARepairThatFailsIsSilent) {
   window.install.failingKey = u"Software";
   window.install.linksFail = true;
   window.bannerLinks.Follow(u"a");
+  EXPECT_EQ(window.Explorer(), ExplorerState::Stale);
+  EXPECT_EQ(window.SendTo(), SendToState::Stale);
   EXPECT_EQ(window.view.banner, std::nullopt);
   EXPECT_TRUE(window.desktop.messages.empty());
 }
