@@ -1,7 +1,9 @@
 // Compare These Two Files, from the list's menu to the message.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
+#include <vector>
 
 #include "resources/resource_ids.h"
 #include "tests/support/temp_tree.h"
@@ -62,11 +64,10 @@ TEST_F(CompareFilesTest, IsOfferedForTwoFilesOnly) {
   for (const std::vector<int>& rows : {std::vector{0}, std::vector{0, 1}, std::vector{0, 1, 2}}) {
     window_.SelectOnly(rows);
     window_.OpenListMenu();
-    for (const MenuItem& item : window_.OpenMenu()) {
-      if (item.id == ID_CTX_COMPARE) {
-        EXPECT_EQ(item.isEnabled, rows.size() == 2);
-      }
-    }
+    const std::vector<MenuItem> items = window_.OpenMenu();
+    const auto item = std::ranges::find(items, uint32_t{ID_CTX_COMPARE}, &MenuItem::id);
+    ASSERT_NE(item, items.end());
+    EXPECT_EQ(item->isEnabled, rows.size() == 2);
     constexpr int escapeKey = 0x1B;
     window_.PressKey(0, escapeKey);
     ASSERT_TRUE(WaitFor([&] { return window_.OpenMenu().empty(); }));

@@ -86,11 +86,12 @@ TEST_F(KeyboardTest, ALetterSelectsTheNextNameThatBeginsWithIt) {
   window_.FocusOn(IDC_LIST);
   for (const Key& key : keys) {
     SCOPED_TRACE(static_cast<char>(key.key));
-    Sleep(700);  // letters typed sooner are part of the same word
     window_.TypeChord({key.key});
     EXPECT_TRUE(WaitFor([&] { return window_.List().SelectedIndexes() == Rows{key.row}; },
                         milliseconds(3000)))
         << ::testing::PrintToString(window_.List().SelectedIndexes());
+    Sleep(700);  // letters typed sooner are part of the same word
+    EXPECT_EQ(window_.List().SelectedIndexes(), Rows{key.row});
   }
 }
 

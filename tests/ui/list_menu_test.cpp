@@ -41,6 +41,8 @@ class ListMenuTest : public ::testing::Test {
     window_.SelectOnly(rows);
     window_.OpenListMenu();
     window_.ChooseFromMenu(entry);
+    ASSERT_TRUE(WaitFor([&] { return window_.OpenMenu().empty(); }));
+    window_.WaitForPostedMessages();
     EXPECT_TRUE(WaitFor([&] { return CopiedText() == text; }, std::chrono::seconds(5)))
         << ::testing::PrintToString(CopiedText()) << " instead of "
         << ::testing::PrintToString(text);
