@@ -19,26 +19,31 @@ const Row* RowTable::Find(uint64_t id) const {
 }
 
 void RowTable::IndexPaths() const {
+  if (indexedPaths_ == rows_.size()) return;
+  std::vector<PathIndex::Entry> added;
+  added.reserve(rows_.size() - indexedPaths_);
   for (; indexedPaths_ < rows_.size(); ++indexedPaths_) {
+    Prefetch(indexedPaths_ + RowsAhead);
+    PrefetchTexts(indexedPaths_ + TextsAhead);
     const Row& row = *rows_[indexedPaths_];
-    idsByPathHash_.emplace(row.path.CaseHash(), row.id);
+    added.push_back({row.path.CaseHash(), row.id});
   }
+  pathIndex_.Add(added);
 }
 
 void RowTable::DropRemovedPaths() {
-  if (indexedPaths_ == 0) idsByPathHash_.clear();
-  if (idsByPathHash_.size() <= 2 * indexedPaths_) return;
-  std::erase_if(idsByPathHash_, [this](const auto& entry) { return !IndexOf(entry.second); });
+  if (pathIndex_.Size() <= 2 * indexedPaths_) return;
+  pathIndex_.Clear();
+  indexedPaths_ = 0;
 }
 
 std::vector<size_t> RowTable::IndexesOfPath(std::u16string_view path) const {
   IndexPaths();
   std::vector<size_t> found;
-  const auto [first, last] = idsByPathHash_.equal_range(swr::CaseHash(path));
-  for (auto entry = first; entry != last; ++entry) {
-    const auto index = IndexOf(entry->second);
+  pathIndex_.ForEach(swr::CaseHash(path), [&](uint64_t id) {
+    const auto index = IndexOf(id);
     if (index && rows_[*index]->path.EqualsNoCase(path)) found.push_back(*index);
-  }
+  });
   std::ranges::sort(found);
   return found;
 }
@@ -97,7 +102,7 @@ void RowTable::Remove(std::span<const uint64_t> ids) {
 }
 
 void RowTable::Clear() {
-  idsByPathHash_.clear();
+  pathIndex_.Clear();
   indexedPaths_ = 0;
   FreeRows([](size_t) { return true; });
   rows_.clear();

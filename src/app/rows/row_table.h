@@ -10,10 +10,10 @@
 #include <span>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <utility>
 #include <vector>
 
+#include "app/rows/path_index.h"
 #include "app/rows/row.h"
 #include "app/rows/row_counters.h"
 #include "swr/checksums/pasted_hash.h"
@@ -109,11 +109,10 @@ class RowTable {
   // NoRow where that row is gone.
   std::vector<size_t> indexes_;
   uint64_t firstId_ = 1;
-  // The ids of the first `indexedPaths_` rows by the CaseHash of their paths. Extended only
-  // when it is used, because in many lists it never is. Also has ids of removed rows, but no more
-  // than of existing ones: removing them at once would require a search of the whole index each
-  // time.
-  mutable std::unordered_multimap<uint64_t, uint64_t> idsByPathHash_;
+  // Has the first `indexedPaths_` rows. Extended only when it is used, because in many lists it
+  // never is. It also has removed rows, but at most as many as others: removing each at once would
+  // mean searching the whole index.
+  mutable PathIndex pathIndex_;
   mutable size_t indexedPaths_ = 0;
   RowCounters counters_;
 };
