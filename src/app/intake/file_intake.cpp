@@ -5,13 +5,11 @@
 #include <cstddef>
 #include <deque>
 #include <mutex>
-#include <system_error>
-#include <thread>
 #include <utility>
 #include <vector>
 
 #include "app/intake/intake_run.h"
-#include "swr/system/fault_injection.h"
+#include "swr/system/detached_thread.h"
 #include "swr/system/thread_schedule.h"
 
 namespace app {
@@ -239,20 +237,12 @@ void FileIntake::Stop() {
 uint64_t FileIntake::Start(IntakeRequest request) {
   const uint64_t id = ++lastId_;
   state_->Add({.id = id, .request = std::move(request)});
-  if (!hasThread_) hasThread_ = StartThread();
+  if (!hasThread_) {
+    hasThread_ = swr::StartDetachedThread([state = state_] { state->RunUntilStopped(); });
+  }
   // A window that waits is better than files that never arrive.
   if (!hasThread_) state_->RunWaitingRequests();
   return id;
-}
-
-bool FileIntake::StartThread() {
-  if (swr::InjectedFault(swr::SystemCall::StartThread)) return false;
-  try {
-    std::thread([state = state_] { state->RunUntilStopped(); }).detach();
-    return true;
-  } catch (const std::system_error&) {
-    return false;
-  }
 }
 
 void FileIntake::Cancel() { state_->Cancel(); }

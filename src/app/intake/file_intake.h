@@ -39,8 +39,6 @@ class FileIntake final : public Intake {
  private:
   class State;
 
-  bool StartThread();
-
   // Shared with the thread, which can outlive this object.
   const std::shared_ptr<State> state_;
   uint64_t lastId_ = 0;

@@ -36,7 +36,7 @@ enum class SystemCall : uint8_t {
   CreateMapping,
   MapView,
   DeliverMessage,
-  StartThread,  // of the intake
+  StartThread,  // a detached one
 };
 inline constexpr size_t SystemCallCount = static_cast<size_t>(SystemCall::StartThread) + 1;
 
