@@ -18,6 +18,7 @@
 #include "app/desktop/clipboard.h"
 #include "app/desktop/desktop.h"
 #include "app/desktop/messages.h"
+#include "app/desktop/origin_reads.h"
 #include "app/desktop/pickers.h"
 #include "app/desktop/settings_store.h"
 #include "app/desktop/shell.h"
@@ -216,6 +217,7 @@ class FakeDesktop final : public Pickers,
                           public Shell,
                           public SettingsStore,
                           public SignatureChecks,
+                          public OriginReads,
                           public ProgressTimer,
                           public Frame {
  public:
@@ -264,9 +266,15 @@ class FakeDesktop final : public Pickers,
   void ShowHashText(swr::AlgoMask mask, bool uppercase) override {
     hashTexts.emplace_back(mask, uppercase);
   }
-  void StartSignatureCheck(uint64_t rowId, const std::u16string& path) override {
+  bool StartSignatureCheck(uint64_t rowId, const std::u16string& path) override {
     signatureChecks.emplace_back(rowId, path);
+    return canCheckSignatures;
   }
+  std::optional<swr::ZoneRecord> ReadOrigin(uint64_t rowId, const std::u16string& path) override {
+    originReads.emplace_back(rowId, path);
+    return origin;
+  }
+  std::vector<RowOrigin> TakeLateOrigins() override { return std::exchange(lateOrigins, {}); }
   std::optional<uint32_t> ReadDwordSetting(const std::u16string& name) override {
     if (swr::InjectedFault(swr::SystemCall::ReadSetting)) return std::nullopt;
     const auto found = dwordSettings.find(name);
@@ -318,6 +326,10 @@ class FakeDesktop final : public Pickers,
   std::vector<std::pair<std::u16string, std::u16string>> shownInFolder;
   std::vector<std::pair<swr::AlgoMask, bool>> hashTexts;
   std::vector<std::pair<uint64_t, std::u16string>> signatureChecks;
+  bool canCheckSignatures = true;
+  std::vector<std::pair<uint64_t, std::u16string>> originReads;
+  std::optional<swr::ZoneRecord> origin = swr::ZoneRecord{};  // of each file; nothing when late
+  std::vector<RowOrigin> lateOrigins;
   uint32_t clipboardSequence = 0;
   std::optional<std::u16string> clipboard;
   int clipboardReads = 0;
@@ -363,9 +375,10 @@ class FakeQueue final : public HashQueue {
 inline Screen ScreenOf(FakeView& view, FakeDesktop& desktop) {
   return {view, view, view, view, view, view, desktop, view, view, view, view, desktop};
 }
-inline Desktop DesktopOf(FakeDesktop& desktop) {
-  return {desktop, desktop, desktop, desktop, desktop, desktop};
+inline Desktop DesktopOf(FakeDesktop& desktop, OriginReads& origins) {
+  return {desktop, desktop, desktop, desktop, desktop, desktop, origins};
 }
+inline Desktop DesktopOf(FakeDesktop& desktop) { return DesktopOf(desktop, desktop); }
 
 // A window with fakes, and these fakes.
 struct FakeParts {

@@ -20,6 +20,9 @@ namespace app::testing {
 // The parts of a window with real threads.
 class WorkingParts {
  public:
+  // `origins` replaces those of the fake desktop if it is not null, and must outlive the object.
+  explicit WorkingParts(OriginReads* origins) : origins_(origins != nullptr ? *origins : desktop) {}
+
   // May outlive the window.
   const std::shared_ptr<swr::testing::EndOfLife> intakeThread =
       std::make_shared<swr::testing::EndOfLife>();
@@ -48,14 +51,19 @@ class WorkingParts {
   FileIntake fileIntake_{[this, token = intakeThread->TakeToken()] { return Announce(); }};
   FakeInstallSystem installSystem_;
   Installation installation_{installSystem_};
+  OriginReads& origins_;
 
  public:
-  MainWindow main{ScreenOf(view, desktop), DesktopOf(desktop), worker_, fileIntake_, installation_};
+  MainWindow main{ScreenOf(view, desktop), DesktopOf(desktop, origins_), worker_, fileIntake_,
+                  installation_};
 };
 
 class WorkingWindow : public WorkingParts, public WindowFlows {
  public:
-  WorkingWindow() : WindowFlows(main) { main.Start(); }
+  explicit WorkingWindow(OriginReads* origins = nullptr)
+      : WorkingParts(origins), WindowFlows(main) {
+    main.Start();
+  }
   WorkingWindow(const WorkingWindow&) = delete;
   WorkingWindow& operator=(const WorkingWindow&) = delete;
 

@@ -5,6 +5,7 @@ namespace app {
 
 class Clipboard;
 class Messages;
+class OriginReads;
 class Pickers;
 class SettingsStore;
 class Shell;
@@ -17,6 +18,7 @@ struct Desktop {
   Shell& shell;
   SettingsStore& settings;
   SignatureChecks& signatures;
+  OriginReads& origins;
 };
 
 }  // namespace app

@@ -11,8 +11,9 @@ class SignatureChecks {
  public:
   virtual ~SignatureChecks() = default;
 
-  // The result arrives later, at DetailsPane::OnSignatureResult.
-  virtual void StartSignatureCheck(uint64_t rowId, const std::u16string& path) = 0;
+  // The result arrives later, at DetailsPane::OnSignatureResult. False if the check can't be
+  // started; then no result arrives.
+  virtual bool StartSignatureCheck(uint64_t rowId, const std::u16string& path) = 0;
 };
 
 }  // namespace app

@@ -26,7 +26,7 @@ class SignatureThreads final : public SignatureChecks {
     message_ = message;
   }
 
-  void StartSignatureCheck(uint64_t rowId, const std::u16string& path) override;
+  bool StartSignatureCheck(uint64_t rowId, const std::u16string& path) override;
 
  private:
   HWND window_ = nullptr;

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 
+#include "app/desktop/origin_reads.h"
 #include "app/desktop/signature_checks.h"
 #include "app/flows/options.h"
 #include "app/flows/selection.h"
@@ -17,20 +18,27 @@ class DetailsPane {
  public:
   // All must outlive the object.
   DetailsPane(RowTable& rows, const Selection& selection, const Options& options,
-              SignatureChecks& signatures, DetailsView& view);
+              SignatureChecks& signatures, OriginReads& origins, DetailsView& view);
 
   // Call after every change of the selection or of a selected row.
   void Refresh();
   void OnSignatureResult(uint64_t rowId, const swr::SignatureResult& signature);
+  // Call when late download origins can be taken.
+  void OnOriginsRead();
 
  private:
   // Looks up the row's signature and origin, if that has not been done.
   void LookInto(const Row& row);
+  void StartSignatureCheck(const Row& row);
+  void ReadOrigin(const Row& row);
+  // Stores the late origins in their rows.
+  void TakeLateOrigins();
 
   RowTable& rows_;
   const Selection& selection_;
   const Options& options_;
   SignatureChecks& signatures_;
+  OriginReads& origins_;
   DetailsView& view_;
 };
 

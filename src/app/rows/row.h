@@ -59,6 +59,7 @@ struct RowState {
   bool changed = false;             // the file changed while some pass was reading it
   bool hasExpected = false;         // a checksum file lists the row; see the extras
   bool signatureRequested = false;  // a check is in progress
+  bool originRequested = false;     // its download origin is being read
   // Kept for as long as the row exists, whichever algorithms are selected.
   swr::PackedDigests digests;
   OnDemand<RowExtras> extras;

@@ -84,6 +84,7 @@ class MainDialog {
   INT_PTR OnFilesFound(WPARAM, LPARAM);
   INT_PTR OnHashProgress(WPARAM, LPARAM);
   INT_PTR OnSignatureResult(WPARAM, LPARAM lParam);
+  INT_PTR OnOriginsRead(WPARAM, LPARAM);
 
   HWND window_ = nullptr;
   bool highContrast_ = false;
@@ -121,6 +122,7 @@ const MainDialog::MessageEntry MainDialog::messageTable[] = {
     {WM_APP_JOBS_FINISHED, &MainDialog::OnJobsFinished},
     {WM_APP_FILES_FOUND, &MainDialog::OnFilesFound},
     {WM_APP_SIGNATURE_RESULT, &MainDialog::OnSignatureResult},
+    {WM_APP_ORIGINS_READ, &MainDialog::OnOriginsRead},
     {WM_APP_HASH_PROGRESS, &MainDialog::OnHashProgress},
 };
 
@@ -152,7 +154,7 @@ void MainDialog::Initialize(HWND window) {
   window_ = window;
   finishedJobs_.Attach(window);
   foundFiles_.Attach(window);
-  desktop_.Attach(window, WM_APP_SIGNATURE_RESULT);
+  desktop_.Attach(window, WM_APP_SIGNATURE_RESULT, WM_APP_ORIGINS_READ);
   worker_.emplace(finishedJobs_.Sink());
   main_.emplace(screen_.Parts(), desktop_.Services(), *worker_, foundFiles_.GetIntake(),
                 installation_);
@@ -329,6 +331,11 @@ INT_PTR MainDialog::OnHashProgress(WPARAM, LPARAM) {
 INT_PTR MainDialog::OnSignatureResult(WPARAM, LPARAM lParam) {
   const std::unique_ptr<SignatureMessage> message(reinterpret_cast<SignatureMessage*>(lParam));
   main_->GetDetails().OnSignatureResult(message->rowId, message->result);
+  return TRUE;
+}
+
+INT_PTR MainDialog::OnOriginsRead(WPARAM, LPARAM) {
+  main_->GetDetails().OnOriginsRead();
   return TRUE;
 }
 

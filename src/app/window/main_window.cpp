@@ -10,7 +10,7 @@ MainWindow::MainWindow(const Screen& screen, const Desktop& desktop, HashQueue& 
       banners_(screen.banner),
       expected_(rows_, hashing_, openRequests_, progress_, banners_, desktop.clipboard, screen.list,
                 screen.expected),
-      details_(rows_, selection_, options_, desktop.signatures, screen.details),
+      details_(rows_, selection_, options_, desktop.signatures, desktop.origins, screen.details),
       refresh_(expected_, details_, progress_),
       arrivals_(intake, openRequests_, hashing_, refresh_, screen.frame, desktop.messages),
       adding_(rows_, hashing_, options_, banners_, arrivals_, screen.list, desktop.pickers),

@@ -11,6 +11,7 @@ inline constexpr UINT WM_APP_JOBS_FINISHED = 32778;     // finished jobs are wai
 inline constexpr UINT WM_APP_HASH_PROGRESS = 32779;     // more bytes were read
 inline constexpr UINT WM_APP_SIGNATURE_RESULT = 32780;  // lParam owns a SignatureMessage
 inline constexpr UINT WM_APP_FILES_FOUND = 32781;       // looked-up files can be taken
+inline constexpr UINT WM_APP_ORIGINS_READ = 32782;      // late download origins can be taken
 
 inline constexpr UINT_PTR IDT_PROGRESS = 1;
 inline constexpr UINT ProgressInterval = 200;  // ms

@@ -80,6 +80,7 @@ TEST(DetailsTest, NothingSelectedAndSeveral) {
     EXPECT_FALSE(window.view.detailButtons.openFolder);
     EXPECT_TRUE(window.desktop.signatureChecks.empty())
         << "no signature is checked for several rows";
+    EXPECT_TRUE(window.desktop.originReads.empty());
   }
 }
 
@@ -219,7 +220,7 @@ TEST(DetailsTest, AFailedRowShowsItsError) {
   fail(one, 2);
   one.Details();
   EXPECT_TRUE(one.window.desktop.signatureChecks.empty());
-  EXPECT_FALSE(one.row.extras->zone) << "its origin is not looked up";
+  EXPECT_TRUE(one.window.desktop.originReads.empty());
 }
 
 TEST(DetailsTest, Buttons) {
@@ -290,6 +291,16 @@ TEST(DetailsTest, TheSignatureIsCheckedOnceWhenFirstShown) {
   EXPECT_EQ(one.window.desktop.signatureChecks.size(), 1u);
 }
 
+TEST(DetailsTest, ASignatureThatCannotBeCheckedIsNotTriedAgain) {
+  OneRow one;
+  one.row.extras.Make().signature.reset();
+  one.window.desktop.canCheckSignatures = false;
+  const std::u16string text = Head + u"\r\nSize:\t5 bytes\r\nSignature:\tCan't be checked";
+  EXPECT_EQ(one.Details(), text);
+  EXPECT_EQ(one.Details(), text);
+  EXPECT_EQ(one.window.desktop.signatureChecks.size(), 1u);
+}
+
 TEST(DetailsTest, AResultForAnotherRowOrNoneDoesNotChangeThePane) {
   OneRow one;
   Row& other = one.window.AddRow(u"other");
@@ -323,6 +334,85 @@ TEST(DetailsTest, Origins) {
       {"an unknown zone", of({.found = true}),
        start + u"\r\nDownloaded from:\tanother computer (no address recorded)"},
   });
+}
+
+// A row whose origin has not been read.
+struct UnreadOrigin : OneRow {
+  UnreadOrigin() { row.extras.Make().zone.reset(); }
+
+  // What the window does when a record is announced.
+  void Deliver(uint64_t rowId, const swr::ZoneRecord& record) {
+    window.desktop.lateOrigins.push_back({.rowId = rowId, .record = record});
+    window.details.OnOriginsRead();
+  }
+};
+
+const swr::ZoneRecord Downloaded = {.found = true, .zoneId = 3, .hostUrl = u"https://h/"};
+const std::u16string WithoutOrigin = Head + u"\r\nSize:\t5 bytes" + Signature;
+const std::u16string WithOrigin = WithoutOrigin + u"\r\nDownloaded from:\thttps://h/";
+
+TEST(DetailsTest, TheOriginIsReadOnceWhenFirstShown) {
+  for (const swr::ZoneRecord& record : {Downloaded, swr::ZoneRecord{}}) {
+    UnreadOrigin one;
+    one.window.desktop.origin = record;
+    const int refreshes = one.window.view.detailRefreshes;
+    const std::u16string& text = record.found ? WithOrigin : WithoutOrigin;
+    EXPECT_EQ(one.Details(), text);
+    EXPECT_EQ(one.window.view.detailRefreshes, refreshes + 1) << "shown with the other lines";
+    EXPECT_EQ(one.Details(), text);
+    EXPECT_EQ(one.window.desktop.originReads,
+              (std::vector<std::pair<uint64_t, std::u16string>>{{one.row.id, one.row.Path()}}));
+  }
+}
+
+TEST(DetailsTest, ALateOriginIsShownWhenItArrives) {
+  UnreadOrigin one;
+  one.window.desktop.origin.reset();
+  EXPECT_EQ(one.Details(), WithoutOrigin);
+  EXPECT_EQ(one.Details(), WithoutOrigin);
+  one.Deliver(one.row.id, Downloaded);
+  EXPECT_EQ(one.window.view.details, WithOrigin);
+  EXPECT_EQ(one.Details(), WithOrigin);
+  EXPECT_EQ(one.window.desktop.originReads.size(), 1u);
+}
+
+TEST(DetailsTest, ALateOriginIsShownByAnyRefresh) {
+  UnreadOrigin one;
+  one.window.desktop.origin.reset();
+  one.Details();
+  one.window.desktop.lateOrigins = {{.rowId = one.row.id, .record = Downloaded}};
+  EXPECT_EQ(one.Details(), WithOrigin) << "its announcement may have failed";
+}
+
+TEST(DetailsTest, ALateOriginOfAnotherRowOrNoneDoesNotChangeThePane) {
+  UnreadOrigin one;
+  one.window.desktop.origin.reset();
+  one.Details();
+  // The user selects another row before the record arrives.
+  const uint64_t late = one.row.id;
+  const uint64_t other = one.window.AddRow(u"C:\\other").id;
+  one.window.view.selected = {1};
+  one.window.details.Refresh();
+  const int refreshes = one.window.view.detailRefreshes;
+  one.Deliver(late, Downloaded);
+  one.Deliver(4711, Downloaded);
+  one.Deliver(other, {});
+  EXPECT_EQ(one.window.view.detailRefreshes, refreshes);
+  EXPECT_EQ(one.window.view.details.find(u"Downloaded"), std::u16string::npos);
+  one.window.view.selected = {0};
+  EXPECT_EQ(one.Details(), WithOrigin);
+  EXPECT_EQ(one.window.desktop.originReads.size(), 2u) << "one for each row";
+}
+
+TEST(DetailsTest, ALateOriginOfARemovedRowIsDropped) {
+  UnreadOrigin one;
+  one.window.desktop.origin.reset();
+  one.Details();
+  const uint64_t removed = one.row.id;
+  one.window.commands.Run(ID_REMOVE);
+  ASSERT_TRUE(one.window.rows.IsEmpty());
+  one.Deliver(removed, Downloaded);
+  EXPECT_EQ(one.window.view.details, u"");
 }
 
 TEST(DetailsTest, AllLines) {
