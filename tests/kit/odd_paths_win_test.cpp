@@ -89,9 +89,10 @@ TEST_F(StreamsTest, TheOriginOfADownloadIsReadFromItsStream) {
   const RunningWindow window;
   window.Drop({path_});
   window.WaitUntilIdle();
-  EXPECT_NE(window.Text(IDC_DETAILS).find(u"Downloaded from:\thttps://example.com/a"),
-            std::u16string::npos)
-      << swr::WideToUtf8(window.Text(IDC_DETAILS));
+  EXPECT_TRUE(WaitFor([&] {
+    return window.Text(IDC_DETAILS).find(u"Downloaded from:\thttps://example.com/a") !=
+           std::u16string::npos;
+  })) << swr::WideToUtf8(window.Text(IDC_DETAILS));
 }
 
 class DevicesTest : public ::testing::Test {

@@ -8,14 +8,15 @@
 namespace app::testing {
 namespace {
 
-// Saves the arguments, calls Sleep, then jumps to the function. System libraries have the same
-// addresses in all programs.
+// Saves the arguments in registers, calls Sleep, then jumps to the function. System libraries have
+// the same addresses in all programs.
 std::vector<uint8_t> CodeOf(uint32_t milliseconds, FARPROC function) {
   std::vector<uint8_t> code = {
-      0x48, 0x83, 0xEC, 0x38,        // sub rsp, 56
+      0x48, 0x83, 0xEC, 0x48,        // sub rsp, 72
       0x48, 0x89, 0x4C, 0x24, 0x20,  // mov [rsp + 32], rcx
       0x48, 0x89, 0x54, 0x24, 0x28,  // mov [rsp + 40], rdx
       0x4C, 0x89, 0x44, 0x24, 0x30,  // mov [rsp + 48], r8
+      0x4C, 0x89, 0x4C, 0x24, 0x38,  // mov [rsp + 56], r9
       0xB9,                          // mov ecx, milliseconds
   };
   const auto add = [&](const auto& value) {
@@ -33,7 +34,8 @@ std::vector<uint8_t> CodeOf(uint32_t milliseconds, FARPROC function) {
       0x48, 0x8B, 0x4C, 0x24, 0x20,  // mov rcx, [rsp + 32]
       0x48, 0x8B, 0x54, 0x24, 0x28,  // mov rdx, [rsp + 40]
       0x4C, 0x8B, 0x44, 0x24, 0x30,  // mov r8, [rsp + 48]
-      0x48, 0x83, 0xC4, 0x38,        // add rsp, 56
+      0x4C, 0x8B, 0x4C, 0x24, 0x38,  // mov r9, [rsp + 56]
+      0x48, 0x83, 0xC4, 0x48,        // add rsp, 72
       0x48, 0xB8,                    // mov rax, function
   });
   add(reinterpret_cast<uint64_t>(function));

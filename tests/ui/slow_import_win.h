@@ -12,8 +12,8 @@ namespace app::testing {
 // For 64-bit programs. Throws std::runtime_error when the program can't be changed.
 class SlowImport {
  public:
-  // For a function with at most three arguments that the program imports from kernel32. The
-  // function stays unchanged until Replacement() is installed.
+  // For a function that the program imports from kernel32 and that takes no floating-point
+  // arguments. The function stays unchanged until Replacement() is installed.
   SlowImport(HWND window, std::string_view function, std::chrono::milliseconds delay);
 
   // The function to pass to ReplacedImport. It stays in the program's memory as long as the program
