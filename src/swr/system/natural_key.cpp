@@ -37,7 +37,6 @@ char16_t NaturalWeight(char16_t unit) {
 
 // Most units become one byte, the others four. The bytes compare like the units, and none is zero.
 constexpr char16_t FirstLongUnit = 0xFE;
-constexpr size_t LongestUnit = 4;
 
 char* PutUnit(uint32_t unit, char* out) {
   const auto put = [&](uint32_t value) { *out++ = static_cast<char>(value); };
