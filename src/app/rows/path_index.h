@@ -26,11 +26,10 @@ class PathIndex {
   // Calls visit(id) for each entry with this hash, in no particular order.
   template <typename Visit>
   void ForEach(uint64_t hash, const Visit& visit) const {
-    for (const Entry& entry : std::ranges::equal_range(sorted_, hash, {}, &Entry::hash)) {
-      visit(entry.id);
-    }
+    auto entry = std::ranges::lower_bound(sorted_, hash, {}, &Entry::hash);
+    for (; entry != sorted_.end() && entry->hash == hash; ++entry) visit(entry->id);
     const auto [first, last] = recent_.equal_range(hash);
-    for (auto entry = first; entry != last; ++entry) visit(entry->second);
+    for (auto recent = first; recent != last; ++recent) visit(recent->second);
   }
 
  private:

@@ -26,7 +26,8 @@ TEST(PathIndexTest, AgreesWithAMapWhateverTheSizesOfTheAdditions) {
   PathIndex index;
   std::map<uint64_t, Ids> expected;
   uint64_t lastId = 0;
-  for (const size_t added : {0, 1, 1, 1023, 1, 5000, 1, 600, 600, 20'000, 1, 3000}) {
+  constexpr size_t sizes[] = {0, 1, 1, 1023, 1, 5000, 1, 600, 600, 20'000, 1, 3000};
+  for (const size_t added : sizes) {
     std::vector<PathIndex::Entry> entries(added);
     for (PathIndex::Entry& entry : entries) {
       entry = {.hash = random() % 5000, .id = ++lastId};
