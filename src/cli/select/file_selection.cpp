@@ -101,9 +101,4 @@ void SelectFiles(const Options& options, bool withSizes, const std::atomic<bool>
   }
 }
 
-bool CanSelectAgain(const Options& options) {
-  const auto isStandardInput = [](const std::u16string& name) { return name == StandardInputName; };
-  return std::ranges::none_of(options.filesFrom, isStandardInput);
-}
-
 }  // namespace cli

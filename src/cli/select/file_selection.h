@@ -28,10 +28,6 @@ struct SelectionCallbacks {
 void SelectFiles(const Options& options, bool withSizes, const std::atomic<bool>& cancel,
                  const SelectionCallbacks& callbacks);
 
-// Whether SelectFiles can be called a second time with the same result: not when names come from
-// standard input.
-bool CanSelectAgain(const Options& options);
-
 // The name of standard input.
 inline constexpr std::u16string_view StandardInputName = u"-";
 
