@@ -400,7 +400,13 @@ void RunningWindow::Drop(const std::vector<std::u16string>& paths) const {
 }
 
 void RunningWindow::WaitUntilIdle() const {
-  if (!WaitFor([&] { return !IsShown(IDC_CANCEL) && !HasUnfinishedRow(); }, seconds(60))) {
+  const auto isIdle = [&] {
+    // A message that adds files shows the Cancel button at its end and may leave the list to the
+    // next one, so neither is looked at while a message is being handled.
+    Ping();
+    return !IsShown(IDC_CANCEL) && !HasUnfinishedRow();
+  };
+  if (!WaitFor(isIdle, seconds(60))) {
     throw std::runtime_error("the program did not become idle");
   }
 }
