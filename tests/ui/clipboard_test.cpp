@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "app/desktop/clipboard_win.h"
 #include "resources/resource_ids.h"
 #include "swr/text/encoding.h"
 #include "tests/support/temp_tree.h"
@@ -29,6 +30,24 @@ class ClipboardTest : public ::testing::Test {
     return window.IsShown(IDC_BANNER) ? window.Text(IDC_BANNER) : std::u16string();
   }
 };
+
+// The memory of the clipboard grows with the text and shrinks at its end.
+TEST_F(ClipboardTest, TextsOfAnotherLengthThanExpectedAreCopiedWhole) {
+  std::u16string whole;
+  for (int i = 0; i < 1000; ++i) whole += u"part ";
+  const auto writeParts = [](const TextInParts::Append& append) {
+    for (int i = 0; i < 1000; ++i) append(u"part ");
+  };
+  for (const size_t likelySize : {size_t{0}, size_t{7}, whole.size(), 10 * whole.size()}) {
+    SCOPED_TRACE(likelySize);
+    EmptyClipboardNow();
+    // Another program may have the clipboard open just now.
+    EXPECT_TRUE(WaitFor([&] {
+      WriteClipboardText(nullptr, {likelySize, writeParts});
+      return CopiedText() == whole;
+    }));
+  }
+}
 
 TEST_F(ClipboardTest, ChecksTheClipboardAtTheStart) {
   CopyText(std::u16string(DigestsOfAbc.sha256));

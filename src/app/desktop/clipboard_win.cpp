@@ -34,23 +34,27 @@ class ClipboardMemory {
   // Does nothing any more once there was too little memory.
   void Append(std::u16string_view text) {
     if (size_ + text.size() > capacity_) Resize(std::max(size_ + text.size(), 2 * capacity_));
-    if (!memory_) return;
-    std::ranges::copy(text, static_cast<char16_t*>(GlobalLock(memory_.Get())) + size_);
-    GlobalUnlock(memory_.Get());
+    CopyToEnd(text);
     size_ += text.size();
   }
 
   // The text with a terminating null; nothing if there was too little memory.
   swr::GlobalMemory Take() {
     if (size_ < capacity_) Resize(size_);
-    if (!memory_) return {};
-    static_cast<char16_t*>(GlobalLock(memory_.Get()))[size_] = u'\0';
-    GlobalUnlock(memory_.Get());
+    CopyToEnd({u"", 1});
     return std::move(memory_);
   }
 
  private:
   static size_t BytesFor(size_t units) { return (units + 1) * sizeof(char16_t); }
+
+  void CopyToEnd(std::u16string_view text) {
+    if (!memory_) return;
+    auto* data = static_cast<char16_t*>(GlobalLock(memory_.Get()));
+    if (data == nullptr) return memory_.Reset();
+    std::ranges::copy(text, data + size_);
+    GlobalUnlock(memory_.Get());
+  }
 
   void Resize(size_t capacity) {
     if (!memory_) return;
